@@ -1,0 +1,27 @@
+# What every target of the project is compiled and linked with.
+
+add_library(quillon_warnings INTERFACE)
+target_compile_options(quillon_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+if(QUILLON_SANITIZE)
+    set(QUILLON_SANITIZERS -fsanitize=address,undefined)
+    add_compile_options(${QUILLON_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(${QUILLON_SANITIZERS})
+endif()
+
+if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    find_program(QUILLON_CCACHE ccache)
+    if(QUILLON_CCACHE)
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILLON_CCACHE})
+    endif()
+endif()
+
+include(CheckLinkerFlag)
+find_program(QUILLON_LLD NAMES ld.lld lld)
+if(QUILLON_LLD)
+    check_linker_flag(CXX -fuse-ld=lld QUILLON_LINKS_WITH_LLD)
+    if(QUILLON_LINKS_WITH_LLD)
+        add_link_options(-fuse-ld=lld)
+    endif()
+endif()
