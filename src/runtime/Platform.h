@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+// What the logic sees of the machine it runs on. Each has an implementation for the real platform and one in
+// memory.
+
+/// One RS-232 line: raw bytes, no flow control.
+class SerialPort {
+public:
+    using Receiver = std::function<void(std::string_view bytes)>;
+
+    virtual ~SerialPort() = default;
+    /// Opens COM port `port` with settings such as "19200,n,8,1", after closing what was open. The result
+    /// says whether the port stands open; no failure is reported in any other way.
+    virtual bool open(int port, std::string_view settings) = 0;
+    virtual void close() = 0;
+    [[nodiscard]] virtual bool isOpen() const = 0;
+    /// Queues the bytes for the line; what a vanished device cannot take is thrown away.
+    virtual void write(std::string_view bytes) = 0;
+    /// Called with the bytes of each receive event, in order, never from inside write().
+    void setReceiver(Receiver receiver) { receiver_ = std::move(receiver); }
+
+protected:
+    Receiver receiver_;
+};
+
+/// The per-user store of key and value, addressed by application, section and key.
+class UserStore {
+public:
+    virtual ~UserStore() = default;
+    [[nodiscard]] virtual std::optional<std::string> read(std::string_view application, std::string_view section,
+                                                          std::string_view key) const = 0;
+    /// A store that can't be written loses the value without a report.
+    virtual void write(std::string_view application, std::string_view section, std::string_view key,
+                       std::string_view value) = 0;
+    virtual void removeSection(std::string_view application, std::string_view section) = 0;
+};
+
+/// A text file that is written from its start. False when the file can't be opened or written any more.
+class TextSink {
+public:
+    virtual ~TextSink() = default;
+    /// Writes all of it and hands it to the system before returning.
+    virtual bool write(std::string_view text) = 0;
+};
+
+/// The directory of the executable, where the small files of an installation lie.
+class Folder {
+public:
+    virtual ~Folder() = default;
+    /// The whole file, byte for byte; nothing when it can't be read or is larger than `limit` bytes.
+    [[nodiscard]] virtual std::optional<std::string> read(std::string_view name, std::size_t limit) const = 0;
+    /// Opens a file for writing from its start, replacing what was there; empty when that fails.
+    [[nodiscard]] virtual std::unique_ptr<TextSink> create(std::string_view name) = 0;
+};
+
+enum class BoxKind { Info, Critical };
+
+/// Screen, message boxes, window order. Widths are in pixels.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+    [[nodiscard]] virtual int screenWidth() const = 0;
+    [[nodiscard]] virtual int screenHeight() const = 0;
+    [[nodiscard]] virtual int twipsPerPixelX() const = 0;
+    [[nodiscard]] virtual int twipsPerPixelY() const = 0;
+    /// Returns when the operator has dismissed the box; timers and the port go on meanwhile.
+    virtual void message(BoxKind kind, std::string_view title, std::string_view text) = 0;
+    /// A yes-or-no question; True for yes.
+    [[nodiscard]] virtual bool ask(std::string_view title, std::string_view text) = 0;
+    /// Puts the window above all that are not top-most themselves, or back among them.
+    virtual void setTopMost(bool topMost) = 0;
+    virtual void beep() = 0;
+};
+
+/// Restarting the PC.
+class PowerControl {
+public:
+    virtual ~PowerControl() = default;
+    virtual void exitWindows(bool restart, bool force) = 0;
+};
+
+} // namespace quillon

@@ -1,0 +1,195 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/Colours.h"
+
+namespace quillon {
+
+/// One 1440th of an inch, the unit of every place and size on the screen.
+using Twips = std::int32_t;
+
+enum class Kind : std::uint8_t { Form, User, Frame, Button, Label, TextBox, List, Slider, Picture, Timer, Images };
+
+/// What a kind of control may have. A property that the kind lacks refuses the read and the write.
+enum class Property : std::uint16_t {
+    Visible = 1,
+    Enabled = 2,
+    Geometry = 4, ///< left, top, width, height and z-order
+    Font = 8,
+    BackColour = 16,
+    Tag = 32,
+    Caption = 64,
+    Text = 128,  ///< text of a text box or of a list's selection
+    Items = 256, ///< the entries of a list
+    Range = 512, ///< value and maximum of a slider
+    Art = 1024,  ///< a drawn picture
+    ToolTip = 2048,
+};
+
+[[nodiscard]] bool has(Kind kind, Property property);
+
+struct Place {
+    Twips left = 0;
+    Twips top = 0;
+    Twips width = 0;
+    Twips height = 0;
+    bool operator==(const Place&) const = default;
+};
+
+class Control;
+class ControlHost;
+
+/// Told of every change below a form; the window's mirror of the controls.
+class ChangeSink {
+public:
+    virtual ~ChangeSink() = default;
+    virtual void controlChanged(Control& control) = 0;
+    virtual void controlAdded(Control& control) = 0;
+    virtual void controlRemoved(Control& control) = 0;
+};
+
+/// What happens to a control by the operator's hand. Writing a property never calls any of these.
+struct ControlHandlers {
+    std::function<void()> press;   ///< pointer down
+    std::function<void()> release; ///< pointer up
+    std::function<void()> click;   ///< pointer up over the control that was pressed
+    std::function<void()> cancel;  ///< the hold was broken off: neither release nor click follows
+    std::function<void()> change;  ///< typed text, a list's selection, a slider on the move
+};
+
+/// One control on the screen: its properties, its handlers, its place in the tree.
+class Control {
+public:
+    Control(Kind kind, std::string_view name, std::optional<int> index = std::nullopt);
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    [[nodiscard]] Kind kind() const { return kind_; }
+    [[nodiscard]] const std::string& name() const { return name_; }
+    [[nodiscard]] std::optional<int> index() const { return index_; }
+    [[nodiscard]] bool has(Property property) const { return quillon::has(kind_, property); }
+
+    [[nodiscard]] bool visible() const;
+    void setVisible(bool visible);
+    [[nodiscard]] bool enabled() const;
+    void setEnabled(bool enabled);
+    [[nodiscard]] Twips left() const { return place().left; }
+    [[nodiscard]] Twips top() const { return place().top; }
+    [[nodiscard]] Twips width() const { return place().width; }
+    [[nodiscard]] Twips height() const { return place().height; }
+    [[nodiscard]] const Place& place() const;
+    void setLeft(Twips left);
+    void setTop(Twips top);
+    void setWidth(Twips width);
+    void setHeight(Twips height);
+    /// Moves and resizes in one step.
+    void setPlace(const Place& place);
+    /// In points.
+    [[nodiscard]] double fontSize() const;
+    void setFontSize(double points);
+    [[nodiscard]] Colour backColour() const;
+    void setBackColour(Colour colour);
+    [[nodiscard]] const std::string& tag() const;
+    void setTag(std::string_view tag);
+    [[nodiscard]] const std::string& caption() const;
+    void setCaption(std::string_view caption);
+    /// What a text box holds, or the selected entry of a list. Writing a list's text selects the first entry
+    /// of that text, and nothing when it has none.
+    [[nodiscard]] const std::string& text() const;
+    void setText(std::string_view text);
+    [[nodiscard]] const std::string& toolTip() const;
+    void setToolTip(std::string_view text);
+
+    [[nodiscard]] const std::vector<std::string>& items() const;
+    void setItems(std::vector<std::string> items);
+    /// -1 while no entry is selected. Faults on an index that the list does not have.
+    [[nodiscard]] int listIndex() const;
+    void setListIndex(int index);
+
+    [[nodiscard]] std::int32_t value() const;
+    /// Kept between 0 and the maximum.
+    void setValue(std::int32_t value);
+    [[nodiscard]] std::int32_t maximum() const;
+    void setMaximum(std::int32_t maximum);
+    /// Where a slider's marked range begins.
+    [[nodiscard]] std::int32_t selectionStart() const;
+    void setSelectionStart(std::int32_t start);
+
+    /// The name of the picture to draw, such as "up", "down", "preparation", "exposure", "rest".
+    [[nodiscard]] const std::string& art() const;
+    void setArt(std::string_view art);
+    /// Which of the picture's sizes, as an image list counts them; 0 for the only one.
+    [[nodiscard]] int artSize() const { return artSize_; }
+    void setArtSize(int size);
+
+    /// A text box that shows and does not take text.
+    [[nodiscard]] bool readOnly() const { return readOnly_; }
+    void setReadOnly(bool readOnly);
+    [[nodiscard]] bool multiLine() const { return multiLine_; }
+    void setMultiLine(bool multiLine);
+    /// A panel's frame and three-dimensional look.
+    [[nodiscard]] bool border() const { return border_; }
+    void setBorder(bool border);
+
+    /// What it lies on; empty for a form.
+    [[nodiscard]] Control* container() const { return container_; }
+    /// Whose control it is; empty for a form.
+    [[nodiscard]] ControlHost* host() const { return host_; }
+    /// The controls that lie on this one, from the back to the front.
+    [[nodiscard]] const std::vector<Control*>& stack() const { return stack_; }
+    /// Its own visibility and that of all around it.
+    [[nodiscard]] bool shown() const;
+    /// 0 at the back.
+    [[nodiscard]] int zOrder() const;
+    void bringToFront();
+    void sendToBack();
+
+    ControlHandlers on;
+
+protected:
+    void notify();
+    virtual void resized() {}
+    [[nodiscard]] virtual ChangeSink* sink() const;
+
+private:
+    friend class ControlHost;
+
+    void require(Property property) const;
+    template <typename T, typename V> void assign(Property property, T& member, V&& value);
+
+    Kind kind_;
+    std::string name_;
+    std::optional<int> index_;
+    Control* container_ = nullptr;
+    ControlHost* host_ = nullptr;
+    std::vector<Control*> stack_;
+
+    Place place_;
+    double fontSize_ = 8;
+    Colour backColour_ = kNormalColour;
+    std::string tag_;
+    std::string caption_;
+    std::string toolTip_;
+    std::string art_;
+    std::vector<std::string> items_;
+    int listIndex_ = -1;
+    std::int32_t value_ = 0;
+    std::int32_t maximum_ = 10;
+    std::int32_t selectionStart_ = 0;
+    int artSize_ = 0;
+    bool visible_ = true;
+    bool enabled_ = true;
+    bool readOnly_ = false;
+    bool multiLine_ = false;
+    bool border_ = true;
+};
+
+} // namespace quillon

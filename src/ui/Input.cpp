@@ -1,0 +1,119 @@
+#include "ui/Input.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+void run(const std::function<void()>& handler) {
+    if (handler) {
+        // A handler may take its own control away; the copy outlives it.
+        const auto copy = handler;
+        copy();
+    }
+}
+
+} // namespace
+
+bool Input::reachable(const Control& control) const {
+    if (boxes_ > 0) {
+        return false;
+    }
+    for (const Control* at = &control; at != nullptr; at = at->container()) {
+        if (!at->has(Property::Visible) || !at->visible() || (at->has(Property::Enabled) && !at->enabled())) {
+            return false;
+        }
+        if (at->container() == nullptr && at->kind() != Kind::Form) {
+            return false; // taken off the screen
+        }
+    }
+    return true;
+}
+
+bool Input::press(Control& control) {
+    if (!reachable(control)) {
+        return false;
+    }
+    std::erase(held_, &control);
+    held_.push_back(&control);
+    run(control.on.press);
+    return true;
+}
+
+void Input::release(Control& control) {
+    if (std::erase(held_, &control) == 0) {
+        return;
+    }
+    run(control.on.release);
+    if (reachable(control)) {
+        run(control.on.click);
+    }
+}
+
+bool Input::click(Control& control) {
+    if (!press(control)) {
+        return false;
+    }
+    release(control);
+    return true;
+}
+
+bool Input::type(Control& control, std::string_view text) {
+    if (!reachable(control) || control.kind() != Kind::TextBox || control.readOnly()) {
+        return false;
+    }
+    control.setText(text);
+    run(control.on.change);
+    return true;
+}
+
+bool Input::select(Control& control, std::string_view entry) {
+    if (!reachable(control) || control.kind() != Kind::List ||
+        std::find(control.items().begin(), control.items().end(), entry) == control.items().end()) {
+        return false;
+    }
+    control.setText(entry);
+    run(control.on.click);
+    return true;
+}
+
+bool Input::drag(Control& control, std::int32_t value) {
+    if (!reachable(control) || control.kind() != Kind::Slider) {
+        return false;
+    }
+    control.setValue(value);
+    run(control.on.change);
+    return true;
+}
+
+bool Input::slide(Control& control, std::int32_t value) {
+    if (!drag(control, value)) {
+        return false;
+    }
+    run(control.on.release);
+    return true;
+}
+
+void Input::cancel() {
+    for (Control* control : std::exchange(held_, {})) {
+        run(control->on.cancel);
+    }
+}
+
+void Input::boxOpened() {
+    cancel();
+    ++boxes_;
+}
+
+void Input::forget(const Control& control) {
+    std::erase_if(held_, [&control](const Control* at) {
+        while (at != nullptr && at != &control) {
+            at = at->container();
+        }
+        return at == &control;
+    });
+}
+
+} // namespace quillon

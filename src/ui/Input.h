@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "ui/Control.h"
+
+namespace quillon {
+
+/// The operator's hand: pointer and keyboard, and the rule of what they can reach. Every front end goes
+/// through this, so a test presses exactly as a finger does.
+class Input {
+public:
+    /// True when the control and everything around it is visible and enabled, and no message box is up.
+    [[nodiscard]] bool reachable(const Control& control) const;
+
+    // Each does its work only on a control that can be reached, and says whether it did.
+    bool press(Control& control);
+    bool click(Control& control);
+    bool type(Control& control, std::string_view text);
+    bool select(Control& control, std::string_view entry);
+    /// Moves a slider to the value and lets it go.
+    bool slide(Control& control, std::int32_t value);
+    /// Moves a slider without letting it go.
+    bool drag(Control& control, std::int32_t value);
+
+    /// Lets go of what was pressed, whatever became of it meanwhile; the click follows if it can still be
+    /// reached. Nothing when this control was not pressed.
+    void release(Control& control);
+    /// Breaks every hold off: neither release nor click.
+    void cancel();
+
+    /// A message box breaks off what is held and keeps everything else away until it closes.
+    void boxOpened();
+    void boxClosed() { --boxes_; }
+
+    /// A control that goes away is not held any more.
+    void forget(const Control& control);
+
+private:
+    std::vector<Control*> held_; // fingers may overlap: a key can be pressed before the last is let go
+    int boxes_ = 0;
+};
+
+} // namespace quillon
