@@ -8,12 +8,16 @@ if(QUILLON_SANITIZE)
     set(QUILLON_SANITIZERS -fsanitize=address,undefined)
     add_compile_options(${QUILLON_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(${QUILLON_SANITIZERS})
+    # With the sanitizers on, GCC takes parts of its own library for uninitialised.
+    target_compile_options(quillon_warnings INTERFACE -Wno-maybe-uninitialized)
 endif()
 
 if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(QUILLON_CCACHE ccache)
-    if(QUILLON_CCACHE)
-        set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILLON_CCACHE})
+    if(QUILLON_CCACHE AND UNIX)
+        # Results are shared between copies of the project, wherever they and their build directories lie.
+        set(CMAKE_CXX_COMPILER_LAUNCHER
+            env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${QUILLON_CCACHE})
     endif()
 endif()
 
