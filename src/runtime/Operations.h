@@ -1,0 +1,119 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "base/Fault.h"
+#include "base/Text.h"
+#include "runtime/Value.h"
+
+namespace quillon {
+
+/// Public operations and properties by name, without regard to case: for held keys, for messages that the host
+/// registered, and for the scenario runner. The argument types are those of the functions themselves.
+class Operations {
+public:
+    using Function = std::function<std::optional<Value>(std::span<const Value>)>;
+
+    /// Adds an operation. `defaults` are the values of its last arguments when the caller leaves them out.
+    template <typename F> void add(std::string_view name, F operation, std::vector<Value> defaults = {}) {
+        addFunction(name, std::function(std::move(operation)), std::move(defaults));
+    }
+
+    /// Adds an operation that takes its arguments as they come.
+    void addAny(std::string_view name, Function operation) {
+        operations_.insert_or_assign(std::string(name), std::move(operation));
+    }
+
+    /// Adds a property; an empty getter or setter makes it write-only or read-only.
+    template <typename Get> void addReadOnly(std::string_view name, Get get) {
+        getters_.insert_or_assign(std::string(name), [get] { return toValue(get()); });
+    }
+    template <typename Set> void addWriteOnly(std::string_view name, Set set) {
+        addSetter(name, std::function(std::move(set)));
+    }
+    template <typename Get, typename Set> void addProperty(std::string_view name, Get get, Set set) {
+        addReadOnly(name, std::move(get));
+        addWriteOnly(name, std::move(set));
+    }
+    /// A property that is a plain member, which must outlive this.
+    template <typename T> void addMember(std::string_view name, T& member) {
+        addProperty(
+            name, [&member] { return member; }, [&member](T value) { member = std::move(value); });
+    }
+
+    [[nodiscard]] bool hasOperation(std::string_view name) const { return operations_.contains(name); }
+    [[nodiscard]] bool canGet(std::string_view name) const { return getters_.contains(name); }
+    [[nodiscard]] bool canSet(std::string_view name) const { return setters_.contains(name); }
+
+    /// Fault 5 when there is no such operation or property, 450 on too many or too few arguments, else what the
+    /// operation itself faults with.
+    std::optional<Value> call(std::string_view name, std::span<const Value> arguments = {}) const;
+    std::optional<Value> call(std::string_view name, std::initializer_list<Value> arguments) const {
+        return call(name, std::span(arguments.begin(), arguments.size()));
+    }
+    [[nodiscard]] Value get(std::string_view name) const;
+    void set(std::string_view name, const Value& value) const;
+
+    /// All names of operations, sorted.
+    [[nodiscard]] std::vector<std::string> names() const;
+
+private:
+    template <typename Result, typename... Arguments>
+    void addFunction(std::string_view name, std::function<Result(Arguments...)> operation,
+                     std::vector<Value> defaults) {
+        addAny(name, [operation = std::move(operation),
+                      defaults = std::move(defaults)](std::span<const Value> given) -> std::optional<Value> {
+            constexpr std::size_t kCount = sizeof...(Arguments);
+            if (given.size() > kCount || given.size() + defaults.size() < kCount) {
+                throw Fault(Fault::kArgumentsRefused);
+            }
+            const auto at = [&](std::size_t i) -> const Value& {
+                return i < given.size() ? given[i] : defaults[i + defaults.size() - kCount];
+            };
+            return invoke<Result, Arguments...>(operation, at, std::index_sequence_for<Arguments...>{});
+        });
+    }
+
+    template <typename Result, typename... Arguments, typename At, std::size_t... I>
+    static std::optional<Value> invoke(const std::function<Result(Arguments...)>& operation, const At& at,
+                                       std::index_sequence<I...>) {
+        (void)at;
+        if constexpr (std::is_void_v<Result>) {
+            operation(argument<Arguments>(at(I))...);
+            return std::nullopt;
+        } else {
+            return toValue(operation(argument<Arguments>(at(I))...));
+        }
+    }
+
+    template <typename Argument> static auto argument(const Value& value) {
+        using Plain = std::remove_cvref_t<Argument>;
+        if constexpr (std::is_same_v<Plain, std::string_view>) {
+            return valueTo<std::string>(value);
+        } else if constexpr (std::is_same_v<Plain, std::uint32_t>) {
+            return static_cast<std::uint32_t>(static_cast<std::int64_t>(valueTo<double>(value)));
+        } else {
+            return valueTo<Plain>(value);
+        }
+    }
+
+    template <typename Argument>
+    void addSetter(std::string_view name, std::function<void(Argument)> set) {
+        setters_.insert_or_assign(std::string(name),
+                                  [set = std::move(set)](const Value& value) { set(argument<Argument>(value)); });
+    }
+
+    template <typename T> using Named = std::map<std::string, T, NoCaseLess>;
+    Named<Function> operations_;
+    Named<std::function<Value()>> getters_;
+    Named<std::function<void(const Value&)>> setters_;
+};
+
+} // namespace quillon
