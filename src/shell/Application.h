@@ -12,9 +12,9 @@
 
 namespace quillon {
 
-class FrmMain;
-class QuillonConsole;
-class TorvaneSerial;
+class frmMain;
+class ctrQuillonConsole;
+class TorvaneSerialV3_07_QLC1;
 
 /// The machine that the application runs on. All of it must outlive the application.
 struct Platform {
@@ -40,9 +40,9 @@ public:
     void start();
 
     [[nodiscard]] ControlHost& form();
-    [[nodiscard]] FrmMain& main();
-    [[nodiscard]] QuillonConsole& console();
-    [[nodiscard]] TorvaneSerial& link();
+    [[nodiscard]] frmMain& main();
+    [[nodiscard]] ctrQuillonConsole& console();
+    [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     [[nodiscard]] Input& input();
 
     /// Told of every change on the screen. Not owned.
