@@ -13,12 +13,12 @@ public:
     [[nodiscard]] int number() const { return number_; }
     [[nodiscard]] const char* what() const noexcept override { return "fault in a handler"; }
 
-    static constexpr int kNotFound = 5;            ///< a look-up failed; the decoder goes on searching
-    static constexpr int kOverflow = 6;            ///< a number does not fit its type
-    static constexpr int kSubscript = 9;           ///< an index outside an array
-    static constexpr int kTypeMismatch = 13;       ///< a text that is no number
-    static constexpr int kPropertyRefused = 438;   ///< a control has no such property
-    static constexpr int kArgumentsRefused = 450;  ///< an operation called with arguments it does not take
+    static constexpr int kNotFound = 5;           ///< a look-up failed; the decoder goes on searching
+    static constexpr int kOverflow = 6;           ///< a number does not fit its type
+    static constexpr int kSubscript = 9;          ///< an index outside an array
+    static constexpr int kTypeMismatch = 13;      ///< a text that is no number
+    static constexpr int kPropertyRefused = 438;  ///< a control has no such property
+    static constexpr int kArgumentsRefused = 450; ///< an operation called with arguments it does not take
 
 private:
     int number_;

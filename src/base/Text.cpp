@@ -49,9 +49,8 @@ bool equalsNoCase(std::string_view a, std::string_view b) {
 }
 
 bool containsNoCase(std::string_view text, std::string_view part) {
-    return std::search(text.begin(), text.end(), part.begin(), part.end(), [](char x, char y) {
-               return lowerCase(x) == lowerCase(y);
-           }) != text.end();
+    return std::search(text.begin(), text.end(), part.begin(), part.end(),
+                       [](char x, char y) { return lowerCase(x) == lowerCase(y); }) != text.end();
 }
 
 bool NoCaseLess::operator()(std::string_view a, std::string_view b) const {

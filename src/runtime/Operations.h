@@ -15,8 +15,8 @@
 
 namespace quillon {
 
-/// Public operations and properties by name, without regard to case: for held keys, for messages that the host
-/// registered, and for the scenario runner. The argument types are those of the functions themselves.
+/// Public operations and properties by name, without regard to case: for held keys, for messages that the
+/// host registered, and for the scenario runner. The argument types are those of the functions themselves.
 class Operations {
 public:
     using Function = std::function<std::optional<Value>(std::span<const Value>)>;
@@ -52,8 +52,8 @@ public:
     [[nodiscard]] bool canGet(std::string_view name) const { return getters_.contains(name); }
     [[nodiscard]] bool canSet(std::string_view name) const { return setters_.contains(name); }
 
-    /// Fault 5 when there is no such operation or property, 450 on too many or too few arguments, else what the
-    /// operation itself faults with.
+    /// Fault 5 when there is no such operation or property, 450 on too many or too few arguments, else what
+    /// the operation itself faults with.
     std::optional<Value> call(std::string_view name, std::span<const Value> arguments = {}) const;
     std::optional<Value> call(std::string_view name, std::initializer_list<Value> arguments) const {
         return call(name, std::span(arguments.begin(), arguments.size()));
@@ -68,17 +68,19 @@ private:
     template <typename Result, typename... Arguments>
     void addFunction(std::string_view name, std::function<Result(Arguments...)> operation,
                      std::vector<Value> defaults) {
-        addAny(name, [operation = std::move(operation),
-                      defaults = std::move(defaults)](std::span<const Value> given) -> std::optional<Value> {
-            constexpr std::size_t kCount = sizeof...(Arguments);
-            if (given.size() > kCount || given.size() + defaults.size() < kCount) {
-                throw Fault(Fault::kArgumentsRefused);
-            }
-            const auto at = [&](std::size_t i) -> const Value& {
-                return i < given.size() ? given[i] : defaults[i + defaults.size() - kCount];
-            };
-            return invoke<Result, Arguments...>(operation, at, std::index_sequence_for<Arguments...>{});
-        });
+        addAny(name,
+               [operation = std::move(operation),
+                defaults = std::move(defaults)](std::span<const Value> given) -> std::optional<Value> {
+                   constexpr std::size_t kCount = sizeof...(Arguments);
+                   if (given.size() > kCount || given.size() + defaults.size() < kCount) {
+                       throw Fault(Fault::kArgumentsRefused);
+                   }
+                   const auto at = [&](std::size_t i) -> const Value& {
+                       return i < given.size() ? given[i] : defaults[i + defaults.size() - kCount];
+                   };
+                   return invoke<Result, Arguments...>(operation, at,
+                                                       std::index_sequence_for<Arguments...>{});
+               });
     }
 
     template <typename Result, typename... Arguments, typename At, std::size_t... I>
@@ -104,10 +106,10 @@ private:
         }
     }
 
-    template <typename Argument>
-    void addSetter(std::string_view name, std::function<void(Argument)> set) {
-        setters_.insert_or_assign(std::string(name),
-                                  [set = std::move(set)](const Value& value) { set(argument<Argument>(value)); });
+    template <typename Argument> void addSetter(std::string_view name, std::function<void(Argument)> set) {
+        setters_.insert_or_assign(std::string(name), [set = std::move(set)](const Value& value) {
+            set(argument<Argument>(value));
+        });
     }
 
     template <typename T> using Named = std::map<std::string, T, NoCaseLess>;

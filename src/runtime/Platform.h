@@ -36,8 +36,8 @@ protected:
 class UserStore {
 public:
     virtual ~UserStore() = default;
-    [[nodiscard]] virtual std::optional<std::string> read(std::string_view application, std::string_view section,
-                                                          std::string_view key) const = 0;
+    [[nodiscard]] virtual std::optional<std::string>
+    read(std::string_view application, std::string_view section, std::string_view key) const = 0;
     /// A store that can't be written loses the value without a report.
     virtual void write(std::string_view application, std::string_view section, std::string_view key,
                        std::string_view value) = 0;

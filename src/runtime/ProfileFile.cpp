@@ -26,8 +26,8 @@ std::string_view trimBlanks(std::string_view text) {
 }
 
 std::string_view unquoted(std::string_view value) {
-    const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'') &&
-                        value.front() == value.back();
+    const bool quoted =
+        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 

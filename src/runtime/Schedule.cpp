@@ -41,9 +41,9 @@ bool Schedule::runOne() {
 
 bool Schedule::runFirst(Milliseconds limit, std::uint64_t before) {
     Timer* timer = firstTimer();
-    const bool posted = !posted_.empty() &&
-                        (timer == nullptr || std::tie(posted_.front().due, posted_.front().sequence) <
-                                                 std::tie(timer->due_, timer->sequence_));
+    const bool posted =
+        !posted_.empty() && (timer == nullptr || std::tie(posted_.front().due, posted_.front().sequence) <
+                                                     std::tie(timer->due_, timer->sequence_));
     if (posted) {
         if (posted_.front().due > limit || posted_.front().sequence >= before) {
             return false;

@@ -15,7 +15,19 @@ namespace quillon {
 /// One 1440th of an inch, the unit of every place and size on the screen.
 using Twips = std::int32_t;
 
-enum class Kind : std::uint8_t { Form, User, Frame, Button, Label, TextBox, List, Slider, Picture, Timer, Images };
+enum class Kind : std::uint8_t {
+    Form,
+    User,
+    Frame,
+    Button,
+    Label,
+    TextBox,
+    List,
+    Slider,
+    Picture,
+    Timer,
+    Images
+};
 
 /// What a kind of control may have. A property that the kind lacks refuses the read and the write.
 enum class Property : std::uint16_t {

@@ -59,8 +59,8 @@ public:
     ControlHost& addByClass(std::string_view className, std::string_view key, const ControlFactory& factory);
     /// The control that was added under the key; empty when there is none.
     [[nodiscard]] ControlHost* keyed(std::string_view key) const;
-    /// Takes it off the screen at once; it may be running the handler that asks for this, so it lives until the
-    /// present handler has ended. False when there is none.
+    /// Takes it off the screen at once; it may be running the handler that asks for this, so it lives until
+    /// the present handler has ended. False when there is none.
     bool removeKeyed(std::string_view key);
 
     /// Enumeration order.

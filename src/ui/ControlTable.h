@@ -21,7 +21,8 @@ struct ControlRow {
     std::string_view art = {};
 };
 
-/// Makes the controls of a table on the host, in the table's order. A container must stand above what it holds.
+/// Makes the controls of a table on the host, in the table's order. A container must stand above what it
+/// holds.
 void addControls(ControlHost& host, std::span<const ControlRow> rows);
 
 /// Splits "name(2)" into name and index; the index is -1 when there is none.

@@ -26,8 +26,8 @@ public:
     /// that a control does not have counts as 0.
     void record(const ControlHost& host, Twips designWidth, Twips designHeight);
 
-    /// Writes every recorded control; one that refuses a property is passed over. Controls that came after the
-    /// recording have no record and keep their place.
+    /// Writes every recorded control; one that refuses a property is passed over. Controls that came after
+    /// the recording have no record and keep their place.
     void apply(ControlHost& host) const;
 
     [[nodiscard]] Twips designWidth() const { return designWidth_; }

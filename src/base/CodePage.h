@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillon {
+
+/// Texts are one byte a character inside, in Windows-1252, as on the wire; files and the keyboard hold UTF-8.
+/// Nothing when the text is no UTF-8 or holds a character that the code page lacks.
+[[nodiscard]] std::optional<std::string> codePageFromUtf8(std::string_view text);
+
+} // namespace quillon

@@ -1,0 +1,71 @@
+#include "link/CommunicationLog.h"
+
+#include <string>
+
+namespace quillon {
+
+namespace {
+
+constexpr std::size_t kViewLimit = 2048; // characters that survive the next line
+constexpr std::string_view kLineEnd = "\r\n";
+
+} // namespace
+
+CommunicationLog::CommunicationLog(ControlHost& panel, Folder& folder, Desktop& desktop)
+    : fraDebug_(panel["fraDebug"]), fraStatus_(panel["fraStatus"]), txtDebugComm_(panel["txtDebugComm"]),
+      folder_(folder), desktop_(desktop) {}
+
+void CommunicationLog::setDebugActive(bool active) {
+    DebugActive_ = active;
+    fraDebug_.setVisible(active);
+    fraStatus_.setVisible(!active);
+}
+
+void CommunicationLog::setLogActive(bool active) {
+    LogActive_ = active;
+    file_ = active ? folder_.create("log.txt") : nullptr;
+    if (active) {
+        desktop_.message(BoxKind::Info, "WARNING",
+                         "Log file active. Remember to remove -logFile from command line");
+    }
+}
+
+void CommunicationLog::toggleDebug() {
+    if (DebugActive_) {
+        setDebugActive(false);
+        clearDebug();
+    } else {
+        setDebugActive(true);
+    }
+}
+
+void CommunicationLog::clearDebug() {
+    txtDebugComm_.setText("");
+}
+
+void CommunicationLog::sent(std::string_view message) {
+    record("(Tx)", message);
+}
+
+void CommunicationLog::received(std::string_view frame) {
+    if (!frame.empty()) {
+        // The last character is the CR of the last message; those between messages stay.
+        record("(Rx)", frame.substr(0, frame.size() - 1));
+    }
+}
+
+void CommunicationLog::record(std::string_view mark, std::string_view text) {
+    if (!DebugActive_ && !file_) {
+        return;
+    }
+    std::string line(mark);
+    line.append(text).append(kLineEnd);
+    if (DebugActive_) {
+        txtDebugComm_.setText(line + txtDebugComm_.text().substr(0, kViewLimit));
+    }
+    if (file_) {
+        file_->write(line.append(txtDebugComm_.text()).append(kLineEnd));
+    }
+}
+
+} // namespace quillon

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "runtime/Platform.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+/// Shows the traffic of the line in the debug view and writes it to "log.txt". Service aids only: neither has
+/// an effect on the protocol, and no failure of theirs is reported.
+class CommunicationLog {
+public:
+    /// `panel` holds the debug view and the status strip that it stands in for.
+    CommunicationLog(ControlHost& panel, Folder& folder, Desktop& desktop);
+
+    [[nodiscard]] bool DebugActive() const { return DebugActive_; }
+    /// Shows the debug view in place of the status strip, or the reverse.
+    void setDebugActive(bool active);
+    [[nodiscard]] bool LogActive() const { return LogActive_; }
+    /// Opens "log.txt" anew and reminds the operator that it is on; False closes it.
+    void setLogActive(bool active);
+    /// The key: turning the view off empties it.
+    void toggleDebug();
+    void clearDebug();
+
+    /// A frame was written to the port, the empty one included.
+    void sent(std::string_view message);
+    /// A frame came, with the CR that ends its last message. Nothing happens for an empty one.
+    void received(std::string_view frame);
+
+private:
+    void record(std::string_view mark, std::string_view text);
+
+    Control& fraDebug_;
+    Control& fraStatus_;
+    Control& txtDebugComm_;
+    Folder& folder_;
+    Desktop& desktop_;
+    std::unique_ptr<TextSink> file_;
+    bool DebugActive_ = false;
+    bool LogActive_ = false;
+};
+
+} // namespace quillon

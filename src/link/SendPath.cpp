@@ -1,0 +1,145 @@
+#include "link/SendPath.h"
+
+#include <string>
+
+#include "link/OutboundTable.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kFrameEnd = "\r\n\x03";
+constexpr int kWaitAfterRx = 400;      // ms of silence before the next transmission
+constexpr int kShortestRemainder = 10; // ms; below it the whole time-out is waited for
+constexpr int kPollInterval = 1000;    // ms from the last transmission to the next poll
+
+} // namespace
+
+SendPath::SendPath(LinkState& state, LinkEvents& events, SerialPort& port, CommunicationLog& log,
+                   Timers timers)
+    : state_(state), events_(events), port_(port), log_(log), timers_(timers) {
+    timers_.tmrProtocolHandshaking.setTick([this] { handshakingTick(); });
+    timers_.tmrWaitAfterRx.setTick([this] { waitAfterRxTick(); });
+}
+
+void SendPath::SendMessage(std::string_view newmessage, std::int16_t Phase, bool WithACK,
+                           std::int16_t Timeout, bool SendImmediately) {
+    if ((state_.m_PhaseMask & Phase) != state_.m_PhaseMask) {
+        events_.WrongPhase.raise(std::string(newmessage));
+        return;
+    }
+    // While a key repeats, its steps must neither wait for an acknowledgement nor be taken for one another.
+    const bool repeating = timers_.tmrAutoRepeat.running();
+    QueuedMessage message{std::string(newmessage), Phase, Timeout > 0 ? Timeout : kTimeout,
+                          WithACK && !repeating};
+    if (SendImmediately) {
+        m_Queue.clear();
+        m_SendImmediate = true;
+    }
+    if (!repeating && m_Queue.isQueued(message)) {
+        return;
+    }
+    const int timeout = message.Timeout;
+    m_Queue.enqueue(std::move(message));
+    if (m_Queue.count() == 1) {
+        m_RetriesLeft = state_.numretries;
+        timers_.tmrProtocolHandshaking.start(timeout);
+    }
+}
+
+void SendPath::SendMessageWithDefaults(std::string_view newmessage, std::int16_t Phase) {
+    SendMessage(newmessage, Phase, state_.Handshaking);
+}
+
+void SendPath::Flush() {
+    SendMessage("", kAllPhases);
+}
+
+void SendPath::transmit(const QueuedMessage& message) {
+    std::string frame;
+    frame.reserve(message.Message.size() + kFrameEnd.size());
+    frame.append(message.Message).append(kFrameEnd);
+    port_.write(frame);
+    --m_RetriesLeft;
+    log_.sent(message.Message);
+}
+
+void SendPath::handshakingTick() {
+    if (m_WaitAfterRx) {
+        return;
+    }
+    if (m_RetriesLeft == 0) {
+        m_Queue.dequeue();
+        m_SendImmediate = false;
+        m_RetriesLeft = state_.numretries;
+        return;
+    }
+    QueuedMessage message;
+    if (port_.isOpen()) {
+        message = m_Queue.front();
+        transmit(message);
+    }
+    m_AckReceived = false;
+    m_AckPending = true;
+    if (!message.WithACK) {
+        m_Queue.dequeue();
+        m_AckPending = false;
+        m_RetriesLeft = state_.numretries;
+    }
+    if (m_Queue.empty()) {
+        timers_.tmrProtocolHandshaking.stop();
+        timers_.timerStatusUpdate.start(kPollInterval);
+    } else {
+        timers_.tmrProtocolHandshaking.start(message.Timeout);
+    }
+}
+
+void SendPath::fmessMessageAcknowledge() {
+    if (m_AckReceived) {
+        return;
+    }
+    m_AckReceived = true;
+    if (!m_AckPending) {
+        return;
+    }
+    m_Queue.dequeue();
+    m_SendImmediate = false;
+    if (!m_Queue.empty()) {
+        timers_.tmrProtocolHandshaking.start(m_Queue.front().Timeout);
+    }
+    m_RetriesLeft = state_.numretries;
+    timers_.timerStatusUpdate.setRunning(m_Queue.empty());
+}
+
+void SendPath::messageHeard() {
+    if (m_AckPending && !m_SendImmediate) {
+        timers_.tmrProtocolHandshaking.stop();
+        m_WaitAfterRx = true;
+        timers_.tmrWaitAfterRx.start(kWaitAfterRx);
+    }
+}
+
+void SendPath::waitAfterRxTick() {
+    if (m_Queue.empty()) {
+        timers_.tmrProtocolHandshaking.stop();
+    } else {
+        const int timeout = m_Queue.front().Timeout;
+        const int rest = timeout - kWaitAfterRx;
+        timers_.tmrProtocolHandshaking.start(rest < kShortestRemainder ? timeout : rest);
+    }
+    timers_.tmrWaitAfterRx.stop();
+    m_WaitAfterRx = false;
+}
+
+void SendPath::reset() {
+    m_Queue.clear();
+    timers_.tmrProtocolHandshaking.stop();
+    timers_.tmrWaitAfterRx.stop();
+    m_RetriesLeft = 0;
+    m_AckPending = false;
+    m_AckReceived = false;
+    m_SendImmediate = false;
+    m_WaitAfterRx = false;
+}
+
+} // namespace quillon

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "link/CommunicationLog.h"
+#include "link/LinkEvents.h"
+#include "link/LinkState.h"
+#include "link/SendQueue.h"
+#include "runtime/Platform.h"
+#include "runtime/Schedule.h"
+
+namespace quillon {
+
+/// The only way out to the generator: checks a message against the phase, queues it, sends it from a timer,
+/// and repeats it until it is acknowledged or its tries have run out.
+class SendPath {
+public:
+    static constexpr std::int16_t kTimeout = 350;
+
+    /// The timers that pace the line; they are controls of the link control.
+    struct Timers {
+        Timer& tmrProtocolHandshaking;
+        Timer& tmrWaitAfterRx;
+        Timer& tmrAutoRepeat;
+        Timer& timerStatusUpdate;
+    };
+
+    SendPath(LinkState& state, LinkEvents& events, SerialPort& port, CommunicationLog& log, Timers timers);
+
+    /// Queues a message. `Phase` is the mask of phases that allow it; outside it WrongPhase is raised and
+    /// nothing is queued. It leaves one `Timeout` (ms; 0 and below count as 350) later at the earliest.
+    /// `SendImmediately` throws away whatever waits.
+    void SendMessage(std::string_view newmessage, std::int16_t Phase, bool WithACK = false,
+                     std::int16_t Timeout = kTimeout, bool SendImmediately = false);
+    /// Asks for an acknowledgement when Handshaking is on.
+    void SendMessageWithDefaults(std::string_view newmessage, std::int16_t Phase);
+    /// Sends the empty message: the three end bytes alone.
+    void Flush();
+
+    /// "AK" came. One counts per transmission.
+    void fmessMessageAcknowledge();
+    /// A message of the own table was handled: the next transmission waits until the line has been quiet.
+    void messageHeard();
+    /// The port was opened or closed: nothing that waited survives, and no timer waits for it.
+    void reset();
+
+    [[nodiscard]] std::int16_t queueCount() const { return m_Queue.count(); }
+
+private:
+    void handshakingTick();
+    void waitAfterRxTick();
+    void transmit(const QueuedMessage& message);
+
+    LinkState& state_;
+    LinkEvents& events_;
+    SerialPort& port_;
+    CommunicationLog& log_;
+    Timers timers_;
+    SendQueue m_Queue;
+    std::int16_t m_RetriesLeft = 0;
+    bool m_AckPending = false;
+    bool m_AckReceived = false;
+    bool m_SendImmediate = false;
+    bool m_WaitAfterRx = false;
+};
+
+} // namespace quillon

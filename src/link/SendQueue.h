@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace quillon {
+
+/// One message that waits to be sent.
+struct QueuedMessage {
+    std::string Message;      ///< without end bytes
+    std::int16_t Phase = 0;   ///< mask of allowed phases
+    std::int16_t Timeout = 0; ///< ms to the next tick after this message
+    bool WithACK = false;     ///< stays at the head until it is acknowledged
+};
+
+/// A ring of 100 messages. A message that finds it full is lost without a word.
+class SendQueue {
+public:
+    static constexpr std::int16_t kCapacity = 100;
+
+    [[nodiscard]] std::int16_t count() const { return m_QueueCount; }
+    [[nodiscard]] bool empty() const { return m_QueueCount == 0; }
+    /// A copy of the message at the head; an empty one when there is none.
+    [[nodiscard]] QueuedMessage front() const;
+    void dequeue();
+    void enqueue(QueuedMessage message);
+    /// True when a message of the same text, phase mask and time-out waits between head and tail. Once the
+    /// tail has wrapped round below the head, nothing is found.
+    [[nodiscard]] bool isQueued(const QueuedMessage& message) const;
+    void clear();
+
+private:
+    std::array<QueuedMessage, kCapacity> m_Queue;
+    std::int16_t m_QueueCount = 0;
+    std::int16_t m_QueueHead = 0;
+    std::int16_t m_QueueTail = 0;
+};
+
+} // namespace quillon

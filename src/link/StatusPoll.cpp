@@ -1,0 +1,70 @@
+#include "link/StatusPoll.h"
+
+#include "link/OutboundTable.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int kInterval = 1000;         // ms
+constexpr int kHeldInterval = 10000;    // ms
+constexpr std::int16_t kLostAfter = 30; // ticks without an answer; the next one raises the error
+constexpr std::int16_t kLostCode = 33;
+constexpr std::int16_t kLostErrorType = 2;
+constexpr std::int32_t kErrorPhase = 7;
+constexpr std::int32_t kFluoroPhase = 5;
+
+} // namespace
+
+StatusPoll::StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, Timer& timerStatusUpdate)
+    : state_(state), events_(events), send_(send), timer_(timerStatusUpdate) {
+    timer_.setInterval(kInterval);
+    timer_.setTick([this] { tick(); });
+}
+
+void StatusPoll::setStatusUpdateEnable(bool enable) {
+    StatusUpdateEnable_ = enable;
+    state_.m_StatusUpdateActive = enable;
+}
+
+void StatusPoll::begin() {
+    heatNext_ = true;
+    timer_.run();
+}
+
+void StatusPoll::holdBack() {
+    timer_.start(kHeldInterval);
+}
+
+void StatusPoll::GeneratorPhaseRequest() {
+    send_.SendMessage("ST", kAllPhases);
+}
+
+void StatusPoll::HURequest() {
+    send_.SendMessage("HU", kAllPhases);
+}
+
+void StatusPoll::tick() {
+    if (state_.m_Phase == kFluoroPhase && !state_.StatusRequestinFluoro) {
+        return;
+    }
+    if (StatusUpdateEnable_ && state_.m_StatusUpdateActive) {
+        if (heatNext_) {
+            HURequest();
+        } else {
+            GeneratorPhaseRequest();
+        }
+        heatNext_ = !heatNext_;
+        if (state_.m_NoAnswerCount < kLostAfter) {
+            ++state_.m_NoAnswerCount;
+        } else if (state_.m_NoAnswerCount == kLostAfter) {
+            state_.m_Phase = kErrorPhase;
+            // Counted past the limit first, so that the error is raised once however it is received.
+            ++state_.m_NoAnswerCount;
+            events_.GeneratorERROR.raise(kLostCode, {}, kLostErrorType);
+        }
+    }
+    timer_.setInterval(kInterval);
+}
+
+} // namespace quillon

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "link/LinkEvents.h"
+#include "link/LinkState.h"
+#include "link/SendPath.h"
+#include "runtime/Schedule.h"
+
+namespace quillon {
+
+/// Asks for phase and tube heat in turn while the port is open, and declares the generator lost when nothing
+/// comes for too long.
+class StatusPoll {
+public:
+    StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, Timer& timerStatusUpdate);
+
+    [[nodiscard]] bool StatusUpdateEnable() const { return StatusUpdateEnable_; }
+    /// The main switch; writing it writes the second one as well.
+    void setStatusUpdateEnable(bool enable);
+    /// The port was opened: the heat is asked for first, one interval from now.
+    void begin();
+    void run() { timer_.run(); }
+    void end() { timer_.stop(); }
+    /// Keeps the poll away for a while; the next tick ends it.
+    void holdBack();
+
+    /// Ask for the phase ("ST") and for the tube heat ("HU", answered by "HE").
+    void GeneratorPhaseRequest();
+    void HURequest();
+    /// The generator counts as heard from now.
+    void ResetNoAnswerFromGeneratorError() { state_.m_NoAnswerCount = 0; }
+
+private:
+    void tick();
+
+    LinkState& state_;
+    LinkEvents& events_;
+    SendPath& send_;
+    Timer& timer_;
+    bool StatusUpdateEnable_ = false;
+    bool heatNext_ = false; // which of the two requests is next
+};
+
+} // namespace quillon

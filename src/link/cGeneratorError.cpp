@@ -1,0 +1,94 @@
+#include "link/cGeneratorError.h"
+
+#include "base/CodePage.h"
+#include "base/Fault.h"
+#include "base/Numbers.h"
+#include "base/Text.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::size_t kLargestFile = std::size_t{1} << 20;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kSource = "CGeneratorError";
+constexpr cGeneratorError::Problem kCannotOpen{513, kSource, "Cannot Open Error Description File"};
+constexpr cGeneratorError::Problem kEmpty{514, kSource, "Error Description File Empty"};
+
+// Fields of a row.
+constexpr std::size_t kCode = 0;
+constexpr std::size_t kDescription = 1;
+constexpr std::size_t kClass = 2;
+
+bool isCode(std::string_view field) {
+    try {
+        (void)toInt32(field);
+        return true;
+    } catch (const Fault&) {
+        return false;
+    }
+}
+
+} // namespace
+
+void cGeneratorError::Setup(std::string_view txtfilePath) {
+    m_Ready = false;
+    m_Enable = false;
+    m_Table.clear();
+    m_Problem.reset();
+
+    const std::string_view name = txtfilePath.substr(txtfilePath.find_last_of("\\/") + 1);
+    std::optional<std::string> content = m_Folder.read(name, kLargestFile);
+    if (!content) {
+        m_Problem = kCannotOpen;
+        return;
+    }
+    if (content->starts_with(kByteOrderMark)) {
+        content->erase(0, kByteOrderMark.size());
+    }
+    // Files of older installations stand in the code page already; what is no UTF-8 is taken as it is.
+    const std::string text = codePageFromUtf8(*content).value_or(*content);
+    const auto lines = split(text, "\r\n");
+    if (lines.size() < 2) {
+        m_Problem = kEmpty;
+        return;
+    }
+    for (const std::string_view line : lines) {
+        const std::string plain = without(line, '\t');
+        const auto fields = split(plain, "=");
+        // A line that is none of the format must not end the search for those behind it.
+        if (fields.size() > kDescription && isCode(fields[kCode])) {
+            m_Table.emplace_back(fields.begin(), fields.end());
+        }
+    }
+    m_Ready = true;
+    m_Enable = true;
+}
+
+const cGeneratorError::Row* cGeneratorError::find(std::int32_t error_code, std::size_t fields) const {
+    if (error_code == 0 || !m_Enable || !m_Ready) {
+        return nullptr;
+    }
+    for (const Row& row : m_Table) {
+        if (row.size() >= fields && toDouble(row[kCode]) == error_code) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+std::string cGeneratorError::Description(std::int32_t error_code) const {
+    const Row* row = find(error_code, kDescription + 1);
+    return row == nullptr ? std::string{} : (*row)[kDescription];
+}
+
+std::int32_t cGeneratorError::ErrorType(std::int32_t error_code) const {
+    const Row* row = find(error_code, kClass + 1);
+    if (row == nullptr) {
+        return kNoClass;
+    }
+    const std::string_view type = trim((*row)[kClass]);
+    return type == "1" ? 1 : type == "2" ? 2 : 0;
+}
+
+} // namespace quillon

@@ -1,0 +1,291 @@
+#include "model/Phase.h"
+
+#include <array>
+#include <cmath>
+
+#include "base/Fault.h"
+#include "base/Numbers.h"
+#include "base/Text.h"
+#include "link/OutboundTable.h"
+#include "model/Commands.h"
+
+namespace quillon {
+
+namespace {
+
+// clang-format off
+constexpr std::array<std::string_view, 13> kPhaseCaptions{
+    "Initialization",
+    "Normal Operation",
+    "Preparation",
+    "RAD Exposure",
+    "FL Exposure",
+    "Calibration",
+    "ERROR",
+    "Configuration",
+    "Autocalibration",
+    "Tube Too Hot",
+    "Confirm/Dismiss",
+    "Autocal error",
+    "Autocal OK",
+};
+
+struct SignalRow {
+    std::string_view handler;
+    Signal<bool> LinkEvents::*event;
+};
+constexpr std::array kSignals{
+    SignalRow{"fmessPrepSignalStatus",         &LinkEvents::PrepSignalStatusChange},
+    SignalRow{"fmessPrepSpotFilmSignalStatus", &LinkEvents::PrepSpotFilmSignalStatusChange},
+    SignalRow{"fmessReadyStatus",              &LinkEvents::ReadyStatusChange},
+    SignalRow{"fmessXRaySignalStatus",         &LinkEvents::XRaySignalStatusChange},
+    SignalRow{"fmessXRayStatus",               &LinkEvents::XRayStatusChange},
+    SignalRow{"fmessFlExposureStatus",         &LinkEvents::FlExposureStatusChange},
+};
+// clang-format on
+
+constexpr std::array<std::string_view, 7> kWarningLamps{
+    "txtDoorOpenWarning", "txtGeneratorOverloadWarning", "txtTubeOverloadWarning", "txtRotorWarning",
+    "txtOverheatWarning", "txtTechniqueWarning",         "txtCollimatorWarning"};
+
+constexpr std::int16_t kSilenceLimit = 30;
+constexpr std::int16_t kNoDescriptionType = 2;
+
+bool isKnown(std::int32_t phase) {
+    return phase >= 1 && phase <= static_cast<std::int32_t>(kPhaseCaptions.size());
+}
+
+} // namespace
+
+Phase::Phase(ModelContext& context)
+    : context_(context), link_(context.link), state_(context.state), panel_(context.panel),
+      softwareSync_(containsNoCase(context.commandLine, "-swsync")) {
+    context_.decoder.bind("fmessGeneratorPhase",
+                          [this](std::string_view value) { fmessGeneratorPhase(value); });
+    context_.decoder.bind("fmessHU", [this](std::string_view value) { fmessHU(value); });
+    bindSignals();
+    context_.operations.addMember("HURemaining", state_.HURemaining);
+    context_.operations.addReadOnly("Phase", [this] { return link_.m_Phase; });
+    panel_["cmdSWExposure"].on.click = [this] { context_.commands.send("SoftwareExposure", {true}); };
+}
+
+void Phase::bindSignals() {
+    for (const SignalRow& row : kSignals) {
+        context_.decoder.bind(row.handler, [this, event = row.event](std::string_view value) {
+            if (isNumeric(value) && link_.EventEnabled) {
+                (context_.events.*event).raise(toBoolean(value));
+            }
+        });
+    }
+    context_.decoder.bind("fmessExposureEnd", [this](std::string_view value) {
+        if (isNumeric(value) && link_.EventEnabled) {
+            context_.events.ExposureEnd.raise(toInt16(value));
+        }
+    });
+}
+
+void Phase::fmessGeneratorPhase(std::string_view value) {
+    if (!isNumeric(value)) {
+        return;
+    }
+    const std::int32_t phase = toInt32(std::floor(toDouble(value)));
+    const std::int32_t old = link_.m_Phase;
+    if (phase == old && phase != 7 && phase != 12) {
+        if (isKnown(phase)) {
+            link_.m_NoAnswerCount = 0;
+        }
+    } else {
+        if (isKnown(phase)) {
+            enter(phase, old);
+        }
+        link_.m_Phase = phase;
+        link_.m_PhaseMask = toInt32(std::exp2(phase - 1));
+        if (phase == 2 && old == 1) {
+            // Asked only now: the request is not allowed in the phase that ends here.
+            context_.commands.send("MaxDensityRequest");
+        }
+        if (link_.EventEnabled) {
+            context_.events.GeneratorPhaseChange.raise(phase);
+        }
+    }
+    if (link_.m_NoAnswerCount >= kSilenceLimit) {
+        context_.events.GeneratorERROR.raise(0, {}, kNoDescriptionType);
+    }
+    updateSoftwareExposureKey();
+}
+
+void Phase::enter(std::int32_t phase, std::int32_t old) {
+    link_.m_NoAnswerCount = 0;
+    switch (phase) {
+    case 1:
+        enterInitialization();
+        break;
+    case 2:
+        enterNormalOperation(old);
+        break;
+    case 6:
+        enterCalibration(old);
+        break;
+    case 7:
+        context_.poll.run();
+        context_.send.SendMessage("ER?", kAllPhases);
+        break;
+    case 8:
+        enterConfiguration();
+        break;
+    case 9:
+        link_.m_OperatingPhase = 9;
+        context_.routines.setServicePage(1);
+        context_.routines.ShowServiceMenu();
+        context_.poll.run();
+        if (state_.m_CalSliderInAutocal) {
+            panel_["sldCalValue"].setVisible(true);
+        }
+        break;
+    case 11:
+        enterConfirmDismiss();
+        break;
+    case 12:
+    case 13:
+        panel_["txtInfo"].setCaption("");
+        break;
+    default:
+        break;
+    }
+    panel_["txtPHASE"].setCaption(kPhaseCaptions[static_cast<std::size_t>(phase - 1)]);
+}
+
+void Phase::resetModel() {
+    // Texts are shown and must go; the numbers behind them stay until the next report.
+    for (std::string* shown :
+         {&state_.m_KVPDisplay, &state_.m_MADisplay, &state_.m_MSDisplay, &state_.m_MASDisplay,
+          &state_.m_FlKVPDisplay, &state_.m_FlTimeDisplay, &state_.m_FlPPSDisplay}) {
+        shown->clear();
+    }
+    state_.m_SmallFocus = -1;
+    state_.m_LargeFocus = -1;
+    state_.m_HU = -1;
+    link_.m_Phase = -1;
+    link_.m_OperatingPhase = -1;
+    state_.m_FlContrast = -1;
+    state_.m_AECFields = {};
+    state_.m_FilmScreens = {};
+    state_.m_Photomultiplier = false;
+    state_.m_DigitalAEC = false;
+    state_.m_Brightness = 0;
+    state_.m_FlABS = false;
+    state_.m_FlMagnification = {};
+    state_.m_FlHighDose = false;
+    state_.m_FlAlarm = false;
+    state_.m_FlKVPTrackingActive = false;
+    state_.m_FlKVPTrackingCurve = 0;
+    state_.m_Workstation = 0;
+    state_.m_WorkingMode = 0;
+    state_.m_LastError = 0;
+    state_.m_AutocalState = 0;
+    state_.m_AutocalAnswered = false;
+    state_.m_ConfirmStep = 0;
+    state_.m_DismissStep = 0;
+}
+
+void Phase::enterInitialization() {
+    resetModel();
+    for (const std::string_view lamp : kWarningLamps) {
+        panel_[lamp].setVisible(false);
+    }
+    context_.routines.resetPages();
+    context_.routines.ResetPanelKeys();
+    context_.poll.end();
+    context_.routines.ShowMainMenu();
+    link_.m_OperatingPhase = 1;
+}
+
+void Phase::enterNormalOperation(std::int32_t old) {
+    link_.m_OperatingPhase = 2;
+    context_.poll.run();
+    // A second try at an autocalibration that was asked for and never came must find the way open.
+    if (state_.m_AutocalState == 1) {
+        state_.m_AutocalState = 0;
+    }
+    if (old == 6) {
+        panel_["cmbCalibration"].setBackColour(kNormalColour);
+        for (std::string* shown :
+             {&state_.m_KVPDisplay, &state_.m_MADisplay, &state_.m_MSDisplay, &state_.m_MASDisplay}) {
+            shown->clear();
+        }
+        state_.m_SmallFocus = -1;
+        state_.m_LargeFocus = -1;
+        context_.routines.EnableRADKeys(true);
+    } else if (old == 8) {
+        panel_["cmbConfiguration"].setBackColour(kNormalColour);
+        context_.routines.clearConfigurationPage();
+    }
+}
+
+void Phase::enterCalibration(std::int32_t old) {
+    if (old == 2) {
+        panel_["cmbToggleFocusConfirm"].setVisible(true);
+        panel_["cmbToggleFocusDismiss"].setVisible(true);
+        panel_["cmbAutocalConfirm"].setVisible(false);
+        panel_["cmbAutocalDismiss"].setVisible(false);
+    }
+    link_.m_OperatingPhase = 6;
+    panel_["cmbCalibration"].setBackColour(kActiveColour);
+    context_.routines.setServicePage(1);
+    context_.routines.ShowServiceMenu();
+    if (old != 3 && old != 11) {
+        context_.routines.EnableCalibrationKeys(true);
+        context_.routines.EnableRADKeys(true);
+    }
+    panel_["txtInfo"].setCaption("");
+    if (state_.m_CalSliderInAutocal && old == 9) {
+        state_.m_CalSliderInAutocal = false;
+        panel_["sldCalValue"].setVisible(false);
+    }
+}
+
+void Phase::enterConfiguration() {
+    link_.m_OperatingPhase = 8;
+    context_.routines.PrepareConfigurationPage();
+    panel_["cmbConfiguration"].setBackColour(kActiveColour);
+    panel_["cmbConfiguration"].setCaption("OFF");
+    context_.routines.ShowServiceMenu();
+    context_.routines.SelectServicePage(0);
+    // At once, so that what the page sends next already passes.
+    link_.m_PhaseMask = 128;
+}
+
+void Phase::enterConfirmDismiss() {
+    panel_["cmbToggleFocusConfirm"].setVisible(false);
+    panel_["cmbToggleFocusDismiss"].setVisible(false);
+    context_.events.AutocalConfirmDismiss.raise();
+    for (const std::string_view key : {"cmbAutocalConfirm", "cmbAutocalDismiss"}) {
+        panel_[key].setBackColour(kActiveColour);
+        panel_[key].setVisible(true);
+    }
+    if (!context_.fromGUI) {
+        panel_["fraResetExposureCounter"].setVisible(false);
+    }
+}
+
+void Phase::updateSoftwareExposureKey() {
+    if (softwareSync_) {
+        panel_["cmdSWExposure"].setVisible(link_.m_Phase == 3 &&
+                                           (state_.m_WorkingMode == 1 || state_.m_WorkingMode == 2) &&
+                                           !state_.m_HardwareSync);
+    }
+}
+
+void Phase::fmessHU(std::string_view value) {
+    if (!isNumeric(value)) {
+        return;
+    }
+    const std::int16_t heat = toInt16(value);
+    state_.m_HU = state_.HURemaining ? toInt16(100.0 - heat) : heat;
+    panel_["txtHU"].setCaption("HU " + decimalText(state_.m_HU) + "%");
+    if (link_.EventEnabled) {
+        context_.events.HUUpdate.raise(state_.m_HU);
+    }
+}
+
+} // namespace quillon

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "model/ModelContext.h"
+
+namespace quillon {
+
+/// The generator's phase ("ST"), its status signals ("PS", "SF", "PR", "XS", "XR", "XE") and the tube heat
+/// ("HE").
+class Phase {
+public:
+    explicit Phase(ModelContext& context);
+
+    /// "ST": a new phase reconfigures the panel and raises GeneratorPhaseChange; a repeated one only counts
+    /// as a sign of life, except the two error phases, which are handled at every report.
+    void fmessGeneratorPhase(std::string_view value);
+    /// "HE": percent of the tube's heat capacity. HUUpdate carries what is shown.
+    void fmessHU(std::string_view value);
+
+private:
+    void enter(std::int32_t phase, std::int32_t old);
+    void enterInitialization();
+    void enterNormalOperation(std::int32_t old);
+    void enterCalibration(std::int32_t old);
+    void enterConfiguration();
+    void enterConfirmDismiss();
+    void resetModel();
+    void updateSoftwareExposureKey();
+    void bindSignals();
+
+    ModelContext& context_;
+    LinkState& link_;
+    GeneratorState& state_;
+    ControlHost& panel_;
+    const bool softwareSync_;
+};
+
+} // namespace quillon
