@@ -1,0 +1,80 @@
+#include "panel/layout/PanelControls.h"
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "panel/layout/AecPage.h"
+#include "panel/layout/CalibrationPage.h"
+#include "panel/layout/CommPage.h"
+#include "panel/layout/ConfigurationPage.h"
+#include "panel/layout/DaecPage.h"
+#include "panel/layout/FluoroPage.h"
+#include "panel/layout/Menus.h"
+#include "panel/layout/PanelTimers.h"
+#include "panel/layout/RadPage.h"
+#include "panel/layout/StatusStrip.h"
+
+namespace quillon {
+
+namespace {
+
+// From the top of the panel to its foot, so that the Tab key walks the same way; the surface comes last, as
+// the icon has to lie in front of everything.
+constexpr std::array<std::span<const ControlRow>, 10> kTables{
+    kStatusStripRows, kMenuRows,        kRadPageRows,           kAecPageRows,
+    kDaecPageRows,    kFluoroPageRows,  kConfigurationPageRows, kCalibrationPageRows,
+    kCommPageRows,    kPanelSurfaceRows};
+
+struct ListItems {
+    std::string_view name;
+    std::vector<std::string> items;
+    int selected;
+};
+
+void fillLists(ControlHost& host) {
+    // The line's lists show a setting only once somebody has written it to them.
+    const std::array lists{
+        ListItems{"comboReadExposureCounter", {"Tube1 RAD", "Tube2 RAD", "Fluoro"}, 0},
+        ListItems{"comboResetExposureCounter", {"Tube1 RAD", "Tube2 RAD", "Fluoro"}, 0},
+        ListItems{"cmbCommPort", {"1", "2", "3", "4", "5", "6"}, -1},
+        ListItems{"cmbCommBaudRate", {"9600", "19200"}, -1},
+        ListItems{"cmbCommParity", {"e", "n", "o"}, -1},
+        ListItems{"cmbCommDataBits", {"7", "8"}, -1},
+        ListItems{"cmbCommStopBits", {"1", "2"}, -1},
+    };
+    for (const ListItems& list : lists) {
+        Control& control = host.at(list.name);
+        control.setItems(list.items);
+        control.setListIndex(list.selected);
+    }
+}
+
+// Names that begin with "txt" are fields: a lamp shows its colour, a value stands on white.
+void colourFields(ControlHost& host) {
+    for (const auto& control : host.controls()) {
+        const std::string_view name = control->name();
+        if (control->kind() == Kind::Label && name.starts_with("txt")) {
+            control->setBackColour(name.ends_with("Warning") ? kLampColour : kValueColour);
+        }
+    }
+}
+
+} // namespace
+
+void addPanelControls(ControlHost& host) {
+    for (const std::span<const ControlRow> rows : kTables) {
+        addControls(host, rows);
+    }
+    fillLists(host);
+    colourFields(host);
+    host.at("txtDebugComm").setMultiLine(true);
+    host.at("txtDebugComm").setReadOnly(true);
+    for (const PanelTimer& timer : kPanelTimers) {
+        host.addTimer(timer.name, timer.interval);
+    }
+}
+
+} // namespace quillon
