@@ -1,0 +1,160 @@
+#include "sim/Assembly.h"
+
+#include "sim/Formats.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+constexpr double kFluoroHeatMas = 0.1; // what a second of fluoroscopy warms beside an exposure's mAs
+
+/// Polls are answered by their values. An acknowledgement more would only meet whatever the console has
+/// sent meanwhile.
+bool answeredByValue(std::string_view text) {
+    return text == "ST" || text == "HU";
+}
+
+} // namespace
+
+Assembly::Assembly(Options options)
+    : machine(std::move(options)), power(machine), tube(machine), technique(machine),
+      exposureControl(machine), records(machine), fluoroscopy(machine,
+                                                              [this](double kvp, double ma) {
+                                                                  records.addFluoroSecond(kvp, ma);
+                                                                  tube.warm(kvp, ma * kFluoroHeatMas);
+                                                              }),
+      configuration(machine, [this] { exposureControl.sayFields(); }),
+      programs(machine, technique, exposureControl, fluoroscopy, configuration), calibration(machine),
+      exposure(machine, surroundings()),
+      autocalibration(machine, calibration, [this] { return exposure.expose(); }),
+      serviceModes(machine, [this] { autocalibration.leave(); }), positioner(machine),
+      faults(machine, [this] { halt(); }) {
+    commands_.enroll(power, Power::rows());
+    commands_.enroll(tube, Tube::rows());
+    commands_.enroll(technique, Technique::rows());
+    commands_.enroll(exposureControl, ExposureControl::rows());
+    commands_.enroll(records, Records::rows());
+    commands_.enroll(fluoroscopy, Fluoroscopy::rows(machine.options.kind));
+    commands_.enroll(configuration, Configuration::rows());
+    commands_.enroll(programs, Programs::rows());
+    commands_.enroll(calibration, Calibration::rows());
+    commands_.enroll(exposure, Exposure::rows());
+    commands_.enroll(autocalibration, Autocalibration::rows());
+    commands_.enroll(serviceModes, ServiceModes::rows());
+    commands_.enroll(positioner, Positioner::rows());
+    commands_.enroll(faults, Faults::rows());
+
+    machine.onEnter(2, [this] { tube.check(); });
+    machine.onEnter(6, [this] { calibration.report(); });
+    machine.onEnter(8, [this] { configuration.report(); });
+}
+
+void Assembly::takeFrame(std::string_view text) {
+    if (text.empty() || machine.phase() == 0) {
+        return;
+    }
+    const Verdict verdict = commands_.run(text, machine.phase());
+    switch (verdict) {
+    case Verdict::Taken:
+        ++tally_.taken;
+        if (!answeredByValue(text)) {
+            machine.outbox.acknowledge(machine.now());
+        }
+        break;
+    case Verdict::WrongPhase:
+        ++tally_.wrongPhase;
+        break;
+    case Verdict::BadArgument:
+        ++tally_.badArgument;
+        break;
+    case Verdict::Unknown:
+        ++tally_.unknown;
+        break;
+    }
+    if (verdict != Verdict::Taken) {
+        tally_.lastRefused = text;
+    }
+    machine.outbox.release(machine.now());
+}
+
+void Assembly::powerOn() {
+    coldStart();
+    if (machine.options.startPhase == 1) {
+        power.start();
+    } else {
+        power.standIn(machine.options.startPhase);
+        machine.options.startPhase = 1; // it is found in that phase once; after a power cut it starts cold
+    }
+}
+
+void Assembly::powerOff() {
+    halt();
+    machine.agenda.clear();
+    machine.outbox.clear();
+    parser.reset();
+    machine.setPhase(0);
+}
+
+void Assembly::halt() {
+    exposure.halt();
+    fluoroscopy.halt();
+    autocalibration.halt();
+    serviceModes.halt();
+}
+
+void Assembly::coldStart() {
+    technique.powerUp();
+    exposureControl.powerUp();
+    fluoroscopy.powerUp();
+    faults.powerUp();
+}
+
+Exposure::Surroundings Assembly::surroundings() {
+    return {.hindrance = [this] { return hindrance(); },
+            .plan = [this] { return plan(); },
+            .measured = [this](const Shot& shot) { measured(shot); },
+            .over =
+                [this](bool complete) {
+                    if (machine.phase() == 9) {
+                        autocalibration.exposureOver(complete);
+                    }
+                    tube.check();
+                }};
+}
+
+std::string Assembly::hindrance() const {
+    if (!power.raysAllowed()) {
+        return "the console has not enabled X-rays (RX)";
+    }
+    if (faults.doorOpen()) {
+        return "the door is open";
+    }
+    if (tube.tooHot()) {
+        return "the tube is too hot";
+    }
+    return {};
+}
+
+Shot Assembly::plan() {
+    if (!exposure.inServiceMode()) {
+        Shot shot{technique.kvp(), technique.ma(), technique.ms()};
+        if (exposureControl.active()) {
+            // The chamber cuts the exposure before its back-up time, by as much as the patient needs.
+            shot.ms = std::max(1.0, shot.ms * (40 + machine.random.below(50)) / 100);
+        }
+        return shot;
+    }
+    return calibration.shot();
+}
+
+void Assembly::measured(const Shot& shot) {
+    tube.warm(shot.kvp, shot.mas());
+    records.record(configuration.tube(), shot);
+    if (!exposure.inServiceMode()) {
+        machine.say("MXS" + milliampSecondsText(shot.mas()));
+    }
+}
+
+} // namespace simulator

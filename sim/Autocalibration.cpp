@@ -1,0 +1,132 @@
+#include "sim/Autocalibration.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+// The question comes only after the machine has had a look at itself. A console that missed the
+// acknowledgement asks again in that time, and its second request must not count as the answer.
+constexpr std::int64_t kQuestionMs = 1500;
+constexpr std::int64_t kBeginMs = 1500;
+constexpr std::int64_t kEndMs = 500;
+
+// How long a person would take, for the machine that exposes by itself.
+constexpr std::int64_t kFirstPressMs = 6000;
+constexpr std::int64_t kNextPressMs = 2000;
+
+constexpr int kFilamentBase = 3000; // mA, well above anything that could be a kVp
+
+} // namespace
+
+std::span<const Row<Autocalibration>> Autocalibration::rows() {
+    static constexpr Row<Autocalibration> rows[] = {
+        {"CAU", in(6, 9, 11, 12, 13), Takes::Number, &Autocalibration::onOff},
+        {"CAR", in(6, 9), Takes::Number, &Autocalibration::retry},
+    };
+    return rows;
+}
+
+bool Autocalibration::onOff(const Request& request) {
+    const bool on = *request.number != 0;
+    if (!on) {
+        dismiss();
+    } else if (machine_.phase() == 6) {
+        ask();
+    } else if (machine_.phase() == 11 || machine_.phaseIs({12, 13})) {
+        confirm();
+    } else {
+        machine_.say("CAU1");
+    }
+    return true;
+}
+
+bool Autocalibration::retry(const Request& request) {
+    machine_.say(*request.number != 0 ? "CAR1" : "CAR0");
+    return true;
+}
+
+void Autocalibration::ask() {
+    if (waiting_ || !machine_.options.dipSwitch) {
+        return;
+    }
+    waiting_ = true;
+    next_ = machine_.after(kQuestionMs, [this] {
+        waiting_ = false;
+        if (machine_.phase() == 6) {
+            machine_.go(11);
+        }
+    });
+}
+
+void Autocalibration::confirm() {
+    machine_.say("CAU1");
+    if (!waiting_) {
+        waiting_ = true;
+        next_ = machine_.after(kBeginMs, [this] { begin(); });
+    }
+}
+
+void Autocalibration::begin() {
+    waiting_ = false;
+    exposures_ = 0;
+    machine_.go(9);
+    if (machine_.options.autoExpose) {
+        pressLater(kFirstPressMs);
+    }
+}
+
+void Autocalibration::dismiss() {
+    const bool stands = machine_.phase() != 6;
+    leave();
+    if (stands) {
+        waiting_ = true;
+        next_ = machine_.after(machine_.options.modeMs, [this] {
+            waiting_ = false;
+            machine_.enter(6);
+        });
+    }
+}
+
+void Autocalibration::leave() {
+    halt();
+    machine_.say("CAU0");
+}
+
+void Autocalibration::halt() {
+    machine_.agenda.cancel(next_);
+    waiting_ = false;
+}
+
+void Autocalibration::pressLater(std::int64_t ms) {
+    next_ = machine_.after(ms, [this] {
+        if (machine_.phase() == 9 && !press_().empty()) {
+            pressLater(kNextPressMs);
+        }
+    });
+}
+
+void Autocalibration::exposureOver(bool complete) {
+    if (complete) {
+        ++exposures_;
+        machine_.say("KVS" + std::to_string(exposures_));
+        machine_.say("KVS" + std::to_string(kFilamentBase + 10 * exposures_ + machine_.random.below(10)));
+        if (machine_.options.autocalSucceeds) {
+            calibration_.adopt(calibration_.value() + machine_.random.below(5) - 2);
+        }
+    }
+    if (exposures_ >= machine_.options.autocalExposures) {
+        next_ = machine_.after(kEndMs, [this] { end(); });
+    } else if (machine_.options.autoExpose) {
+        pressLater(kNextPressMs);
+    }
+}
+
+void Autocalibration::end() {
+    if (machine_.phase() == 9) {
+        machine_.go(machine_.options.autocalSucceeds ? 13 : 12);
+    }
+}
+
+} // namespace simulator

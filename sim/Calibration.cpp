@@ -1,0 +1,198 @@
+#include "sim/Calibration.h"
+
+#include "base/Numbers.h"
+#include "sim/Formats.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace simulator {
+
+namespace {
+
+constexpr double kSmallStations[] = {10, 16, 25, 50, 80, 100, 160};
+constexpr double kLargeStations[] = {50, 80, 100, 160, 200, 320, 400, 640};
+constexpr int kParameters = 32;
+constexpr int kHighestValue = 1023;
+constexpr double kLowestKvp = 40;
+constexpr double kHighestKvp = 150;
+constexpr double kShortestMs = 10;
+constexpr double kLongestMs = 1000;
+
+/// The one parameter that differs between the focal spots.
+constexpr int kFocusParameter = 1;
+
+} // namespace
+
+Calibration::Calibration(Machine& machine) : machine_(machine) {
+    const auto addStations = [this](std::span<const double> stations, bool large) {
+        for (const double ma : stations) {
+            // Filament values rise with the current they give.
+            const int value = std::min(kHighestValue, static_cast<int>(300 + ma));
+            list_.push_back({0, large, {70, ma, 100}, value, value});
+        }
+    };
+    addStations(kSmallStations, false);
+    addStations(kLargeStations, true);
+    for (int number = 1; number <= kParameters; ++number) {
+        list_.push_back({number, false, {80, 100, 100}, 100 + number, 100 + number});
+    }
+}
+
+std::span<const Row<Calibration>> Calibration::rows() {
+    using C = Calibration;
+    // clang-format off
+    static constexpr Row<Calibration> rows[] = {
+        {"MA?",  in(6),    Takes::Nothing, &C::tellPlace},
+        {"MA+",  in(6),    Takes::Nothing, &C::walk, 1},
+        {"MAU",  in(6),    Takes::Nothing, &C::walk, 1},
+        {"MA-",  in(6),    Takes::Nothing, &C::walk, -1},
+        {"MAD",  in(6),    Takes::Nothing, &C::walk, -1},
+        {"FO",   in(6),    Takes::Nothing, &C::toggleFocus},
+        {"CO",   in(6, 9), Takes::Nothing, &C::toggleFocus},
+        {"FO?",  in(6),    Takes::Nothing, &C::tellFocus},
+        {"KV?",  in(6),    Takes::Nothing, &C::tellKvp},
+        {"KV+",  in(6, 9), Takes::Nothing, &C::stepKvp, 1},
+        {"KV++", in(6),    Takes::Nothing, &C::stepKvp, 5},
+        {"KVU",  in(6, 9), Takes::Nothing, &C::stepKvp, 1},
+        {"KV-",  in(6, 9), Takes::Nothing, &C::stepKvp, -1},
+        {"KV--", in(6),    Takes::Nothing, &C::stepKvp, -5},
+        {"KVD",  in(6, 9), Takes::Nothing, &C::stepKvp, -1},
+        {"MS?",  in(6),    Takes::Nothing, &C::tellMs},
+        {"MX?",  in(6),    Takes::Nothing, &C::tellMas},
+        {"MX+",  in(9),    Takes::Nothing, &C::stepMas, 1},
+        {"MXU",  in(9),    Takes::Nothing, &C::stepMas, 1},
+        {"MX-",  in(9),    Takes::Nothing, &C::stepMas, -1},
+        {"MXD",  in(9),    Takes::Nothing, &C::stepMas, -1},
+        {"C+",   in(6, 9), Takes::Nothing, &C::stepValue, 1},
+        {"C++",  in(6, 9), Takes::Nothing, &C::stepValue, 10},
+        {"C-",   in(6, 9), Takes::Nothing, &C::stepValue, -1},
+        {"C--",  in(6, 9), Takes::Nothing, &C::stepValue, -10},
+        {"CV",   in(6, 9), Takes::Number,  &C::setValue},
+        {"CS",   in(6, 9), Takes::Nothing, &C::storeValue},
+        {"CR",   in(6, 9), Takes::Nothing, &C::readValue},
+    };
+    // clang-format on
+    return rows;
+}
+
+void Calibration::report() {
+    sayPlace();
+    if (!onParameter()) {
+        sayFocus();
+        sayMs();
+        sayMas();
+    } else if (place().parameter == kFocusParameter) {
+        sayFocus();
+    }
+    sayKvp();
+    sayValue();
+}
+
+void Calibration::adopt(int value) {
+    place().value = place().stored = std::clamp(value, 0, kHighestValue);
+    sayValue();
+}
+
+bool Calibration::walk(const Request& request) {
+    place().value = place().stored; // what was not stored is lost by leaving
+    if (request.amount > 0) {
+        at_ = std::min(at_ + 1, list_.size() - 1);
+    } else {
+        at_ = at_ == 0 ? 0 : at_ - 1;
+    }
+    report();
+    return true;
+}
+
+bool Calibration::toggleFocus(const Request&) {
+    if (place().parameter == kFocusParameter) {
+        place().large = !place().large;
+        sayFocus();
+    } else if (!onParameter()) {
+        // The station of the other focus with the same current, or the nearest to it.
+        const bool large = !place().large;
+        const double ma = place().shot.ma;
+        const auto distance = [&](const Place& p) {
+            return p.parameter != 0 || p.large != large ? kLongestMs : std::abs(p.shot.ma - ma);
+        };
+        at_ = static_cast<std::size_t>(std::ranges::min_element(list_, {}, distance) - list_.begin());
+        report();
+    }
+    return true;
+}
+
+bool Calibration::stepKvp(const Request& request) {
+    double& kvp = place().shot.kvp;
+    kvp = std::clamp(kvp + request.amount, kLowestKvp, kHighestKvp);
+    sayKvp();
+    return true;
+}
+
+bool Calibration::stepMas(const Request& request) {
+    double& ms = place().shot.ms;
+    ms = std::clamp(request.amount > 0 ? ms * 2 : ms / 2, kShortestMs, kLongestMs);
+    sayMas();
+    sayMs();
+    return true;
+}
+
+bool Calibration::stepValue(const Request& request) {
+    place().value = std::clamp(place().value + request.amount, 0, kHighestValue);
+    sayValue();
+    return true;
+}
+
+bool Calibration::setValue(const Request& request) {
+    if (*request.number < 0 || *request.number > kHighestValue) {
+        return false;
+    }
+    place().value = static_cast<int>(std::lround(*request.number));
+    sayValue();
+    return true;
+}
+
+bool Calibration::storeValue(const Request&) {
+    place().stored = place().value;
+    sayValue();
+    return true;
+}
+
+bool Calibration::readValue(const Request&) {
+    place().value = place().stored;
+    sayValue();
+    return true;
+}
+
+void Calibration::sayPlace() {
+    if (onParameter()) {
+        // A parameter stands on the mA display, where no current could be mistaken for it.
+        machine_.say("MASE" + quillon::fixedDigits(place().parameter, 2));
+    } else {
+        machine_.say("MA" + shortNumber(place().shot.ma, 1));
+    }
+}
+
+void Calibration::sayFocus() {
+    machine_.say(place().large ? "FO10" : "FO11");
+    machine_.say(place().large ? "FO21" : "FO20");
+}
+
+void Calibration::sayKvp() {
+    machine_.say("KV" + shortNumber(place().shot.kvp, 0));
+}
+
+void Calibration::sayMs() {
+    machine_.say("MS" + millisecondsText(place().shot.ms));
+}
+
+void Calibration::sayMas() {
+    machine_.say("MX" + milliampSecondsText(place().shot.mas()));
+}
+
+void Calibration::sayValue() {
+    machine_.say("CV" + std::to_string(place().value));
+}
+
+} // namespace simulator

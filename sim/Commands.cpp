@@ -1,0 +1,52 @@
+#include "sim/Commands.h"
+
+#include "base/Numbers.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+bool fits(Takes takes, const Request& request) {
+    switch (takes) {
+    case Takes::Nothing:
+        return request.argument.empty();
+    case Takes::Number:
+        return request.number.has_value();
+    case Takes::NumberOrNothing:
+        return request.argument.empty() || request.number.has_value();
+    case Takes::Text:
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+Verdict CommandTable::run(std::string_view text, int phase) const {
+    std::size_t longest = 0;
+    for (const Entry& entry : entries_) {
+        if (text.starts_with(entry.mnemonic)) {
+            longest = std::max(longest, entry.mnemonic.size());
+        }
+    }
+    if (longest == 0) {
+        return Verdict::Unknown;
+    }
+    const std::string_view mnemonic = text.substr(0, longest);
+    Request request{text.substr(longest), std::nullopt, 0};
+    if (quillon::isNumeric(request.argument)) {
+        request.number = quillon::toDouble(request.argument);
+    }
+    for (const Entry& entry : entries_) {
+        if (entry.mnemonic == mnemonic && (entry.phases & in(phase)) != 0) {
+            request.amount = entry.amount;
+            return fits(entry.takes, request) && entry.handler(request) ? Verdict::Taken
+                                                                        : Verdict::BadArgument;
+        }
+    }
+    return Verdict::WrongPhase;
+}
+
+} // namespace simulator

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "sim/Assembly.h"
+
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+/// Carries out one command of the person in front of the machine. The answer may be empty; an error begins
+/// with '?'.
+[[nodiscard]] std::string carryOut(Assembly& generator, std::string_view line);
+
+/// The commands, one a line.
+[[nodiscard]] std::string deskHelp();
+
+} // namespace simulator

@@ -1,0 +1,127 @@
+#include "sim/Exposure.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::int64_t kRotorMs = 1000;
+
+// Values of "XE".
+constexpr std::string_view kEndedByItself = "XE0";
+constexpr std::string_view kCutShort = "XE1";
+
+} // namespace
+
+std::span<const Row<Exposure>> Exposure::rows() {
+    static constexpr Row<Exposure> rows[] = {
+        {"XR", in(3, 4), Takes::Number, &Exposure::softwareSwitch},
+    };
+    return rows;
+}
+
+std::string Exposure::prepare() {
+    if (!machine_.phaseIs({2, 6, 9})) {
+        return "no preparation in phase " + std::to_string(machine_.phase());
+    }
+    if (std::string why = surroundings_.hindrance(); !why.empty()) {
+        return why;
+    }
+    back_ = machine_.phase();
+    ready_ = wanted_ = false;
+    machine_.say("PS1");
+    machine_.go(3);
+    next_ = machine_.after(kRotorMs, [this] { ready(); });
+    return {};
+}
+
+std::string Exposure::expose() {
+    if (machine_.phase() != 3) {
+        if (std::string why = prepare(); !why.empty()) {
+            return why;
+        }
+    }
+    if (!wanted_) {
+        wanted_ = true;
+        machine_.say("XS1");
+        if (ready_) {
+            start();
+        }
+    }
+    return {};
+}
+
+std::string Exposure::release() {
+    if (!underWay()) {
+        return "nothing is pressed";
+    }
+    machine_.agenda.cancel(next_);
+    if (machine_.phase() == 4) {
+        finish(false);
+    } else {
+        letGo();
+    }
+    return {};
+}
+
+void Exposure::halt() {
+    machine_.agenda.cancel(next_);
+    ready_ = wanted_ = false;
+    shot_ = {};
+}
+
+bool Exposure::softwareSwitch(const Request& request) {
+    if (*request.number != 0) {
+        return machine_.phase() == 4 || expose().empty();
+    }
+    if (machine_.phase() == 4) {
+        machine_.agenda.cancel(next_);
+        finish(false);
+    } else {
+        wanted_ = false;
+    }
+    return true;
+}
+
+void Exposure::ready() {
+    ready_ = true;
+    machine_.say("PR1");
+    if (wanted_) {
+        start();
+    }
+}
+
+void Exposure::start() {
+    shot_ = surroundings_.plan();
+    startedMs_ = machine_.now();
+    machine_.go(4);
+    machine_.say("XR1");
+    next_ = machine_.after(std::max<std::int64_t>(1, std::llround(shot_.ms)), [this] { finish(true); });
+}
+
+void Exposure::finish(bool complete) {
+    if (!complete) {
+        shot_.ms = static_cast<double>(machine_.now() - startedMs_);
+    }
+    machine_.say("XR0");
+    machine_.say(complete ? kEndedByItself : kCutShort);
+    surroundings_.measured(shot_);
+    letGo();
+    surroundings_.over(complete);
+}
+
+void Exposure::letGo() {
+    if (wanted_) {
+        machine_.say("XS0");
+    }
+    if (ready_) {
+        machine_.say("PR0");
+    }
+    machine_.say("PS0");
+    ready_ = wanted_ = false;
+    machine_.go(back_);
+}
+
+} // namespace simulator

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "sim/Commands.h"
+#include "sim/Machine.h"
+
+#include <functional>
+#include <span>
+#include <string>
+
+namespace simulator {
+
+/// The values of one exposure.
+struct Shot {
+    double kvp = 0;
+    double ma = 0;
+    double ms = 0;
+    [[nodiscard]] double mas() const { return ma * ms / 1000; }
+};
+
+/// The two-stage hand switch and what it sets going: preparation (phase 3), exposure (phase 4), and back to
+/// the phase it began in.
+class Exposure {
+public:
+    /// What an exposure needs to know and whom it tells.
+    struct Surroundings {
+        std::function<std::string()> hindrance;             ///< why there can be none; empty when there can
+        std::function<Shot()> plan;                         ///< what is about to be exposed
+        std::function<void(const Shot& measured)> measured; ///< before the phase goes back
+        std::function<void(bool complete)> over;            ///< after it has
+    };
+
+    Exposure(Machine& machine, Surroundings surroundings)
+        : machine_(machine), surroundings_(std::move(surroundings)) {}
+
+    [[nodiscard]] static std::span<const Row<Exposure>> rows();
+
+    // The hand switch; each returns why it had no effect, or nothing.
+    std::string prepare();
+    std::string expose();
+    std::string release();
+
+    /// Everything stops where it stands, unreported: an error came, or the power went.
+    void halt();
+
+    /// It began in a service mode, so the values come from there.
+    [[nodiscard]] bool inServiceMode() const { return back_ != 2; }
+
+private:
+    bool softwareSwitch(const Request& request);
+    void ready();
+    void start();
+    void finish(bool complete);
+    void letGo();
+    [[nodiscard]] bool underWay() const { return machine_.phaseIs({3, 4}); }
+
+    Machine& machine_;
+    Surroundings surroundings_;
+    Agenda::Ticket next_ = Agenda::kNone;
+    Shot shot_;
+    std::int64_t startedMs_ = 0;
+    int back_ = 2;
+    bool ready_ = false;
+    bool wanted_ = false;
+};
+
+} // namespace simulator

@@ -1,0 +1,108 @@
+#include "sim/Faults.h"
+
+#include "base/Numbers.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+namespace {
+
+struct Lamp {
+    std::string_view name;
+    std::string_view mnemonic;
+};
+
+constexpr Lamp kLamps[] = {{"door", "DL"},     {"generator", "GL"}, {"tube", "TL"},      {"rotor", "RL"},
+                           {"overheat", "HL"}, {"technique", "EL"}, {"collimator", "CL"}};
+
+/// Where the machine goes on after an error: a service mode is not left, what runs in it is.
+int resumedPhase(int phase) {
+    switch (phase) {
+    case 6:
+    case 8:
+        return phase;
+    case 9:
+    case 11:
+    case 12:
+    case 13:
+        return 6;
+    default:
+        return 2;
+    }
+}
+
+} // namespace
+
+std::span<const Row<Faults>> Faults::rows() {
+    static constexpr Row<Faults> rows[] = {
+        {"ER?", kEveryPhase, Takes::Nothing, &Faults::tell},
+        {"AR", kEveryPhase, Takes::Nothing, &Faults::reset},
+    };
+    return rows;
+}
+
+void Faults::powerUp() {
+    code_ = interlock_ = 0;
+    resume_ = 2;
+    doorOpen_ = false;
+}
+
+void Faults::raise(int code) {
+    if (code == 0) {
+        machine_.say("ER0");
+        return;
+    }
+    if (machine_.phase() != 7) {
+        resume_ = resumedPhase(machine_.phase());
+        halt_();
+    }
+    code_ = code;
+    machine_.go(7);
+    machine_.say("ER" + std::to_string(code));
+}
+
+void Faults::raiseInterlock(int number) {
+    interlock_ = number;
+    machine_.say("ERL" + quillon::fixedDigits(number, 2));
+}
+
+bool Faults::setLamp(std::string_view name, bool on) {
+    const auto lamp = std::ranges::find(kLamps, name, &Lamp::name);
+    if (lamp == std::end(kLamps)) {
+        return false;
+    }
+    if (lamp == kLamps) {
+        doorOpen_ = on;
+    }
+    machine_.say(std::string(lamp->mnemonic) + (on ? "1" : "0"));
+    return true;
+}
+
+std::string Faults::lampNames() {
+    std::string names;
+    for (const Lamp& lamp : kLamps) {
+        names += (names.empty() ? "" : " ") + std::string(lamp.name);
+    }
+    return names;
+}
+
+bool Faults::tell(const Request&) {
+    if (interlock_ != 0 && code_ == 0) {
+        raiseInterlock(interlock_);
+    } else {
+        machine_.say("ER" + std::to_string(code_));
+    }
+    return true;
+}
+
+bool Faults::reset(const Request&) {
+    code_ = interlock_ = 0;
+    machine_.say("AR0");
+    if (machine_.phase() == 7) {
+        machine_.enter(resume_);
+    }
+    return true;
+}
+
+} // namespace simulator

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "sim/Commands.h"
+#include "sim/Machine.h"
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+/// Errors, warnings, interlocks and the standing conditions of the machine's lamps.
+class Faults {
+public:
+    /// `halt` stops whatever runs when an error comes.
+    Faults(Machine& machine, std::function<void()> halt) : machine_(machine), halt_(std::move(halt)) {}
+
+    [[nodiscard]] static std::span<const Row<Faults>> rows();
+    void powerUp();
+
+    /// Phase 7 with this code; 0 repeats that there is none.
+    void raise(int code);
+
+    /// A workstation interlock: reported, without a phase of its own.
+    void raiseInterlock(int number);
+
+    /// A short-lived technique warning.
+    void warn(int code) { machine_.say("WN" + std::to_string(code)); }
+
+    /// A fault of the exposure control, reported as the acknowledgement of a reset would be.
+    void raiseExposureControl(int code) { machine_.say("AR" + std::to_string(code)); }
+
+    /// Sets a lamp by its name, such as "door". False: there is none of that name.
+    bool setLamp(std::string_view name, bool on);
+    [[nodiscard]] bool doorOpen() const { return doorOpen_; }
+    [[nodiscard]] int code() const { return code_; }
+
+    /// Names of the lamps, one blank between.
+    [[nodiscard]] static std::string lampNames();
+
+private:
+    bool tell(const Request& request);
+    bool reset(const Request& request);
+    void say();
+
+    Machine& machine_;
+    std::function<void()> halt_;
+    int code_ = 0;
+    int interlock_ = 0;
+    int resume_ = 2;
+    bool doorOpen_ = false;
+};
+
+} // namespace simulator

@@ -1,0 +1,72 @@
+#include "sim/Formats.h"
+
+#include "base/Numbers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace simulator {
+
+namespace {
+
+constexpr double kLongestMs = 10000;
+
+std::string places(const char* format, double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+} // namespace
+
+std::string shortNumber(double value, int decimals) {
+    const double scale = std::pow(10.0, decimals);
+    return quillon::decimalText(std::round(value * scale) / scale);
+}
+
+std::string millisecondsText(double ms) {
+    return ms >= kLongestMs ? "0000" : shortNumber(ms, 1);
+}
+
+std::string milliampSecondsText(double mas) {
+    if (mas >= 99.95) {
+        return places("%.0f", mas);
+    }
+    return places(mas < 1 ? "%.2f" : "%.1f", mas);
+}
+
+std::string doseText(double dose) {
+    int exponent = 0;
+    double mantissa = dose;
+    if (dose <= 0) {
+        mantissa = 0;
+    } else {
+        exponent = static_cast<int>(std::floor(std::log10(dose))) - 2;
+        mantissa = std::round(dose / std::pow(10.0, exponent));
+        if (mantissa >= 1000) {
+            mantissa /= 10;
+            ++exponent;
+        }
+    }
+    return quillon::fixedDigits(mantissa, 3) + (exponent < 0 ? "-" : "+") +
+           quillon::fixedDigits(std::abs(exponent), 2);
+}
+
+std::string postDisplayText(double ma, double mas, double ms) {
+    std::string text = quillon::fixedDigits(std::floor(ma), 4);
+    if (mas < 0.9995) {
+        text += places("%.3f", mas).substr(1);
+    } else if (mas < 9.995) {
+        text += places("%.2f", mas);
+    } else {
+        text += places(mas < 99.95 ? "%4.1f" : "%4.0f", mas);
+    }
+    return text + places(ms < 999.95 ? "%05.1f" : "%05.0f", ms);
+}
+
+std::string converterText(int reading) {
+    return quillon::fixedDigits(std::clamp(reading, 0, 4095), 4);
+}
+
+} // namespace simulator

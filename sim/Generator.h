@@ -1,0 +1,46 @@
+#pragma once
+
+#include "sim/Options.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+class Assembly;
+
+/// A generator as the console sees it: bytes in, bytes out. It has no clock of its own; everything happens
+/// at the times it is given, which must not run backwards.
+class Generator {
+public:
+    using Output = std::function<void(std::string_view bytes)>;
+
+    /// Powers up at `nowMs`.
+    Generator(Options options, Output output, std::int64_t nowMs);
+    ~Generator();
+    Generator(Generator&&) noexcept;
+    Generator& operator=(Generator&&) noexcept;
+
+    /// Bytes from the console.
+    void receive(std::string_view bytes, std::int64_t nowMs);
+
+    /// Does everything due up to `nowMs`, in order.
+    void advance(std::int64_t nowMs);
+
+    /// When `advance` wants to be called next.
+    [[nodiscard]] std::optional<std::int64_t> nextDue() const;
+
+    /// One command of its console. The answer may be empty; an error begins with '?'.
+    std::string command(std::string_view line, std::int64_t nowMs);
+    [[nodiscard]] static std::string commandsHelp();
+
+private:
+    std::unique_ptr<Assembly> assembly_;
+    Output output_;
+};
+
+} // namespace simulator

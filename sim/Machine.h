@@ -1,0 +1,68 @@
+#pragma once
+
+#include "sim/Agenda.h"
+#include "sim/Options.h"
+#include "sim/Outbox.h"
+#include "sim/Random.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+/// What all subjects of the generator share: its phase, its time, its agenda and its way out to the line.
+class Machine {
+public:
+    explicit Machine(Options startOptions)
+        : options(std::move(startOptions)), outbox(options), random(options.seed) {}
+    Machine(const Machine&) = delete;
+    Machine& operator=(const Machine&) = delete;
+
+    Options options;
+    Agenda agenda;
+    Outbox outbox;
+    Random random;
+
+    /// 1 to 13; 0 while the machine is switched off.
+    [[nodiscard]] int phase() const { return phase_; }
+    [[nodiscard]] bool phaseIs(std::initializer_list<int> phases) const {
+        return std::find(phases.begin(), phases.end(), phase_) != phases.end();
+    }
+    /// Takes a phase without telling anybody.
+    void setPhase(int phase) { phase_ = phase; }
+    /// Takes a phase and reports it.
+    void go(int phase) {
+        phase_ = phase;
+        say("ST" + std::to_string(phase));
+    }
+    /// As `go`, and then what belongs to entering that phase, such as the values of a service mode.
+    void enter(int phase) {
+        go(phase);
+        if (const auto& report = onEnter_.at(static_cast<std::size_t>(phase))) {
+            report();
+        }
+    }
+    void onEnter(int phase, std::function<void()> report) {
+        onEnter_.at(static_cast<std::size_t>(phase)) = std::move(report);
+    }
+
+    [[nodiscard]] std::int64_t now() const { return now_; }
+    void setNow(std::int64_t nowMs) { now_ = nowMs; }
+
+    void say(std::string_view text) { outbox.say(text); }
+    Agenda::Ticket after(std::int64_t ms, std::function<void()> action) {
+        return agenda.enter(now_ + ms, std::move(action));
+    }
+
+private:
+    int phase_ = 0;
+    std::int64_t now_ = 0;
+    std::array<std::function<void()>, 14> onEnter_;
+};
+
+} // namespace simulator

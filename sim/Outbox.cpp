@@ -1,0 +1,89 @@
+#include "sim/Outbox.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+void Outbox::acknowledge(std::int64_t nowMs) {
+    if (!options_.acknowledges) {
+        return;
+    }
+    ++acknowledgements_;
+    const bool everyNth = options_.dropEvery > 0 && acknowledgements_ % options_.dropEvery == 0;
+    if (dropNext_ > 0 || everyNth) {
+        dropNext_ = std::max(0, dropNext_ - 1);
+        ++acknowledgementsDropped_;
+        return;
+    }
+    ++acknowledgementsSent_;
+    queue(ended("AK"), nowMs + options_.ackMs);
+}
+
+void Outbox::release(std::int64_t nowMs) {
+    for (const std::string& text : collected_) {
+        queue(ended(text), nowMs + options_.answerMs);
+    }
+    collected_.clear();
+}
+
+void Outbox::clear() {
+    collected_.clear();
+    queue_.clear();
+    lastDueMs_ = 0;
+}
+
+std::optional<std::int64_t> Outbox::nextDue() const {
+    return queue_.empty() ? std::nullopt : std::optional(queue_.front().dueMs);
+}
+
+std::string Outbox::takeNext() {
+    std::string bytes = std::move(queue_.front().bytes);
+    queue_.pop_front();
+    if (options_.silent) {
+        return {};
+    }
+    ++messagesSent_;
+    return withNoise(std::move(bytes));
+}
+
+void Outbox::queue(std::string bytes, std::int64_t dueMs) {
+    lastDueMs_ = std::max(lastDueMs_, dueMs);
+    queue_.push_back({lastDueMs_, std::move(bytes)});
+}
+
+std::string Outbox::ended(std::string_view text) const {
+    std::string message(text);
+    switch (options_.end) {
+    case MessageEnd::Lf:
+        return message + "\r\n";
+    case MessageEnd::Etx:
+        return message + "\r\x03";
+    case MessageEnd::LfEtx:
+        return message + "\r\n\x03";
+    }
+    return message;
+}
+
+std::string Outbox::withNoise(std::string bytes) {
+    if (options_.noisePercent == 0 || random_.below(100) >= options_.noisePercent) {
+        return bytes;
+    }
+    switch (random_.below(3)) {
+    case 0:
+        return garbage() + bytes;
+    case 1:
+        return bytes + garbage();
+    default:
+        return ended(garbage()) + bytes;
+    }
+}
+
+std::string Outbox::garbage() {
+    std::string bytes;
+    for (int left = 1 + random_.below(6); left > 0; --left) {
+        bytes += static_cast<char>(random_.below(256));
+    }
+    return bytes;
+}
+
+} // namespace simulator

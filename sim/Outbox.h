@@ -1,0 +1,65 @@
+#pragma once
+
+#include "sim/Options.h"
+#include "sim/Random.h"
+
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulator {
+
+/// Everything that is on its way to the console. A message never overtakes another: it is one line.
+class Outbox {
+public:
+    explicit Outbox(const Options& options) : options_(options), random_(options.seed) {}
+
+    /// Collects a message; it gets its time at `release`.
+    void say(std::string_view text) { collected_.emplace_back(text); }
+
+    /// Acknowledges the command in work, ahead of the messages collected meanwhile.
+    void acknowledge(std::int64_t nowMs);
+
+    /// Sends the collected messages off, due after the answer delay.
+    void release(std::int64_t nowMs);
+
+    /// Loses the next acknowledgements.
+    void dropNext(int count) { dropNext_ = count; }
+    void clear();
+
+    [[nodiscard]] std::optional<std::int64_t> nextDue() const;
+
+    /// Takes the next message off the queue, as bytes; empty while the machine is silent.
+    [[nodiscard]] std::string takeNext();
+
+    [[nodiscard]] int messagesSent() const { return messagesSent_; }
+    [[nodiscard]] int acknowledgementsSent() const { return acknowledgementsSent_; }
+    [[nodiscard]] int acknowledgementsDropped() const { return acknowledgementsDropped_; }
+
+private:
+    struct Item {
+        std::int64_t dueMs;
+        std::string bytes;
+    };
+
+    void queue(std::string bytes, std::int64_t dueMs);
+    [[nodiscard]] std::string ended(std::string_view text) const;
+    [[nodiscard]] std::string withNoise(std::string bytes);
+    [[nodiscard]] std::string garbage();
+
+    const Options& options_;
+    Random random_; // its own: noise must not change what the machine does
+    std::vector<std::string> collected_;
+    std::deque<Item> queue_;
+    std::int64_t lastDueMs_ = 0;
+    int dropNext_ = 0;
+    int acknowledgements_ = 0;
+    int messagesSent_ = 0;
+    int acknowledgementsSent_ = 0;
+    int acknowledgementsDropped_ = 0;
+};
+
+} // namespace simulator

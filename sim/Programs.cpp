@@ -1,0 +1,101 @@
+#include "sim/Programs.h"
+
+#include "base/Numbers.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::string_view kMnemonics[] = {"SA", "SB", "SC", "SD", "SE"};
+
+struct Value {
+    std::string_view tag;
+    std::string_view text;
+};
+
+/// Tags are letters, values anything else. Nothing if the text is not made that way.
+std::optional<std::vector<Value>> takeApart(std::string_view text) {
+    std::vector<Value> values;
+    const auto letter = [](char c) { return c >= 'A' && c <= 'Z'; };
+    while (!text.empty()) {
+        const auto tagEnd = std::ranges::find_if_not(text, letter);
+        const auto valueEnd = std::find_if(tagEnd, text.end(), letter);
+        const auto tagLength = static_cast<std::size_t>(tagEnd - text.begin());
+        const auto length = static_cast<std::size_t>(valueEnd - text.begin());
+        const Value value{text.substr(0, tagLength), text.substr(tagLength, length - tagLength)};
+        if (value.tag.empty() || !quillon::isNumeric(value.text)) {
+            return std::nullopt;
+        }
+        values.push_back(value);
+        text.remove_prefix(length);
+    }
+    return values;
+}
+
+} // namespace
+
+/// How a program's value reaches its subject. A false result is a value that had to be limited or left.
+struct Programs::Tag {
+    std::string_view name;
+    bool (*apply)(Programs& programs, const Value& value, double number);
+};
+
+std::span<const Row<Programs>> Programs::rows() {
+    static constexpr Row<Programs> rows[] = {
+        {kMnemonics[0], in(2), Takes::Text, &Programs::take, 0},
+        {kMnemonics[1], in(2), Takes::Text, &Programs::take, 1},
+        {kMnemonics[2], in(2), Takes::Text, &Programs::take, 2},
+        {kMnemonics[3], in(2), Takes::Text, &Programs::take, 3},
+        {kMnemonics[4], in(2), Takes::Text, &Programs::take, 4},
+    };
+    return rows;
+}
+
+bool Programs::take(const Request& request) {
+    // clang-format off
+    static constexpr Tag tags[] = {
+        {"WS",   [](Programs& p, const Value&,   double n) { return p.configuration_.choose(n); }},
+        {"FO",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseFocus(n != 0); }},
+        {"ET",   [](Programs&,   const Value&,   double)   { return true; }},
+        {"FI",   [](Programs& p, const Value& v, double)   { return p.control_.chooseFields(v.text); }},
+        {"FS",   [](Programs& p, const Value&,   double n) { return p.control_.chooseScreen(n); }},
+        {"FN",   [](Programs& p, const Value&,   double n) { return p.control_.chooseDensity(n); }},
+        {"AEC",  [](Programs& p, const Value&,   double n) { return p.control_.chooseDigital(n); }},
+        {"BR",   [](Programs& p, const Value&,   double n) { return p.control_.chooseBrightness(n); }},
+        {"RM",   [](Programs& p, const Value&,   double n) { return p.control_.chooseRoadmapping(n); }},
+        {"KV",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseKvp(n); }},
+        {"MA",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseMa(n); }},
+        {"MS",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseMs(n); }},
+        {"FLK",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseKvp(n); }},
+        {"FLP",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.choosePulses(n); }},
+        {"ABC",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseStabilisation(n); }},
+        {"FLHD", [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseHighDose(n); }},
+        {"FLC",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseContrast(n); }},
+        {"KVT",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseTracking(n); }},
+    };
+    // clang-format on
+    const auto values = takeApart(request.argument);
+    const auto known = [](const Value& value) {
+        return std::ranges::find(tags, value.tag, &Tag::name) != std::end(tags);
+    };
+    if (!values || values->empty() || !std::ranges::all_of(*values, known)) {
+        return false;
+    }
+    machine_.say(kMnemonics[request.amount]);
+    bool asAsked = true;
+    for (const Value& value : *values) {
+        const auto tag = std::ranges::find(tags, value.tag, &Tag::name);
+        asAsked = tag->apply(*this, value, quillon::toDouble(value.text)) && asAsked;
+    }
+    if (!asAsked) {
+        machine_.say("AT1");
+    }
+    return true;
+}
+
+} // namespace simulator

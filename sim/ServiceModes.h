@@ -1,0 +1,31 @@
+#pragma once
+
+#include "sim/Commands.h"
+#include "sim/Machine.h"
+
+#include <functional>
+#include <span>
+
+namespace simulator {
+
+/// The ways into configuration and calibration and out of them.
+class ServiceModes {
+public:
+    /// `leaveAutocalibration` ends one that stands when calibration is left over its head.
+    ServiceModes(Machine& machine, std::function<void()> leaveAutocalibration)
+        : machine_(machine), leaveAutocalibration_(std::move(leaveAutocalibration)) {}
+
+    [[nodiscard]] static std::span<const Row<ServiceModes>> rows();
+    void halt() { machine_.agenda.cancel(pending_); }
+
+private:
+    bool configure(const Request& request);
+    bool calibrate(const Request& request);
+    void change(int phase);
+
+    Machine& machine_;
+    std::function<void()> leaveAutocalibration_;
+    Agenda::Ticket pending_ = Agenda::kNone;
+};
+
+} // namespace simulator

@@ -1,0 +1,222 @@
+// The simulated generator on a pseudo-terminal.
+
+#include "sim/Generator.h"
+#include "sim/PseudoTerminal.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <poll.h>
+#include <span>
+#include <string>
+#include <string_view>
+#include <sys/signalfd.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace {
+
+using namespace simulator;
+
+struct Arguments {
+    Options options;
+    std::string link;
+    bool daemon = false;
+    bool verbose = false;
+    bool help = false;
+    std::string error;
+};
+
+Arguments readArguments(std::span<char*> words) {
+    Arguments arguments;
+    for (std::size_t at = 0; at < words.size() && arguments.error.empty(); ++at) {
+        const std::string_view word = words[at];
+        if (word == "--help") {
+            arguments.help = true;
+        } else if (word == "--daemon") {
+            arguments.daemon = true;
+        } else if (word == "--verbose") {
+            arguments.verbose = true;
+        } else if (word == "--link") {
+            if (++at == words.size()) {
+                arguments.error = "--link takes a path";
+            } else {
+                arguments.link = words[at];
+            }
+        } else if (word.starts_with("-")) {
+            arguments.error = "there is no option '" + std::string(word) + "'";
+        } else {
+            arguments.error = applyOption(arguments.options, word);
+        }
+    }
+    return arguments;
+}
+
+void printHelp() {
+    std::cout
+        << "generator-sim [--link PATH] [--daemon] [--verbose] [KEY=VALUE...]\n\n"
+           "Simulates a generator on a pseudo-terminal. The first line of the output is the path of the\n"
+           "device for the console to open. Commands come on standard input, one a line.\n\n"
+           "  --link PATH   keeps a symbolic link to the device there\n"
+           "  --daemon      goes on when standard input ends\n"
+           "  --verbose     traces the traffic on standard error\n\n"
+           "Keys:\n"
+        << optionsHelp() << "\nCommands:\n"
+        << Generator::commandsHelp() << "\n";
+}
+
+std::string printable(std::string_view bytes) {
+    std::string text;
+    for (const char c : bytes) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code >= ' ' && code <= '~' && c != '\\' && c != '"') {
+            text += c;
+        } else {
+            std::array<char, 8> escape{};
+            std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(code));
+            text += escape.data();
+        }
+    }
+    return text;
+}
+
+/// Signals that end the program, as something to poll for.
+Descriptor endSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    return Descriptor(::signalfd(-1, &signals, SFD_CLOEXEC));
+}
+
+class Session {
+public:
+    explicit Session(const Arguments& arguments)
+        : daemon_(arguments.daemon), verbose_(arguments.verbose),
+          generator_(
+              arguments.options, [this](std::string_view bytes) { send(bytes); }, now()) {
+        if (!arguments.link.empty()) {
+            link_.emplace(arguments.link, terminal_.path());
+        }
+        std::cout << terminal_.path() << std::endl;
+    }
+
+    void run() {
+        std::array<pollfd, 3> polled{};
+        bool going = true;
+        while (going) {
+            polled[0] = {signals_.number(), POLLIN, 0};
+            polled[1] = {terminal_.descriptor(), POLLIN, 0};
+            if (terminal_.hasUnwritten()) {
+                polled[1].events |= POLLOUT;
+            }
+            polled[2] = {listening_ ? STDIN_FILENO : -1, POLLIN, 0};
+            if (::poll(polled.data(), polled.size(), timeout()) < 0 && errno != EINTR) {
+                throw std::system_error(errno, std::generic_category(), "poll");
+            }
+            if ((polled[1].revents & POLLOUT) != 0) {
+                terminal_.flush();
+            }
+            if ((polled[1].revents & POLLIN) != 0) {
+                receive();
+            }
+            if (polled[2].revents != 0) {
+                listen();
+            }
+            generator_.advance(now());
+            going = polled[0].revents == 0 && (listening_ || daemon_);
+        }
+    }
+
+private:
+    static constexpr std::size_t kLongestLine = 4096;
+
+    [[nodiscard]] std::int64_t now() const {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                                     start_)
+            .count();
+    }
+
+    [[nodiscard]] int timeout() const {
+        const auto due = generator_.nextDue();
+        return due ? static_cast<int>(std::clamp<std::int64_t>(*due - now(), 0, 60'000)) : -1;
+    }
+
+    void send(std::string_view bytes) {
+        trace("tx", bytes);
+        terminal_.write(bytes);
+    }
+
+    void receive() {
+        const std::string bytes = terminal_.read();
+        if (!bytes.empty()) {
+            trace("rx", bytes);
+            generator_.receive(bytes, now());
+        }
+    }
+
+    void listen() {
+        std::array<char, 1024> bytes{};
+        const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
+        if (count <= 0) {
+            listening_ = count < 0 && (errno == EINTR || errno == EAGAIN);
+            return;
+        }
+        typed_.append(bytes.data(), static_cast<std::size_t>(count));
+        for (std::size_t end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
+            const std::string answer = generator_.command(typed_.substr(0, end), now());
+            if (!answer.empty()) {
+                std::cout << answer << std::endl;
+            }
+            typed_.erase(0, end + 1);
+        }
+        if (typed_.size() > kLongestLine) {
+            typed_.clear();
+        }
+    }
+
+    void trace(std::string_view direction, std::string_view bytes) const {
+        if (verbose_) {
+            std::cerr << now() << ' ' << direction << " \"" << printable(bytes) << "\"\n";
+        }
+    }
+
+    Descriptor signals_ = endSignals(); // first: from here on a signal leaves nothing behind
+    bool daemon_;
+    bool verbose_;
+    bool listening_ = true;
+    std::string typed_;
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    PseudoTerminal terminal_;
+    std::optional<DeviceLink> link_;
+    Generator generator_;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const Arguments arguments = readArguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+    if (!arguments.error.empty()) {
+        std::cerr << "generator-sim: " << arguments.error << "\n";
+        return 2;
+    }
+    if (arguments.help) {
+        printHelp();
+        return 0;
+    }
+    try {
+        Session(arguments).run();
+    } catch (const std::exception& failure) {
+        std::cerr << "generator-sim: " << failure.what() << "\n";
+        return 1;
+    }
+    return 0;
+}
