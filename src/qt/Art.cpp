@@ -1,0 +1,154 @@
+#include "qt/Art.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include <QPainterPath>
+
+#include "qt/Look.h"
+
+namespace quillon {
+
+namespace {
+
+/// A square in the middle of the place.
+QRectF middle(const QRectF& place, double edge) {
+    return {place.center().x() - edge / 2, place.center().y() - edge / 2, edge, edge};
+}
+
+void paintArrow(QPainter& painter, const QRectF& place, const QColor& ink, bool up) {
+    const double edge = std::min({place.width(), place.height(), 64.0}) * 0.5;
+    const QRectF box = middle(place, edge);
+    const double inset = edge * 0.12;
+    const double base = up ? box.bottom() - inset : box.top() + inset;
+    const double tip = up ? box.top() + inset : box.bottom() - inset;
+    QPainterPath arrow(QPointF(box.left(), base));
+    arrow.lineTo(box.right(), base);
+    arrow.lineTo(box.center().x(), tip);
+    arrow.closeSubpath();
+    painter.setBrush(ink);
+    painter.setPen(QPen(ink, edge * 0.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(arrow);
+}
+
+/// The rotor comes up to speed: a disc and an arrow that runs round it.
+void paintPreparation(QPainter& painter, const QRectF& place, const QColor& ink) {
+    const double edge = std::min(place.width(), place.height());
+    const double line = edge * 0.1;
+    const QRectF ring = middle(place, edge * 0.76);
+    const double radius = ring.width() / 2;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(ink, line, Qt::SolidLine, Qt::FlatCap));
+    painter.drawArc(ring, 60 * 16, 285 * 16);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawEllipse(middle(place, edge * 0.3));
+    const double angle = 60 * std::acos(-1.0) / 180;
+    const QPointF end = place.center() + QPointF(radius * std::cos(angle), -radius * std::sin(angle));
+    const QPointF along(std::sin(angle), std::cos(angle));
+    const QPointF across(std::cos(angle), -std::sin(angle));
+    const double head = edge * 0.17;
+    painter.drawPolygon(QPolygonF({end + across * head, end - across * head, end + along * head * 1.7}));
+}
+
+/// Radiation: a focal spot and the beam that leaves it.
+void paintExposure(QPainter& painter, const QRectF& place, const QColor& ink) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    const double unit = box.width() / 20;
+    const QPointF focus(box.center().x(), box.top() + 4 * unit);
+    painter.setPen(QPen(ink, 1.8 * unit, Qt::SolidLine, Qt::RoundCap));
+    for (const double spread : {-7.5, -2.6, 2.6, 7.5}) {
+        const QPointF to(box.center().x() + spread * unit, box.bottom() - 1.6 * unit);
+        painter.drawLine(focus + (to - focus) * 0.36, to);
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawEllipse(focus, 2.9 * unit, 2.9 * unit);
+}
+
+/// A quiet view of the room: wall stand, tube, beam, table, and the generator's cabinet.
+void paintRest(QPainter& painter, const QRectF& place) {
+    painter.save();
+    constexpr QSizeF kScene(640, 300);
+    const double scale = std::min(place.width() / kScene.width(), place.height() / kScene.height());
+    painter.translate(place.center());
+    painter.scale(scale, scale);
+    painter.translate(-kScene.width() / 2, -kScene.height() / 2);
+
+    const QColor wall(0xE6EBEF);
+    const QColor metal(0x3D5870);
+    const QColor light(0x9FB2C2);
+    const QColor pale(0xC3D0DA);
+    const auto box = [&painter](const QColor& fill, double x, double y, double width, double height,
+                                double radius = 0) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(fill);
+        painter.drawRoundedRect(QRectF(x, y, width, height), radius, radius);
+    };
+    box(wall, 0, 0, kScene.width(), kScene.height(), 14);
+    box(pale, 0, 248, kScene.width(), 4);
+
+    // wall stand with its detector
+    box(light, 74, 44, 14, 204);
+    box(metal, 88, 84, 16, 96, 4);
+
+    // ceiling rail and the column that carries the tube
+    box(light, 150, 22, 300, 8);
+    box(light, 286, 30, 18, 48);
+    QPainterPath beam(QPointF(295, 118));
+    beam.lineTo(359, 196);
+    beam.lineTo(231, 196);
+    beam.closeSubpath();
+    painter.setBrush(QColor(255, 232, 140, 200));
+    painter.drawPath(beam);
+    box(metal, 242, 70, 106, 36, 16);
+    box(metal, 276, 102, 38, 17, 2);
+    painter.setBrush(pale);
+    painter.drawEllipse(QPointF(295, 88), 8, 8);
+
+    // table with its detector
+    box(metal, 178, 196, 234, 12, 4);
+    box(light, 236, 208, 118, 9);
+    box(light, 272, 217, 46, 31);
+
+    // the generator's cabinet
+    box(metal, 488, 104, 92, 144, 5);
+    box(wall, 500, 117, 68, 38, 3);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(metal, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const std::array wave{QPointF(506, 140), QPointF(518, 140), QPointF(526, 125),
+                          QPointF(538, 148), QPointF(546, 135), QPointF(562, 135)};
+    painter.drawPolyline(wave.data(), static_cast<int>(wave.size()));
+    painter.setPen(QPen(light, 3, Qt::SolidLine, Qt::RoundCap));
+    for (int slot = 0; slot < 4; ++slot) {
+        painter.drawLine(QPointF(504, 180 + slot * 15), QPointF(564, 180 + slot * 15));
+    }
+    painter.restore();
+}
+
+} // namespace
+
+void paintArt(QPainter& painter, std::string_view name, const QRectF& place, const QColor& ink) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (name == "up" || name == "down") {
+        paintArrow(painter, place, ink, name == "up");
+    } else if (name == "preparation") {
+        paintPreparation(painter, place, ink);
+    } else if (name == "exposure") {
+        paintExposure(painter, place, ink);
+    } else if (name == "rest") {
+        paintRest(painter, place);
+    } else if (name == "frame") {
+        paintPlate(painter, place, Qt::transparent, QColor::fromRgb(kStrongEdge), 2, 6);
+    }
+    painter.restore();
+}
+
+int artPixels(int size) {
+    static constexpr std::array kPixels{0, 28, 36, 48};
+    return size > 0 && size < static_cast<int>(kPixels.size()) ? kPixels[static_cast<std::size_t>(size)] : 0;
+}
+
+} // namespace quillon

@@ -1,0 +1,77 @@
+#include "qt/ControlView.h"
+
+#include "qt/Convert.h"
+#include "qt/KeyView.h"
+#include "qt/LabelView.h"
+#include "qt/ListView.h"
+#include "qt/Look.h"
+#include "qt/SliderView.h"
+#include "qt/SurfaceViews.h"
+#include "qt/TextView.h"
+
+namespace quillon {
+
+ControlView::ControlView(Control& control, QWidget* parent) : QWidget(parent), control_(control) {
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void ControlView::sync() {
+    setGeometry(toPixels(control_.place()));
+    if (control_.has(Property::Enabled)) {
+        setEnabled(control_.enabled());
+    }
+    if (control_.has(Property::ToolTip)) {
+        setToolTip(toQtLines(control_.toolTip()));
+    }
+    setVisible(control_.visible());
+    update();
+}
+
+void ControlView::setPressed(bool pressed) {
+    if (pressed_ != pressed) {
+        pressed_ = pressed;
+        update();
+    }
+}
+
+void ControlView::setFocusMark(bool mark) {
+    if (focusMark_ != mark) {
+        focusMark_ = mark;
+        update();
+    }
+}
+
+void ControlView::paintFocusMark(QPainter& painter) const {
+    if (focusMark_) {
+        paintPlate(painter, QRectF(rect()).adjusted(2, 2, -2, -2), Qt::transparent,
+                   QColor::fromRgb(kFocusRing), 2, 3);
+    }
+}
+
+ControlView* makeView(Control& control, Input& input, QWidget* parent) {
+    switch (control.kind()) {
+    case Kind::Form:
+    case Kind::User:
+        return new SurfaceView(control, parent);
+    case Kind::Frame:
+        return new FrameView(control, parent);
+    case Kind::Button:
+        return new KeyView(control, parent);
+    case Kind::Label:
+        return new LabelView(control, parent);
+    case Kind::TextBox:
+        return new TextView(control, input, parent);
+    case Kind::List:
+        return new ListView(control, input, parent);
+    case Kind::Slider:
+        return new SliderView(control, parent);
+    case Kind::Picture:
+        return new PictureView(control, parent);
+    case Kind::Timer:
+    case Kind::Images:
+        break;
+    }
+    return nullptr;
+}
+
+} // namespace quillon

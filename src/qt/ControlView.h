@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui/Control.h"
+#include "ui/Input.h"
+
+namespace quillon {
+
+/// The widget of one control. It shows what the control's properties say and decides nothing; the operator's
+/// hand reaches the control through InputRouter and never through the widget, typed text excepted.
+class ControlView : public QWidget {
+public:
+    ControlView(Control& control, QWidget* parent);
+
+    [[nodiscard]] Control& control() const { return control_; }
+    /// Takes the control's properties over and asks to be painted.
+    virtual void sync();
+    /// The child that takes typed text; empty where nothing can be typed.
+    [[nodiscard]] virtual QWidget* editor() const { return nullptr; }
+
+    /// A finger or the Space key is on it.
+    void setPressed(bool pressed);
+    [[nodiscard]] bool pressed() const { return pressed_; }
+    /// The keyboard is on it.
+    void setFocusMark(bool mark);
+
+protected:
+    void paintFocusMark(QPainter& painter) const;
+    [[nodiscard]] bool focusMark() const { return focusMark_; }
+
+private:
+    Control& control_;
+    bool pressed_ = false;
+    bool focusMark_ = false;
+};
+
+/// Makes the widget for a control; empty for a kind that has nothing to show.
+[[nodiscard]] ControlView* makeView(Control& control, Input& input, QWidget* parent);
+
+} // namespace quillon

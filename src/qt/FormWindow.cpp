@@ -1,0 +1,41 @@
+#include "qt/FormWindow.h"
+
+#include <QCloseEvent>
+
+#include "qt/Convert.h"
+
+namespace quillon {
+
+FormWindow::FormWindow(Control& form, Requests requests)
+    : SurfaceView(form, nullptr), requests_(std::move(requests)) {
+    resize(toPixels(form.place()).size());
+    winId(); // The platform's window exists from the start, so that input and window order can be tied to it.
+}
+
+void FormWindow::sync() {
+    setWindowTitle(toQt(control().caption()));
+    const QRect place = toPixels(control().place());
+    if (size() != place.size()) {
+        resize(place.size());
+    }
+    if (control().visible() && isHidden()) {
+        move(place.topLeft());
+    }
+    setVisible(control().visible());
+    update();
+}
+
+void FormWindow::resizeEvent(QResizeEvent* /*event*/) {
+    if (isVisible() && size() != toPixels(control().place()).size() && requests_.resize) {
+        requests_.resize(toTwips(width()), toTwips(height()));
+    }
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (requests_.close) {
+        requests_.close();
+    }
+}
+
+} // namespace quillon

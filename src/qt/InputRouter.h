@@ -1,0 +1,58 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include <QObject>
+#include <QPoint>
+
+#include "ui/ControlHost.h"
+#include "ui/Input.h"
+
+class QKeyEvent;
+class QTouchEvent;
+
+namespace quillon {
+
+class ControlView;
+class Screen;
+
+/// Brings mouse, fingers and keyboard to the controls. It sits in front of the window, so a release reaches
+/// what was pressed even when that has been hidden, disabled or covered meanwhile.
+class InputRouter final : public QObject {
+public:
+    InputRouter(Screen& screen, ControlHost& form, Input& input);
+
+    /// A control that goes away is neither held nor under the keyboard any more.
+    void forget(const Control& control);
+
+    bool eventFilter(QObject* window, QEvent* event) override;
+
+private:
+    /// Each says whether the event is used up; a text box sees it as well.
+    bool press(int finger, QPoint place);
+    bool move(int finger, QPoint place);
+    bool release(int finger, QPoint place);
+    bool touch(const QTouchEvent& event);
+    bool keyPressed(const QKeyEvent& event);
+    bool keyReleased(const QKeyEvent& event);
+
+    void hold(int finger, Control& control);
+    void letGo(int finger, bool over);
+    void letGoOfAll();
+    void stepSlider(int steps);
+
+    [[nodiscard]] std::vector<Control*> keyboardOrder() const;
+    void moveFocus(int step);
+    void setFocus(Control* control, bool byKeyboard);
+    [[nodiscard]] std::int32_t sliderValue(const Control& control, QPoint place) const;
+
+    Screen& screen_;
+    ControlHost& form_;
+    Input& input_;
+    std::map<int, Control*> held_; // by finger; the mouse and the Space key count as one each
+    Control* focus_ = nullptr;
+    bool focusMarked_ = false;
+};
+
+} // namespace quillon

@@ -1,0 +1,91 @@
+#include "qt/Look.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quillon {
+
+namespace {
+
+constexpr Colour kSystemColour = 0x80000000;
+
+/// Text may shrink to this part of its size before words are broken.
+constexpr double kSmallest = 0.6;
+
+} // namespace
+
+QPalette consolePalette() {
+    QPalette palette(QColor::fromRgb(kFace), QColor::fromRgb(kSurface));
+    palette.setColor(QPalette::WindowText, QColor::fromRgb(kInk));
+    palette.setColor(QPalette::Text, QColor::fromRgb(kInk));
+    palette.setColor(QPalette::ButtonText, QColor::fromRgb(kInk));
+    palette.setColor(QPalette::Button, QColor::fromRgb(kFace));
+    palette.setColor(QPalette::Base, QColor::fromRgb(kField));
+    palette.setColor(QPalette::Highlight, QColor::fromRgb(kStrongEdge));
+    palette.setColor(QPalette::HighlightedText, QColor::fromRgb(kField));
+    palette.setColor(QPalette::ToolTipBase, QColor::fromRgb(kField));
+    palette.setColor(QPalette::ToolTipText, QColor::fromRgb(kInk));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, QColor::fromRgb(kMutedInk));
+    }
+    palette.setColor(QPalette::Disabled, QPalette::Base, QColor::fromRgb(kSurface));
+    return palette;
+}
+
+QColor screenColour(Colour colour) {
+    if (colour == kSurfaceColour) {
+        return QColor::fromRgb(kSurface);
+    }
+    if ((colour & kSystemColour) != 0) {
+        return QColor::fromRgb(colour == kWindowColour ? kField : kFace);
+    }
+    return {static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
+            static_cast<int>(colour >> 16 & 0xFF)};
+}
+
+QColor groundColour(const Control& control) {
+    for (const Control* at = control.container(); at != nullptr; at = at->container()) {
+        if (at->has(Property::BackColour) && at->backColour() != kNormalColour) {
+            return screenColour(at->backColour());
+        }
+    }
+    return QColor::fromRgb(kSurface);
+}
+
+QFont consoleFont(double points, bool bold) {
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(points * 96 / 72))));
+    font.setBold(bold);
+    return font;
+}
+
+void paintText(QPainter& painter, const QRect& place, const QString& text, QFont font,
+               Qt::Alignment alignment) {
+    if (text.isEmpty() || place.isEmpty()) {
+        return;
+    }
+    const int flags = static_cast<int>(alignment) | Qt::TextWordWrap;
+    const int smallest = std::max(7, static_cast<int>(std::lround(font.pixelSize() * kSmallest)));
+    for (int size = font.pixelSize();; --size) {
+        font.setPixelSize(size);
+        painter.setFont(font);
+        const QRect needed = painter.boundingRect(place, flags, text);
+        const bool fits = needed.width() <= place.width() && needed.height() <= place.height();
+        if (fits || size <= smallest) {
+            const int breaking = fits ? flags : (flags & ~Qt::TextWordWrap) | Qt::TextWrapAnywhere;
+            painter.drawText(place, breaking, text);
+            return;
+        }
+    }
+}
+
+void paintPlate(QPainter& painter, const QRectF& place, const QColor& fill, const QColor& edge, double width,
+                double radius) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(fill);
+    painter.setPen(width > 0 ? QPen(edge, width) : QPen(Qt::NoPen));
+    const double inset = width / 2;
+    painter.drawRoundedRect(place.adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+} // namespace quillon

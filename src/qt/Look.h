@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QPainter>
+#include <QPalette>
+#include <QString>
+
+#include "ui/Control.h"
+
+namespace quillon {
+
+// The window's own colours. Text on every ground it stands on reaches a contrast of at least 4.5 to 1.
+inline constexpr QRgb kInk = 0xFF14202B;        ///< text and pictures
+inline constexpr QRgb kMutedInk = 0xFF66727D;   ///< text of what cannot be used now
+inline constexpr QRgb kSurface = 0xFFD5DBE0;    ///< the console's ground
+inline constexpr QRgb kFace = 0xFFF5F7F9;       ///< a key at rest
+inline constexpr QRgb kField = 0xFFFFFFFF;      ///< where values and typed text stand
+inline constexpr QRgb kEdge = 0xFF6C7985;       ///< outlines
+inline constexpr QRgb kFaintEdge = 0xFFA3ADB6;  ///< outlines of what cannot be used, of frames
+inline constexpr QRgb kStrongEdge = 0xFF1F3B57; ///< outline of what is pressed or stands out
+inline constexpr QRgb kPressedFace = 0xFFB9CDDF;
+inline constexpr QRgb kActiveMark = 0xFF8A5A00; ///< bar and outline of a key that is on
+inline constexpr QRgb kFocusRing = 0xFF0B57D0;
+inline constexpr QRgb kAlarmInk = 0xFF8E0F0F; ///< words about an error
+inline constexpr QRgb kLampFace = 0xFFFFD54A; ///< a warning that stands
+
+/// The palette of the application, for the few widgets that Qt draws.
+[[nodiscard]] QPalette consolePalette();
+
+/// A colour of the model on the screen; system colours and the console's ground come from the palette.
+[[nodiscard]] QColor screenColour(Colour colour);
+
+/// The colour of the ground on which a control lies: of the nearest container that has one of its own.
+[[nodiscard]] QColor groundColour(const Control& control);
+
+/// The pinned family in the given size at 96 dots an inch.
+[[nodiscard]] QFont consoleFont(double points, bool bold = false);
+
+/// Draws a text within a place, wrapped, in its font or smaller where it would be clipped.
+void paintText(QPainter& painter, const QRect& place, const QString& text, QFont font,
+               Qt::Alignment alignment);
+
+/// A flat plate with round corners. The outline lies inside the place.
+void paintPlate(QPainter& painter, const QRectF& place, const QColor& fill, const QColor& edge, double width,
+                double radius = 4);
+
+} // namespace quillon

@@ -1,0 +1,93 @@
+#include "qt/QtDesktop.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QPushButton>
+#include <QScreen>
+#include <QWindow>
+
+#include "qt/Convert.h"
+#include "qt/Look.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr QSize kButtonSize{112, 48}; // for a finger
+
+} // namespace
+
+int QtDesktop::screenWidth() const {
+    return QGuiApplication::primaryScreen()->size().width();
+}
+
+int QtDesktop::screenHeight() const {
+    return QGuiApplication::primaryScreen()->size().height();
+}
+
+int QtDesktop::twipsPerPixelX() const {
+    return kTwipsPerPixel;
+}
+
+int QtDesktop::twipsPerPixelY() const {
+    return kTwipsPerPixel;
+}
+
+void QtDesktop::message(BoxKind kind, std::string_view title, std::string_view text) {
+    run(kind == BoxKind::Critical ? QMessageBox::Critical : QMessageBox::Information, title, text,
+        QMessageBox::Ok);
+}
+
+bool QtDesktop::ask(std::string_view title, std::string_view text) {
+    return run(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+int QtDesktop::run(QMessageBox::Icon icon, std::string_view title, std::string_view text,
+                   QMessageBox::StandardButtons buttons) {
+    QWidget* parent = window_ != nullptr && window_->isVisible() ? window_.data() : nullptr;
+    QMessageBox box(icon, toQt(title), toQtLines(text), buttons, parent);
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint, topMost_);
+    box.setFont(consoleFont(12));
+    if (buttons.testFlag(QMessageBox::No)) {
+        box.setDefaultButton(QMessageBox::No);
+    }
+    for (QAbstractButton* button : box.buttons()) {
+        button->setMinimumSize(kButtonSize);
+    }
+
+    // A box that comes while one is up waits in the queue. Its own loop runs inside the other's, so the calls
+    // return in the reverse order, each with its own answer.
+    QEventLoop loop;
+    QObject::connect(&box, &QDialog::finished, &loop, [this, &loop] {
+        boxes_.pop_front();
+        if (!boxes_.empty()) {
+            boxes_.front()->show();
+        }
+        loop.quit();
+    });
+    boxes_.push_back(&box);
+    if (boxes_.size() == 1) {
+        box.show();
+    }
+    loop.exec();
+    std::erase(boxes_, &box); // the application ended while it was up
+    return box.result();
+}
+
+void QtDesktop::setTopMost(bool topMost) {
+    topMost_ = topMost;
+    // The platform's window is told: the widget would hide and come back for the same.
+    if (window_ != nullptr && window_->windowHandle() != nullptr) {
+        window_->windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topMost);
+        if (topMost) {
+            window_->raise();
+        }
+    }
+}
+
+void QtDesktop::beep() {
+    QApplication::beep();
+}
+
+} // namespace quillon

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+
+#include <QObject>
+#include <QTimer>
+
+#include "runtime/Clock.h"
+#include "runtime/EventLoop.h"
+#include "runtime/Schedule.h"
+
+namespace quillon {
+
+/// Milliseconds since the clock was made, whatever happens to the PC's date.
+class SteadyClock final : public Clock {
+public:
+    [[nodiscard]] Milliseconds now() const override {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                                     start_)
+            .count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// Runs the schedule from one timer of Qt's. The timer is set whenever an event loop is about to sleep, so it
+/// is right after every handler, key, port byte and inside every message box.
+class QtScheduleDriver final : public QObject {
+public:
+    explicit QtScheduleDriver(Schedule& schedule);
+
+private:
+    void arm();
+
+    Schedule& schedule_;
+    QTimer timer_;
+    Milliseconds armedFor_ = 0;
+};
+
+class QtEventLoop final : public EventLoop {
+public:
+    explicit QtEventLoop(Schedule& schedule) : schedule_(schedule) {}
+    void processEvents() override;
+
+private:
+    Schedule& schedule_;
+};
+
+} // namespace quillon

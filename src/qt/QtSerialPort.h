@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+
+#include <QObject>
+#include <QSerialPort>
+#include <QTimer>
+
+#include "runtime/Platform.h"
+
+namespace quillon {
+
+/// The line settings in a text such as "19200,n,8,1".
+struct LineSettings {
+    int baudRate;
+    QSerialPort::Parity parity;
+    QSerialPort::DataBits dataBits;
+    QSerialPort::StopBits stopBits;
+
+    /// Nothing when the text names no such line.
+    [[nodiscard]] static std::optional<LineSettings> parse(std::string_view text);
+};
+
+/// The path of the device that stands for COM port `port`: a line such as COM1=/dev/ttyUSB0 in the section
+/// PORTS of "Quillon.ini", or else the system's own name for it.
+[[nodiscard]] QString devicePath(int port, const Folder& folder);
+
+/// A serial line of this PC. A device that vanishes is closed at the first sign and tried again once a
+/// second; to the link the port stays open all the time, and the line is silent.
+class QtSerialPort final : public QObject, public SerialPort {
+public:
+    /// So many bytes wait for the line at most; a write that does not fit is thrown away as a whole.
+    static constexpr qint64 kWriteLimit = 64 * 1024;
+
+    explicit QtSerialPort(const Folder& folder);
+
+    bool open(int port, std::string_view settings) override;
+    void close() override;
+    [[nodiscard]] bool isOpen() const override { return wanted_; }
+    void write(std::string_view bytes) override;
+
+    /// The device is there; false while it is waited for.
+    [[nodiscard]] bool connected() const { return device_ != nullptr; }
+    [[nodiscard]] qint64 waiting() const { return device_ == nullptr ? 0 : device_->bytesToWrite(); }
+    /// How often a device has vanished while open.
+    [[nodiscard]] int losses() const { return losses_; }
+
+private:
+    bool connectDevice();
+    void dropDevice();
+    void deviceLost();
+    void watch();
+    void receive();
+    [[nodiscard]] bool hungUp() const;
+
+    const Folder& folder_;
+    std::unique_ptr<QSerialPort> device_;
+    QTimer watch_;
+    int port_ = 0;
+    LineSettings settings_{};
+    bool wanted_ = false;
+    int losses_ = 0;
+};
+
+} // namespace quillon

@@ -1,0 +1,173 @@
+#include "qt/Screen.h"
+
+#include <vector>
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QWindow>
+
+#include "qt/Convert.h"
+#include "qt/InputRouter.h"
+
+namespace quillon {
+
+namespace {
+
+/// Every control below, itself first.
+void walk(Control& control, const std::function<void(Control&)>& visit) {
+    visit(control);
+    for (Control* child : control.stack()) {
+        walk(*child, visit);
+    }
+}
+
+} // namespace
+
+Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests)
+    : form_(form), input_(input), window_(std::make_unique<FormWindow>(form, std::move(requests))),
+      router_(std::make_unique<InputRouter>(*this, form, input)) {
+    views_.emplace(&form, window_.get());
+    window_->windowHandle()->installEventFilter(router_.get());
+    markAll(form);
+}
+
+Screen::~Screen() {
+    window_->windowHandle()->removeEventFilter(router_.get());
+}
+
+ControlView* Screen::view(const Control& control) const {
+    const auto entry = views_.find(&control);
+    return entry == views_.end() ? nullptr : entry->second;
+}
+
+void Screen::controlChanged(Control& control) {
+    mark(control);
+}
+
+void Screen::controlAdded(Control& control) {
+    markAll(control);
+    if (control.container() != nullptr) {
+        mark(*control.container());
+    }
+}
+
+void Screen::controlRemoved(Control& control) {
+    router_->forget(control);
+    input_.forget(control);
+    ControlView* gone = view(control);
+    walk(control, [this](Control& below) {
+        views_.erase(&below);
+        changed_.erase(&below);
+        reordered_.erase(&below);
+    });
+    if (gone != nullptr) {
+        gone->hide();
+        gone->deleteLater(); // it may be handling the very event that took its control away
+    }
+}
+
+void Screen::mark(Control& control) {
+    if (!control.has(Property::Geometry)) {
+        return;
+    }
+    changed_.insert(&control);
+    if (!control.stack().empty()) {
+        reordered_.insert(&control);
+    }
+    if (!posted_) {
+        posted_ = true;
+        QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateLater));
+    }
+}
+
+void Screen::markAll(Control& control) {
+    walk(control, [this](Control& below) { mark(below); });
+}
+
+bool Screen::event(QEvent* event) {
+    if (event->type() == QEvent::UpdateLater) {
+        flush();
+        return true;
+    }
+    return QObject::event(event);
+}
+
+void Screen::flush() {
+    // The form comes last: a window that is about to be shown has all its content then.
+    const bool form = changed_.erase(&form_) > 0;
+    while (!changed_.empty()) {
+        Control& control = **changed_.begin();
+        changed_.erase(changed_.begin());
+        if (ControlView* shown = make(control)) {
+            shown->sync();
+        }
+    }
+    while (!reordered_.empty()) {
+        const Control& container = **reordered_.begin();
+        reordered_.erase(reordered_.begin());
+        restack(container);
+    }
+    posted_ = false;
+    if (form) {
+        window_->sync();
+    }
+}
+
+ControlView* Screen::make(Control& control) {
+    if (ControlView* present = view(control)) {
+        return present;
+    }
+    ControlView* parent = control.container() == nullptr ? nullptr : make(*control.container());
+    if (parent == nullptr) {
+        return nullptr;
+    }
+    ControlView* made = makeView(control, input_, parent);
+    if (made != nullptr) {
+        views_.emplace(&control, made);
+    }
+    return made;
+}
+
+void Screen::restack(const Control& container) const {
+    const ControlView* parent = view(container);
+    if (parent == nullptr) {
+        return;
+    }
+    std::vector<ControlView*> wanted;
+    for (const Control* child : container.stack()) {
+        if (ControlView* shown = view(*child)) {
+            wanted.push_back(shown);
+        }
+    }
+    std::vector<ControlView*> present;
+    for (QObject* child : parent->children()) {
+        auto* shown = dynamic_cast<ControlView*>(child);
+        if (shown != nullptr && view(shown->control()) == shown) {
+            present.push_back(shown);
+        }
+    }
+    if (present != wanted) {
+        for (ControlView* shown : wanted) {
+            shown->raise();
+        }
+    }
+}
+
+Control& Screen::controlAt(QPoint place) const {
+    Control* at = &form_;
+    for (;;) {
+        Control* inner = nullptr;
+        for (auto child = at->stack().rbegin(); child != at->stack().rend() && inner == nullptr; ++child) {
+            if ((*child)->visible() && toPixels((*child)->place()).contains(place)) {
+                inner = *child;
+            }
+        }
+        if (inner == nullptr) {
+            return *at;
+        }
+        place -= toPixels(inner->place()).topLeft();
+        at = inner;
+    }
+}
+
+} // namespace quillon

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+#include <unordered_set>
+
+#include <QObject>
+
+#include "qt/FormWindow.h"
+#include "ui/ControlHost.h"
+#include "ui/Input.h"
+
+namespace quillon {
+
+class InputRouter;
+
+/// The window's mirror of the form: one widget a control. Changes are collected and shown together, once per
+/// turn of the event loop, however many there were.
+class Screen final : public QObject, public ChangeSink {
+public:
+    Screen(ControlHost& form, Input& input, FormWindow::Requests requests);
+    ~Screen() override;
+
+    void controlChanged(Control& control) override;
+    void controlAdded(Control& control) override;
+    void controlRemoved(Control& control) override;
+
+    /// Shows at once what is waiting to be shown.
+    void flush();
+
+    [[nodiscard]] FormWindow& window() { return *window_; }
+    /// Empty for a control that has no widget (yet).
+    [[nodiscard]] ControlView* view(const Control& control) const;
+    /// The front-most visible control at a pixel of the window.
+    [[nodiscard]] Control& controlAt(QPoint place) const;
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void mark(Control& control);
+    void markAll(Control& control);
+    ControlView* make(Control& control);
+    void restack(const Control& container) const;
+
+    ControlHost& form_;
+    Input& input_;
+    std::unique_ptr<FormWindow> window_;
+    std::unique_ptr<InputRouter> router_;
+    std::unordered_map<const Control*, ControlView*> views_;
+    std::unordered_set<Control*> changed_;
+    std::unordered_set<Control*> reordered_;
+    bool posted_ = false;
+};
+
+} // namespace quillon

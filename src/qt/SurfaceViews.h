@@ -1,0 +1,34 @@
+#pragma once
+
+#include "qt/ControlView.h"
+
+namespace quillon {
+
+/// The ground of the form, the console, the link control and the panels.
+class SurfaceView : public ControlView {
+public:
+    using ControlView::ControlView;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// A group box: an outline with the caption set into its upper edge.
+class FrameView final : public ControlView {
+public:
+    using ControlView::ControlView;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+/// A drawn picture on its ground.
+class PictureView final : public ControlView {
+public:
+    using ControlView::ControlView;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace quillon

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "qt/ControlView.h"
+
+class QLineEdit;
+class QPlainTextEdit;
+
+namespace quillon {
+
+/// A text box of one line or of many. What is typed goes to the control at once; what the control holds is
+/// written back without telling it.
+class TextView final : public ControlView {
+public:
+    TextView(Control& control, Input& input, QWidget* parent);
+
+    void sync() override;
+    [[nodiscard]] QWidget* editor() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void makeEditor();
+    void typed(const QString& text);
+
+    Input& input_;
+    QLineEdit* line_ = nullptr;
+    QPlainTextEdit* lines_ = nullptr;
+};
+
+} // namespace quillon
