@@ -30,7 +30,7 @@ Assembly::Assembly(Options options)
       exposure(machine, surroundings()),
       autocalibration(machine, calibration, [this] { return exposure.expose(); }),
       serviceModes(machine, [this] { autocalibration.leave(); }), positioner(machine),
-      faults(machine, [this] { halt(); }) {
+      faults(machine, [this] { return stopForError(); }) {
     commands_.enroll(power, Power::rows());
     commands_.enroll(tube, Tube::rows());
     commands_.enroll(technique, Technique::rows());
@@ -102,6 +102,20 @@ void Assembly::halt() {
     fluoroscopy.halt();
     autocalibration.halt();
     serviceModes.halt();
+}
+
+int Assembly::stopForError() {
+    // A service mode is not left by an error; what ran in it is over.
+    const int phase = exposure.phaseBehind();
+    const bool autocalibrating = phase == 9 || (phase >= 11 && phase <= 13);
+    if (autocalibrating) {
+        autocalibration.leave();
+    }
+    halt();
+    if (autocalibrating || phase == 6) {
+        return 6;
+    }
+    return phase == 8 ? 8 : 2;
 }
 
 void Assembly::coldStart() {

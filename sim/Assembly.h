@@ -34,8 +34,11 @@ public:
     void powerOn();
     void powerOff();
 
-    /// Whatever runs stops: an error came, or the phase is forced.
+    /// Whatever runs stops where it stands.
     void halt();
+
+    /// Why there can be no radiation now; empty when there can.
+    [[nodiscard]] std::string hindrance() const;
 
     /// How the frames fared.
     struct Tally {
@@ -66,8 +69,8 @@ public:
 
 private:
     void coldStart();
+    [[nodiscard]] int stopForError();
     [[nodiscard]] Exposure::Surroundings surroundings();
-    [[nodiscard]] std::string hindrance() const;
     [[nodiscard]] Shot plan();
     void measured(const Shot& shot);
 

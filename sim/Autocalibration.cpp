@@ -1,6 +1,8 @@
 #include "sim/Autocalibration.h"
 
-#include <algorithm>
+#include "sim/Formats.h"
+
+#include <string>
 
 namespace simulator {
 
@@ -72,6 +74,7 @@ void Autocalibration::begin() {
     waiting_ = false;
     exposures_ = 0;
     machine_.go(9);
+    calibration_.reportShot();
     if (machine_.options.autoExpose) {
         pressLater(kFirstPressMs);
     }
@@ -110,8 +113,7 @@ void Autocalibration::pressLater(std::int64_t ms) {
 void Autocalibration::exposureOver(bool complete) {
     if (complete) {
         ++exposures_;
-        machine_.say("KVS" + std::to_string(exposures_));
-        machine_.say("KVS" + std::to_string(kFilamentBase + 10 * exposures_ + machine_.random.below(10)));
+        tellProgress();
         if (machine_.options.autocalSucceeds) {
             calibration_.adopt(calibration_.value() + machine_.random.below(5) - 2);
         }
@@ -120,6 +122,17 @@ void Autocalibration::exposureOver(bool complete) {
         next_ = machine_.after(kEndMs, [this] { end(); });
     } else if (machine_.options.autoExpose) {
         pressLater(kNextPressMs);
+    }
+}
+
+void Autocalibration::tellProgress() {
+    // The kVp display carries it: a small number is the exposure's, one above any kVp is the filament
+    // current.
+    if (!calibration_.onParameter()) {
+        machine_.say("KVS" + std::to_string(exposures_));
+        machine_.say("KVS" + std::to_string(kFilamentBase + 10 * exposures_ + machine_.random.below(10)));
+    } else {
+        machine_.say("KVS" + shortNumber(calibration_.shot().kvp, 0));
     }
 }
 

@@ -35,6 +35,7 @@ private:
     void begin();
     void dismiss();
     void pressLater(std::int64_t ms);
+    void tellProgress();
     void end();
 
     Machine& machine_;

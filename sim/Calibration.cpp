@@ -90,6 +90,12 @@ void Calibration::report() {
     sayValue();
 }
 
+void Calibration::reportShot() {
+    sayKvp();
+    sayMs();
+    sayMas();
+}
+
 void Calibration::adopt(int value) {
     place().value = place().stored = std::clamp(value, 0, kHighestValue);
     sayValue();

@@ -22,6 +22,9 @@ public:
     /// Reports the present place with all that belongs to it.
     void report();
 
+    /// Reports only what an exposure here is made with.
+    void reportShot();
+
     [[nodiscard]] Shot shot() const { return place().shot; }
     [[nodiscard]] bool onParameter() const { return place().parameter != 0; }
 

@@ -1,6 +1,6 @@
 #include "sim/Commands.h"
 
-#include "base/Numbers.h"
+#include "sim/Formats.h"
 
 #include <algorithm>
 
@@ -35,10 +35,8 @@ Verdict CommandTable::run(std::string_view text, int phase) const {
         return Verdict::Unknown;
     }
     const std::string_view mnemonic = text.substr(0, longest);
-    Request request{text.substr(longest), std::nullopt, 0};
-    if (quillon::isNumeric(request.argument)) {
-        request.number = quillon::toDouble(request.argument);
-    }
+    const std::string_view argument = text.substr(longest);
+    Request request{argument, numberIn(argument), 0};
     for (const Entry& entry : entries_) {
         if (entry.mnemonic == mnemonic && (entry.phases & in(phase)) != 0) {
             request.amount = entry.amount;

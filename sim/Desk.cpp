@@ -1,6 +1,5 @@
 #include "sim/Desk.h"
 
-#include "base/Numbers.h"
 #include "base/Text.h"
 #include "sim/Formats.h"
 
@@ -20,14 +19,11 @@ std::string refusal(const std::string& why) {
 }
 
 std::optional<int> wholeNumber(std::string_view text, int low, int high) {
-    if (!quillon::isNumeric(text)) {
+    const auto value = numberIn(text);
+    if (!value || *value != std::floor(*value) || *value < low || *value > high) {
         return std::nullopt;
     }
-    const double value = quillon::toDouble(text);
-    if (value != std::floor(value) || value < low || value > high) {
-        return std::nullopt;
-    }
-    return static_cast<int>(value);
+    return static_cast<int>(*value);
 }
 
 std::optional<bool> onOff(std::string_view text) {
@@ -109,7 +105,11 @@ std::string fluoro(Assembly& g, std::string_view text) {
     if (!on) {
         return "?fluoro takes on or off";
     }
-    return refusal(*on ? g.fluoroscopy.start() : g.fluoroscopy.stop());
+    if (!*on) {
+        return refusal(g.fluoroscopy.stop());
+    }
+    const std::string hindrance = g.hindrance();
+    return refusal(hindrance.empty() ? g.fluoroscopy.start() : hindrance);
 }
 
 std::string silence(Assembly& g, std::string_view text) {
@@ -173,19 +173,19 @@ std::string send(Assembly& g, std::string_view text) {
 }
 
 std::string setTechnique(Assembly& g, std::string_view key, std::string_view value) {
-    if (!quillon::isNumeric(value)) {
+    const auto number = numberIn(value);
+    if (!number) {
         return "?" + std::string(key) + " takes a number";
     }
-    const double number = quillon::toDouble(value);
     bool asAsked = true;
     if (key == "kv") {
-        asAsked = g.technique.chooseKvp(number);
+        asAsked = g.technique.chooseKvp(*number);
     } else if (key == "ma") {
-        asAsked = g.technique.chooseMa(number);
+        asAsked = g.technique.chooseMa(*number);
     } else if (key == "ms") {
-        asAsked = g.technique.chooseMs(number);
+        asAsked = g.technique.chooseMs(*number);
     } else {
-        asAsked = g.technique.chooseMas(number);
+        asAsked = g.technique.chooseMas(*number);
     }
     return asAsked ? "" : "limited";
 }

@@ -42,6 +42,9 @@ public:
     /// Everything stops where it stands, unreported: an error came, or the power went.
     void halt();
 
+    /// The phase an exposure under way began in; else the present phase.
+    [[nodiscard]] int phaseBehind() const { return underWay() ? back_ : machine_.phase(); }
+
     /// It began in a service mode, so the values come from there.
     [[nodiscard]] bool inServiceMode() const { return back_ != 2; }
 

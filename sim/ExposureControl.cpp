@@ -1,6 +1,6 @@
 #include "sim/ExposureControl.h"
 
-#include "base/Numbers.h"
+#include "sim/Formats.h"
 
 #include <algorithm>
 #include <cmath>
@@ -118,10 +118,9 @@ bool ExposureControl::setAll(const Request& request) {
     if (rest.empty()) {
         return chooseFields(fields);
     }
-    const std::string_view screen = rest.substr(0, 1);
-    const std::string_view density = rest.substr(1);
-    return quillon::isNumeric(screen) && quillon::isNumeric(density) && chooseFields(fields) &&
-           chooseScreen(quillon::toDouble(screen)) && chooseDensity(quillon::toDouble(density));
+    const auto screen = numberIn(rest.substr(0, 1));
+    const auto density = numberIn(rest.substr(1));
+    return screen && density && chooseFields(fields) && chooseScreen(*screen) && chooseDensity(*density);
 }
 
 bool ExposureControl::setField(const Request& request) {

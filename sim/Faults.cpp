@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulator {
 
@@ -15,22 +16,6 @@ struct Lamp {
 
 constexpr Lamp kLamps[] = {{"door", "DL"},     {"generator", "GL"}, {"tube", "TL"},      {"rotor", "RL"},
                            {"overheat", "HL"}, {"technique", "EL"}, {"collimator", "CL"}};
-
-/// Where the machine goes on after an error: a service mode is not left, what runs in it is.
-int resumedPhase(int phase) {
-    switch (phase) {
-    case 6:
-    case 8:
-        return phase;
-    case 9:
-    case 11:
-    case 12:
-    case 13:
-        return 6;
-    default:
-        return 2;
-    }
-}
 
 } // namespace
 
@@ -54,8 +39,7 @@ void Faults::raise(int code) {
         return;
     }
     if (machine_.phase() != 7) {
-        resume_ = resumedPhase(machine_.phase());
-        halt_();
+        resume_ = stop_();
     }
     code_ = code;
     machine_.go(7);
@@ -100,7 +84,7 @@ bool Faults::reset(const Request&) {
     code_ = interlock_ = 0;
     machine_.say("AR0");
     if (machine_.phase() == 7) {
-        machine_.enter(resume_);
+        machine_.enter(std::exchange(resume_, 2));
     }
     return true;
 }

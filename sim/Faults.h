@@ -13,8 +13,8 @@ namespace simulator {
 /// Errors, warnings, interlocks and the standing conditions of the machine's lamps.
 class Faults {
 public:
-    /// `halt` stops whatever runs when an error comes.
-    Faults(Machine& machine, std::function<void()> halt) : machine_(machine), halt_(std::move(halt)) {}
+    /// `stop` stops whatever runs when an error comes, and tells the phase to go on in after its reset.
+    Faults(Machine& machine, std::function<int()> stop) : machine_(machine), stop_(std::move(stop)) {}
 
     [[nodiscard]] static std::span<const Row<Faults>> rows();
     void powerUp();
@@ -45,7 +45,7 @@ private:
     void say();
 
     Machine& machine_;
-    std::function<void()> halt_;
+    std::function<int()> stop_;
     int code_ = 0;
     int interlock_ = 0;
     int resume_ = 2;

@@ -113,7 +113,7 @@ std::string Fluoroscopy::stop() {
     halt();
     machine_.say("FLX0");
     sayTime();
-    machine_.go(2);
+    machine_.enter(2);
     return {};
 }
 

@@ -1,8 +1,10 @@
 #include "sim/Formats.h"
 
 #include "base/Numbers.h"
+#include "base/Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 
@@ -19,6 +21,19 @@ std::string places(const char* format, double value) {
 }
 
 } // namespace
+
+std::optional<double> numberIn(std::string_view text) {
+    text = quillon::trim(text);
+    if (!quillon::isNumeric(text)) {
+        return std::nullopt;
+    }
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc{} && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
 
 std::string shortNumber(double value, int decimals) {
     const double scale = std::pow(10.0, decimals);

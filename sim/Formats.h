@@ -1,8 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace simulator {
+
+/// The number a whole text is, blanks around it allowed; nothing if it is none or none that can be held.
+[[nodiscard]] std::optional<double> numberIn(std::string_view text);
 
 /// At most that many decimals, and no needless zeros: 80, 12.5, 0.04.
 [[nodiscard]] std::string shortNumber(double value, int decimals);

@@ -1,6 +1,6 @@
 #include "sim/Programs.h"
 
-#include "base/Numbers.h"
+#include "sim/Formats.h"
 
 #include <algorithm>
 #include <optional>
@@ -16,6 +16,7 @@ constexpr std::string_view kMnemonics[] = {"SA", "SB", "SC", "SD", "SE"};
 struct Value {
     std::string_view tag;
     std::string_view text;
+    double number;
 };
 
 /// Tags are letters, values anything else. Nothing if the text is not made that way.
@@ -27,11 +28,12 @@ std::optional<std::vector<Value>> takeApart(std::string_view text) {
         const auto valueEnd = std::find_if(tagEnd, text.end(), letter);
         const auto tagLength = static_cast<std::size_t>(tagEnd - text.begin());
         const auto length = static_cast<std::size_t>(valueEnd - text.begin());
-        const Value value{text.substr(0, tagLength), text.substr(tagLength, length - tagLength)};
-        if (value.tag.empty() || !quillon::isNumeric(value.text)) {
+        const std::string_view value = text.substr(tagLength, length - tagLength);
+        const auto number = numberIn(value);
+        if (tagLength == 0 || !number) {
             return std::nullopt;
         }
-        values.push_back(value);
+        values.push_back({text.substr(0, tagLength), value, *number});
         text.remove_prefix(length);
     }
     return values;
@@ -42,7 +44,7 @@ std::optional<std::vector<Value>> takeApart(std::string_view text) {
 /// How a program's value reaches its subject. A false result is a value that had to be limited or left.
 struct Programs::Tag {
     std::string_view name;
-    bool (*apply)(Programs& programs, const Value& value, double number);
+    bool (*apply)(Programs& programs, const Value& value);
 };
 
 std::span<const Row<Programs>> Programs::rows() {
@@ -59,24 +61,24 @@ std::span<const Row<Programs>> Programs::rows() {
 bool Programs::take(const Request& request) {
     // clang-format off
     static constexpr Tag tags[] = {
-        {"WS",   [](Programs& p, const Value&,   double n) { return p.configuration_.choose(n); }},
-        {"FO",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseFocus(n != 0); }},
-        {"ET",   [](Programs&,   const Value&,   double)   { return true; }},
-        {"FI",   [](Programs& p, const Value& v, double)   { return p.control_.chooseFields(v.text); }},
-        {"FS",   [](Programs& p, const Value&,   double n) { return p.control_.chooseScreen(n); }},
-        {"FN",   [](Programs& p, const Value&,   double n) { return p.control_.chooseDensity(n); }},
-        {"AEC",  [](Programs& p, const Value&,   double n) { return p.control_.chooseDigital(n); }},
-        {"BR",   [](Programs& p, const Value&,   double n) { return p.control_.chooseBrightness(n); }},
-        {"RM",   [](Programs& p, const Value&,   double n) { return p.control_.chooseRoadmapping(n); }},
-        {"KV",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseKvp(n); }},
-        {"MA",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseMa(n); }},
-        {"MS",   [](Programs& p, const Value&,   double n) { return p.technique_.chooseMs(n); }},
-        {"FLK",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseKvp(n); }},
-        {"FLP",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.choosePulses(n); }},
-        {"ABC",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseStabilisation(n); }},
-        {"FLHD", [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseHighDose(n); }},
-        {"FLC",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseContrast(n); }},
-        {"KVT",  [](Programs& p, const Value&,   double n) { return p.fluoroscopy_.chooseTracking(n); }},
+        {"WS",   [](Programs& p, const Value& v) { return p.configuration_.choose(v.number); }},
+        {"FO",   [](Programs& p, const Value& v) { return p.technique_.chooseFocus(v.number != 0); }},
+        {"ET",   [](Programs&, const Value&) { return true; }},
+        {"FI",   [](Programs& p, const Value& v) { return p.control_.chooseFields(v.text); }},
+        {"FS",   [](Programs& p, const Value& v) { return p.control_.chooseScreen(v.number); }},
+        {"FN",   [](Programs& p, const Value& v) { return p.control_.chooseDensity(v.number); }},
+        {"AEC",  [](Programs& p, const Value& v) { return p.control_.chooseDigital(v.number); }},
+        {"BR",   [](Programs& p, const Value& v) { return p.control_.chooseBrightness(v.number); }},
+        {"RM",   [](Programs& p, const Value& v) { return p.control_.chooseRoadmapping(v.number); }},
+        {"KV",   [](Programs& p, const Value& v) { return p.technique_.chooseKvp(v.number); }},
+        {"MA",   [](Programs& p, const Value& v) { return p.technique_.chooseMa(v.number); }},
+        {"MS",   [](Programs& p, const Value& v) { return p.technique_.chooseMs(v.number); }},
+        {"FLK",  [](Programs& p, const Value& v) { return p.fluoroscopy_.chooseKvp(v.number); }},
+        {"FLP",  [](Programs& p, const Value& v) { return p.fluoroscopy_.choosePulses(v.number); }},
+        {"ABC",  [](Programs& p, const Value& v) { return p.fluoroscopy_.chooseStabilisation(v.number); }},
+        {"FLHD", [](Programs& p, const Value& v) { return p.fluoroscopy_.chooseHighDose(v.number); }},
+        {"FLC",  [](Programs& p, const Value& v) { return p.fluoroscopy_.chooseContrast(v.number); }},
+        {"KVT",  [](Programs& p, const Value& v) { return p.fluoroscopy_.chooseTracking(v.number); }},
     };
     // clang-format on
     const auto values = takeApart(request.argument);
@@ -90,7 +92,7 @@ bool Programs::take(const Request& request) {
     bool asAsked = true;
     for (const Value& value : *values) {
         const auto tag = std::ranges::find(tags, value.tag, &Tag::name);
-        asAsked = tag->apply(*this, value, quillon::toDouble(value.text)) && asAsked;
+        asAsked = tag->apply(*this, value) && asAsked;
     }
     if (!asAsked) {
         machine_.say("AT1");

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "sim/Generator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulator::test {
+
+using Lines = std::vector<std::string>;
+
+inline Options optionsOf(std::initializer_list<std::string_view> settings) {
+    Options options;
+    for (const std::string_view setting : settings) {
+        EXPECT_EQ(applyOption(options, setting), "") << setting;
+    }
+    return options;
+}
+
+/// A generator with its line and a clock that moves only when told.
+class Bench {
+public:
+    explicit Bench(std::initializer_list<std::string_view> settings = {})
+        : generator_(
+              optionsOf(settings), [this](std::string_view bytes) { bytes_ += bytes; }, 0) {}
+    Bench(const Bench&) = delete;
+    Bench& operator=(const Bench&) = delete;
+
+    /// Up and in phase 2, with nothing waiting on the line.
+    Bench& up() {
+        wait(4000);
+        bytes_.clear();
+        return *this;
+    }
+
+    void raw(std::string_view bytes) { generator_.receive(bytes, now_); }
+
+    /// What comes back for a frame within a while that is too short for a change of mode.
+    Lines ask(std::string_view text) {
+        raw(std::string(text) + "\r\n\x03");
+        return wait(100);
+    }
+
+    /// The messages of the time that passes.
+    Lines wait(std::int64_t ms) {
+        generator_.advance(now_ += ms);
+        return take();
+    }
+
+    Lines take() {
+        Lines lines;
+        for (std::size_t end = bytes_.find("\r\n"); end != std::string::npos; end = bytes_.find("\r\n")) {
+            lines.push_back(bytes_.substr(0, end));
+            bytes_.erase(0, end + 2);
+        }
+        return lines;
+    }
+
+    std::string desk(std::string_view line) { return generator_.command(line, now_); }
+
+    /// The value of a line of the status.
+    std::string status(const std::string& name) {
+        const std::string text = "\n" + desk("status") + "\n";
+        const std::size_t at = text.find("\n" + name + " ");
+        return at == std::string::npos
+                   ? ""
+                   : text.substr(at + name.size() + 2, text.find('\n', at + 1) - at - name.size() - 2);
+    }
+
+    [[nodiscard]] std::int64_t now() const { return now_; }
+    [[nodiscard]] const std::string& bytes() const { return bytes_; }
+    Generator& generator() { return generator_; }
+
+private:
+    std::string bytes_;
+    std::int64_t now_ = 0;
+    Generator generator_;
+};
+
+inline bool holds(const Lines& lines, std::string_view line) {
+    return std::ranges::find(lines, line) != lines.end();
+}
+
+} // namespace simulator::test

@@ -1,0 +1,162 @@
+#include "tests/sim/Bench.h"
+
+namespace simulator::test {
+namespace {
+
+TEST(Exposure, RunsFromTheHandSwitchThroughItsPhases) {
+    Bench bench;
+    bench.up();
+    bench.ask("MS 200");
+    EXPECT_EQ(bench.desk("prepare"), "");
+    EXPECT_EQ(bench.wait(100), (Lines{"PS1", "ST3"}));
+    EXPECT_EQ(bench.ask("KV+"), Lines{}) << "the values stand while the tube is prepared";
+    EXPECT_EQ(bench.wait(1000), Lines{"PR1"});
+    bench.desk("expose");
+    EXPECT_EQ(bench.wait(200), (Lines{"XS1", "ST4", "XR1"}));
+    EXPECT_EQ(bench.wait(200),
+              (Lines{"XR0", "XE0", "PD010020.0200.0", "MXS20.0", "XS0", "PR0", "PS0", "ST2"}));
+    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC01"}));
+    EXPECT_EQ(bench.ask("LE"), (Lines{"AK", "PD010020.0200.0"}));
+    EXPECT_EQ(bench.ask("DO?"), (Lines{"AK", "DO490-02"}));
+    EXPECT_EQ(bench.ask("HU"), Lines{"HE1"});
+}
+
+TEST(Exposure, ReleaseEndsItEarlyOrStopsThePreparation) {
+    Bench bench;
+    bench.up();
+    bench.ask("MS 1000");
+    bench.desk("expose");
+    bench.wait(1500);
+    bench.desk("release");
+    const Lines end = bench.wait(100);
+    EXPECT_TRUE(holds(end, "XE1"));
+    EXPECT_TRUE(holds(end, "PD010050.0500.0"));
+    bench.desk("prepare");
+    bench.wait(500);
+    bench.desk("release");
+    EXPECT_EQ(bench.wait(2000), (Lines{"PS0", "ST2"}));
+    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC01"}));
+}
+
+TEST(Exposure, TheConsoleCanGiveTheWord) {
+    Bench bench;
+    bench.up();
+    EXPECT_EQ(bench.ask("XR1"), Lines{}) << "only in preparation";
+    bench.desk("prepare");
+    bench.wait(1500);
+    const Lines lines = bench.ask("XR1");
+    EXPECT_EQ(lines.front(), "AK");
+    EXPECT_TRUE(holds(lines, "XR1"));
+}
+
+TEST(Exposure, NeedsTheConsolesLeaveAndAClosedDoor) {
+    Bench bench;
+    bench.up();
+    EXPECT_EQ(bench.ask("RX0"), Lines{"AK"});
+    EXPECT_EQ(bench.desk("expose").substr(0, 1), "?");
+    EXPECT_EQ(bench.desk("fluoro on").substr(0, 1), "?");
+    bench.ask("RX1");
+    bench.desk("door 1");
+    EXPECT_EQ(bench.desk("prepare"), "?the door is open");
+    bench.desk("door 0");
+    EXPECT_EQ(bench.desk("prepare"), "");
+}
+
+TEST(Exposure, TheChamberCutsItShort) {
+    Bench bench;
+    bench.up();
+    bench.ask("FI11");
+    bench.ask("MS 1000");
+    bench.desk("expose");
+    const Lines lines = bench.wait(2000);
+    EXPECT_TRUE(holds(lines, "XE0"));
+    EXPECT_FALSE(holds(lines, "MXS100"));
+}
+
+TEST(Tube, TooHotItRestsUntilItHasCooled) {
+    Bench bench({"powerup=0"});
+    bench.up();
+    bench.desk("heat 95");
+    EXPECT_EQ(bench.wait(100), (Lines{"ST10", "HL1"}));
+    EXPECT_EQ(bench.desk("expose").substr(0, 1), "?");
+    EXPECT_EQ(bench.wait(199'800), Lines{});
+    EXPECT_EQ(bench.wait(200), (Lines{"HL0", "ST2"}));
+    EXPECT_EQ(bench.ask("HU"), Lines{"HE75"});
+    EXPECT_EQ(bench.ask("RP?"), (Lines{"AK", "RP7"}));
+}
+
+TEST(Records, CountersAndTheirReset) {
+    Bench bench;
+    bench.up();
+    bench.desk("set counter0 17");
+    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC017"}));
+    EXPECT_EQ(bench.ask("TCR0"), Lines{"AK"});
+    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC00"}));
+    EXPECT_EQ(bench.ask("TC3"), Lines{}) << "there is no third tube";
+    bench.desk("set counter1 4");
+    bench.desk("set counter3 9");
+    EXPECT_EQ(bench.ask("TC1"), (Lines{"AK", "TC14"}));
+    bench.desk("set thirdtube dash");
+    EXPECT_EQ(bench.ask("TC1"), (Lines{"AK", "TC14 - 9"}));
+    bench.desk("set thirdtube 1");
+    EXPECT_EQ(bench.ask("TC3"), (Lines{"AK", "TC39"}));
+}
+
+TEST(Records, DoseAddsUpAndIsReset) {
+    Bench bench;
+    bench.up();
+    for (int exposure = 0; exposure < 2; ++exposure) {
+        bench.desk("expose");
+        bench.wait(2000);
+    }
+    EXPECT_EQ(bench.ask("DO?"), (Lines{"AK", "DO245-02"}));
+    EXPECT_EQ(bench.ask("DOA?"), (Lines{"AK", "DOA490-02"}));
+    EXPECT_EQ(bench.ask("DOR"), (Lines{"AK", "DOR"}));
+    EXPECT_EQ(bench.ask("DOA?"), (Lines{"AK", "DOA000+00"}));
+}
+
+TEST(Faults, AnErrorStandsUntilItsReset) {
+    Bench bench;
+    bench.up();
+    bench.desk("error 12");
+    EXPECT_EQ(bench.wait(100), (Lines{"ST7", "ER12"}));
+    EXPECT_EQ(bench.ask("ER?"), (Lines{"AK", "ER12"}));
+    EXPECT_EQ(bench.ask("RF"), Lines{});
+    EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
+    EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0"}));
+    EXPECT_EQ(bench.ask("ER?"), (Lines{"AK", "ER0"}));
+}
+
+TEST(Faults, AnErrorStopsTheExposure) {
+    Bench bench;
+    bench.up();
+    bench.desk("expose");
+    bench.wait(500);
+    bench.desk("error 3");
+    EXPECT_EQ(bench.wait(5000), (Lines{"ST7", "ER3"}));
+    EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
+    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC00"}));
+}
+
+TEST(Faults, InterlocksWarningsAndLamps) {
+    Bench bench;
+    bench.up();
+    for (const auto& [command, message] : {std::pair{"error L3", "ERL03"},
+                                           {"warning 11", "WN11"},
+                                           {"aec 1", "AR1"},
+                                           {"generator 1", "GL1"},
+                                           {"tube 1", "TL1"},
+                                           {"rotor 0", "RL0"},
+                                           {"overheat on", "HL1"},
+                                           {"technique off", "EL0"},
+                                           {"collimator 1", "CL1"},
+                                           {"send INFhello", "INFhello"}}) {
+        EXPECT_EQ(bench.desk(command), "") << command;
+        EXPECT_EQ(bench.wait(50), Lines{message}) << command;
+    }
+    EXPECT_EQ(bench.ask("ER?"), (Lines{"AK", "ERL03"}));
+    EXPECT_EQ(bench.ask("ST"), Lines{"ST2"}) << "none of them changes the phase";
+}
+
+} // namespace
+} // namespace simulator::test

@@ -1,0 +1,224 @@
+#include "tests/sim/Bench.h"
+
+#include <random>
+
+namespace simulator::test {
+namespace {
+
+TEST(PowerUp, ReportsInitializationThenNormalOperationAndAsksForTheEnableState) {
+    Bench bench({"powerup=1000"});
+    EXPECT_EQ(bench.wait(39), Lines{});
+    EXPECT_EQ(bench.wait(1), Lines{"ST1"});
+    EXPECT_EQ(bench.ask("ST"), Lines{"ST1"});
+    EXPECT_EQ(bench.ask("VR?"), Lines{}) << "a cold machine has no version to tell yet";
+    EXPECT_EQ(bench.wait(1000), (Lines{"ST2", "RX?"}));
+}
+
+TEST(PowerUp, FoundInAPhaseItSaysNothingUntilAsked) {
+    Bench bench({"startphase=8"});
+    EXPECT_EQ(bench.wait(10'000), Lines{});
+    EXPECT_EQ(bench.ask("ST"), Lines{"ST8"});
+}
+
+TEST(PowerUp, APowerCutForgetsTheSetValuesAndKeepsTheCounters) {
+    Bench bench;
+    bench.up();
+    bench.ask("KV 90");
+    bench.desk("set counter0 12");
+    bench.desk("power off");
+    EXPECT_EQ(bench.ask("ST"), Lines{});
+    EXPECT_EQ(bench.desk("expose"), "?it is off");
+    EXPECT_EQ(bench.desk("power on"), "");
+    EXPECT_EQ(bench.wait(4000), (Lines{"ST1", "ST2", "RX?"}));
+    EXPECT_EQ(bench.ask("KV?"), (Lines{"AK", "KV70"}));
+    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC012"}));
+}
+
+TEST(Answers, AcknowledgementFirstThenTheValueEachAfterItsDelay) {
+    Bench bench({"ack=20", "answer=50"});
+    bench.up();
+    bench.raw("KV?\r\n\x03");
+    EXPECT_EQ(bench.wait(19), Lines{});
+    EXPECT_EQ(bench.wait(1), Lines{"AK"});
+    EXPECT_EQ(bench.wait(29), Lines{});
+    EXPECT_EQ(bench.wait(1), Lines{"KV70"});
+}
+
+TEST(Answers, AMessageNeverOvertakesAnother) {
+    Bench bench({"ack=5", "answer=100"});
+    bench.up();
+    bench.raw("KV?\r\n\x03");
+    bench.wait(50);
+    bench.raw("MA?\r\n\x03");
+    EXPECT_EQ(bench.wait(200), (Lines{"KV70", "AK", "MA100"}));
+}
+
+TEST(Answers, PollsAreAnsweredByTheirValuesAlone) {
+    Bench bench({"heat=42"});
+    bench.up();
+    EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
+    EXPECT_EQ(bench.ask("HU"), Lines{"HE42"});
+}
+
+TEST(Answers, TheEndOfAMessageCanBeChosen) {
+    Bench etx({"end=etx", "startphase=2"});
+    etx.ask("ST");
+    EXPECT_EQ(etx.bytes(), "ST2\r\x03");
+    Bench both({"end=lfetx", "startphase=2"});
+    both.raw("ST\r\n\x03");
+    both.generator().advance(100);
+    EXPECT_EQ(both.bytes(), "ST2\r\n\x03");
+}
+
+TEST(Frames, MayComeInPiecesOrTogether) {
+    Bench bench;
+    bench.up();
+    for (const char byte : std::string("ST\r\n\x03")) {
+        bench.raw(std::string(1, byte));
+    }
+    EXPECT_EQ(bench.wait(50), Lines{"ST2"});
+    bench.raw("ST\r\n\x03HU\r\n\x03");
+    EXPECT_EQ(bench.wait(50), (Lines{"ST2", "HE0"}));
+}
+
+TEST(Frames, AFlushIsLegalAndUnanswered) {
+    Bench bench;
+    bench.up();
+    EXPECT_EQ(bench.ask(""), Lines{});
+    EXPECT_EQ(bench.status("flushes"), "1");
+    EXPECT_EQ(bench.status("malformed"), "0");
+}
+
+TEST(Frames, CrookedOnesAreCountedAndDropped) {
+    const std::string crooked[] = {"ST\r\x03",       "ST\n\x03",          "ST\x03",
+                                   "S\x01T\r\n\x03", "KV?\r\nST\r\n\x03", std::string(200, 'A') + "\r\n\x03"};
+    for (const std::string& frame : crooked) {
+        Bench bench;
+        bench.up();
+        bench.raw(frame);
+        EXPECT_EQ(bench.wait(100), Lines{}) << frame;
+        EXPECT_NE(bench.status("malformed"), "0") << frame;
+    }
+}
+
+TEST(Frames, AFrameThatBreaksOffDoesNotSpoilTheNext) {
+    Bench bench;
+    bench.up();
+    bench.raw("KV");
+    bench.wait(1001);
+    EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
+    EXPECT_EQ(bench.status("malformed"), "1");
+}
+
+TEST(Refusals, AreSilentAndCountedByTheirReason) {
+    Bench bench;
+    bench.up();
+    EXPECT_EQ(bench.ask("TU+"), Lines{});
+    EXPECT_EQ(bench.ask("C+"), Lines{});
+    EXPECT_EQ(bench.ask("KV"), Lines{});
+    EXPECT_EQ(bench.ask("WS9"), Lines{});
+    EXPECT_EQ(bench.ask("KV1e999"), Lines{});
+    EXPECT_EQ(bench.ask("QQ"), Lines{});
+    EXPECT_EQ(bench.status("wrong-phase"), "2");
+    EXPECT_EQ(bench.status("bad-argument"), "3");
+    EXPECT_EQ(bench.status("unknown"), "1");
+    EXPECT_EQ(bench.status("last-refused"), "QQ");
+}
+
+TEST(Faults, LostAcknowledgementsLeaveTheCommandDone) {
+    Bench bench;
+    bench.up();
+    bench.desk("drop 2");
+    EXPECT_EQ(bench.ask("KVU"), Lines{"KV71"});
+    EXPECT_EQ(bench.ask("KVU"), Lines{"KV72"});
+    EXPECT_EQ(bench.ask("KVU"), (Lines{"AK", "KV73"}));
+    bench.desk("drop every 2");
+    int heard = 0;
+    for (int request = 0; request < 10; ++request) {
+        heard += holds(bench.ask("KV?"), "AK") ? 1 : 0;
+    }
+    EXPECT_EQ(heard, 5);
+    EXPECT_EQ(bench.status("ack-dropped"), "7");
+}
+
+TEST(Faults, SilenceWorksOnAndSaysNothing) {
+    Bench bench;
+    bench.up();
+    bench.desk("silence on");
+    EXPECT_EQ(bench.ask("KV 90"), Lines{});
+    bench.desk("silence off");
+    EXPECT_EQ(bench.ask("KV?"), (Lines{"AK", "KV90"}));
+    bench.desk("set ack off");
+    EXPECT_EQ(bench.ask("KV?"), Lines{"KV90"});
+}
+
+std::string trafficOf(std::string_view seed, std::string_view noise) {
+    Bench bench({seed, noise});
+    std::string traffic;
+    for (int round = 0; round < 40; ++round) {
+        bench.raw("RF\r\n\x03URSRQ\r\n\x03");
+        bench.generator().advance(round * 1000);
+    }
+    return bench.bytes();
+}
+
+TEST(Faults, NoiseComesFromTheSeedAlone) {
+    EXPECT_EQ(trafficOf("seed=7", "noise=50"), trafficOf("seed=7", "noise=50"));
+    EXPECT_NE(trafficOf("seed=7", "noise=50"), trafficOf("seed=8", "noise=50"));
+    EXPECT_NE(trafficOf("seed=7", "noise=0"), trafficOf("seed=7", "noise=50"));
+}
+
+TEST(Robustness, AnyBytesAndAnyCommandsAreBorne) {
+    constexpr std::string_view kPieces[] = {"KV",   "MA+", "CF1", "CA1",   "CAU1", "FO", "\r\n\x03",
+                                            "\x03", "SA",  "WS2", "KVTF",  "URS",  "CD", "CG",
+                                            "AEC1", "FI",  "TC",  "1e308", "-",    " 5", "XR1"};
+    constexpr std::string_view kDesk[] = {"expose",    "release",  "error 5",         "fluoro on",
+                                          "power off", "power on", "phase 9",         "phase 4",
+                                          "heat 100",  "door 1",   "set exposures 1", "silence"};
+    std::mt19937 random(3);
+    Bench bench({"autoexpose=1", "noise=30"});
+    for (int round = 0; round < 20'000; ++round) {
+        bench.raw(kPieces[random() % std::size(kPieces)]);
+        if (random() % 4 == 0) {
+            bench.raw("\r\n\x03");
+        }
+        if (random() % 50 == 0) {
+            bench.desk(kDesk[random() % std::size(kDesk)]);
+        }
+        bench.wait(static_cast<std::int64_t>(random() % 200));
+    }
+    bench.desk("power off");
+    bench.desk("set noise 0");
+    bench.desk("power on");
+    bench.wait(10'000);
+    EXPECT_TRUE(holds(bench.ask("ST"), "ST2") || holds(bench.ask("ST"), "ST10"));
+}
+
+TEST(OptionsTest, WrongOnesAreNamed) {
+    Options options;
+    EXPECT_NE(applyOption(options, "nothing"), "");
+    EXPECT_NE(applyOption(options, "colour=red"), "");
+    for (const std::string_view wrong :
+         {"seed=-1", "noise=101", "thirdtube=2", "techmode=4", "powerup=1s", "positioner=both,",
+          "silent=maybe", "startphase=0", "version=a\tb"}) {
+        EXPECT_NE(applyOption(options, wrong), "") << wrong;
+    }
+    EXPECT_EQ(applyOption(options, "SEED=4294967295"), "");
+    EXPECT_EQ(options.seed, 4294967295U);
+}
+
+TEST(Desk, TellsWhatItCannotDo) {
+    Bench bench;
+    bench.up();
+    for (const std::string_view wrong : {"jump", "phase 14", "phase x", "door", "door 2", "jump 1", "error",
+                                         "noise x", "drop", "set kv", "set seed 3", "release", "fluoro off",
+                                         "power on", "heat 101", "send", "expose now", "set colour red"}) {
+        EXPECT_EQ(bench.desk(wrong).substr(0, 1), "?") << wrong;
+    }
+    EXPECT_EQ(bench.desk(""), "");
+    EXPECT_EQ(bench.desk("  DOOR   1 "), "");
+    EXPECT_EQ(bench.wait(50), Lines{"DL1"});
+}
+
+} // namespace
+} // namespace simulator::test

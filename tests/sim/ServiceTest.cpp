@@ -1,0 +1,255 @@
+#include "tests/sim/Bench.h"
+
+namespace simulator::test {
+namespace {
+
+/// In calibration, with its first report read.
+void calibrate(Bench& bench) {
+    bench.up();
+    bench.ask("CA1");
+    bench.wait(1000);
+}
+
+TEST(Configuration, IsEnteredReportedAndLeft) {
+    Bench bench;
+    bench.up();
+    EXPECT_EQ(bench.ask("CF1"), Lines{"AK"});
+    EXPECT_EQ(bench.wait(300), (Lines{"ST8", "WS1", "TU1", "WM0", "IC0", "WSI0", "WSF0", "WSS0", "KVT0",
+                                      "FI00", "FI10", "FI20", "FLD1"}));
+    EXPECT_EQ(bench.ask("KV+"), Lines{});
+    EXPECT_EQ(bench.ask("CF1"), Lines{"AK"}) << "a repeat changes nothing";
+    EXPECT_EQ(bench.wait(500), Lines{});
+    bench.ask("CF0");
+    EXPECT_EQ(bench.wait(300), Lines{"ST2"});
+}
+
+TEST(Configuration, ValuesAreSteppedWithinTheirLimitsForEachWorkstation) {
+    Bench bench;
+    bench.up();
+    bench.ask("CF1");
+    bench.wait(500);
+    EXPECT_EQ(bench.ask("TU+"), (Lines{"AK", "TU2"}));
+    EXPECT_EQ(bench.ask("TU+"), (Lines{"AK", "TU2"}));
+    EXPECT_EQ(bench.ask("WM-"), (Lines{"AK", "WM0"}));
+    EXPECT_EQ(bench.ask("WSS+"), (Lines{"AK", "WSS1"}));
+    EXPECT_EQ(bench.ask("WSI+"), (Lines{"AK", "WSI1"}));
+    EXPECT_EQ(bench.ask("KVT+"), (Lines{"AK", "KVT1"}));
+    EXPECT_EQ(bench.ask("FI2"), (Lines{"AK", "FI21"}));
+    EXPECT_TRUE(holds(bench.ask("WS3"), "TU1"));
+    EXPECT_TRUE(holds(bench.ask("WS1"), "TU2"));
+    EXPECT_TRUE(holds(bench.ask("CFD"), "TU1"));
+    bench.ask("CF0");
+    bench.wait(500);
+    EXPECT_EQ(bench.ask("WS2"), (Lines{"AK", "WS2", "WM1"}));
+}
+
+TEST(Configuration, TheTubeOfTheWorkstationDecidesWhichCounterRises) {
+    Bench bench;
+    bench.up();
+    bench.ask("CF1");
+    bench.wait(500);
+    bench.ask("TU+");
+    bench.ask("CF0");
+    bench.wait(500);
+    bench.desk("expose");
+    bench.wait(2000);
+    EXPECT_EQ(bench.ask("TC1"), (Lines{"AK", "TC11"}));
+    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC00"}));
+}
+
+TEST(ServiceModes, TheDipSwitchKeepsThemOut) {
+    Bench bench({"dipswitch=0"});
+    bench.up();
+    EXPECT_EQ(bench.ask("CF1"), Lines{"AK"});
+    EXPECT_EQ(bench.ask("CA1"), Lines{"AK"});
+    EXPECT_EQ(bench.wait(5000), Lines{});
+}
+
+TEST(ServiceModes, AnErrorDoesNotLeaveThem) {
+    Bench bench;
+    bench.up();
+    bench.ask("CF1");
+    bench.wait(500);
+    bench.desk("error 4");
+    bench.wait(100);
+    EXPECT_TRUE(holds(bench.ask("AR"), "ST8"));
+}
+
+TEST(Calibration, TheListIsWalkedFromTheSmallFocusToTheLastParameterAndBack) {
+    Bench bench;
+    bench.up();
+    bench.ask("CA1");
+    EXPECT_EQ(bench.wait(300), (Lines{"ST6", "MA10", "FO11", "FO20", "MS100", "MX1.0", "KV70", "CV310"}));
+    bool large = false;
+    int parameter = 0;
+    for (int step = 0; step < 60; ++step) {
+        for (const std::string& line : bench.ask("MA+")) {
+            large = large || line == "FO21";
+            if (line.starts_with("MASE")) {
+                EXPECT_TRUE(large) << "the parameters stand behind the large focus";
+                const int next = std::stoi(line.substr(4));
+                EXPECT_TRUE(next == parameter + 1 || next == 32) << line;
+                parameter = next;
+            }
+        }
+    }
+    EXPECT_EQ(parameter, 32);
+    EXPECT_EQ(bench.ask("MAU"), (Lines{"AK", "MASE32", "KV80", "CV132"}));
+    for (int step = 0; step < 31; ++step) {
+        bench.ask("MAD");
+    }
+    EXPECT_TRUE(holds(bench.ask("MA?"), "MASE01"));
+    const Lines station = bench.ask("MA-");
+    EXPECT_TRUE(holds(station, "MA640"));
+    EXPECT_TRUE(holds(station, "FO21"));
+}
+
+TEST(Calibration, TheFocusCanBeTurnedInsteadOfWalked) {
+    Bench bench;
+    calibrate(bench);
+    EXPECT_EQ(bench.ask("FO"), (Lines{"AK", "MA50", "FO10", "FO21", "MS100", "MX5.0", "KV70", "CV350"}));
+    bench.ask("MA+");
+    EXPECT_TRUE(holds(bench.ask("CO"), "MA80"));
+}
+
+TEST(Calibration, ValuesAreChangedStoredAndReadBack) {
+    Bench bench;
+    calibrate(bench);
+    EXPECT_EQ(bench.ask("C+"), (Lines{"AK", "CV311"}));
+    EXPECT_EQ(bench.ask("C++"), (Lines{"AK", "CV321"}));
+    EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV310"}));
+    EXPECT_EQ(bench.ask("CV0500"), (Lines{"AK", "CV500"}));
+    EXPECT_EQ(bench.ask("CS"), (Lines{"AK", "CV500"}));
+    EXPECT_EQ(bench.ask("CV1024"), Lines{});
+    bench.ask("C-");
+    bench.ask("MA+");
+    EXPECT_EQ(bench.ask("MA-").back(), "CV500") << "what was not stored is gone";
+    bench.desk("power off");
+    bench.desk("power on");
+    calibrate(bench);
+    EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV500"}));
+}
+
+TEST(Autocalibration, AsksRunsAndEndsWell) {
+    Bench bench({"exposures=2"});
+    calibrate(bench);
+    EXPECT_EQ(bench.ask("CAU1"), Lines{"AK"});
+    EXPECT_EQ(bench.ask("CAU1"), Lines{"AK"}) << "a repeat before the question is no answer to it";
+    EXPECT_EQ(bench.wait(1500), Lines{"ST11"});
+    EXPECT_EQ(bench.wait(60'000), Lines{}) << "the question has no end of its own";
+    EXPECT_EQ(bench.ask("CAU1"), (Lines{"AK", "CAU1"}));
+    EXPECT_EQ(bench.wait(1500), (Lines{"ST9", "KV70", "MS100", "MX1.0"}));
+    for (const std::string_view progress : {"KVS1", "KVS2"}) {
+        EXPECT_EQ(bench.desk("expose"), "");
+        const Lines lines = bench.wait(1400);
+        EXPECT_TRUE(holds(lines, "ST3") && holds(lines, "ST4") && holds(lines, "ST9"));
+        EXPECT_TRUE(holds(lines, progress));
+    }
+    EXPECT_EQ(bench.wait(500), Lines{"ST13"});
+    EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
+    EXPECT_EQ(bench.wait(300).front(), "ST6");
+    bench.ask("CA0");
+    EXPECT_EQ(bench.wait(300), Lines{"ST2"});
+}
+
+TEST(Autocalibration, ExposesByItselfAndCanEndBadly) {
+    Bench bench({"autoexpose=1", "autocalresult=error", "exposures=3"});
+    calibrate(bench);
+    bench.ask("CAU1");
+    bench.wait(2000);
+    bench.ask("CAU1");
+    const Lines lines = bench.wait(30'000);
+    EXPECT_EQ(std::ranges::count(lines, "ST4"), 3);
+    EXPECT_EQ(lines.back(), "ST12");
+}
+
+TEST(Autocalibration, AShortExposureCountsForNothing) {
+    Bench bench({"exposures=1"});
+    calibrate(bench);
+    bench.ask("CAU1");
+    bench.wait(2000);
+    bench.ask("CAU1");
+    bench.wait(2000);
+    bench.desk("expose");
+    bench.wait(1050);
+    bench.desk("release");
+    const Lines lines = bench.wait(3000);
+    EXPECT_TRUE(holds(lines, "XE1"));
+    EXPECT_EQ(lines.back(), "ST9");
+}
+
+TEST(Autocalibration, DismissedItGoesBackToCalibration) {
+    Bench bench;
+    calibrate(bench);
+    bench.ask("CAU1");
+    bench.wait(2000);
+    EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
+    const Lines lines = bench.wait(10'000);
+    EXPECT_EQ(lines.front(), "ST6");
+    EXPECT_FALSE(holds(lines, "ST11"));
+}
+
+TEST(Autocalibration, AnErrorEndsIt) {
+    Bench bench({"autoexpose=1"});
+    calibrate(bench);
+    bench.ask("CAU1");
+    bench.wait(2000);
+    bench.ask("CAU1");
+    bench.wait(8000);
+    bench.desk("error 20");
+    EXPECT_EQ(bench.wait(20'000), (Lines{"CAU0", "ST7", "ER20"}));
+    EXPECT_TRUE(holds(bench.ask("AR"), "ST6"));
+}
+
+TEST(Autocalibration, OfAKvpParameterShowsItsKvp) {
+    Bench bench({"exposures=1"});
+    calibrate(bench);
+    for (int step = 0; step < 20; ++step) {
+        bench.ask("MA+");
+    }
+    ASSERT_TRUE(holds(bench.ask("MA?"), "MASE06"));
+    bench.ask("CAU1");
+    bench.wait(2000);
+    bench.ask("CAU1");
+    bench.wait(2000);
+    EXPECT_EQ(bench.ask("KVU"), (Lines{"AK", "KV81"}));
+    EXPECT_EQ(bench.ask("MXU"), (Lines{"AK", "MX20.0", "MS200"}));
+    bench.desk("expose");
+    EXPECT_TRUE(holds(bench.wait(2000), "KVS81"));
+}
+
+TEST(Positioner, TheRemoteOneKeepsItsPointsAndItsSid) {
+    Bench bench({"positioner=remote"});
+    bench.up();
+    EXPECT_EQ(bench.ask("URSSO1"), Lines{"AK"});
+    EXPECT_EQ(bench.status("positioner"), "service");
+    EXPECT_EQ(bench.ask("URSCG"), (Lines{"AK", "URSCG400,820,1100,1510,1560,2240,1800,3010,"}));
+    EXPECT_EQ(bench.ask("URSCD107501234"), Lines{"AK"});
+    EXPECT_EQ(bench.ask("URSCG").back(), "URSCG400,820,750,1234,1560,2240,1800,3010,");
+    EXPECT_EQ(bench.ask("URSSG"), (Lines{"AK", "URSSG1000"}));
+    bench.ask("URSCF0120");
+    EXPECT_EQ(bench.ask("URSSG").back(), "URSSG0120");
+    const std::string reading = bench.ask("URSRQ").back();
+    EXPECT_EQ(reading.substr(0, 5), "URSRQ");
+    EXPECT_EQ(reading.size(), 9U);
+    EXPECT_EQ(bench.ask("URSPS+005"), Lines{"AK"}) << "that is for the other kind";
+    EXPECT_EQ(bench.ask("URSCD9"), Lines{"AK"}) << "passed on, and not understood";
+}
+
+TEST(Positioner, OrlaAnswersEachAxisWithItsReading) {
+    Bench bench({"positioner=orla"});
+    bench.up();
+    for (const std::string_view head : {"URSPS+", "URSPB-", "URSAA+", "URSAB-", "URSSI+"}) {
+        const Lines lines = bench.ask(std::string(head) + "120");
+        ASSERT_EQ(lines.size(), 2U) << head;
+        EXPECT_EQ(lines[1].substr(0, 9), std::string(head) + "120");
+        const int reading = std::stoi(lines[1].substr(9));
+        EXPECT_EQ(lines[1].size(), 13U);
+        EXPECT_NEAR(reading, head.back() == '-' ? 1808 : 2288, 2) << head;
+    }
+    EXPECT_EQ(bench.ask("URSPS120"), Lines{"AK"});
+    EXPECT_EQ(bench.ask("URSCG"), Lines{"AK"});
+}
+
+} // namespace
+} // namespace simulator::test
