@@ -10,7 +10,7 @@ namespace quillon {
 inline constexpr auto kCounterScreenRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Frame, "fraExposureCounters", -1, "", {60, 5340, 9120, 3060}, 10, "", false},
-    {Kind::Label, "lblExposureCounters", -1, "fraExposureCounters", {60, 90, 9000, 360}, 16,
+    {Kind::Label, "lblExposureCounters", -1, "fraExposureCounters", {60, 60, 9000, 420}, 16,
      "EXPOSURE COUNTERS"},
     {Kind::Label, "lblT1RAD", -1, "fraExposureCounters", {60, 480, 2205, 300}, 12, "TUBE 1 RAD"},
     {Kind::Label, "lblTube1", -1, "fraExposureCounters", {60, 810, 2205, 480}, 20, ""},

@@ -9,33 +9,34 @@ namespace quillon {
 /// The workstation keys and the two menus. The service menu takes the place of the main one.
 inline constexpr auto kMenuRows = std::to_array<ControlRow>({
     // clang-format off
-    {Kind::Button, "cmbWS",               0, "", {90, 1200, 540, 450}, 8, "WS1"},
-    {Kind::Button, "cmbWS",               1, "", {690, 1200, 540, 450}, 8, "WS2"},
-    {Kind::Button, "cmbWS",               2, "", {1290, 1200, 540, 450}, 8, "WS3"},
-    {Kind::Button, "cmbWS",               3, "", {1890, 1200, 540, 450}, 8, "WS4"},
-    {Kind::Button, "cmbWS",               4, "", {2490, 1200, 540, 450}, 8, "WS5"},
-    {Kind::Button, "cmbWS",               5, "", {3090, 1200, 540, 450}, 8, "WS6"},
-    {Kind::Button, "cmbWS",               6, "", {3690, 1200, 540, 450}, 8, "WS7"},
-    {Kind::Button, "cmbWS",               7, "", {4290, 1200, 540, 450}, 8, "WS8"},
-    {Kind::Frame,  "fraMainMenu",        -1, "", {60, 6210, 4800, 690}, 8, " Main Menu "},
-    {Kind::Button, "cmbMainMenu",         0, "fraMainMenu", {60, 210, 900, 450}, 10, "RAD"},
-    {Kind::Button, "cmbMainMenu",         1, "fraMainMenu", {1005, 210, 900, 450}, 10, "AEC"},
-    {Kind::Button, "cmbMainMenu",         2, "fraMainMenu", {1950, 210, 900, 450}, 10, "DAEC"},
-    {Kind::Button, "cmbMainMenu",         3, "fraMainMenu", {2895, 210, 900, 450}, 10, "Fluoro"},
-    {Kind::Button, "cmbGotoServiceMenu", -1, "fraMainMenu", {3840, 210, 900, 450}, 10, "Service"},
-    {Kind::Frame,  "fraServiceMenu",     -1, "", {60, 6210, 4800, 690}, 8, " Service Menu  ", false},
-    {Kind::Button, "cmbServiceMenu",      0, "fraServiceMenu", {60, 210, 1125, 450}, 8, "Configuration"},
-    {Kind::Button, "cmbServiceMenu",      1, "fraServiceMenu", {1245, 210, 1125, 450}, 8, "Calibration"},
-    {Kind::Button, "cmbServiceMenu",      2, "fraServiceMenu", {2430, 210, 1125, 450}, 8, "Comm"},
-    {Kind::Button, "cmbGotoMainMenu",    -1, "fraServiceMenu", {3615, 210, 1125, 450}, 8, "Main"},
+    {Kind::Button, "cmbWS",               0, "", {90, 1290, 540, 450}, 9, "WS1"},
+    {Kind::Button, "cmbWS",               1, "", {690, 1290, 540, 450}, 9, "WS2"},
+    {Kind::Button, "cmbWS",               2, "", {1290, 1290, 540, 450}, 9, "WS3"},
+    {Kind::Button, "cmbWS",               3, "", {1890, 1290, 540, 450}, 9, "WS4"},
+    {Kind::Button, "cmbWS",               4, "", {2490, 1290, 540, 450}, 9, "WS5"},
+    {Kind::Button, "cmbWS",               5, "", {3090, 1290, 540, 450}, 9, "WS6"},
+    {Kind::Button, "cmbWS",               6, "", {3690, 1290, 540, 450}, 9, "WS7"},
+    {Kind::Button, "cmbWS",               7, "", {4290, 1290, 540, 450}, 9, "WS8"},
+    {Kind::Frame,  "fraMainMenu",        -1, "", {60, 6150, 4800, 750}, 8, " Main Menu "},
+    {Kind::Button, "cmbMainMenu",         0, "fraMainMenu", {60, 225, 900, 480}, 10, "RAD"},
+    {Kind::Button, "cmbMainMenu",         1, "fraMainMenu", {1005, 225, 900, 480}, 10, "AEC"},
+    {Kind::Button, "cmbMainMenu",         2, "fraMainMenu", {1950, 225, 900, 480}, 10, "DAEC"},
+    {Kind::Button, "cmbMainMenu",         3, "fraMainMenu", {2895, 225, 900, 480}, 10, "Fluoro"},
+    {Kind::Button, "cmbGotoServiceMenu", -1, "fraMainMenu", {3840, 225, 900, 480}, 10, "Service"},
+    {Kind::Frame,  "fraServiceMenu",     -1, "", {60, 6150, 4800, 750}, 8, " Service Menu  ", false},
+    {Kind::Button, "cmbServiceMenu",      0, "fraServiceMenu", {60, 225, 1125, 480}, 9, "Configuration"},
+    {Kind::Button, "cmbServiceMenu",      1, "fraServiceMenu", {1245, 225, 1125, 480}, 9, "Calibration"},
+    {Kind::Button, "cmbServiceMenu",      2, "fraServiceMenu", {2430, 225, 1125, 480}, 9, "Comm"},
+    {Kind::Button, "cmbGotoMainMenu",    -1, "fraServiceMenu", {3615, 225, 1125, 480}, 9, "Main"},
     // clang-format on
 });
 
 /// What lies on the surface beside the frames. The icon covers everything once the panel is too small.
 inline constexpr auto kPanelSurfaceRows = std::to_array<ControlRow>({
     // clang-format off
-    {Kind::List,   "lstExtendedPosition", -1, "", {60, 1710, 900, 450}, 8, "", false},
-    {Kind::Button, "Iconized",            -1, "", {0, 0, 1020, 510}, 8, "Torvane Serial", false},
+    {Kind::Frame,  "fraMainMenuItem",      4, "", {60, 1800, 4800, 4290}, 8, "", false},
+    {Kind::List,   "lstExtendedPosition", -1, "", {60, 1800, 900, 450}, 8, "", false},
+    {Kind::Button, "Iconized",            -1, "", {0, 0, 1020, 690}, 8, "Torvane Serial", false},
     // clang-format on
 });
 

@@ -52,16 +52,6 @@ void fillLists(ControlHost& host) {
     }
 }
 
-// Names that begin with "txt" are fields: a lamp shows its colour, a value stands on white.
-void colourFields(ControlHost& host) {
-    for (const auto& control : host.controls()) {
-        const std::string_view name = control->name();
-        if (control->kind() == Kind::Label && name.starts_with("txt")) {
-            control->setBackColour(name.ends_with("Warning") ? kLampColour : kValueColour);
-        }
-    }
-}
-
 } // namespace
 
 void addPanelControls(ControlHost& host) {
@@ -69,7 +59,6 @@ void addPanelControls(ControlHost& host) {
         addControls(host, rows);
     }
     fillLists(host);
-    colourFields(host);
     host.at("txtDebugComm").setMultiLine(true);
     host.at("txtDebugComm").setReadOnly(true);
     for (const PanelTimer& timer : kPanelTimers) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Colours.h"
 #include "ui/ControlHost.h"
 
 namespace quillon {
@@ -8,9 +7,6 @@ namespace quillon {
 /// The size to which all places of the link control's panel refer.
 inline constexpr Twips kPanelDesignWidth = 4920;
 inline constexpr Twips kPanelDesignHeight = 6960;
-
-inline constexpr Colour kLampColour = 0x40C0FF;  ///< a lamp of the status strip: amber
-inline constexpr Colour kValueColour = 0xFFFFFF; ///< the ground of a value: white
 
 /// Makes every control and timer of the link control's panel on it, as the panel stands before anything was
 /// heard of the generator: the main menu with its first page.
