@@ -142,32 +142,32 @@ void Fluoroscopy::setFlKVP(std::int16_t value) {
 }
 
 void Fluoroscopy::FlKVPOneUp() {
-    stepOnce("FlKVPOneUp", m_FlKVPRetryUp_);
+    stepOnce("FlKVPOneUp", m_FlKVPRetryUp);
 }
 
 void Fluoroscopy::FlKVPOneDown() {
-    stepOnce("FlKVPOneDown", m_FlKVPRetryDown_);
+    stepOnce("FlKVPOneDown", m_FlKVPRetryDown);
 }
 
 void Fluoroscopy::stepOnce(std::string_view command, bool& armed) {
     context_.commands.send(command);
     if (link_.Handshaking && FLKVPDoubleHandshaking_ && !armed) {
         armed = true;
-        m_FlKVPRetryCount_ = kRetries;
+        m_FlKVPRetryCount = kRetries;
         tmrAutorepFlKVP_.start(kRetryInterval);
     }
 }
 
 void Fluoroscopy::repeatStep() {
-    if (m_FlKVPRetryCount_ == 0) {
+    if (m_FlKVPRetryCount == 0) {
         // The step stays armed: a generator that does not report is not asked all over again.
         tmrAutorepFlKVP_.stop();
         return;
     }
-    --m_FlKVPRetryCount_;
-    if (m_FlKVPRetryDown_) {
+    --m_FlKVPRetryCount;
+    if (m_FlKVPRetryDown) {
         FlKVPOneDown();
-    } else if (m_FlKVPRetryUp_) {
+    } else if (m_FlKVPRetryUp) {
         FlKVPOneUp();
     }
 }
@@ -234,10 +234,10 @@ void Fluoroscopy::fmessValue(const ValueRow& row, Control& field, std::string_vi
 }
 
 void Fluoroscopy::kVpReported(bool) {
-    if (FLKVPDoubleHandshaking_ && (m_FlKVPRetryUp_ || m_FlKVPRetryDown_)) {
+    if (FLKVPDoubleHandshaking_ && (m_FlKVPRetryUp || m_FlKVPRetryDown)) {
         tmrAutorepFlKVP_.stop();
-        m_FlKVPRetryUp_ = false;
-        m_FlKVPRetryDown_ = false;
+        m_FlKVPRetryUp = false;
+        m_FlKVPRetryDown = false;
     }
 }
 

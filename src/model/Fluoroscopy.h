@@ -65,9 +65,9 @@ private:
     Control& txtRAD_RF_;
 
     bool FLKVPDoubleHandshaking_ = false;
-    bool m_FlKVPRetryUp_ = false; // a step awaits the report of the kVp
-    bool m_FlKVPRetryDown_ = false;
-    std::int16_t m_FlKVPRetryCount_ = 0;
+    bool m_FlKVPRetryUp = false; // a step awaits the report of the kVp
+    bool m_FlKVPRetryDown = false;
+    std::int16_t m_FlKVPRetryCount = 0;
 };
 
 } // namespace quillon

@@ -135,8 +135,9 @@ constexpr std::array kPrograms{
                "fmessAcknowledgeAPRFluoro", &Events::AcknowledgeAPRFluoro},
     ProgramRow{"SD", "SendAPRRADFluoro", "APRRADFluoro", {kRadPart, fluoroBehind(kRadPart)}, 1,
                "fmessAcknowledgeAPRRADFluoro", &Events::AcknowledgeAPRRADFluoro},
-    ProgramRow{"SE", "SendAPRDigitalFluoro", "APRRADDigitalFluoro", {kDigitalPart, fluoroBehind(kDigitalPart)},
-               1, "fmessAcknowledgeAPRDigitalFluoro", &Events::AcknowledgeAPRDigitalFluoro},
+    ProgramRow{"SE", "SendAPRDigitalFluoro", "APRRADDigitalFluoro",
+               {kDigitalPart, fluoroBehind(kDigitalPart)}, 1,
+               "fmessAcknowledgeAPRDigitalFluoro", &Events::AcknowledgeAPRDigitalFluoro},
 };
 // clang-format on
 
