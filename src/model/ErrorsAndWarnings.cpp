@@ -94,7 +94,7 @@ constexpr ErrorsAndWarnings::Lamp ErrorsAndWarnings::kLamps[]{
 };
 // clang-format on
 
-ErrorsAndWarnings::ErrorsAndWarnings(ModelContext& context, cGeneratorError& errors)
+ErrorsAndWarnings::ErrorsAndWarnings(ModelContext& context, const cGeneratorError& errors)
     : context_(context), link_(context.link), state_(context.state), errors_(errors),
       lblWarning_(context.panel["lblWarning"]), cmbTM3_(context.panel.at("cmbTM", kWarnedTechniqueMode)),
       Iconized_(context.panel["Iconized"]), tmrWarning_(context.panel.timer("tmrWarning")),
@@ -116,10 +116,7 @@ ErrorsAndWarnings::ErrorsAndWarnings(ModelContext& context, cGeneratorError& err
     }
     tmrWarning_.setTick([this] { warningTick(); });
 
-    Operations& operations = context_.operations;
-    operations.add("ResetError", [this](bool WithACK) { ResetError(WithACK); }, {false});
-    operations.addWriteOnly("ErrorInfoFile", [this](const std::string& path) { errors_.Setup(path); });
-    operations.add("DefaultErrorInfoFile", [this] { errors_.Setup(); });
+    context_.operations.add("ResetError", [this](bool WithACK) { ResetError(WithACK); }, {false});
 }
 
 void ErrorsAndWarnings::ResetError(bool WithACK) {

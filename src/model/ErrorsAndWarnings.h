@@ -13,7 +13,7 @@ namespace quillon {
 class ErrorsAndWarnings {
 public:
     /// `errors` knows the words for the error codes.
-    ErrorsAndWarnings(ModelContext& context, cGeneratorError& errors);
+    ErrorsAndWarnings(ModelContext& context, const cGeneratorError& errors);
 
     /// Forgets the error and asks the generator to do the same.
     void ResetError(bool WithACK = false);
@@ -36,7 +36,7 @@ private:
     ModelContext& context_;
     LinkState& link_;
     GeneratorState& state_;
-    cGeneratorError& errors_;
+    const cGeneratorError& errors_;
     Control& lblWarning_;
     Control& cmbTM3_;
     Control& Iconized_;
