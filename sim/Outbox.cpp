@@ -16,12 +16,12 @@ void Outbox::acknowledge(std::int64_t nowMs) {
         return;
     }
     ++acknowledgementsSent_;
-    queue(ended("AK"), nowMs + options_.ackMs);
+    queue_.push_back({nowMs + options_.ackMs, ended("AK")});
 }
 
 void Outbox::release(std::int64_t nowMs) {
     for (const std::string& text : collected_) {
-        queue(ended(text), nowMs + options_.answerMs);
+        queue_.push_back({nowMs + options_.answerMs, ended(text)});
     }
     collected_.clear();
 }
@@ -29,7 +29,6 @@ void Outbox::release(std::int64_t nowMs) {
 void Outbox::clear() {
     collected_.clear();
     queue_.clear();
-    lastDueMs_ = 0;
 }
 
 std::optional<std::int64_t> Outbox::nextDue() const {
@@ -44,11 +43,6 @@ std::string Outbox::takeNext() {
     }
     ++messagesSent_;
     return withNoise(std::move(bytes));
-}
-
-void Outbox::queue(std::string bytes, std::int64_t dueMs) {
-    lastDueMs_ = std::max(lastDueMs_, dueMs);
-    queue_.push_back({lastDueMs_, std::move(bytes)});
 }
 
 std::string Outbox::ended(std::string_view text) const {

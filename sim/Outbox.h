@@ -45,7 +45,6 @@ private:
         std::string bytes;
     };
 
-    void queue(std::string bytes, std::int64_t dueMs);
     [[nodiscard]] std::string ended(std::string_view text) const;
     [[nodiscard]] std::string withNoise(std::string bytes);
     [[nodiscard]] std::string garbage();
@@ -54,7 +53,6 @@ private:
     Random random_; // its own: noise must not change what the machine does
     std::vector<std::string> collected_;
     std::deque<Item> queue_;
-    std::int64_t lastDueMs_ = 0;
     int dropNext_ = 0;
     int acknowledgements_ = 0;
     int messagesSent_ = 0;

@@ -115,7 +115,7 @@ void Technique::powerUp() {
 bool Technique::chooseKvp(double kvp) {
     const double asked = std::round(kvp);
     const double limited = std::clamp(asked, kLowestKvp, kHighestKvp);
-    const bool tooStrong = limited > kvp_ && limited * ma_ / 1000 > focusOf(largeFocus_).highestKw;
+    const bool tooStrong = limited * ma_ / 1000 > focusOf(largeFocus_).highestKw;
     if (!tooStrong) {
         kvp_ = limited;
     }
@@ -131,8 +131,8 @@ bool Technique::chooseKvp(double kvp) {
 bool Technique::chooseMa(double ma) {
     const Focus& focus = focusOf(largeFocus_);
     const double station = nearest(kMaStations, std::clamp(ma, focus.lowestMa, focus.highestMa));
-    const bool tooStrong = station > ma_ && station * kvp_ / 1000 > focus.highestKw;
-    const bool tooMuch = station > ma_ && station * ms_ / 1000 > kHighestMas;
+    const bool tooStrong = station * kvp_ / 1000 > focus.highestKw;
+    const bool tooMuch = station * ms_ / 1000 > kHighestMas;
     if (!tooStrong && !tooMuch) {
         ma_ = station;
     }
@@ -148,7 +148,7 @@ bool Technique::chooseMa(double ma) {
 
 bool Technique::chooseMs(double ms) {
     const double limited = std::clamp(ms, kMsStations[0], std::end(kMsStations)[-1]);
-    const bool tooMuch = limited > ms_ && ma_ * limited / 1000 > kHighestMas;
+    const bool tooMuch = ma_ * limited / 1000 > kHighestMas;
     if (!tooMuch) {
         ms_ = limited;
     }

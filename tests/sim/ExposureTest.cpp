@@ -127,6 +127,13 @@ TEST(Faults, AnErrorStandsUntilItsReset) {
     EXPECT_EQ(bench.ask("ER?"), (Lines{"AK", "ER0"}));
 }
 
+TEST(Faults, AnErrorEndsThePowerUp) {
+    Bench bench;
+    bench.desk("error 1");
+    EXPECT_EQ(bench.wait(10'000), (Lines{"ST1", "ST7", "ER1"}));
+    EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
+}
+
 TEST(Faults, AnErrorStopsTheExposure) {
     Bench bench;
     bench.up();

@@ -73,6 +73,13 @@ TEST(ServiceModes, AnErrorDoesNotLeaveThem) {
     bench.desk("error 4");
     bench.wait(100);
     EXPECT_TRUE(holds(bench.ask("AR"), "ST8"));
+    Bench calibrating;
+    calibrate(calibrating);
+    calibrating.desk("expose");
+    calibrating.wait(500);
+    calibrating.desk("error 4");
+    calibrating.wait(100);
+    EXPECT_TRUE(holds(calibrating.ask("AR"), "ST6"));
 }
 
 TEST(Calibration, TheListIsWalkedFromTheSmallFocusToTheLastParameterAndBack) {
@@ -187,6 +194,15 @@ TEST(Autocalibration, DismissedItGoesBackToCalibration) {
     const Lines lines = bench.wait(10'000);
     EXPECT_EQ(lines.front(), "ST6");
     EXPECT_FALSE(holds(lines, "ST11"));
+}
+
+TEST(Autocalibration, WithdrawnBeforeTheQuestionItNeverAsks) {
+    Bench bench;
+    calibrate(bench);
+    bench.ask("CAU1");
+    bench.ask("CAU1");
+    EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
+    EXPECT_EQ(bench.wait(10'000), Lines{});
 }
 
 TEST(Autocalibration, AnErrorEndsIt) {

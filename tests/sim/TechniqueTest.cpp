@@ -198,6 +198,7 @@ TEST(Programs, AreTakenWholeAndAnsweredWithTheirMnemonic) {
     EXPECT_EQ(bench.ask("SBWS1FLK080FLP05ABC1FLHD0FLC1KVT0").back(), "AT1") << "there is no rate of 5";
     EXPECT_EQ(bench.ask("SAWS1XX1"), Lines{});
     EXPECT_EQ(bench.ask("SAWSKV080"), Lines{});
+    EXPECT_EQ(bench.ask("SA"), Lines{});
     EXPECT_EQ(bench.ask("KV?"), (Lines{"AK", "KV90"})) << "a crooked program changes nothing";
 }
 
