@@ -171,19 +171,18 @@ std::string formatted(ValueForm form, const Value& value) {
 
 } // namespace
 
-Commands::Commands(const LinkState& state, SendPath& send) : state_(state), send_(send) {}
-
-std::span<const CommandRow> Commands::table() {
-    return kCommands;
-}
-
-void Commands::addTo(Operations& operations) const {
+Commands::Commands(const LinkState& state, SendPath& send, Operations& operations)
+    : state_(state), send_(send) {
     for (const CommandRow& row : kCommands) {
         operations.addAny(row.name, [this, &row](std::span<const Value> arguments) -> std::optional<Value> {
-            send(row, arguments);
+            this->send(row, arguments);
             return std::nullopt;
         });
     }
+}
+
+std::span<const CommandRow> Commands::table() {
+    return kCommands;
 }
 
 void Commands::send(std::string_view name, std::initializer_list<Value> arguments) const {

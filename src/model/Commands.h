@@ -52,11 +52,9 @@ struct CommandRow {
 /// Sends the commands of the table, by row or by name.
 class Commands {
 public:
-    Commands(const LinkState& state, SendPath& send);
-
     /// Adds all commands to the operations. Arguments: the value, if the form has one, then WithACK for
     /// Caller.
-    void addTo(Operations& operations) const;
+    Commands(const LinkState& state, SendPath& send, Operations& operations);
 
     /// Fault 5 for a name that is not in the table, 450 for wrong arguments.
     void send(std::string_view name, std::initializer_list<Value> arguments = {}) const;

@@ -39,7 +39,7 @@ ControlHost::ControlHost(Kind kind, std::string_view name, Schedule& schedule)
 
 ControlHost::~ControlHost() = default;
 
-Control& ControlHost::place(std::unique_ptr<Control> control, Control* container) {
+Control& ControlHost::take(std::unique_ptr<Control> control, Control* container) {
     Control& placed = *control;
     placed.host_ = this;
     placed.container_ = container == nullptr ? this : container;
@@ -55,20 +55,20 @@ Control& ControlHost::place(std::unique_ptr<Control> control, Control* container
 }
 
 Control& ControlHost::add(Kind kind, std::string_view name, std::optional<int> index, Control* container) {
-    return place(std::make_unique<Control>(kind, name, index), container);
+    return take(std::make_unique<Control>(kind, name, index), container);
 }
 
 Timer& ControlHost::addTimer(std::string_view name, int interval) {
     auto control = std::make_unique<TimerControl>(name, schedule_);
     Timer& timer = control->timer();
     timer.setInterval(interval);
-    place(std::move(control), nullptr);
+    take(std::move(control), nullptr);
     return timer;
 }
 
 ControlHost& ControlHost::adopt(std::unique_ptr<ControlHost> child, Control* container) {
     ControlHost& host = *child;
-    place(std::move(child), container);
+    take(std::move(child), container);
     return host;
 }
 

@@ -92,7 +92,7 @@ private:
         bool operator()(const Key& a, const Key& b) const;
     };
 
-    Control& place(std::unique_ptr<Control> control, Control* container);
+    Control& take(std::unique_ptr<Control> control, Control* container);
 
     Schedule& schedule_;
     std::vector<std::unique_ptr<Control>> controls_;

@@ -1,0 +1,57 @@
+#include "console/ConsoleContext.h"
+
+namespace quillon {
+
+void ConsoleScreen::setVisible(Names names, bool visible) const {
+    for (const std::string_view name : names) {
+        console_[name].setVisible(visible);
+    }
+}
+
+void ConsoleScreen::setEnabled(Names names, bool enabled) const {
+    for (const std::string_view name : names) {
+        console_[name].setEnabled(enabled);
+    }
+}
+
+void ConsoleScreen::off(Names names) const {
+    for (const std::string_view name : names) {
+        console_[name].setBackColour(context_.state.ButtonOffColor);
+    }
+}
+
+void ConsoleScreen::on(Names names) const {
+    for (const std::string_view name : names) {
+        console_[name].setBackColour(context_.state.ButtonOnColor);
+    }
+}
+
+void ConsoleScreen::prompt(std::string_view text) const {
+    console_["lblHelp"].setCaption(text);
+    console_["lblHelp"].setVisible(true);
+}
+
+void ConsoleScreen::clearPrompt() const {
+    console_["lblHelp"].setCaption("");
+    console_["lblHelp"].setVisible(false);
+}
+
+bool ConsoleScreen::errorOnShow() const {
+    return !console_["lblError"].caption().empty();
+}
+
+void ConsoleScreen::clearActualExposure() const {
+    for (const std::string_view label : {"lblActKVP", "lblActMA", "lblActMS", "lblActMAS"}) {
+        console_[label].setCaption("");
+    }
+}
+
+void ShowCalibrationButton(ConsoleContext& context, bool visible) {
+    const int positioner = context.positionerToCalibrate ? context.positionerToCalibrate() : 0;
+    if (positioner >= 0 && positioner <= 2) {
+        context.console["cmdOrla"].setVisible(positioner == 1 && visible);
+        context.console["cmdMultiRoom"].setVisible(positioner == 2 && visible);
+    }
+}
+
+} // namespace quillon

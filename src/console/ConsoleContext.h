@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "console/ConsoleState.h"
+#include "console/ConsoleTexts.h"
+#include "link/TorvaneSerial.h"
+#include "runtime/EventLoop.h"
+#include "runtime/Operations.h"
+#include "runtime/Platform.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+/// What the workflows of the console work with. All of it outlives them.
+struct ConsoleContext {
+    ControlHost& console;
+    TorvaneSerialV3_07_QLC1& link;
+    ConsoleState& state;
+    ConsoleTexts& texts;
+    ConsoleEvents& events;
+    Operations& operations; ///< a workflow adds its public operations here
+    Desktop& desktop;
+    EventLoop& loop;
+    std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner
+    std::function<void()> restartPc;
+    std::string commandLine;
+};
+
+/// The screen's regular moves, which every workflow makes.
+class ConsoleScreen {
+public:
+    explicit ConsoleScreen(ConsoleContext& context) : context_(context), console_(context.console) {}
+
+    using Names = std::initializer_list<std::string_view>;
+    void show(Names names) const { setVisible(names, true); }
+    void hide(Names names) const { setVisible(names, false); }
+    void enable(Names names) const { setEnabled(names, true); }
+    void disable(Names names) const { setEnabled(names, false); }
+    /// Paints buttons in the colour of a button at rest, or of the active mode.
+    void off(Names names) const;
+    void on(Names names) const;
+
+    /// Writes the prompt and shows it.
+    void prompt(std::string_view text) const;
+    /// Empties the prompt and hides it.
+    void clearPrompt() const;
+    [[nodiscard]] bool errorOnShow() const;
+    /// Empties the four values of the last exposure.
+    void clearActualExposure() const;
+
+private:
+    void setVisible(Names names, bool visible) const;
+    void setEnabled(Names names, bool enabled) const;
+
+    ConsoleContext& context_;
+    ControlHost& console_;
+};
+
+/// Asks the positioner of this installation which of the two positioner buttons to show.
+void ShowCalibrationButton(ConsoleContext& context, bool visible);
+
+} // namespace quillon

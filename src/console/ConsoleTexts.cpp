@@ -1,0 +1,116 @@
+#include "console/ConsoleTexts.h"
+
+#include <array>
+
+namespace quillon {
+
+namespace {
+
+using T = ConsoleTexts;
+
+struct TextRow {
+    std::string_view name;
+    std::string T::*member;
+    std::string_view text;
+};
+
+struct CaptionRow {
+    std::string_view name;
+    std::string_view control;
+    std::string_view caption;
+};
+
+// clang-format off
+constexpr std::array kTexts{
+    TextRow{"sInitAutocal",                &T::sInitAutocal,                "Initializing Auto Calibration"},
+    TextRow{"sExitAutocal",                &T::sExitAutocal,                "Exiting Auto Calibration"},
+    TextRow{"sEnterAutocal",               &T::sEnterAutocal,               "Entering Auto Calibration"},
+    TextRow{"sStopAutocal",                &T::sStopAutocal,                "Aborting Auto Calibration"},
+    TextRow{"sAutocal",                    &T::sAutocal,                    "Auto Calibration"},
+    TextRow{"sAutocalOK",                  &T::sAutocalOK,                  "OK"},
+    TextRow{"sAutocalERROR",               &T::sAutocalERROR,               "ERROR"},
+    TextRow{"sExitConfiguration",          &T::sExitConfiguration,          "Exiting Configuration"},
+    TextRow{"sEnterConfiguration",         &T::sEnterConfiguration,         "Entering Configuration"},
+    TextRow{"sExitCalibration",            &T::sExitCalibration,            "Exiting Calibration"},
+    TextRow{"sEnterCalibration",           &T::sEnterCalibration,           "Entering Calibration"},
+    TextRow{"sReadingExpCounters",         &T::sReadingExpCounters,         "Reading Exposure Counters"},
+    TextRow{"sPleaseWait",                 &T::sPleaseWait,                 "Please Wait"},
+    TextRow{"sClosing",                    &T::sClosing,                    "Closing ..."},
+    TextRow{"sCommError",                  &T::sCommError,                  "Communications ERROR"},
+    TextRow{"sGenerator",                  &T::sGenerator,                  "Generator"},
+    TextRow{"sPoweringUp",                 &T::sPoweringUp,                 "Powering Up"},
+    TextRow{"sPressConfirm",               &T::sPressConfirm,               "Press Confirm to Start"},
+    TextRow{"sPressDismiss",               &T::sPressDismiss,               "Or Dismiss to Exit"},
+    TextRow{"sPressPrepExpose",            &T::sPressPrepExpose,            "Press Prep and Expose"},
+    TextRow{"sPowerUpGenerator",           &T::sPowerUpGenerator,           "POWER UP THE GENERATOR"},
+    TextRow{"scmbClose",                   &T::scmbClose,                   "Close"},
+    TextRow{"scmbCancel",                  &T::scmbCancel,                  "Cancel"},
+    TextRow{"sResetCounterYes",            &T::sResetCounterYes,            "Yes"},
+    TextRow{"sResetCounterNo",             &T::sResetCounterNo,             "No"},
+    TextRow{"sResetExposureCounterTube1",  &T::sResetExposureCounterTube1,  "Do you really want to reset RAD exposure counter for tube 1?"},
+    TextRow{"sResetExposureCounterTube2",  &T::sResetExposureCounterTube2,  "Do you really want to reset RAD exposure counter for tube 2?"},
+    TextRow{"sResetExposureCounterTube3",  &T::sResetExposureCounterTube3,  "Do you really want to reset RAD exposure counter for tube 3?"},
+    TextRow{"sResetExposureCounterFluoro", &T::sResetExposureCounterFluoro, "Do you really want to reset fluoro time exposure counter?"},
+    TextRow{"sAECBackUpTime",              &T::sAECBackUpTime,              "EXPOSURE ABORTED BY BACK-UP TIMER"},
+    TextRow{"sAECCompensationError",       &T::sAECCompensationError,       "WRONG AEC SELECTION"},
+};
+
+// Texts that are nothing but the caption of their controls.
+constexpr std::array kCaptions{
+    CaptionRow{"scmbReadExposureCounters", "cmbReadExposureCounters", "Read Exposure Counters"},
+    CaptionRow{"scmbConfiguration",        "cmbConfiguration",        "Configuration"},
+    CaptionRow{"scmbManualCalibration",    "cmbManualCalibration",    "Manual Calibration"},
+    CaptionRow{"scmbAutocalibration",      "cmbAutocalibration",      "Auto Calibration"},
+    CaptionRow{"scmbResetError",           "cmbResetError",           "RESET ERROR"},
+    CaptionRow{"sExposureCounters",        "lblExposureCounters",     "EXPOSURE COUNTERS"},
+    CaptionRow{"sTube1RADCounter",         "lblT1RAD",                "TUBE 1 RAD"},
+    CaptionRow{"sTube2RADCounter",         "lblT2RAD",                "TUBE 2 RAD"},
+    CaptionRow{"sTubeFluoroCounter",       "lblTFluoro",              "FLUORO"},
+};
+constexpr std::array<std::string_view, 4> kResetKeys{"cmdResetT1", "cmdResetT2", "cmdResetFluoro", "cmdResetT3"};
+// clang-format on
+
+void captionResetKeys(ControlHost& console, std::string_view caption) {
+    for (const std::string_view key : kResetKeys) {
+        console[key].setCaption(caption);
+    }
+}
+
+} // namespace
+
+void ConsoleTexts::initialize(ControlHost& console) {
+    for (const TextRow& row : kTexts) {
+        this->*row.member = row.text;
+    }
+    m_ExitCaption = "Exit";
+    console["cmbClose"].setCaption(scmbClose);
+    for (const CaptionRow& row : kCaptions) {
+        console[row.control].setCaption(row.caption);
+    }
+    captionResetKeys(console, "Reset");
+    console["cmdResetCounterYes"].setCaption(sResetCounterYes);
+    console["cmdResetCounterNo"].setCaption(sResetCounterNo);
+}
+
+void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
+    for (const TextRow& row : kTexts) {
+        operations.addWriteOnly(row.name,
+                                [this, &row](std::string text) { this->*row.member = std::move(text); });
+    }
+    operations.addWriteOnly("scmbClose", [this, &console](std::string text) {
+        scmbClose = std::move(text);
+        console["cmbClose"].setCaption(scmbClose);
+    });
+    for (const CaptionRow& row : kCaptions) {
+        operations.addWriteOnly(
+            row.name, [&console, &row](std::string_view text) { console[row.control].setCaption(text); });
+    }
+    operations.addWriteOnly("sResetTubeCounter",
+                            [&console](std::string_view text) { captionResetKeys(console, text); });
+}
+
+std::string ConsoleTexts::waitPrompt(std::string_view text) const {
+    return std::string(text).append(kLineBreak).append(sPleaseWait);
+}
+
+} // namespace quillon

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "runtime/Operations.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+inline constexpr std::string_view kLineBreak = "\r\n";
+
+/// The operator's texts. Each can be replaced by name.
+struct ConsoleTexts {
+    std::string sInitAutocal;
+    std::string sExitAutocal;
+    std::string sEnterAutocal;
+    std::string sStopAutocal;
+    std::string sAutocal;
+    std::string sAutocalOK;
+    std::string sAutocalERROR;
+    std::string sExitConfiguration;
+    std::string sEnterConfiguration;
+    std::string sExitCalibration;
+    std::string sEnterCalibration;
+    std::string sReadingExpCounters;
+    std::string sPleaseWait;
+    std::string sClosing;
+    std::string sCommError;
+    std::string sGenerator;
+    std::string sPoweringUp;
+    std::string sPressConfirm;
+    std::string sPressDismiss;
+    std::string sPressPrepExpose;
+    std::string sPowerUpGenerator;
+    std::string scmbClose;
+    std::string scmbCancel;
+    std::string m_ExitCaption;
+    std::string sResetCounterYes;
+    std::string sResetCounterNo;
+    std::string sResetExposureCounterTube1;
+    std::string sResetExposureCounterTube2;
+    std::string sResetExposureCounterTube3;
+    std::string sResetExposureCounterFluoro;
+    std::string sAECBackUpTime;
+    std::string sAECCompensationError;
+
+    /// Sets the defaults, and the captions that come from texts.
+    void initialize(ControlHost& console);
+    /// Adds all texts as write-only properties.
+    void addTo(Operations& operations, ControlHost& console);
+
+    /// The text, a line break, and the request to wait.
+    [[nodiscard]] std::string waitPrompt(std::string_view text) const;
+};
+
+} // namespace quillon

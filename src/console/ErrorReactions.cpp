@@ -1,0 +1,105 @@
+#include "console/ErrorReactions.h"
+
+#include "base/Numbers.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int kFlashInterval = 500; // ms
+constexpr std::int16_t kGeneratorLost = 33;
+
+} // namespace
+
+ErrorReactions::ErrorReactions(ConsoleContext& context)
+    : context_(context), screen_(context), state_(context.state), lblError_(context.console["lblError"]),
+      lblErrorDescription_(context.console["lblErrorDescription"]),
+      cmbResetError_(context.console["cmbResetError"]), tmrError_(context.console.timer("tmrError")) {
+    LinkEvents& events = context_.link.events();
+    events.GeneratorERROR.connect([this](std::int16_t code, const std::string& description, std::int16_t) {
+        generatorError(code, description);
+    });
+    events.GeneratorAECError.connect([this](std::int32_t code) { aecError(code); });
+    events.GeneratorERRORResetAck.connect([this] { resetAcknowledged(); });
+    events.MessageProtocolError.connect([this] { state_.m_ProtocolError = true; });
+    tmrError_.setTick([this] { flash(); });
+    cmbResetError_.on.click = [this] { resetKey(); };
+}
+
+void ErrorReactions::describe(std::string_view words) {
+    lblErrorDescription_.setCaption(words);
+    lblErrorDescription_.setVisible(!words.empty());
+}
+
+void ErrorReactions::generatorError(std::int16_t code, std::string_view description) {
+    if (code == kGeneratorLost) {
+        generatorLost();
+    } else if (code != 0) {
+        lblError_.setCaption(decimalText(code));
+        cmbResetError_.setEnabled(true);
+        tmrError_.start(kFlashInterval);
+        describe(description);
+    }
+}
+
+void ErrorReactions::generatorLost() {
+    if (state_.m_LastPhase == 1) {
+        return;
+    }
+    state_.m_LastPhase = 1;
+    screen_.prompt(context_.texts.sCommError);
+    screen_.disable(
+        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
+    screen_.off({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters",
+                 "cmbGoToUserMode"});
+    screen_.show(
+        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
+    screen_.hide({"cmbGoToUserMode", "fraActualExposureParameters", "fraTorvaneSerial"});
+    screen_.enable({"cmbGoToUserMode"});
+    screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
+    screen_.enable({"cmbClose"});
+    context_.link.setTempUserMode(false);
+    screen_.enable({"cmbResetError"});
+}
+
+void ErrorReactions::flash() {
+    const bool lit = cmbResetError_.backColour() == state_.ButtonOnColor;
+    cmbResetError_.setBackColour(lit ? state_.ButtonOffColor : state_.ButtonOnColor);
+}
+
+void ErrorReactions::resetKey() {
+    if (screen_.errorOnShow()) {
+        tmrError_.stop();
+        describe("");
+    }
+    lblError_.setCaption("");
+    screen_.off({"cmbResetError"});
+    if (state_.m_LastPhase != 8) {
+        context_.link.call("ResetError");
+        if (context_.link.TempUserMode()) {
+            context_.link.setRXEnable(true);
+        }
+    }
+    screen_.hide({"fraActualExposureParameters"});
+}
+
+void ErrorReactions::aecError(std::int32_t code) {
+    if (code == 0) {
+        describe("");
+        tmrError_.stop();
+    } else if (code == 1) {
+        describe(context_.texts.sAECBackUpTime);
+        tmrError_.start(kFlashInterval);
+    } else if (code == 2) {
+        describe(context_.texts.sAECCompensationError);
+    }
+}
+
+void ErrorReactions::resetAcknowledged() {
+    tmrError_.stop();
+    screen_.off({"cmbResetError"});
+    lblError_.setCaption("");
+    describe("");
+}
+
+} // namespace quillon

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "console/ConsoleContext.h"
+
+namespace quillon {
+
+/// Errors of the generator on the console, the loss of the generator, and the key that resets them.
+class ErrorReactions {
+public:
+    explicit ErrorReactions(ConsoleContext& context);
+
+private:
+    void generatorError(std::int16_t code, std::string_view description);
+    void generatorLost();
+    void aecError(std::int32_t code);
+    void resetAcknowledged();
+    void resetKey();
+    void flash();
+    void describe(std::string_view words);
+
+    ConsoleContext& context_;
+    ConsoleScreen screen_;
+    ConsoleState& state_;
+    Control& lblError_;
+    Control& lblErrorDescription_;
+    Control& cmbResetError_;
+    Timer& tmrError_;
+};
+
+} // namespace quillon

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string_view>
+
+#include "console/ConsoleContext.h"
+
+namespace quillon {
+
+/// From the console's appearance to its working buttons: the greeting, the refresh after a power-up, the
+/// software versions.
+class StartOfService {
+public:
+    explicit StartOfService(ConsoleContext& context);
+
+    /// The console is on show from now on.
+    void UserControl_Show();
+    /// Opens or closes the port. Opened, the generator is asked for its phase and the poll begins; a port
+    /// that does not open raises CannotOpenPort.
+    void PortOpen(bool newStatus);
+    /// Asks the generator for all that the screen shows; the mode buttons work ten seconds later.
+    void RefreshConsole();
+    /// A generator that was just powered up is given five seconds before the refresh.
+    void refreshAfterPowerUp();
+
+private:
+    void showRestLayout();
+    void delayShowTick();
+    void waitRefreshTick();
+    void showVersions(std::string_view generator);
+
+    ConsoleContext& context_;
+    ConsoleScreen screen_;
+    ConsoleState& state_;
+    Timer& tmrDelayShow_;
+    Timer& tmrWaitStartGenerator_;
+    Timer& tmrWaitRefresh_;
+};
+
+} // namespace quillon

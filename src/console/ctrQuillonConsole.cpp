@@ -1,0 +1,329 @@
+#include "console/ctrQuillonConsole.h"
+
+#include <array>
+
+#include "base/Text.h"
+#include "console/ConsoleContext.h"
+#include "console/ErrorReactions.h"
+#include "console/PhaseReactions.h"
+#include "console/StartOfService.h"
+#include "console/layout/ConsoleControls.h"
+#include "ui/ScalingLayout.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kVersion = "V6.18";
+
+constexpr std::array<std::string_view, 5> kSurfaces{"pctLogo", "fraExposureCounters", "fraTorvaneSerial",
+                                                    "fraActualExposureParameters", "fraPrepExp"};
+
+constexpr std::array<std::string_view, 16> kButtons{"cmbManualCalibration",
+                                                    "cmbAutocalibration",
+                                                    "cmbConfiguration",
+                                                    "cmbReadExposureCounters",
+                                                    "cmbClose",
+                                                    "cmdPrep",
+                                                    "cmdExposure",
+                                                    "cmbResetError",
+                                                    "cmbGoToUserMode",
+                                                    "cmdOrla",
+                                                    "cmdLongPosition",
+                                                    "cmdTrayPosition",
+                                                    "cmdAlfaTubeAngle",
+                                                    "cmdBetaTubeAngle",
+                                                    "cmdSID",
+                                                    "cmdMultiRoom"};
+
+/// The pictures of the lamps by the size of the console; the first row that fits wins.
+struct IconRow {
+    float height; // pixels at most
+    float width;  // pixels at most
+    std::int16_t index;
+};
+constexpr std::array kIconSizes{
+    IconRow{480, 640, 1},
+    IconRow{600, 800, 2},
+    IconRow{768, 1024, 3},
+};
+
+} // namespace
+
+struct ctrQuillonConsole::Parts {
+    Parts(ctrQuillonConsole& host, const Context& given,
+          std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl);
+
+    void initialize();
+    void addProperties();
+    void setButtonOffColor(Colour colour);
+    void setConsoleBackColor(Colour colour);
+    void setFromGUI(bool embedded);
+    void setIconSize(std::int16_t index);
+    void setParity(std::int16_t number);
+    void setRegistryKey(std::string key);
+    void chooseIconSize();
+
+    ctrQuillonConsole& console;
+    TorvaneSerialV3_07_QLC1& link;
+    ConsoleState state;
+    ConsoleTexts texts;
+    Operations operations;
+    ConsoleContext context;
+    ScalingLayout layout;
+
+    StartOfService start;
+    PhaseReactions phases;
+    ErrorReactions errors;
+};
+
+namespace {
+
+/// Takes the link control in among the console's controls, which stand before any workflow looks for its own.
+TorvaneSerialV3_07_QLC1& placed(ControlHost& console, std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl) {
+    TorvaneSerialV3_07_QLC1& link = *linkControl;
+    console.setPlace({0, 0, kConsoleDesignWidth, kConsoleDesignHeight});
+    addConsoleControls(console, std::move(linkControl));
+    return link;
+}
+
+} // namespace
+
+ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
+                                std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl)
+    : console(host), link(placed(host, std::move(linkControl))), context{host,
+                                                                         link,
+                                                                         state,
+                                                                         texts,
+                                                                         host.events,
+                                                                         operations,
+                                                                         given.desktop,
+                                                                         given.loop,
+                                                                         given.positionerToCalibrate,
+                                                                         given.restartPc,
+                                                                         given.commandLine},
+      start(context), phases(context, start), errors(context) {
+    initialize();
+    addProperties();
+}
+
+void ctrQuillonConsole::Parts::initialize() {
+    state.IconSize = -1;
+    state.fromGUI = true;
+    texts.initialize(console);
+    state.m_QuillonConsoleVersion = kVersion;
+    state.m_TorvaneSerialVersion = TorvaneSerialV3_07_QLC1::SoftVersion();
+    layout.record(console, kConsoleDesignWidth, kConsoleDesignHeight);
+    for (const auto& control : console.controls()) {
+        if (control->kind() == Kind::Button) {
+            control->setTag("OFF");
+            control->setBackColour(kNormalColour);
+        }
+    }
+    setButtonOffColor(kNormalColour);
+    state.m_PowerUpSeen = false;
+    console["fraTorvaneSerial"].setVisible(false);
+    for (const std::string_view hidden :
+         {"cmdResetT1", "cmdResetT2", "cmdResetFluoro", "lblT3RAD", "lblTube3", "cmdResetT3"}) {
+        console[hidden].setVisible(false);
+    }
+    state.ResetCounterEnable = true;
+    console["fraPrepExp"].setEnabled(false);
+    console["fraExposureCounters"].sendToBack();
+    state.TouchPanelVersion = kVersion;
+    link.AddParentMessage("PDK", "PostdisplayKVP", operations);
+    link.AddParentMessage("URS", "fmessOrla", operations);
+}
+
+void ctrQuillonConsole::Parts::addProperties() {
+    const auto both = [this](std::string_view name, std::int16_t& own, std::int16_t& linked) {
+        operations.addProperty(
+            name, [&own] { return own; }, [&own, &linked](std::int16_t value) { own = linked = value; });
+    };
+    both("port", state.port, link.settings().port);
+    both("DataBits", state.DataBits, link.settings().DataBits);
+    both("StopBits", state.StopBits, link.settings().StopBits);
+    operations.addMember("baudrate", state.baudrate);
+    operations.addWriteOnly("Parity", [this](std::int16_t number) { setParity(number); });
+    operations.addWriteOnly("RegistryKey", [this](std::string key) { setRegistryKey(std::move(key)); });
+    operations.addWriteOnly("ConsoleBackColor", [this](Colour colour) { setConsoleBackColor(colour); });
+    operations.addWriteOnly("ButtonOnColor", [this](Colour colour) { state.ButtonOnColor = colour; });
+    operations.addWriteOnly("ButtonOffColor", [this](Colour colour) { setButtonOffColor(colour); });
+    operations.addProperty(
+        "fromGUI", [this] { return state.fromGUI; }, [this](bool embedded) { setFromGUI(embedded); });
+    operations.addWriteOnly("GeneratorVisible", [this](bool visible) { state.GeneratorVisible = visible; });
+    operations.addWriteOnly("IconSize", [this](std::int16_t index) { setIconSize(index); });
+    operations.addWriteOnly("ResetCounterEnable", [this](bool enable) { state.ResetCounterEnable = enable; });
+    operations.addWriteOnly("ProjectName", [this](std::string name) { state.ProjectName = std::move(name); });
+    operations.addWriteOnly("TouchPanelVersion",
+                            [this](std::string version) { state.TouchPanelVersion = std::move(version); });
+    operations.addReadOnly("QuillonConsoleVersion", [this] { return state.m_QuillonConsoleVersion; });
+    operations.addReadOnly("TorvaneSerialVersion", [this] { return state.m_TorvaneSerialVersion; });
+    texts.addTo(operations, console);
+
+    operations.add("IniErrorDescription",
+                   [this](std::string_view file) { console.IniErrorDescription(file); });
+    // The generator's kVp after an exposure is of no use to the console; taking it keeps it from being
+    // unknown.
+    operations.add("PostdisplayKVP", [](std::string_view) {});
+    operations.add("EnableOrla", [this](bool visible) { console.EnableOrla(visible); });
+    operations.add("EnableMultiRoom", [this](bool visible) { console.EnableMultiRoom(visible); });
+    operations.add("ShowCalibrationButton",
+                   [this](bool visible) { ShowCalibrationButton(context, visible); });
+    operations.add("ReadConfiguration", [this] { link.call("ReadConfiguration"); });
+    operations.add("SaveConfiguration", [this] { link.call("ReadConfiguration"); });
+    operations.add("RefreshColor", [this] {
+        if (const Control* container = console.container()) {
+            setConsoleBackColor(container->backColour());
+        }
+    });
+}
+
+void ctrQuillonConsole::Parts::setButtonOffColor(Colour colour) {
+    state.ButtonOffColor = colour;
+    for (const std::string_view button : kButtons) {
+        console[button].setBackColour(colour);
+    }
+}
+
+void ctrQuillonConsole::Parts::setConsoleBackColor(Colour colour) {
+    state.ConsoleBackColor = colour;
+    console.setBackColour(colour);
+    for (const std::string_view surface : kSurfaces) {
+        console[surface].setBackColour(colour);
+    }
+}
+
+void ctrQuillonConsole::Parts::setFromGUI(bool embedded) {
+    state.fromGUI = embedded;
+    if (embedded) {
+        state.GeneratorVisible = true;
+        return;
+    }
+    console["cmdOrla"].setVisible(false);
+    for (const std::string_view piece : split(context.commandLine, "-")) {
+        if (trimRight(piece) == "ORLA") {
+            console["cmdOrla"].setVisible(true);
+        }
+    }
+}
+
+void ctrQuillonConsole::Parts::setIconSize(std::int16_t index) {
+    state.IconSize = index;
+    console["cmdPrep"].setArtSize(index);
+    console["cmdExposure"].setArtSize(index);
+}
+
+void ctrQuillonConsole::Parts::setParity(std::int16_t number) {
+    link.settings().setParity(number);
+    if (number >= 0 && number <= 2) {
+        state.Parity = link.settings().parity;
+    }
+}
+
+void ctrQuillonConsole::Parts::setRegistryKey(std::string key) {
+    state.RegistryKey = std::move(key);
+    link.settings().RegistryKey = state.RegistryKey;
+    link.call("ReadConfiguration");
+    link.call("SaveConfiguration");
+}
+
+void ctrQuillonConsole::Parts::chooseIconSize() {
+    const float height =
+        static_cast<float>(console.height()) / static_cast<float>(context.desktop.twipsPerPixelY());
+    const float width =
+        static_cast<float>(console.width()) / static_cast<float>(context.desktop.twipsPerPixelX());
+    for (const IconRow& row : kIconSizes) {
+        if (height <= row.height || width <= row.width) {
+            setIconSize(row.index);
+            return;
+        }
+    }
+}
+
+ctrQuillonConsole::ctrQuillonConsole(const Context& context,
+                                     std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl)
+    : ControlHost(Kind::User, "Quillon", context.schedule) {
+    parts_ = std::make_unique<Parts>(*this, context, std::move(linkControl));
+}
+
+ctrQuillonConsole::~ctrQuillonConsole() {
+    parts_->link.setPortOpen(false);
+}
+
+TorvaneSerialV3_07_QLC1& ctrQuillonConsole::link() {
+    return parts_->link;
+}
+
+const Operations& ctrQuillonConsole::operations() const {
+    return parts_->operations;
+}
+
+void ctrQuillonConsole::UserControl_Show() {
+    parts_->start.UserControl_Show();
+}
+
+void ctrQuillonConsole::PortOpen(bool newStatus) {
+    parts_->start.PortOpen(newStatus);
+}
+
+void ctrQuillonConsole::IniErrorDescription(std::string_view sFile) {
+    parts_->link.operations().set("ErrorInfoFile", std::string(sFile));
+}
+
+std::int16_t ctrQuillonConsole::StopBits() const {
+    return parts_->state.StopBits;
+}
+
+void ctrQuillonConsole::setStopBits(std::int16_t bits) {
+    parts_->state.StopBits = parts_->link.settings().StopBits = bits;
+}
+
+std::int16_t ctrQuillonConsole::DataBits() const {
+    return parts_->state.DataBits;
+}
+
+void ctrQuillonConsole::setDataBits(std::int16_t bits) {
+    parts_->state.DataBits = parts_->link.settings().DataBits = bits;
+}
+
+void ctrQuillonConsole::setPort(std::int16_t port) {
+    parts_->state.port = parts_->link.settings().port = port;
+}
+
+void ctrQuillonConsole::setBaudrate(std::int16_t rate) {
+    parts_->state.baudrate = rate;
+}
+
+void ctrQuillonConsole::setIconSize(std::int16_t index) {
+    parts_->setIconSize(index);
+}
+
+void ctrQuillonConsole::setProjectName(std::string_view name) {
+    parts_->state.ProjectName = name;
+}
+
+void ctrQuillonConsole::setResetCounterEnable(bool enable) {
+    parts_->state.ResetCounterEnable = enable;
+}
+
+void ctrQuillonConsole::EnableOrla(bool visible) {
+    (*this)["cmdOrla"].setVisible(visible);
+}
+
+void ctrQuillonConsole::EnableMultiRoom(bool visible) {
+    (*this)["cmdMultiRoom"].setVisible(visible);
+}
+
+void ctrQuillonConsole::resized() {
+    if (!parts_) {
+        return;
+    }
+    if (parts_->state.IconSize == -1) {
+        parts_->chooseIconSize();
+    }
+    parts_->layout.apply(*this);
+    parts_->setFromGUI(parts_->state.fromGUI);
+}
+
+} // namespace quillon

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "console/ConsoleState.h"
+#include "link/TorvaneSerial.h"
+#include "runtime/EventLoop.h"
+#include "runtime/Operations.h"
+#include "runtime/Platform.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+/// The service console: what the engineer sees and touches. It owns no protocol; it is the workflows around
+/// the generator's modes, each a class of its own, on one screen.
+class ctrQuillonConsole final : public ControlHost {
+public:
+    struct Context {
+        Schedule& schedule;
+        EventLoop& loop;
+        Desktop& desktop;
+        std::string commandLine;
+        std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner
+        std::function<void()> restartPc;
+    };
+
+    /// Creates the console with all its controls around the link control.
+    ctrQuillonConsole(const Context& context, std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl);
+    ~ctrQuillonConsole() override;
+
+    [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
+    /// Public operations, properties and texts by name.
+    [[nodiscard]] const Operations& operations() const;
+    ConsoleEvents events;
+
+    /// The console appears: the wait for the generator begins.
+    void UserControl_Show();
+    void PortOpen(bool newStatus);
+    /// Hands the path of the error table to the link control.
+    void IniErrorDescription(std::string_view sFile);
+
+    [[nodiscard]] std::int16_t StopBits() const;
+    void setStopBits(std::int16_t bits);
+    [[nodiscard]] std::int16_t DataBits() const;
+    void setDataBits(std::int16_t bits);
+    void setPort(std::int16_t port);
+    /// Kept here alone: the line runs at the link control's own speed.
+    void setBaudrate(std::int16_t rate);
+    /// Index of the pictures of the two lamps; -1 chooses by the console's size.
+    void setIconSize(std::int16_t index);
+    void setProjectName(std::string_view name);
+    void setResetCounterEnable(bool enable);
+    void EnableOrla(bool visible);
+    void EnableMultiRoom(bool visible);
+
+protected:
+    void resized() override;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+} // namespace quillon

@@ -1,0 +1,57 @@
+#include "link/PortControl.h"
+
+namespace quillon {
+
+PortControl::PortControl(ControlHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
+                         SendPath& send, StatusPoll& poll)
+    : SerialCom_(port), settings_(settings), events_(events), send_(send), poll_(poll),
+      cmbCommOnOff_(panel["cmbCommOnOff"]), tmrBlink_(panel.timer("tmrBlink")) {
+    cmbCommOnOff_.on.click = [this] {
+        const bool closing = m_PortOpen;
+        setPortOpen(!closing);
+        if (closing) {
+            tmrBlink_.stop();
+        }
+    };
+}
+
+void PortControl::setPortOpen(bool wanted) {
+    m_PortOpen = false;
+    // What waited belongs to the line as it was; a reopened link starts with nothing in its way.
+    send_.reset();
+    if (wanted) {
+        open();
+    } else {
+        close();
+    }
+    tmrBlink_.run();
+}
+
+void PortControl::open() {
+    settings_.show();
+    if (!SerialCom_.open(settings_.port, settings_.portSettings())) {
+        showClosed();
+        events_.CannotOpenPort.raise(settings_.port);
+        return;
+    }
+    cmbCommOnOff_.setBackColour(kActiveColour);
+    cmbCommOnOff_.setCaption("OFF");
+    m_PortOpen = true;
+    poll_.begin();
+    settings_.setListsEnabled(false);
+    settings_.SaveConfiguration();
+}
+
+void PortControl::close() {
+    SerialCom_.close();
+    showClosed();
+}
+
+void PortControl::showClosed() {
+    poll_.end();
+    cmbCommOnOff_.setBackColour(kNormalColour);
+    cmbCommOnOff_.setCaption("ON");
+    settings_.setListsEnabled(true);
+}
+
+} // namespace quillon

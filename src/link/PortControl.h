@@ -1,0 +1,39 @@
+#pragma once
+
+#include "link/LinkEvents.h"
+#include "link/LinkSettings.h"
+#include "link/SendPath.h"
+#include "link/StatusPoll.h"
+#include "runtime/Platform.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+/// Opens and closes the port, and shows on the Comm page which it is.
+class PortControl {
+public:
+    /// `panel` holds the key and the lists of the Comm page, and the timer of the blinking keys.
+    PortControl(ControlHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
+                SendPath& send, StatusPoll& poll);
+
+    [[nodiscard]] bool PortOpen() const { return m_PortOpen; }
+    /// Opens the stored port with the stored settings, closing first what is open, or closes it. A port that
+    /// does not open raises CannotOpenPort.
+    void setPortOpen(bool open);
+
+private:
+    void open();
+    void close();
+    void showClosed();
+
+    SerialPort& SerialCom_;
+    LinkSettings& settings_;
+    LinkEvents& events_;
+    SendPath& send_;
+    StatusPoll& poll_;
+    Control& cmbCommOnOff_;
+    Timer& tmrBlink_;
+    bool m_PortOpen = false;
+};
+
+} // namespace quillon

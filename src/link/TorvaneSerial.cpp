@@ -1,0 +1,301 @@
+#include "link/TorvaneSerial.h"
+
+#include "base/Text.h"
+#include "link/CommunicationLog.h"
+#include "link/FrameReceiver.h"
+#include "link/MessageDecoder.h"
+#include "link/PortControl.h"
+#include "link/SendPath.h"
+#include "link/StatusPoll.h"
+#include "link/cGeneratorError.h"
+#include "model/Commands.h"
+#include "model/ErrorsAndWarnings.h"
+#include "model/ExposureControl.h"
+#include "model/Fluoroscopy.h"
+#include "model/ModelContext.h"
+#include "model/Phase.h"
+#include "model/Programs.h"
+#include "model/Records.h"
+#include "model/Technique.h"
+#include "panel/Blinking.h"
+#include "panel/PanelFrame.h"
+#include "panel/PanelPages.h"
+#include "panel/layout/PanelControls.h"
+
+namespace quillon {
+
+namespace {
+
+/// The panel's controls stand before any part looks for its own.
+ControlHost& withControls(ControlHost& panel) {
+    panel.setPlace({0, 0, kPanelDesignWidth, kPanelDesignHeight});
+    addPanelControls(panel);
+    return panel;
+}
+
+} // namespace
+
+struct TorvaneSerialV3_07_QLC1::Parts {
+    Parts(ControlHost& host, const Context& context);
+
+    void addOperations();
+    void applyDesignStore();
+    void setFromGUI(bool embedded);
+    void setTempUserMode(bool on);
+
+    ControlHost& panel;
+    SerialPort& port;
+    Folder& folder;
+    bool fromGUI = false;
+    bool TempUserMode = false;
+
+    LinkState state;
+    GeneratorState generator;
+    LinkEvents events;
+    Operations operations;
+    InstallationFacts facts;
+    MessageDecoder decoder;
+    LinkSettings settings;
+    CommunicationLog log;
+    SendPath send;
+    StatusPoll poll;
+    FrameReceiver receiver;
+    PortControl portControl;
+    Commands commands;
+    PanelPages pages;
+    PanelFrame frame;
+    ModelContext context;
+
+    cGeneratorError errorTable;
+    Phase phase;
+    Technique technique;
+    ErrorsAndWarnings errors;
+    ExposureControl exposureControl;
+    Fluoroscopy fluoroscopy;
+    Programs programs;
+    Records records;
+    Blinking blinking;
+};
+
+TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
+    : panel(withControls(host)), port(given.port), folder(given.folder),
+      facts(InstallationFacts::read(given.folder)), settings(panel, given.store),
+      log(panel, given.folder, given.desktop),
+      send(state, events, given.port, log,
+           {panel.timer("tmrProtocolHandshaking"), panel.timer("tmrWaitAfterRx"),
+            panel.timer("tmrAutoRepeat"), panel.timer("timerStatusUpdate")}),
+      poll(state, events, send, panel.timer("timerStatusUpdate")), receiver(events,
+                                                                            [this](std::string_view text) {
+                                                                                log.received(text);
+                                                                                decoder.DecodeMessages(text);
+                                                                            }),
+      portControl(panel, given.port, settings, events, send, poll), commands(state, send, operations),
+      pages(panel, generator, fromGUI),
+      frame(panel), context{state, generator, settings, facts,        events,
+                            send,  poll,      commands, decoder,      operations,
+                            panel, pages,     fromGUI,  TempUserMode, given.commandLine},
+      errorTable(given.folder), phase(context), technique(context), errors(context, errorTable),
+      exposureControl(context), fluoroscopy(context), programs(context), records(context),
+      blinking(generator, panel) {
+    generator.m_TechniqueMode = facts.techniqueMode;
+    panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
+    decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
+    decoder.setNotices({.heard = [this] { poll.ResetNoAnswerFromGeneratorError(); },
+                        .handled = [this] { send.messageHeard(); }});
+    addOperations();
+    panel["txtDebugComm"].on.click = [this] { log.clearDebug(); };
+    panel["fraDebug"].on.click = [this] { log.clearDebug(); };
+    panel["cmbToggleDebug"].on.click = [this] { log.toggleDebug(); };
+    pages.resetPages();
+    pages.showTechniqueKeys(false);
+    pages.ResetPanelKeys();
+    frame.record();
+    log.setLogActive(containsNoCase(given.commandLine, "-logFile"));
+    applyDesignStore();
+    port.setReceiver([this](std::string_view bytes) { receiver.receive(bytes); });
+}
+
+void TorvaneSerialV3_07_QLC1::Parts::applyDesignStore() {
+    settings.baudrate = 19200;
+    settings.parity = "n";
+    settings.StopBits = 1;
+    settings.DataBits = 8;
+    settings.port = 2;
+    state.numretries = 4;
+    state.RetriesInterval = 200;
+    log.setDebugActive(false);
+}
+
+void TorvaneSerialV3_07_QLC1::Parts::addOperations() {
+    operations.add(
+        "SendMessage",
+        [this](std::string_view message, std::int16_t Phase, bool WithACK, std::int16_t Timeout,
+               bool SendImmediately) { send.SendMessage(message, Phase, WithACK, Timeout, SendImmediately); },
+        {false, std::int32_t{SendPath::kTimeout}, false});
+    operations.add("SendMessageWithDefaults", [this](std::string_view message, std::int16_t Phase) {
+        send.SendMessageWithDefaults(message, Phase);
+    });
+    operations.add("Flush", [this] { send.Flush(); });
+    operations.add("GeneratorPhaseRequest", [this] { poll.GeneratorPhaseRequest(); });
+    operations.add("HURequest", [this] { poll.HURequest(); });
+    operations.add("ResetNoAnswerFromGeneratorError", [this] { poll.ResetNoAnswerFromGeneratorError(); });
+    operations.add("ReadConfiguration", [this] { settings.ReadConfiguration(); });
+    operations.add("SaveConfiguration", [this] { settings.SaveConfiguration(); });
+    operations.add("SaveDefaultConfiguration", [this] { settings.SaveDefaultConfiguration(); });
+    operations.add("ReadInitConfiguration", [this] {
+        facts = InstallationFacts::read(folder);
+        generator.m_TechniqueMode = facts.techniqueMode;
+        panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
+    });
+    operations.add("DecodeMessages", [this](std::string_view text) { decoder.DecodeMessages(text); });
+
+    operations.addProperty(
+        "PortOpen", [this] { return portControl.PortOpen(); },
+        [this](bool open) { portControl.setPortOpen(open); });
+    operations.addProperty(
+        "StatusUpdateEnable", [this] { return poll.StatusUpdateEnable(); },
+        [this](bool enable) { poll.setStatusUpdateEnable(enable); });
+    operations.addProperty(
+        "DebugActive", [this] { return log.DebugActive(); },
+        [this](bool active) { log.setDebugActive(active); });
+    operations.addProperty(
+        "LogActive", [this] { return log.LogActive(); }, [this](bool active) { log.setLogActive(active); });
+    operations.addProperty(
+        "fromGUI", [this] { return fromGUI; }, [this](bool embedded) { setFromGUI(embedded); });
+    operations.addProperty(
+        "TempUserMode", [this] { return TempUserMode; }, [this](bool on) { setTempUserMode(on); });
+    operations.addProperty(
+        "Parity", [this] { return settings.Parity(); },
+        [this](std::int16_t number) { settings.setParity(number); });
+    operations.addReadOnly("SoftVersion", [] { return std::string(SoftVersion()); });
+    operations.addWriteOnly("ErrorInfoFile", [this](std::string_view path) { errorTable.Setup(path); });
+    operations.add("DefaultErrorInfoFile", [this] { errorTable.Setup(); });
+    operations.addWriteOnly("RegistryKey",
+                            [this](std::string key) { settings.RegistryKey = std::move(key); });
+    operations.addWriteOnly("ReducedCommandCineAndDSI",
+                            [this](bool on) { receiver.setReducedCommandCineAndDSI(on); });
+    // The poll took its interval when it was created; a later value has no effect.
+    operations.addWriteOnly("StatusUpdateInterval", [](std::int16_t) {});
+    operations.addMember("EventEnabled", state.EventEnabled);
+    operations.addMember("Handshaking", state.Handshaking);
+    operations.addMember("numretries", state.numretries);
+    operations.addMember("RetriesInterval", state.RetriesInterval);
+    operations.addMember("StatusRequestinFluoro", state.StatusRequestinFluoro);
+    operations.addMember("baudrate", settings.baudrate);
+    operations.addMember("StopBits", settings.StopBits);
+    operations.addMember("DataBits", settings.DataBits);
+    operations.addMember("port", settings.port);
+    operations.addMember("GeneratorType", settings.GeneratorType);
+    operations.addMember("ThirdTube", facts.ThirdTube);
+    operations.addMember("SolapeFocos", facts.SolapeFocos);
+    operations.addMember("AutocalibrationRetry", facts.AutocalibrationRetry);
+}
+
+void TorvaneSerialV3_07_QLC1::Parts::setFromGUI(bool embedded) {
+    fromGUI = embedded;
+    if (embedded) {
+        panel["cmbMinimize"].setVisible(false);
+    }
+}
+
+void TorvaneSerialV3_07_QLC1::Parts::setTempUserMode(bool on) {
+    if (state.m_OperatingPhase == (on ? 6 : 2)) {
+        TempUserMode = on;
+        pages.setUserMode(on);
+    }
+}
+
+TorvaneSerialV3_07_QLC1::TorvaneSerialV3_07_QLC1(const Context& context)
+    : ControlHost(Kind::User, "TorvaneSerial", context.schedule) {
+    parts_ = std::make_unique<Parts>(*this, context);
+}
+
+TorvaneSerialV3_07_QLC1::~TorvaneSerialV3_07_QLC1() {
+    parts_->port.setReceiver({});
+    parts_->port.close();
+}
+
+LinkEvents& TorvaneSerialV3_07_QLC1::events() {
+    return parts_->events;
+}
+
+const Operations& TorvaneSerialV3_07_QLC1::operations() const {
+    return parts_->operations;
+}
+
+LinkSettings& TorvaneSerialV3_07_QLC1::settings() {
+    return parts_->settings;
+}
+
+const InstallationFacts& TorvaneSerialV3_07_QLC1::facts() const {
+    return parts_->facts;
+}
+
+void TorvaneSerialV3_07_QLC1::call(std::string_view operation, std::initializer_list<Value> arguments) const {
+    parts_->operations.call(operation, arguments);
+}
+
+bool TorvaneSerialV3_07_QLC1::PortOpen() const {
+    return parts_->portControl.PortOpen();
+}
+
+void TorvaneSerialV3_07_QLC1::setPortOpen(bool open) {
+    parts_->portControl.setPortOpen(open);
+}
+
+void TorvaneSerialV3_07_QLC1::setStatusUpdateEnable(bool enable) {
+    parts_->poll.setStatusUpdateEnable(enable);
+}
+
+void TorvaneSerialV3_07_QLC1::setEventEnabled(bool enabled) {
+    parts_->state.EventEnabled = enabled;
+}
+
+void TorvaneSerialV3_07_QLC1::setHandshaking(bool asked) {
+    parts_->state.Handshaking = asked;
+}
+
+void TorvaneSerialV3_07_QLC1::setDebugActive(bool active) {
+    parts_->log.setDebugActive(active);
+}
+
+void TorvaneSerialV3_07_QLC1::setFromGUI(bool embedded) {
+    parts_->setFromGUI(embedded);
+}
+
+void TorvaneSerialV3_07_QLC1::setRXEnable(bool enable) {
+    parts_->records.setRXEnable(enable);
+}
+
+bool TorvaneSerialV3_07_QLC1::TempUserMode() const {
+    return parts_->TempUserMode;
+}
+
+void TorvaneSerialV3_07_QLC1::setTempUserMode(bool lent) {
+    parts_->setTempUserMode(lent);
+}
+
+void TorvaneSerialV3_07_QLC1::SendMessage(std::string_view message, std::int16_t Phase, bool WithACK) {
+    parts_->send.SendMessage(message, Phase, WithACK);
+}
+
+void TorvaneSerialV3_07_QLC1::Flush() {
+    parts_->send.Flush();
+}
+
+void TorvaneSerialV3_07_QLC1::AddParentMessage(std::string_view message, std::string_view method,
+                                               const Operations& object) {
+    parts_->decoder.AddParentMessage(object, method, message);
+}
+
+void TorvaneSerialV3_07_QLC1::UserControl_Show() {
+    parts_->frame.UserControl_Show();
+}
+
+void TorvaneSerialV3_07_QLC1::resized() {
+    if (parts_) {
+        parts_->frame.UserControl_Resize();
+    }
+}
+
+} // namespace quillon

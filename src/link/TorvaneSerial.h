@@ -1,0 +1,82 @@
+#pragma once
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "link/LinkEvents.h"
+#include "link/LinkSettings.h"
+#include "runtime/Operations.h"
+#include "runtime/Platform.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+/// The link control: it owns the port, speaks the protocol, mirrors the generator's state, and carries the
+/// operator's panel. This class only puts its parts together; each subject is a class of its own.
+///
+/// A host connects to events(), calls operations and properties by name through operations(), and reaches
+/// what it uses often by the members below.
+class TorvaneSerialV3_07_QLC1 final : public ControlHost {
+public:
+    struct Context {
+        Schedule& schedule;
+        SerialPort& port;
+        UserStore& store;
+        Folder& folder;
+        Desktop& desktop;
+        std::string commandLine;
+    };
+
+    /// Creates the control with all of its panel, reads "temp.ini", and takes the settings that its host's
+    /// design holds. The warning of an active log comes up here.
+    explicit TorvaneSerialV3_07_QLC1(const Context& context);
+    /// Closes the port.
+    ~TorvaneSerialV3_07_QLC1() override;
+
+    [[nodiscard]] LinkEvents& events();
+    [[nodiscard]] const Operations& operations() const;
+    /// The serial settings; they take effect at the next open.
+    [[nodiscard]] LinkSettings& settings();
+    [[nodiscard]] const InstallationFacts& facts() const;
+
+    /// Calls an operation by name.
+    void call(std::string_view operation, std::initializer_list<Value> arguments = {}) const;
+    /// Reads a property by name.
+    template <typename T> [[nodiscard]] T get(std::string_view property) const {
+        return valueTo<T>(operations().get(property));
+    }
+
+    [[nodiscard]] bool PortOpen() const;
+    void setPortOpen(bool open);
+    void setStatusUpdateEnable(bool enable);
+    void setEventEnabled(bool enabled);
+    void setHandshaking(bool asked);
+    void setDebugActive(bool active);
+    /// True: the panel is embedded in the console, which is in charge of its navigation.
+    void setFromGUI(bool embedded);
+    void setRXEnable(bool enable);
+    /// The machine is lent to its users for a while. Writing True works in operating phase 6 only, writing
+    /// False in 2 only.
+    [[nodiscard]] bool TempUserMode() const;
+    void setTempUserMode(bool lent);
+    [[nodiscard]] static std::string_view SoftVersion() { return "TorvaneSerial_V3_07_QLC1"; }
+
+    /// Queues a message under a mask of phases.
+    void SendMessage(std::string_view message, std::int16_t Phase, bool WithACK = false);
+    void Flush();
+    /// Routes an inbound mnemonic that the own table does not take to an operation of the host.
+    void AddParentMessage(std::string_view message, std::string_view method, const Operations& object);
+
+    void UserControl_Show();
+
+protected:
+    void resized() override;
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+} // namespace quillon
