@@ -1,0 +1,69 @@
+#include "runtime/Operations.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+#include "tests/unit/base/Faults.h"
+
+namespace quillon {
+namespace {
+
+class OperationsTest : public testing::Test {
+protected:
+    OperationsTest() {
+        operations.add("KVPUp", [this] { ++ups; });
+        operations.add("Join",
+                       [](std::string_view text, std::int16_t number, bool flag) {
+                           return std::string(text) + std::to_string(number) + (flag ? "!" : "?");
+                       },
+                       {std::int32_t{7}, false});
+        operations.addMember("Retries", retries);
+        operations.addReadOnly("Version", [] { return std::string("V1"); });
+        operations.addWriteOnly("Colour", [this](std::uint32_t value) { colour = value; });
+    }
+
+    std::string join(std::initializer_list<Value> arguments) {
+        return std::get<std::string>(*operations.call("join", arguments));
+    }
+    int faultOfCall(std::string_view name, std::initializer_list<Value> arguments) {
+        return faultOf([&] { operations.call(name, arguments); });
+    }
+
+    Operations operations;
+    int ups = 0;
+    std::int16_t retries = 4;
+    std::uint32_t colour = 0;
+};
+
+TEST_F(OperationsTest, NamesHaveNoCaseAndArgumentsHaveDefaults) {
+    EXPECT_EQ(operations.call("kvpup"), std::nullopt);
+    EXPECT_EQ(ups, 1);
+    EXPECT_EQ(join({std::string("a")}), "a7?");
+    EXPECT_EQ(join({std::string("a"), std::int32_t{2}}), "a2?");
+    EXPECT_EQ(join({2.5, std::string(" 3.5 "), std::int32_t{-1}}), "2.54!");
+    EXPECT_EQ(join({true, true}), "True-1?");
+}
+
+TEST_F(OperationsTest, RefusesWhatDoesNotFit) {
+    EXPECT_EQ(faultOfCall("nothing", {}), Fault::kNotFound);
+    EXPECT_EQ(faultOfCall("join", {}), Fault::kArgumentsRefused);
+    EXPECT_EQ(faultOfCall("KVPUp", {true}), Fault::kArgumentsRefused);
+    EXPECT_EQ(faultOfCall("join", {true, std::string("x")}), Fault::kTypeMismatch);
+    EXPECT_EQ(faultOfCall("join", {true, 40000.0}), Fault::kOverflow);
+}
+
+TEST_F(OperationsTest, PropertiesAreReadAndWrittenByName) {
+    operations.set("RETRIES", std::string("9"));
+    EXPECT_EQ(retries, 9);
+    EXPECT_EQ(operations.get("retries"), Value(std::int32_t{9}));
+    operations.set("colour", 4294967295.0);
+    EXPECT_EQ(colour, 0xFFFFFFFF);
+    EXPECT_FALSE(operations.canGet("Colour"));
+    EXPECT_FALSE(operations.canSet("Version"));
+    EXPECT_EQ(faultOf([&] { operations.set("Version", true); }), Fault::kNotFound);
+    EXPECT_EQ(faultOf([&] { (void)operations.get("Colour"); }), Fault::kNotFound);
+}
+
+} // namespace
+} // namespace quillon

@@ -1,0 +1,126 @@
+#include "ui/Input.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/unit/ui/Screen.h"
+
+namespace quillon {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class InputTest : public testing::Test {
+protected:
+    InputTest() { watch(screen.key); }
+
+    void watch(Control& control) {
+        const auto note = [this, &control](const char* what) {
+            return [this, &control, what] { happened.push_back(control.name() + " " + what); };
+        };
+        control.on = {note("press"), note("release"), note("click"), note("cancel"), note("change")};
+    }
+
+    TestScreen screen;
+    Input input;
+    std::vector<std::string> happened;
+};
+
+TEST_F(InputTest, AClickIsAPressAReleaseAndTheClick) {
+    EXPECT_TRUE(input.click(screen.key));
+    EXPECT_THAT(happened, ElementsAre("key press", "key release", "key click"));
+}
+
+TEST_F(InputTest, NothingReachesWhatIsHiddenDisabledOrBehindABox) {
+    const auto refused = [this] { return !input.press(screen.key) && !input.click(screen.key); };
+    screen.frame.setEnabled(false);
+    EXPECT_TRUE(refused());
+    screen.frame.setEnabled(true);
+    screen.user.setVisible(false);
+    EXPECT_TRUE(refused());
+    screen.user.setVisible(true);
+    screen.form.setEnabled(false);
+    EXPECT_TRUE(refused());
+    screen.form.setEnabled(true);
+    input.boxOpened();
+    EXPECT_TRUE(refused());
+    input.boxClosed();
+    EXPECT_THAT(happened, IsEmpty());
+    EXPECT_TRUE(input.press(screen.key));
+}
+
+TEST_F(InputTest, AReleaseReachesWhatWasPressedButTheClickDoesNot) {
+    input.press(screen.key);
+    screen.key.setEnabled(false);
+    input.release(screen.key);
+    input.release(screen.key);
+    EXPECT_THAT(happened, ElementsAre("key press", "key release"));
+}
+
+TEST_F(InputTest, HoldsMayOverlap) {
+    Control& other = screen.user.add(Kind::Button, "other");
+    watch(other);
+    input.press(screen.key);
+    input.press(other);
+    input.release(screen.key);
+    input.release(other);
+    EXPECT_THAT(happened, ElementsAre("key press", "other press", "key release", "key click", "other release",
+                                      "other click"));
+}
+
+TEST_F(InputTest, ABoxBreaksEveryHoldOff) {
+    input.press(screen.key);
+    input.boxOpened();
+    input.boxClosed();
+    input.release(screen.key);
+    EXPECT_THAT(happened, ElementsAre("key press", "key cancel"));
+}
+
+TEST_F(InputTest, WhatWentAwayIsNotHeldAnyMore) {
+    input.press(screen.key);
+    input.forget(screen.user);
+    input.release(screen.key);
+    input.cancel();
+    EXPECT_THAT(happened, ElementsAre("key press"));
+}
+
+TEST_F(InputTest, OnlyTheOperatorsHandCallsTheHandlers) {
+    Control& text = screen.user.add(Kind::TextBox, "txt");
+    Control& list = screen.user.add(Kind::List, "lst");
+    Control& slider = screen.user.add(Kind::Slider, "sld");
+    list.setItems({"a", "b"});
+    for (Control* control : {&text, &list, &slider}) {
+        watch(*control);
+    }
+    text.setText("model");
+    list.setText("b");
+    slider.setValue(3);
+    EXPECT_THAT(happened, IsEmpty());
+
+    EXPECT_TRUE(input.type(text, "hand"));
+    EXPECT_TRUE(input.select(list, "a"));
+    EXPECT_FALSE(input.select(list, "c"));
+    EXPECT_TRUE(input.slide(slider, 99));
+    text.setReadOnly(true);
+    EXPECT_FALSE(input.type(text, "again"));
+    EXPECT_THAT(happened, ElementsAre("txt change", "lst click", "sld change", "sld release"));
+    EXPECT_EQ(text.text(), "hand");
+    EXPECT_EQ(list.listIndex(), 0);
+    EXPECT_EQ(slider.value(), 10);
+}
+
+TEST_F(InputTest, AHandlerMayReplaceItself) {
+    screen.key.on.press = [this] {
+        watch(screen.key);
+        happened.emplace_back("once");
+    };
+    input.click(screen.key);
+    EXPECT_THAT(happened, ElementsAre("once", "key release", "key click"));
+}
+
+} // namespace
+} // namespace quillon
