@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/Colours.h"
+#include "console/layout/PanelLayouts.h"
+#include "runtime/Operations.h"
+#include "ui/ControlHost.h"
+#include "ui/ModalSnapshot.h"
+#include "ui/ScalingLayout.h"
+
+namespace quillon {
+
+/// A dialog that lies on the console. While it is shown nothing else on its host can be used; it gives the
+/// host's states back just before it reports. Its members are reached by name.
+class ModalPanel : public ControlHost {
+public:
+    /// Told of the key that closed the panel: the event's name and its parameter, 0 where it has none.
+    using Report = std::function<void(ModalPanel& panel, std::string_view event, std::int16_t parameter)>;
+
+    void setReport(Report report) { report_ = std::move(report); }
+    /// The panel was made visible: its host becomes modal.
+    void UserControl_Show();
+
+    [[nodiscard]] const Operations& operations() const { return operations_; }
+    template <typename T> [[nodiscard]] T get(std::string_view member) const {
+        return valueTo<T>(operations_.get(member));
+    }
+    void set(std::string_view member, const Value& value) const { operations_.set(member, value); }
+
+protected:
+    /// A public text and the control whose caption it is. A text of two controls has two rows.
+    struct TextRow {
+        std::string_view member;
+        std::string_view control;
+    };
+
+    /// Makes the controls of the rows at their design size. `backColour` is the public name of the surface's
+    /// colour.
+    ModalPanel(Schedule& schedule, std::span<const ControlRow> rows, PanelSize size,
+               std::string_view backColour, std::span<const TextRow> texts);
+
+    /// The key ends the dialog: results are set, the host's states come back, then the event is reported.
+    void closes(std::string_view key, std::string_view event, std::function<void()> results = {},
+                std::function<std::int16_t()> parameter = {});
+    /// A number between 1 and a maximum that two keys move and a label shows.
+    struct Stepper {
+        std::string_view member;
+        std::string_view label;
+        std::string_view up;
+        std::string_view down;
+        std::int16_t maximum;
+    };
+    void addStepper(const Stepper& row, std::int16_t& value);
+
+    void resized() override { layout_.apply(*this); }
+
+    Operations operations_;
+    Colour buttonOnColour_ = kActiveColour;
+    Colour buttonOffColour_ = kNormalColour;
+
+private:
+    void paintButtons(std::string_view tag, Colour colour);
+
+    ScalingLayout layout_;
+    ModalSnapshot snapshot_;
+    Report report_;
+};
+
+} // namespace quillon
