@@ -14,8 +14,10 @@
 #include "model/Fluoroscopy.h"
 #include "model/ModelContext.h"
 #include "model/Phase.h"
+#include "model/Positioner.h"
 #include "model/Programs.h"
 #include "model/Records.h"
+#include "model/Service.h"
 #include "model/Technique.h"
 #include "panel/Blinking.h"
 #include "panel/PanelFrame.h"
@@ -73,6 +75,8 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     ExposureControl exposureControl;
     Fluoroscopy fluoroscopy;
     Programs programs;
+    Service service;
+    Positioner positioner;
     Records records;
     Blinking blinking;
 };
@@ -95,8 +99,8 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
                             send,  poll,      commands, decoder,      operations,
                             panel, pages,     fromGUI,  TempUserMode, given.commandLine},
       errorTable(given.folder), phase(context), technique(context), errors(context, errorTable),
-      exposureControl(context), fluoroscopy(context), programs(context), records(context),
-      blinking(generator, panel) {
+      exposureControl(context), fluoroscopy(context), programs(context), service(context),
+      positioner(context), records(context), blinking(generator, panel) {
     generator.m_TechniqueMode = facts.techniqueMode;
     panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
