@@ -1,0 +1,78 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/Numbers.h"
+#include "link/TorvaneSerial.h"
+#include "runtime/MemoryPlatform.h"
+
+namespace quillon {
+
+/// The link control on an open line in virtual time, with a record of what it sends and of the events that it
+/// raises. The poll is off, so that only what a test does is sent; events are on.
+class LinkTest : public testing::Test {
+protected:
+    LinkTest() {
+        link.events().forEach(
+            [this](int, std::string_view name, std::string_view, auto& signal) { record(name, signal); });
+        platform.port.onWritten = [this](std::string_view bytes) {
+            constexpr std::string_view kEnd = "\r\n\x03";
+            ASSERT_TRUE(bytes.ends_with(kEnd));
+            sent.emplace_back(bytes.substr(0, bytes.size() - kEnd.size()));
+        };
+        link.setPortOpen(true);
+        link.setEventEnabled(true);
+    }
+
+    /// One message of the generator.
+    void msg(std::string_view text) { platform.port.receive(std::string(text) + "\r\n"); }
+    /// The generator reports a phase, and what that sends and raises is forgotten.
+    void phase(int number) {
+        msg("ST" + decimalText(number));
+        settle();
+        forget();
+    }
+    void advance(Milliseconds ms) { platform.time.advance(ms); }
+    /// Whatever waits to be sent is sent, and all its tries have run out.
+    void settle() { advance(20000); }
+    void forget() {
+        sent.clear();
+        events.clear();
+    }
+
+    [[nodiscard]] Control& control(std::string_view name) const { return link.at(name); }
+    [[nodiscard]] Control& control(std::string_view name, int index) const { return link.at(name, index); }
+    [[nodiscard]] const std::string& caption(std::string_view name) const { return control(name).caption(); }
+    [[nodiscard]] bool visible(std::string_view name) const { return control(name).visible(); }
+    [[nodiscard]] bool active(std::string_view name) const {
+        return control(name).backColour() == kActiveColour;
+    }
+    void put(std::string_view property, const Value& value) const { link.operations().set(property, value); }
+
+    MemoryPlatform platform;
+    TorvaneSerialV3_07_QLC1 link{
+        {platform.time.schedule(), platform.port, platform.store, platform.folder, platform.desktop, ""}};
+    std::vector<std::string> sent;   ///< frames without their end bytes
+    std::vector<std::string> events; ///< as "Name(1, True, "text")"
+
+private:
+    template <typename... Arguments> void record(std::string_view name, Signal<Arguments...>& signal) {
+        signal.connect([this, name = std::string(name)](const Arguments&... arguments) {
+            std::string list;
+            ((list += (list.empty() ? "" : ", ") + shown(arguments)), ...);
+            events.push_back(name + "(" + list + ")");
+        });
+    }
+    static std::string shown(const std::string& text) { return '"' + text + '"'; }
+    static std::string shown(bool value) { return value ? "True" : "False"; }
+    static std::string shown(std::int32_t value) { return decimalText(value); }
+};
+
+} // namespace quillon
