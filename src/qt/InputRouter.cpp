@@ -125,11 +125,11 @@ bool InputRouter::release(int finger, QPoint place) {
 
 bool InputRouter::touch(const QTouchEvent& event) {
     if (event.type() == QEvent::TouchBegin && !event.points().isEmpty() &&
-        screen_.controlAt(event.points().first().position().toPoint()).kind() == Kind::TextBox) {
+        screen_.controlAt(event.points().first().scenePosition().toPoint()).kind() == Kind::TextBox) {
         return false; // the platform makes a mouse of it, which a text box understands
     }
     for (const QEventPoint& point : event.points()) {
-        const QPoint place = point.position().toPoint();
+        const QPoint place = point.scenePosition().toPoint();
         if (point.state() == QEventPoint::Pressed) {
             press(point.id(), place);
         } else if (point.state() == QEventPoint::Updated) {

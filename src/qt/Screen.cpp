@@ -53,7 +53,6 @@ void Screen::controlAdded(Control& control) {
 
 void Screen::controlRemoved(Control& control) {
     router_->forget(control);
-    input_.forget(control);
     ControlView* gone = view(control);
     walk(control, [this](Control& below) {
         views_.erase(&below);

@@ -1,0 +1,199 @@
+#include <QPointingDevice>
+#include <QTouchEvent>
+
+#include "Bench.h"
+#include "qt/ListView.h"
+
+namespace quillon {
+namespace {
+
+class InputRouterTest : public WindowTest {
+protected:
+    InputRouterTest() {
+        for (Control* control : {&first, &second}) {
+            record(*control);
+        }
+        turn();
+    }
+
+    void touch(QEvent::Type type, const QList<QEventPoint>& points) {
+        QTouchEvent event(type, &panel, Qt::NoModifier, points);
+        QCoreApplication::sendEvent(screen.window().windowHandle(), &event);
+    }
+
+    static QEventPoint finger(int id, QEventPoint::State state, QPoint place) {
+        return {id, state, QPointF(place), QPointF(place)};
+    }
+
+    QPointingDevice panel{"panel",
+                          1,
+                          QInputDevice::DeviceType::TouchScreen,
+                          QPointingDevice::PointerType::Finger,
+                          QInputDevice::Capability::Position,
+                          5,
+                          0};
+    Control& first = add(Kind::Button, "first", {0, 0, 1500, 750});
+    Control& second = add(Kind::Button, "second", {1500, 0, 1500, 750});
+    const QPoint onFirst{50, 25};
+    const QPoint onSecond{150, 25};
+    const QPoint nowhere{350, 280};
+};
+
+TEST_F(InputRouterTest, MousePressesAndReleases) {
+    mouse(QEvent::MouseButtonPress, onFirst);
+    EXPECT_EQ(takeLog(), "first press, ");
+    EXPECT_TRUE(screen.view(first)->pressed());
+    mouse(QEvent::MouseButtonRelease, onFirst);
+    EXPECT_EQ(takeLog(), "first release, first click, ");
+    EXPECT_FALSE(screen.view(first)->pressed());
+
+    // A quick second tap is a tap; what Qt adds to it is not a third one.
+    mouse(QEvent::MouseButtonPress, onFirst);
+    mouse(QEvent::MouseButtonDblClick, onFirst);
+    mouse(QEvent::MouseButtonRelease, onFirst);
+    EXPECT_EQ(takeLog(), "first press, first release, first click, ");
+
+    first.setEnabled(false);
+    mouse(QEvent::MouseButtonPress, onFirst);
+    mouse(QEvent::MouseButtonRelease, onFirst);
+    EXPECT_EQ(takeLog(), "");
+}
+
+TEST_F(InputRouterTest, AReleaseAlwaysReachesWhatWasPressed) {
+    const auto pressWhile = [this](const std::function<void()>& meanwhile, const std::function<void()>& end) {
+        mouse(QEvent::MouseButtonPress, onFirst);
+        meanwhile();
+        turn();
+        end();
+        turn();
+        first.setVisible(true);
+        first.setEnabled(true);
+        turn();
+        return takeLog();
+    };
+    const auto up = [this] { mouse(QEvent::MouseButtonRelease, onFirst); };
+    EXPECT_EQ(pressWhile([this] { first.setVisible(false); }, up), "first press, first release, ");
+    EXPECT_EQ(pressWhile([this] { first.setEnabled(false); }, up), "first press, first release, ");
+    EXPECT_THAT(pressWhile([] {}, [this] { mouse(QEvent::MouseButtonRelease, nowhere); }),
+                testing::StartsWith("first press, first release, "));
+
+    const auto loseWindow = [this] {
+        QFocusEvent event(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+        QCoreApplication::sendEvent(screen.window().windowHandle(), &event);
+    };
+    EXPECT_THAT(pressWhile([] {}, loseWindow), testing::StartsWith("first press, first release, "));
+    up();
+    EXPECT_EQ(takeLog(), "") << "released once only";
+    EXPECT_FALSE(screen.view(first)->pressed());
+}
+
+TEST_F(InputRouterTest, AMessageBoxBreaksAHoldOff) {
+    mouse(QEvent::MouseButtonPress, onFirst);
+    input.boxOpened();
+    QEvent blocked(QEvent::WindowBlocked);
+    QCoreApplication::sendEvent(screen.window().windowHandle(), &blocked);
+    input.boxClosed();
+    mouse(QEvent::MouseButtonRelease, onFirst);
+    EXPECT_EQ(takeLog(), "first press, first cancel, ");
+    EXPECT_FALSE(screen.view(first)->pressed());
+}
+
+TEST_F(InputRouterTest, FingersMayOverlap) {
+    touch(QEvent::TouchBegin, {finger(1, QEventPoint::Pressed, onFirst)});
+    touch(QEvent::TouchUpdate,
+          {finger(1, QEventPoint::Stationary, onFirst), finger(2, QEventPoint::Pressed, onSecond)});
+    touch(QEvent::TouchUpdate,
+          {finger(1, QEventPoint::Released, onFirst), finger(2, QEventPoint::Stationary, onSecond)});
+    EXPECT_EQ(takeLog(), "first press, second press, first release, first click, ");
+    touch(QEvent::TouchCancel, {});
+    EXPECT_THAT(takeLog(), testing::StartsWith("second release, "));
+}
+
+TEST_F(InputRouterTest, TheKeyboardWalksInTheOrderOfEnumerationAndPressesWithSpace) {
+    add(Kind::Label, "lblPlain", {0, 1500, 1500, 600});
+    Control& hidden = add(Kind::Button, "hidden", {0, 3000, 1500, 600});
+    hidden.setVisible(false);
+    Control& third = add(Kind::Button, "third", {3000, 0, 1500, 750});
+    record(third);
+    third.sendToBack(); // the order on the screen is another matter
+    turn();
+    const auto space = [this] {
+        key(QEvent::KeyPress, Qt::Key_Space);
+        key(QEvent::KeyRelease, Qt::Key_Space);
+        return takeLog();
+    };
+    EXPECT_EQ(space(), "") << "the keyboard is nowhere yet";
+    std::string walk;
+    for (int i = 0; i < 4; ++i) {
+        key(QEvent::KeyPress, Qt::Key_Tab);
+        walk += space().substr(0, 6) + "|";
+    }
+    EXPECT_EQ(walk, "first |second|third |first |");
+    key(QEvent::KeyPress, Qt::Key_Backtab);
+    EXPECT_EQ(space(), "third press, third release, third click, ");
+
+    key(QEvent::KeyPress, Qt::Key_Space);
+    for (int i = 0; i < 3; ++i) {
+        key(QEvent::KeyRelease, Qt::Key_Space, true);
+        key(QEvent::KeyPress, Qt::Key_Space, true);
+    }
+    EXPECT_EQ(takeLog(), "third press, ");
+    key(QEvent::KeyPress, Qt::Key_Tab);
+    EXPECT_THAT(takeLog(), testing::StartsWith("third release, "))
+        << "nobody keeps a key down that he has left";
+}
+
+TEST_F(InputRouterTest, ASliderMovesWithTheFingerAndIsToldWhenItIsLetGo) {
+    Control& slider = add(Kind::Slider, "slider", {0, 1500, 3000, 750});
+    slider.setMaximum(100);
+    record(slider);
+    turn();
+    mouse(QEvent::MouseButtonPress, {100, 125});
+    EXPECT_EQ(slider.value(), 50);
+    mouse(QEvent::MouseMove, {500, 125});
+    EXPECT_EQ(slider.value(), 100);
+    EXPECT_EQ(takeLog(), "slider change, slider change, ");
+    mouse(QEvent::MouseButtonRelease, {500, 125});
+    EXPECT_EQ(slider.value(), 100);
+    EXPECT_THAT(takeLog(), testing::EndsWith("slider release, "));
+    key(QEvent::KeyPress, Qt::Key_Tab);
+    key(QEvent::KeyPress, Qt::Key_Backtab);
+    key(QEvent::KeyPress, Qt::Key_Left);
+    key(QEvent::KeyRelease, Qt::Key_Left);
+    EXPECT_EQ(slider.value(), 99);
+    EXPECT_THAT(takeLog(), testing::EndsWith("slider release, "));
+}
+
+TEST_F(InputRouterTest, AListOpensAndTakesOneEntry) {
+    Control& list = add(Kind::List, "list", {0, 1500, 1500, 600});
+    list.setItems({"9600", "19200"});
+    record(list);
+    turn();
+    auto* view = dynamic_cast<ListView*>(screen.view(list));
+    ASSERT_NE(view, nullptr);
+    const auto open = [&] {
+        mouse(QEvent::MouseButtonPress, {50, 120});
+        mouse(QEvent::MouseButtonRelease, {50, 120});
+        return view->popup();
+    };
+    ASSERT_NE(open(), nullptr);
+    EXPECT_GE(view->popup()->height(), 2 * 38) << "as high as a finger";
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const QPointF lower(20, view->popup()->height() - 10);
+        QMouseEvent event(type, lower, lower, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->popup(), &event);
+    }
+    turn();
+    EXPECT_EQ(list.text(), "19200");
+    EXPECT_EQ(takeLog(), "list click, ");
+    EXPECT_EQ(view->popup(), nullptr);
+
+    ASSERT_NE(open(), nullptr);
+    list.setVisible(false); // what goes off the screen takes its entries with it
+    turn();
+    EXPECT_EQ(view->popup(), nullptr);
+    EXPECT_EQ(takeLog(), "");
+}
+
+} // namespace
+} // namespace quillon

@@ -1,0 +1,119 @@
+#include <fstream>
+#include <iterator>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include "Bench.h"
+#include "qt/QtDesktop.h"
+#include "qt/QtRuntime.h"
+#include "qt/QtStores.h"
+
+namespace quillon {
+namespace {
+
+TEST(QtScheduleDriver, TimersRunOnTimeInsideEveryLoop) {
+    const SteadyClock clock;
+    Schedule schedule(clock);
+    const QtScheduleDriver driver(schedule);
+    int ticks = 0;
+    int inner = 0;
+    Timer slow(schedule);
+    Timer fast(schedule, [&] { ++inner; });
+    const QElapsedTimer watch = [] {
+        QElapsedTimer started;
+        started.start();
+        return started;
+    }();
+    slow.setTick([&] {
+        ++ticks;
+        slow.stop();
+        fast.start(10);
+        EXPECT_TRUE(waitFor([&] { return inner >= 3; })) << "a handler that runs the loop holds nothing up";
+    });
+    slow.start(40);
+    EXPECT_TRUE(waitFor([&] { return inner >= 5; }));
+    EXPECT_EQ(ticks, 1);
+    EXPECT_GE(watch.elapsed(), 40 + 5 * 10) << "never early";
+}
+
+TEST(QtEventLoop, ServesWhatIsDueAndReturns) {
+    const SteadyClock clock;
+    Schedule schedule(clock);
+    QtEventLoop loop(schedule);
+    int served = 0;
+    schedule.post(0, [&] { ++served; });
+    schedule.post(60'000, [&] { ++served; });
+    loop.processEvents();
+    EXPECT_EQ(served, 1);
+}
+
+TEST(QtDesktop, OneBoxIsUpAtATimeAndTimeGoesOn) {
+    const SteadyClock clock;
+    Schedule schedule(clock);
+    const QtScheduleDriver driver(schedule);
+    QtDesktop desktop;
+    std::vector<std::string> order;
+    const auto boxesUp = [] {
+        std::vector<QMessageBox*> up;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* box = qobject_cast<QMessageBox*>(widget);
+            if (box != nullptr && box->isVisible()) {
+                up.push_back(box);
+            }
+        }
+        return up;
+    };
+    schedule.post(20, [&] { order.push_back(desktop.ask("second", "2?") ? "second yes" : "second no"); });
+    schedule.post(60, [&] {
+        ASSERT_EQ(boxesUp().size(), 1U);
+        EXPECT_EQ(boxesUp().front()->text(), "1");
+        boxesUp().front()->accept();
+    });
+    schedule.post(90, [&] {
+        ASSERT_EQ(boxesUp().size(), 1U);
+        EXPECT_EQ(boxesUp().front()->text(), "2?");
+        boxesUp().front()->button(QMessageBox::Yes)->click();
+    });
+    desktop.message(BoxKind::Critical, "first", "1");
+    order.emplace_back("first");
+    EXPECT_EQ(order, (std::vector<std::string>{"second yes", "first"}));
+}
+
+TEST(DiskFolder, ReadsWithinItsLimitAndWritesThrough) {
+    const QTemporaryDir directory;
+    DiskFolder folder(directory.path());
+    EXPECT_FALSE(folder.read("temp.ini", 100).has_value());
+    const auto sink = folder.create("temp.ini");
+    ASSERT_NE(sink, nullptr);
+    EXPECT_TRUE(sink->write("[TM]\r\n"));
+    EXPECT_TRUE(sink->write(std::string("\0\xFF", 2)));
+    EXPECT_EQ(folder.read("temp.ini", 8), std::string("[TM]\r\n\0\xFF", 8)) << "while it is still open";
+    EXPECT_FALSE(folder.read("temp.ini", 7).has_value());
+    EXPECT_EQ(DiskFolder(directory.filePath("missing")).create("log.txt"), nullptr);
+}
+
+TEST(QtUserStore, KeepsValuesByApplicationSectionAndKey) {
+    const QTemporaryDir directory;
+    const auto store = [&] {
+        return QtUserStore(std::make_unique<QSettings>(directory.filePath("store"), QSettings::IniFormat));
+    };
+    {
+        QtUserStore written = store();
+        written.write("", "TorvaneSerial", "Baudrate", "19200");
+        written.write("Other", "TorvaneSerial", "Baudrate", "a, \"b\" \xE9");
+    }
+    QtUserStore read = store();
+    EXPECT_EQ(read.read("", "TorvaneSerial", "Baudrate"), "19200");
+    EXPECT_EQ(read.read("Other", "TorvaneSerial", "Baudrate"), "a, \"b\" \xE9");
+    EXPECT_FALSE(read.read("", "TorvaneSerial", "Port").has_value());
+    read.removeSection("", "TorvaneSerial");
+    EXPECT_FALSE(read.read("", "TorvaneSerial", "Baudrate").has_value());
+    EXPECT_TRUE(read.read("Other", "TorvaneSerial", "Baudrate").has_value());
+}
+
+} // namespace
+} // namespace quillon
