@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace simulator {
 
@@ -15,7 +16,7 @@ namespace {
 using quillon::trim;
 
 std::string refusal(const std::string& why) {
-    return why.empty() ? why : "?" + why;
+    return why.empty() ? why : std::string("?").append(why);
 }
 
 std::optional<int> wholeNumber(std::string_view text, int low, int high) {
@@ -175,7 +176,7 @@ std::string send(Assembly& g, std::string_view text) {
 std::string setTechnique(Assembly& g, std::string_view key, std::string_view value) {
     const auto number = numberIn(value);
     if (!number) {
-        return "?" + std::string(key) + " takes a number";
+        return refusal(std::string(key) + " takes a number");
     }
     bool asAsked = true;
     if (key == "kv") {
@@ -218,7 +219,7 @@ std::string set(Assembly& g, std::string_view text) {
         return {};
     }
     if (key == "seed" || key == "type" || key == "startphase") {
-        return "?" + std::string(key) + " is fixed at the start";
+        return refusal(std::string(key) + " is fixed at the start");
     }
     return refusal(applyOption(g.machine.options, std::string(key) + "=" + std::string(value)));
 }
@@ -240,7 +241,7 @@ std::string status(Assembly& g, std::string_view) {
     text += line("positioner", g.positioner.inServiceMode() ? "service" : "normal");
     text += "counters";
     for (int number = 0; number < 4; ++number) {
-        text += " " + std::to_string(g.records.counter(number));
+        text.append(" ").append(std::to_string(g.records.counter(number)));
     }
     text += "\n";
     text += line("frames", std::to_string(g.parser.frames()));
@@ -305,19 +306,22 @@ std::string carryOut(Assembly& generator, std::string_view line) {
     const bool off = generator.machine.phase() == 0;
     if (command != std::end(kCommands)) {
         if (command->takes.empty() && !words.rest.empty()) {
-            return "?" + name + " takes nothing";
+            return refusal(name + " takes nothing");
         }
         return command->needsPower && off ? "?it is off" : command->run(generator, words.rest);
     }
+    if (!Faults::hasLamp(name)) {
+        return refusal("there is no command '" + name + "'; try help");
+    }
     const auto on = onOff(words.rest);
     if (!on) {
-        const bool lamp = (" " + Faults::lampNames() + " ").find(" " + name + " ") != std::string::npos;
-        return lamp ? "?" + name + " takes 0 or 1" : "?there is no command '" + name + "'; try help";
+        return refusal(name + " takes 0 or 1");
     }
     if (off) {
         return "?it is off";
     }
-    return generator.faults.setLamp(name, *on) ? "" : "?there is no command '" + name + "'; try help";
+    generator.faults.setLamp(name, *on);
+    return {};
 }
 
 std::string deskHelp() {
@@ -328,8 +332,9 @@ std::string deskHelp() {
     };
     std::string text;
     for (const Command& command : kCommands) {
-        text +=
-            line("  " + std::string(command.name) + " " + std::string(command.takes), command.meaning) + "\n";
+        std::string usage("  ");
+        usage.append(command.name).append(" ").append(command.takes);
+        text += line(std::move(usage), command.meaning) + "\n";
     }
     return text + line("  LAMP 0|1", "a standing condition: " + Faults::lampNames());
 }

@@ -51,22 +51,25 @@ void Faults::raiseInterlock(int number) {
     machine_.say("ERL" + quillon::fixedDigits(number, 2));
 }
 
-bool Faults::setLamp(std::string_view name, bool on) {
+void Faults::setLamp(std::string_view name, bool on) {
     const auto lamp = std::ranges::find(kLamps, name, &Lamp::name);
-    if (lamp == std::end(kLamps)) {
-        return false;
-    }
     if (lamp == kLamps) {
         doorOpen_ = on;
     }
     machine_.say(std::string(lamp->mnemonic) + (on ? "1" : "0"));
-    return true;
+}
+
+bool Faults::hasLamp(std::string_view name) {
+    return std::ranges::find(kLamps, name, &Lamp::name) != std::end(kLamps);
 }
 
 std::string Faults::lampNames() {
     std::string names;
     for (const Lamp& lamp : kLamps) {
-        names += (names.empty() ? "" : " ") + std::string(lamp.name);
+        if (!names.empty()) {
+            names += ' ';
+        }
+        names += lamp.name;
     }
     return names;
 }

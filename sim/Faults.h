@@ -31,10 +31,12 @@ public:
     /// A fault of the exposure control, reported as the acknowledgement of a reset would be.
     void raiseExposureControl(int code) { machine_.say("AR" + std::to_string(code)); }
 
-    /// Sets a lamp by its name, such as "door". False: there is none of that name.
-    bool setLamp(std::string_view name, bool on);
+    /// Sets a lamp by its name, such as "door", which must be one.
+    void setLamp(std::string_view name, bool on);
     [[nodiscard]] bool doorOpen() const { return doorOpen_; }
     [[nodiscard]] int code() const { return code_; }
+
+    [[nodiscard]] static bool hasLamp(std::string_view name);
 
     /// Names of the lamps, one blank between.
     [[nodiscard]] static std::string lampNames();

@@ -163,7 +163,7 @@ constexpr Key kKeys[] = {
 std::string applyOption(Options& options, std::string_view keyValue) {
     const std::size_t mark = keyValue.find('=');
     if (mark == std::string_view::npos) {
-        return "'" + std::string(keyValue) + "' is no KEY=VALUE";
+        return std::string(keyValue) + " is no KEY=VALUE";
     }
     const std::string name = quillon::lowerCase(keyValue.substr(0, mark));
     const std::string_view value = keyValue.substr(mark + 1);
@@ -181,7 +181,8 @@ std::string optionsHelp() {
     constexpr std::size_t kColumn = 36;
     std::string help;
     for (const Key& key : kKeys) {
-        std::string line = "  " + std::string(key.name) + "=" + std::string(key.values);
+        std::string line("  ");
+        line.append(key.name).append("=").append(key.values);
         line.resize(std::max(kColumn, line.size() + 2), ' ');
         help += line + std::string(key.meaning) + "\n";
     }

@@ -13,7 +13,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::size_t kMostUnwritten = 16 * 1024;
+constexpr std::size_t kMostUnwritten = 16384;
 
 int checked(int result, const char* what) {
     if (result < 0) {

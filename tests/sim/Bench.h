@@ -65,7 +65,7 @@ public:
 
     /// The value of a line of the status.
     std::string status(const std::string& name) {
-        const std::string text = "\n" + desk("status") + "\n";
+        const std::string text = std::string("\n").append(desk("status")).append("\n");
         const std::size_t at = text.find("\n" + name + " ");
         return at == std::string::npos
                    ? ""
