@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -12,6 +12,7 @@
 #include "base/Numbers.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/MemoryPlatform.h"
+#include "ui/Input.h"
 
 namespace quillon {
 
@@ -54,15 +55,28 @@ protected:
     [[nodiscard]] bool active(std::string_view name) const {
         return control(name).backColour() == kActiveColour;
     }
+    void click(std::string_view name) {
+        ASSERT_TRUE(input.press(control(name))) << name << " cannot be reached";
+        input.release(control(name));
+    }
     void put(std::string_view property, const Value& value) const { link.operations().set(property, value); }
 
     MemoryPlatform platform;
-    TorvaneSerialV3_07_QLC1 link{
-        {platform.time.schedule(), platform.port, platform.store, platform.folder, platform.desktop, ""}};
+    Input input;
+    ControlHost form{Kind::Form, "frm", platform.time.schedule()};
+    TorvaneSerialV3_07_QLC1& link = made();
     std::vector<std::string> sent;   ///< frames without their end bytes
     std::vector<std::string> events; ///< as "Name(1, True, "text")"
 
 private:
+    TorvaneSerialV3_07_QLC1& made() {
+        const TorvaneSerialV3_07_QLC1::Context context{
+            platform.time.schedule(), platform.port, platform.store, platform.folder, platform.desktop, ""};
+        auto made = std::make_unique<TorvaneSerialV3_07_QLC1>(context);
+        TorvaneSerialV3_07_QLC1& control = *made;
+        form.adopt(std::move(made));
+        return control;
+    }
     template <typename... Arguments> void record(std::string_view name, Signal<Arguments...>& signal) {
         signal.connect([this, name = std::string(name)](const Arguments&... arguments) {
             std::string list;

@@ -1,0 +1,79 @@
+#include "panel/Blinking.h"
+
+#include <gtest/gtest.h>
+
+#include "panel/layout/PanelControls.h"
+#include "runtime/MemoryPlatform.h"
+
+namespace quillon {
+namespace {
+
+struct BlinkingTest : testing::Test {
+    BlinkingTest() { addPanelControls(panel); }
+
+    [[nodiscard]] Control& errorKey() const { return panel["cmbResetError"]; }
+    [[nodiscard]] Control& counterKey() const { return panel["cmbResetExposureCounter"]; }
+
+    VirtualTime time;
+    GeneratorState state;
+    ControlHost panel{Kind::User, "TorvaneSerial", time.schedule()};
+};
+
+TEST_F(BlinkingTest, AStandingErrorFlashesItsKey) {
+    const Blinking blinking(state, panel);
+    state.m_LastError = 33;
+    panel.timer("tmrBlink").run();
+    for (int half = 1; half <= 4; ++half) {
+        time.advance(499);
+        EXPECT_EQ(errorKey().caption(), half % 2 == 1 ? "Reset Error" : "ERROR 33");
+        time.advance(1);
+        EXPECT_EQ(errorKey().caption(), half % 2 == 1 ? "ERROR 33" : "Reset Error");
+        EXPECT_EQ(errorKey().backColour(), half % 2 == 1 ? kErrorFlashColour : kNormalColour);
+        EXPECT_EQ(counterKey().backColour(), kNormalColour);
+    }
+    time.advance(500);
+    state.m_LastError = 0;
+    time.advance(5000);
+    EXPECT_EQ(errorKey().caption(), "ERROR 33") << "the key keeps its last look until it is pressed";
+}
+
+TEST_F(BlinkingTest, BothKeysFlashIndependently) {
+    const Blinking blinking(state, panel);
+    panel.timer("tmrBlink").run();
+    state.m_LastError = 5;
+    time.advance(500);
+    state.m_ExposureCounterResetPending = true;
+    time.advance(500);
+    EXPECT_EQ(errorKey().backColour(), kNormalColour);
+    EXPECT_EQ(counterKey().backColour(), kActiveColour);
+    time.advance(500);
+    EXPECT_EQ(errorKey().backColour(), kErrorFlashColour);
+    EXPECT_EQ(counterKey().backColour(), kNormalColour);
+    panel.timer("tmrBlink").stop();
+    time.advance(5000);
+    EXPECT_EQ(errorKey().backColour(), kErrorFlashColour);
+}
+
+TEST_F(BlinkingTest, TheEndOfABlinkRestoresAllFieldsAndForgetsTheMarks) {
+    const Blinking blinking(state, panel);
+    state.m_KVPDisplay = "80";
+    state.m_MADisplay = "200";
+    state.m_WarnKVP = state.m_WarnTM = true;
+    state.m_TechniqueMode = 3;
+    panel.timer("tmrBlinking").start(500);
+    panel.timer("tmrBlinkingOff").start(3000);
+    time.advance(500);
+    EXPECT_TRUE(state.m_BlinkOff);
+    EXPECT_EQ(panel["txtKVp"].caption(), "");
+    EXPECT_EQ(panel["txtMA"].caption(), "") << "never written: it is not marked";
+    time.advance(2500);
+    EXPECT_EQ(panel["txtKVp"].caption(), "80");
+    EXPECT_EQ(panel["txtMA"].caption(), "200") << "rewritten though it was not marked";
+    EXPECT_EQ(panel.at("cmbTM", 3).backColour(), kActiveColour);
+    EXPECT_FALSE(state.m_WarnKVP || state.m_WarnTM);
+    EXPECT_FALSE(panel.timer("tmrBlinking").running());
+    EXPECT_FALSE(panel.timer("tmrBlinkingOff").running());
+}
+
+} // namespace
+} // namespace quillon

@@ -1,0 +1,365 @@
+#include "model/ErrorsAndWarnings.h"
+
+#include "tests/unit/model/LinkFixture.h"
+
+namespace quillon {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ErrorsTest : public LinkTest {
+protected:
+    ErrorsTest() {
+        platform.folder.put("error_info.txt", "5=Door open=1\r\n0=never told=0\r\n");
+        link.call("DefaultErrorInfoFile");
+    }
+};
+
+TEST_F(ErrorsTest, AnErrorIsToldWithItsWordsUntilItIsReset) {
+    struct Row {
+        std::string_view message;
+        std::vector<std::string> events;
+    };
+    // clang-format off
+    const Row rows[]{
+        {"ER0",     {"GeneratorERROR(0, \"\", 3)"}},
+        {"ER5",     {"GeneratorERROR(5, \"Door open\", 1)"}},
+        {"ER0",     {"GeneratorERROR(5, \"Door open\", 1)"}},
+        {"ER99",    {}},
+        {"ER98.6",  {}},
+        {"ER32768", {}},
+        {"ER0",     {"GeneratorERROR(5, \"Door open\", 1)"}},
+        {"ER7",     {"GeneratorERROR(7, \"\", 3)"}},
+        {"ERL12",   {"GeneratorWSInterlockERROR(12)"}},
+        {"ERL5",    {"GeneratorWSInterlockERROR(5)"}},
+        {"ERL07x",  {"GeneratorWSInterlockERROR(7)"}},
+        {"ERL",     {}},
+        {"ERLx1",   {}},
+        {"ERX12",   {}},
+        {"ER",      {}},
+        {"ER0",     {"GeneratorERROR(7, \"\", 3)"}},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        forget();
+        msg(row.message);
+        EXPECT_EQ(events, row.events) << row.message;
+    }
+    link.call("ResetError");
+    forget();
+    msg("ER0");
+    EXPECT_THAT(events, ElementsAre("GeneratorERROR(0, \"\", 3)"));
+}
+
+TEST_F(ErrorsTest, AnErrorIsKeptWhileEventsAreOff) {
+    link.setEventEnabled(false);
+    msg("ER5");
+    msg("ERL12");
+    EXPECT_THAT(events, IsEmpty());
+    link.setEventEnabled(true);
+    msg("ER0");
+    EXPECT_THAT(events, ElementsAre("GeneratorERROR(5, \"Door open\", 1)"));
+}
+
+TEST_F(ErrorsTest, TheResetGoesOutInEveryPhaseAndIsAcknowledgedOnWish) {
+    for (const int number : {1, 2, 7, 12}) {
+        phase(number);
+        link.call("ResetError");
+        settle();
+        EXPECT_THAT(sent, ElementsAre("AR"));
+    }
+    forget();
+    link.call("ResetError", {true});
+    settle();
+    EXPECT_THAT(sent, ElementsAre("AR", "AR", "AR", "AR", ""));
+    msg("AR0");
+    msg("AR3");
+    msg("ARx");
+    EXPECT_THAT(events, ElementsAre("GeneratorERRORResetAck()", "GeneratorAECError(3)"));
+}
+
+TEST_F(ErrorsTest, RatingsUpToNineAreToldAndInfosShown) {
+    for (const std::string_view message : {"RP9", "RP9.4", "RP10", "RP-1", "RP", "RPx"}) {
+        msg(message);
+    }
+    EXPECT_THAT(events, ElementsAre("WarningMessageRP(9)", "WarningMessageRP(-1)"));
+    msg("INF Filament  on ");
+    EXPECT_EQ(caption("txtInfo"), " Filament  on ");
+    msg("INF");
+    EXPECT_EQ(caption("txtInfo"), "");
+}
+
+struct Lamp {
+    std::string_view mnemonic;
+    std::string_view label;
+    std::string_view caption;
+    std::string_view event;
+};
+
+// clang-format off
+const Lamp kLamps[]{
+    {"DL", "txtDoorOpenWarning",          "Door",       "WARNINGDoorOpen"},
+    {"GL", "txtGeneratorOverloadWarning", "Gen. Over.", "WARNINGGenOverload"},
+    {"TL", "txtTubeOverloadWarning",      "Tube Over.", "WARNINGTubeOverload"},
+    {"RL", "txtRotorWarning",             "Rotor",      "WARNINGRotor"},
+    {"HL", "txtOverheatWarning",          "Overheat",   "WARNINGOverheat"},
+    {"EL", "txtTechniqueWarning",         "Technique",  "WARNINGTechnique"},
+    {"CL", "txtCollimatorWarning",        "Collimator", "WARNINGCollimator"},
+};
+// clang-format on
+
+TEST_F(ErrorsTest, LampsAreLitAndDarkened) {
+    for (const Lamp& lamp : kLamps) {
+        SCOPED_TRACE(lamp.mnemonic);
+        forget();
+        const auto report = [&](std::string_view value) {
+            msg(std::string(lamp.mnemonic) + std::string(value));
+        };
+        report("1");
+        EXPECT_TRUE(visible(lamp.label));
+        EXPECT_EQ(caption(lamp.label), lamp.caption);
+        report("x");
+        report("");
+        EXPECT_TRUE(visible(lamp.label));
+        report("0");
+        EXPECT_FALSE(visible(lamp.label));
+        report("-0.5");
+        EXPECT_TRUE(visible(lamp.label));
+        const std::string name(lamp.event);
+        EXPECT_THAT(events, ElementsAre(name + "(True)", name + "(False)", name + "(True)"));
+
+        link.setEventEnabled(false);
+        report("0");
+        EXPECT_FALSE(visible(lamp.label));
+        EXPECT_EQ(events.size(), 3);
+        link.setEventEnabled(true);
+        report("1");
+    }
+    phase(1);
+    for (const Lamp& lamp : kLamps) {
+        EXPECT_FALSE(visible(lamp.label));
+    }
+}
+
+TEST_F(ErrorsTest, AConfirmedAutocalibrationKeepsTheTubeLampDark) {
+    phase(2);
+    phase(6);
+    phase(9);
+    msg("ST11");
+    click("cmbAutocalConfirm");
+    advance(20);
+    forget();
+    msg("TL1");
+    msg("HL1");
+    EXPECT_FALSE(visible("txtTubeOverloadWarning"));
+    EXPECT_TRUE(visible("txtOverheatWarning"));
+    EXPECT_THAT(events, ElementsAre("WARNINGTubeOverload(True)", "WARNINGOverheat(True)"));
+    msg("CAU1");
+    msg("TL1");
+    EXPECT_TRUE(visible("txtTubeOverloadWarning"));
+}
+
+class WarningsTest : public LinkTest {
+protected:
+    WarningsTest() {
+        phase(2);
+        for (const std::string_view message : {"KV80", "MX12.5", "MA200", "MS63", "TM3"}) {
+            msg(message);
+        }
+        forget();
+    }
+    void darken() const {
+        for (const std::string_view field : {"txtKVp", "txtMAS", "txtMA", "txtMS"}) {
+            control(field).setCaption("");
+        }
+        control("cmbTM", 3).setBackColour(kNormalColour);
+    }
+    void expectAllFieldsShown() const {
+        EXPECT_EQ(caption("txtKVp"), "80");
+        EXPECT_EQ(caption("txtMAS"), "12.5");
+        EXPECT_EQ(caption("txtMA"), "200");
+        EXPECT_EQ(caption("txtMS"), "63");
+        EXPECT_EQ(control("cmbTM", 3).backColour(), kActiveColour);
+    }
+    [[nodiscard]] bool running(std::string_view timer) const { return link.timer(timer).running(); }
+};
+
+struct Warning {
+    int code;
+    std::string_view flags; ///< kVp, mAs, mA, ms, technique mode
+    bool passes;
+};
+
+// clang-format off
+const Warning kWarnings[]{
+    { 1, "0, -1, 0, 0, 0",   true},
+    { 2, "-1, -1, 0, 0, 0",  true},
+    { 3, "-1, 0, 0, 0, 0",   true},
+    { 4, "-1, 0, 0, 0, 0",   true},
+    { 5, "0, 0, -1, 0, 0",   true},
+    { 6, "0, 0, -1, 0, 0",   true},
+    { 7, "0, 0, 0, -1, 0",   true},
+    { 8, "0, 0, 0, -1, 0",   true},
+    { 9, "0, -1, 0, 0, 0",   true},
+    {10, "0, -1, 0, 0, 0",   true},
+    {11, "-1, 0, -1, 0, 0",  true},
+    {12, "-1, 0, 0, 0, 0",   true},
+    {13, "-1, 0, -1, 0, 0",  true},
+    {14, "-1, 0, -1, -1, 0", true},
+    {15, "0, 0, 0, 0, 0",    true},
+    {16, "0, -1, 0, 0, -1",  true},
+    {17, "0, 0, 0, 0, 0",    false},
+    {18, "0, 0, 0, 0, 0",    true},
+    {19, "0, 0, -1, -1, 0",  true},
+    {20, "0, 0, -1, -1, 0",  true},
+    {-3, "0, 0, 0, 0, 0",    false},
+};
+// clang-format on
+
+TEST_F(WarningsTest, EachCodeMarksItsFields) {
+    for (const Warning& row : kWarnings) {
+        SCOPED_TRACE(row.code);
+        settle();
+        forget();
+        darken();
+        const std::string code = decimalText(row.code);
+        msg("WN" + code);
+        expectAllFieldsShown();
+        EXPECT_THAT(events, ElementsAre("WarningMessage(" + code + ", " + std::string(row.flags) + ")"));
+        EXPECT_EQ(caption("lblWarning"), "Warning " + code);
+        EXPECT_EQ(running("tmrWarning"), row.passes);
+        const bool blinks = row.flags.find('-') != std::string_view::npos;
+        EXPECT_EQ(running("tmrBlinking"), blinks);
+        EXPECT_EQ(running("tmrBlinkingOff"), blinks);
+        advance(500);
+        // A flag and a dark field go together.
+        std::string dark;
+        for (const std::string_view field : {"txtKVp", "txtMAS", "txtMA", "txtMS"}) {
+            dark += caption(field).empty() ? "-1, " : "0, ";
+        }
+        dark += control("cmbTM", 3).backColour() == kNormalColour ? "-1" : "0";
+        EXPECT_EQ(dark, row.flags);
+    }
+}
+
+TEST_F(WarningsTest, AWarningPassesAfterThreeSeconds) {
+    msg("WN15");
+    advance(2000);
+    msg("WN15");
+    forget();
+    advance(2999);
+    EXPECT_EQ(caption("lblWarning"), "Warning 15");
+    EXPECT_THAT(events, IsEmpty());
+    advance(1);
+    EXPECT_EQ(caption("lblWarning"), "");
+    EXPECT_THAT(events, ElementsAre("WarningMessageReset()"));
+    settle();
+    EXPECT_EQ(events.size(), 1) << "it passes once";
+}
+
+TEST_F(WarningsTest, TheGeneratorEndsAWarning) {
+    msg("WN3");
+    advance(500);
+    forget();
+    msg("WN0");
+    expectAllFieldsShown();
+    EXPECT_EQ(caption("lblWarning"), "");
+    EXPECT_THAT(events, ElementsAre("WarningMessageReset()"));
+    EXPECT_FALSE(running("tmrWarning"));
+    settle();
+    expectAllFieldsShown();
+    EXPECT_EQ(events.size(), 1);
+}
+
+TEST_F(WarningsTest, MissingDigitalIsToldAlone) {
+    link.setEventEnabled(false);
+    msg("WN2");
+    advance(500);
+    darken();
+    msg("WN21");
+    expectAllFieldsShown();
+    EXPECT_THAT(events, ElementsAre("NoDigitalWarning(True)")) << "whether events are on or not";
+    EXPECT_EQ(caption("lblWarning"), "");
+    EXPECT_FALSE(running("tmrWarning"));
+    advance(500);
+    expectAllFieldsShown();
+}
+
+TEST_F(WarningsTest, CodesBeyondTheTableChangeNothing) {
+    msg("WN3");
+    advance(500);
+    forget();
+    for (const std::string_view message : {"WN22", "WN1e3", "WN", "WNx"}) {
+        msg(message);
+        EXPECT_EQ(caption("txtKVp"), "");
+        EXPECT_EQ(caption("lblWarning"), "Warning 3");
+        EXPECT_TRUE(running("tmrWarning"));
+    }
+    EXPECT_THAT(events, IsEmpty());
+}
+
+TEST_F(WarningsTest, NothingBlinksOnAPanelThatIsAnIcon) {
+    control("Iconized").setVisible(true);
+    msg("WN2");
+    EXPECT_THAT(events, ElementsAre("WarningMessage(2, -1, -1, 0, 0, 0)"));
+    EXPECT_FALSE(running("tmrBlinking"));
+    EXPECT_TRUE(running("tmrWarning"));
+}
+
+TEST_F(WarningsTest, FieldsBlinkInHalfCyclesForThreeSeconds) {
+    msg("WN3");
+    for (int half = 1; half <= 6; ++half) {
+        advance(499);
+        EXPECT_EQ(caption("txtKVp"), half % 2 == 1 ? "80" : "") << half;
+        EXPECT_EQ(caption("txtMA"), "200");
+        advance(1);
+        EXPECT_EQ(caption("txtKVp"), half % 2 == 1 ? "" : "80") << half;
+    }
+    settle();
+    expectAllFieldsShown();
+}
+
+TEST_F(WarningsTest, ANewWarningBeginsANewCycle) {
+    msg("WN3");
+    advance(700);
+    EXPECT_EQ(caption("txtKVp"), "");
+    msg("WN5");
+    expectAllFieldsShown();
+    advance(500);
+    EXPECT_EQ(caption("txtKVp"), "80");
+    EXPECT_EQ(caption("txtMA"), "");
+    advance(2400);
+    EXPECT_TRUE(running("tmrBlinking"));
+    advance(100);
+    EXPECT_FALSE(running("tmrBlinking"));
+    expectAllFieldsShown();
+}
+
+TEST_F(WarningsTest, AValueThatArrivesWhileItsFieldIsDarkShowsAtOnce) {
+    msg("WN3");
+    advance(600);
+    msg("KV81");
+    EXPECT_EQ(caption("txtKVp"), "81");
+    advance(400);
+    EXPECT_EQ(caption("txtKVp"), "81");
+    advance(500);
+    EXPECT_EQ(caption("txtKVp"), "");
+    settle();
+    EXPECT_EQ(caption("txtKVp"), "81");
+}
+
+TEST_F(WarningsTest, TheModeKeyBlinksInItsOwnModeOnly) {
+    msg("TM2");
+    msg("WN16");
+    advance(500);
+    EXPECT_EQ(control("cmbTM", 3).backColour(), kNormalColour);
+    advance(500);
+    EXPECT_EQ(control("cmbTM", 3).backColour(), kNormalColour);
+    settle();
+    EXPECT_EQ(control("cmbTM", 3).backColour(), kNormalColour);
+    EXPECT_EQ(control("cmbTM", 2).backColour(), kActiveColour);
+}
+
+} // namespace
+} // namespace quillon
