@@ -3,11 +3,14 @@
 #include <array>
 
 #include "base/Text.h"
+#include "console/CalibrationMode.h"
+#include "console/ConfigurationMode.h"
 #include "console/ConsoleContext.h"
 #include "console/ErrorReactions.h"
 #include "console/PhaseReactions.h"
 #include "console/StartOfService.h"
 #include "console/layout/ConsoleControls.h"
+#include "console/panels/ConsolePanels.h"
 #include "ui/ScalingLayout.h"
 
 namespace quillon {
@@ -75,6 +78,9 @@ struct ctrQuillonConsole::Parts {
     StartOfService start;
     PhaseReactions phases;
     ErrorReactions errors;
+    ConsolePanels panels;
+    ConfigurationMode configuration;
+    CalibrationMode calibration;
 };
 
 namespace {
@@ -102,7 +108,8 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
                                                                          given.positionerToCalibrate,
                                                                          given.restartPc,
                                                                          given.commandLine},
-      start(context), phases(context, start), errors(context) {
+      start(context), phases(context, start), errors(context), panels(context),
+      configuration(context, panels), calibration(context, panels) {
     initialize();
     addProperties();
 }

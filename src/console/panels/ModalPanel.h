@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "base/Colours.h"
@@ -22,6 +21,12 @@ public:
     /// Told of the key that closed the panel: the event's name and its parameter, 0 where it has none.
     using Report = std::function<void(ModalPanel& panel, std::string_view event, std::int16_t parameter)>;
 
+    /// A public text and the control whose caption it is, or several of them with a blank between.
+    struct TextRow {
+        std::string_view member;
+        std::string_view controls;
+    };
+
     void setReport(Report report) { report_ = std::move(report); }
     /// The panel was made visible: its host becomes modal.
     void UserControl_Show();
@@ -33,20 +38,19 @@ public:
     void set(std::string_view member, const Value& value) const { operations_.set(member, value); }
 
 protected:
-    /// A public text and the control whose caption it is. A text of two controls has two rows.
-    struct TextRow {
-        std::string_view member;
-        std::string_view control;
-    };
-
     /// Makes the controls of the rows at their design size. `backColour` is the public name of the surface's
     /// colour.
     ModalPanel(Schedule& schedule, std::span<const ControlRow> rows, PanelSize size,
                std::string_view backColour, std::span<const TextRow> texts);
 
-    /// The key ends the dialog: results are set, the host's states come back, then the event is reported.
-    void closes(std::string_view key, std::string_view event, std::function<void()> results = {},
-                std::function<std::int16_t()> parameter = {});
+    /// A key that ends the dialog: results are set, the host's states come back, then the event is reported.
+    struct ClosingKey {
+        std::string_view name;
+        std::string_view event;
+        std::function<void()> results = {};
+        std::function<std::int16_t()> parameter = {};
+    };
+    void closes(const ClosingKey& key);
     /// A number between 1 and a maximum that two keys move and a label shows.
     struct Stepper {
         std::string_view member;

@@ -1,0 +1,181 @@
+#include "console/panels/ConsolePanels.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "console/panels/ctrASelFocusOrParam.h"
+#include "console/panels/ctrAWarning.h"
+#include "console/panels/ctrQuillonError.h"
+#include "console/panels/ctrSelWS.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kError = "Error";
+constexpr std::string_view kSelectFocus = "AutocalSelFocusOrParameter";
+constexpr std::string_view kProgram = "Quillon.";
+
+struct ErrorRow {
+    std::int16_t code;
+    std::string_view caption;
+    std::string_view message;
+};
+
+// clang-format off
+constexpr std::array kErrors{
+    ErrorRow{ErrorCode::Protocol,  "Protocol Error",                   "Please check comunication\r\nbetween console and generator"},
+    ErrorRow{ErrorCode::DipSwitch, "BQS Calibration Dip Switch Error", "Please check calibration dip switch\r\nand toggle with power off"},
+};
+// clang-format on
+
+} // namespace
+
+/// How a dialog is made and dressed.
+struct ConsolePanels::Row {
+    std::string_view key;
+    std::string_view className;
+    std::string_view fallback; ///< its class when the program has none of that name
+    std::unique_ptr<ControlHost> (*make)(Schedule& schedule);
+    std::string_view backColour;
+    bool hasOnColour;
+    bool centred; ///< keeps its size instead of covering the link control
+};
+
+namespace {
+
+template <typename Panel> std::unique_ptr<ControlHost> make(Schedule& schedule) {
+    return std::make_unique<Panel>(schedule);
+}
+
+} // namespace
+
+std::span<const ConsolePanels::Row> ConsolePanels::table() {
+    // clang-format off
+    static constexpr std::array kRows{
+        Row{"SelWSAutocal", "ctrSelWS", "SelWS.ctrSelWS", &make<ctrSelWS>,
+            "ConsoleBackColor", true, false},
+        Row{"SelWSCal", "ctrSelWS", "SelWS.ctrSelWS", &make<ctrSelWS>,
+            "ConsoleBackColor", true, false},
+        Row{kSelectFocus, "ctrASelFocusOrParam", "ASFOrParam.ctrASelFocusOrParam", &make<ctrASelFocusOrParam>,
+            "ConsoleBackColor", true, false},
+        Row{"AutocalWarning", "ctrAWarning", "AWarning.ctrAWarning", &make<ctrAWarning>,
+            "BackColor", false, false},
+        Row{kError, "ctrQuillonError", "Error.ctrQuillonError", &make<ctrQuillonError>,
+            "BackColor", false, true},
+    };
+    // clang-format on
+    return kRows;
+}
+
+const ConsolePanels::Row* ConsolePanels::find(std::string_view key) {
+    const auto row = std::find_if(table().begin(), table().end(),
+                                  [key](const Row& each) { return equalsNoCase(each.key, key); });
+    return row == table().end() ? nullptr : &*row;
+}
+
+ConsolePanels::ConsolePanels(ConsoleContext& context) : context_(context), screen_(context) {
+    Schedule& schedule = context_.console.schedule();
+    for (const Row& row : table()) {
+        const auto make = [&schedule, make = row.make] { return make(schedule); };
+        factory_.add(std::string(kProgram).append(row.className), make);
+        factory_.add(row.fallback, make);
+    }
+    context_.operations.add("ErrorMessage", [this](std::int16_t code) { ErrorMessage(code); });
+}
+
+void ConsolePanels::open(std::string_view key, PanelHandler handler) {
+    const Row* row = find(key);
+    if (row == nullptr) {
+        return;
+    }
+    ModalPanel* panel = create(*row, std::move(handler));
+    if (panel == nullptr) {
+        return;
+    }
+    if (row->key == kSelectFocus) {
+        for (const std::string_view focus : {"SmallFocus", "LargeFocus"}) {
+            panel->set(focus, context_.link.get<bool>(focus));
+        }
+    }
+    show(*row, *panel);
+}
+
+void ConsolePanels::remove(std::string_view key) {
+    context_.console.removeKeyed(key);
+}
+
+ModalPanel* ConsolePanels::add(std::string_view className, std::string_view key) {
+    try {
+        return dynamic_cast<ModalPanel*>(&context_.console.addByClass(className, key, factory_));
+    } catch (const Fault&) {
+        // The class is unknown, or a panel stands under this key already: then that one serves.
+        return dynamic_cast<ModalPanel*>(context_.console.keyed(key));
+    }
+}
+
+ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
+    const std::string& project = context_.state.ProjectName;
+    ModalPanel* panel = add(std::string(project).append(".").append(row.className), row.key);
+    if (panel == nullptr) {
+        panel = add(row.fallback, row.key);
+    }
+    if (panel == nullptr) {
+        return nullptr;
+    }
+    panel->set(row.backColour, toValue(context_.state.ConsoleBackColor));
+    panel->set("ButtonOffColor", toValue(context_.state.ButtonOffColor));
+    if (row.hasOnColour) {
+        panel->set("ButtonOnColor", toValue(context_.state.ButtonOnColor));
+    }
+    panel->setReport([this, handler = std::move(handler)](ModalPanel& closed, std::string_view event,
+                                                          std::int16_t parameter) {
+        handler(closed, event, parameter);
+        screen_.enable({"cmdExposure", "cmdPrep"});
+    });
+    return panel;
+}
+
+void ConsolePanels::show(const Row& row, ModalPanel& panel) {
+    const Place frame = context_.console["fraTorvaneSerial"].place();
+    if (row.centred) {
+        panel.setPlace({frame.width / 2 + frame.left - panel.width() / 2,
+                        frame.height / 2 + frame.top - panel.height() / 2, panel.width(), panel.height()});
+    } else {
+        panel.setPlace(frame);
+    }
+    panel.bringToFront();
+    panel.setVisible(true);
+    panel.UserControl_Show();
+}
+
+void ConsolePanels::ErrorMessage(std::int16_t code) {
+    context_.state.m_ProtocolError = false;
+    screen_.enable({"cmbClose"});
+    context_.console["cmbClose"].setCaption(context_.texts.scmbClose);
+    screen_.hide({"fraTorvaneSerial"});
+    screen_.clearPrompt();
+    ShowCalibrationButton(context_, true);
+
+    const Row& row = *find(kError);
+    ModalPanel* panel = create(row, [this](ModalPanel&, std::string_view, std::int16_t) {
+        remove(kError);
+        screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
+        context_.console.timer("tmrWaitRefresh").run();
+    });
+    if (panel == nullptr) {
+        return;
+    }
+    for (const ErrorRow& error : kErrors) {
+        if (error.code == code) {
+            panel->set("Caption", std::string(error.caption));
+            panel->set("sMessage", std::string(error.message));
+        }
+    }
+    show(row, *panel);
+}
+
+} // namespace quillon
