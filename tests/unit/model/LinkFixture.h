@@ -27,6 +27,8 @@ protected:
             constexpr std::string_view kEnd = "\r\n\x03";
             ASSERT_TRUE(bytes.ends_with(kEnd));
             sent.emplace_back(bytes.substr(0, bytes.size() - kEnd.size()));
+            timeline.push_back(decimalText(static_cast<double>(platform.time.now() - begin)) + " " +
+                               sent.back());
         };
         link.setPortOpen(true);
         link.setEventEnabled(true);
@@ -45,7 +47,9 @@ protected:
     void settle() { advance(20000); }
     void forget() {
         sent.clear();
+        timeline.clear();
         events.clear();
+        begin = platform.time.now();
     }
 
     [[nodiscard]] Control& control(std::string_view name) const { return link.at(name); }
@@ -65,8 +69,10 @@ protected:
     Input input;
     ControlHost form{Kind::Form, "frm", platform.time.schedule()};
     TorvaneSerialV3_07_QLC1& link = made();
-    std::vector<std::string> sent;   ///< frames without their end bytes
-    std::vector<std::string> events; ///< as "Name(1, True, "text")"
+    std::vector<std::string> sent;     ///< frames without their end bytes
+    std::vector<std::string> timeline; ///< the same with the time since forget(), as "350 ST"
+    std::vector<std::string> events;   ///< as "Name(1, True, "text")"
+    Milliseconds begin = 0;
 
 private:
     TorvaneSerialV3_07_QLC1& made() {
