@@ -47,7 +47,7 @@ TEST(MessageDecoder, TheLongestPrefixThatIsAKeyWins) {
         {"RX1", {"fmessRXEnable 1"}},
         {"st2", {"fmessGeneratorPhase 2"}},
         {"DOA123-02", {"fmessAccumulatedDose 123-02"}},
-        {"xST2", {}},
+        {"\x01ST2", {}},
         {"12345", {}},
         {"ST2\r\rHE10\r", {"fmessGeneratorPhase 2", "fmessHU 10"}},
         {"\r", {}},
