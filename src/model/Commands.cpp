@@ -145,7 +145,7 @@ constexpr std::array kCommands{
 };
 // clang-format on
 
-std::string formatted(ValueForm form, const Value& value) {
+std::string inForm(ValueForm form, const Value& value) {
     switch (form) {
     case None:
         return {};
@@ -167,6 +167,15 @@ std::string formatted(ValueForm form, const Value& value) {
         return valueTo<std::string>(value);
     }
     return {};
+}
+
+/// A value that the form can't take is the caller's fault.
+std::string formatted(ValueForm form, const Value& value) {
+    try {
+        return inForm(form, value);
+    } catch (const Fault&) {
+        throw Fault(Fault::kArgumentsRefused);
+    }
 }
 
 } // namespace

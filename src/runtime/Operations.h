@@ -52,8 +52,8 @@ public:
     [[nodiscard]] bool canGet(std::string_view name) const { return getters_.contains(name); }
     [[nodiscard]] bool canSet(std::string_view name) const { return setters_.contains(name); }
 
-    /// Fault 5 when there is no such operation or property, 450 on too many or too few arguments, else what
-    /// the operation itself faults with.
+    /// Fault 5 when there is no such operation or property, 450 on too many or too few arguments or one of
+    /// the wrong type, else what the operation itself faults with.
     std::optional<Value> call(std::string_view name, std::span<const Value> arguments = {}) const;
     std::optional<Value> call(std::string_view name, std::initializer_list<Value> arguments) const {
         return call(name, std::span(arguments.begin(), arguments.size()));
@@ -95,14 +95,19 @@ private:
         }
     }
 
+    /// The value as the operation wants it. One that it can't be is the caller's fault, whatever its number.
     template <typename Argument> static auto argument(const Value& value) {
         using Plain = std::remove_cvref_t<Argument>;
-        if constexpr (std::is_same_v<Plain, std::string_view>) {
-            return valueTo<std::string>(value);
-        } else if constexpr (std::is_same_v<Plain, std::uint32_t>) {
-            return static_cast<std::uint32_t>(static_cast<std::int64_t>(valueTo<double>(value)));
-        } else {
-            return valueTo<Plain>(value);
+        try {
+            if constexpr (std::is_same_v<Plain, std::string_view>) {
+                return valueTo<std::string>(value);
+            } else if constexpr (std::is_same_v<Plain, std::uint32_t>) {
+                return static_cast<std::uint32_t>(static_cast<std::int64_t>(valueTo<double>(value)));
+            } else {
+                return valueTo<Plain>(value);
+            }
+        } catch (const Fault&) {
+            throw Fault(Fault::kArgumentsRefused);
         }
     }
 

@@ -3,6 +3,7 @@
 
 #include "Script.h"
 #include "base/CodePage.h"
+#include "base/Fault.h"
 #include "base/Numbers.h"
 #include "ui/Input.h"
 
@@ -14,6 +15,18 @@ constexpr std::int64_t kLongestWait = std::int64_t{10} * 365 * 24 * 3600 * 1000;
 constexpr std::int64_t kLargestPort = 255;
 constexpr std::int64_t kLargestScreen = 32767;
 constexpr std::int64_t kLargestTwips = std::numeric_limits<std::int32_t>::max();
+
+/// An operation that ends with a fault has done its work up to there, as a handler has. Only arguments that
+/// it does not take are the file's mistake.
+template <typename Work> void atEdge(Work&& work) {
+    try {
+        work();
+    } catch (const Fault& fault) {
+        if (fault.number() == Fault::kArgumentsRefused) {
+            throw;
+        }
+    }
+}
 
 std::string inQuotes(std::string_view text) {
     return "\"" + std::string(text) + "\"";
@@ -242,9 +255,11 @@ void Script::call(Reader& reader) {
     while (!reader.atEnd()) {
         arguments.push_back(reader.value());
     }
-    if (const auto result = operations.call(name, arguments)) {
-        printValue(owner, name, *result);
-    }
+    atEdge([&, &table = operations, &from = owner, &called = name] {
+        if (const auto result = table.call(called, arguments)) {
+            printValue(from, called, *result);
+        }
+    });
 }
 
 void Script::set(Reader& reader) {
@@ -252,7 +267,8 @@ void Script::set(Reader& reader) {
     if (!operations.canSet(name)) {
         throw BadScript("no property to set: " + inQuotes(name));
     }
-    operations.set(name, reader.value());
+    const Value value = reader.value();
+    atEdge([&, &table = operations, &written = name] { table.set(written, value); });
 }
 
 void Script::get(Reader& reader) {
