@@ -101,7 +101,7 @@ TEST_F(ProgramsTest, TextsThatAreNoNumbersPassExceptTheDensity) {
     EXPECT_THAT(bench.sentSoon(), IsEmpty());
     EXPECT_EQ(bench.link.timer("timerStatusUpdate").interval(), 10000);
     EXPECT_EQ(faultOf([&] { bench.link.operations().call("APRFluoro", Arguments{40000} + kFluoro); }),
-              Fault::kOverflow);
+              Fault::kArgumentsRefused);
 }
 
 TEST_F(ProgramsTest, OutsideNormalOperationTextsAreRefusedByTheirMnemonicAndIntegersByTheMask) {
