@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "console/ConsoleContext.h"
+#include "console/panels/ConsolePanels.h"
+
+namespace quillon {
+
+/// The screen of the exposure counters: read one by one at the pace of the generator, and set back by a key
+/// that is held long and a question.
+class ExposureCounters {
+public:
+    ExposureCounters(ConsoleContext& context, ConsolePanels& panels);
+
+    /// Begins a reading, or takes the screen away.
+    void ToggleExposureCounterView();
+
+private:
+    void open();
+    void close();
+    void readTick();
+    void endReading();
+    void abortReading();
+    void exposureCounter(std::int32_t counter, std::string_view value);
+    void showTubes2And3(std::string_view value);
+    void showThirdTube(std::string_view value);
+    void showScreen();
+    void keep(std::int32_t counter, std::string_view value);
+    void bindResetKeys();
+    void askForReset();
+    void resetCounter();
+    void YieldEvents(int count);
+
+    ConsoleContext& context_;
+    ConsolePanels& panels_;
+    ConsoleScreen screen_;
+    ConsoleState& state_;
+    ControlHost& console_;
+    Timer& tmrReadExposureCounters_;
+    Timer& tmrResetTubeCounter_;
+};
+
+} // namespace quillon
