@@ -1,0 +1,43 @@
+#pragma once
+
+#include "console/AutocalibrationMode.h"
+#include "console/CalibrationMode.h"
+#include "console/ConfigurationMode.h"
+#include "console/ConsoleContext.h"
+#include "console/ExposureCounters.h"
+
+namespace quillon {
+
+/// The way out of everything: one press of cmbClose leaves the running mode, the next one the program. Held
+/// long, it offers to restart the PC.
+class Closing {
+public:
+    /// What the key leaves before it closes.
+    struct Modes {
+        ConfigurationMode& configuration;
+        CalibrationMode& calibration;
+        AutocalibrationMode& autocalibration;
+        ExposureCounters& counters;
+    };
+
+    Closing(ConsoleContext& context, const Modes& modes);
+
+    /// The console says goodbye one second from now.
+    void BeginClosing();
+
+private:
+    void closePressed();
+    void closeReleased();
+    void close();
+    void goodbyeTick();
+    void shutdownTick();
+
+    ConsoleContext& context_;
+    ConsoleScreen screen_;
+    ConsoleState& state_;
+    Modes modes_;
+    Timer& tmrGoodbye_;
+    Timer& tmrShutdown_;
+};
+
+} // namespace quillon
