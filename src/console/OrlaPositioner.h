@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "console/ConsoleContext.h"
+
+namespace quillon {
+
+/// The service screen of the autotracking positioner: the value of each analogue signal at its end and zero
+/// positions, and the reading that the positioner reports for each.
+class OrlaPositioner {
+public:
+    explicit OrlaPositioner(ConsoleContext& context);
+
+    /// Shows the reading of one position, as the positioner answers: axis, sign, value, reading.
+    void fmessOrla(std::string_view text);
+
+private:
+    void toggle();
+    void SelectOrlaAxis(std::int32_t axis);
+    void set(std::size_t position);
+
+    ConsoleContext& context_;
+    ConsoleScreen screen_;
+    ConsoleState& state_;
+    ControlHost& console_;
+
+    bool m_OrlaActive = false;
+    std::int32_t m_SelectedAxis = 0;
+};
+
+} // namespace quillon

@@ -1,0 +1,203 @@
+#include "console/RemotePositioner.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+
+#include "base/Colours.h"
+#include "base/Fault.h"
+#include "base/Numbers.h"
+
+namespace quillon {
+
+namespace {
+
+/// A calibration point: the band in which its parameter is stepped, and where the table shows it.
+struct PointRow {
+    int lowest;
+    int highest;
+    std::string_view caption;
+    std::string_view parameterLabel;
+    std::string_view valueLabel;
+};
+
+// clang-format off
+constexpr std::array kPointRows{
+    PointRow{  0,  50, "PT1 Parameter", "LblParam1", "LblValue1"},
+    PointRow{ 50, 100, "PT2 Parameter", "LblParam2", "LblValue2"},
+    PointRow{100, 150, "PT3 Parameter", "LblParam3", "LblValue3"},
+    PointRow{150, 200, "PT4 Parameter", "LblParam4", "LblValue4"},
+};
+// clang-format on
+
+constexpr int kTenths = 10;
+constexpr int kFieldWidth = 4; // digits of a stored parameter and of a stored reading
+constexpr int kFieldLimit = 9999;
+
+constexpr int kSIDStep = 10;
+constexpr int kLowestSID = 100;
+constexpr int kHighestSID = 2000;
+
+/// Writes a box; what was wrong with its old text goes with it.
+void write(Control& box, std::string_view text) {
+    box.setText(text);
+    box.setBackColour(kWindowColour);
+}
+
+/// The whole number in a box. A box without one is marked until it is edited.
+std::optional<std::int16_t> numberIn(Control& box) {
+    try {
+        return toInt16(box.text());
+    } catch (const Fault&) {
+        box.setBackColour(kRefusedColour);
+        return std::nullopt;
+    }
+}
+
+/// Whether the number fits the field of a stored point; the box that holds it is marked when not.
+bool fitsField(int number, Control& box) {
+    const bool fits = number >= 0 && number <= kFieldLimit;
+    if (!fits) {
+        box.setBackColour(kRefusedColour);
+    }
+    return fits;
+}
+
+} // namespace
+
+RemotePositioner::RemotePositioner(ConsoleContext& context)
+    : context_(context), screen_(context), state_(context.state), console_(context.console),
+      TxtParamCalib_(context.console["TxtParamCalib"]),
+      TxtADCValueCalib_(context.console["TxtADCValueCalib"]), txtRemoteSID_(context.console["txtRemoteSID"]),
+      tmrRequestADC_(context.console.timer("tmrRequestADC")) {
+    // The parameter is stepped within its band; a typed one would be shown and not be stored.
+    TxtParamCalib_.setReadOnly(true);
+    bindKeys();
+    connectSignals();
+    tmrRequestADC_.setTick([this] { context_.link.call("URSADCRequest"); });
+}
+
+void RemotePositioner::bindKeys() {
+    console_["cmdMultiRoom"].on.press = [this] { toggle(); };
+    console_["cmdUpParameter"].on.click = [this] { stepParameter(1); };
+    console_["cmdDownParameter"].on.click = [this] { stepParameter(-1); };
+    console_["cmdStoreCalibPoint"].on.click = [this] { storePoint(); };
+    console_["cmdNextCalibPoint"].on.click = [this] { nextPoint(); };
+    console_["cmdCalibrationGet"].on.click = [this] { context_.link.call("URSCalibrationGet"); };
+    console_["cmdUPSid"].on.click = [this] { stepSID(kSIDStep); };
+    console_["cmdDownSID"].on.click = [this] { stepSID(-kSIDStep); };
+    console_["cmdSetNewSID"].on.click = [this] { storeSID(); };
+    console_["cmdRequestSID"].on.click = [this] { context_.link.call("URSGetStoredSID"); };
+    for (Control* box : {&TxtADCValueCalib_, &txtRemoteSID_}) {
+        box->on.change = [box] { box->setBackColour(kWindowColour); };
+    }
+}
+
+void RemotePositioner::connectSignals() {
+    LinkEvents& events = context_.link.events();
+    events.URSCalibrationGet.connect([this](const std::string& table) { showTable(table); });
+    events.URSRequestADC.connect([this](const std::string& reading) { write(TxtADCValueCalib_, reading); });
+    events.URSSidGetResponse.connect([this](std::int16_t sid) { showSID(sid); });
+}
+
+void RemotePositioner::toggle() {
+    if (m_RemoteActive) {
+        close();
+    } else {
+        open();
+    }
+    m_CalibPoint = 1;
+}
+
+void RemotePositioner::open() {
+    state_.m_SavedModeEnabled = console_["cmbManualCalibration"].enabled();
+    m_RemoteActive = true;
+    screen_.show({"fraRemote"});
+    tmrRequestADC_.run();
+    context_.link.call("URSEnterServiceMode", {1});
+    screen_.disable(
+        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
+    context_.link.call("URSCalibrationGet");
+    context_.link.call("URSGetStoredSID");
+}
+
+void RemotePositioner::close() {
+    m_RemoteActive = false;
+    screen_.hide({"fraRemote"});
+    context_.link.call("URSEnterServiceMode", {0});
+    tmrRequestADC_.stop();
+    for (const std::string_view button :
+         {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"}) {
+        console_[button].setEnabled(state_.m_SavedModeEnabled);
+    }
+}
+
+void RemotePositioner::stepParameter(int step) {
+    const PointRow& band = kPointRows.at(static_cast<std::size_t>(m_CalibPoint - 1));
+    const int wanted = m_CalibParameter + step;
+    // Each key looks at its own end of the band, so a value from outside comes back by steps or at once.
+    const int parameter = step > 0 ? std::min(wanted, band.highest) : std::max(wanted, band.lowest);
+    m_CalibParameter = static_cast<std::int16_t>(parameter);
+    write(TxtParamCalib_, decimalText(m_CalibParameter));
+}
+
+void RemotePositioner::storePoint() {
+    const int tenths = m_CalibParameter * kTenths;
+    if (!fitsField(tenths, TxtParamCalib_)) {
+        return;
+    }
+    m_PointParameter.at(static_cast<std::size_t>(m_CalibPoint - 1)) = static_cast<std::int16_t>(tenths);
+    const std::optional<std::int16_t> reading = numberIn(TxtADCValueCalib_);
+    if (!reading || !fitsField(*reading, TxtADCValueCalib_)) {
+        return;
+    }
+    std::string data = decimalText(m_CalibPoint - 1);
+    data.append(fixedDigits(tenths, kFieldWidth)).append(fixedDigits(*reading, kFieldWidth));
+    context_.link.call("URSCalibrationSet", {data});
+}
+
+void RemotePositioner::nextPoint() {
+    m_CalibPoint = static_cast<std::int16_t>(m_CalibPoint % static_cast<int>(kPoints) + 1);
+    const auto point = static_cast<std::size_t>(m_CalibPoint - 1);
+    m_CalibParameter = toInt16(static_cast<double>(m_PointParameter.at(point)) / kTenths);
+    console_["lblURSWHCalib1lbl"].setCaption(kPointRows.at(point).caption);
+    write(TxtParamCalib_, decimalText(m_CalibParameter));
+}
+
+void RemotePositioner::showTable(std::string_view table) {
+    // Parameter and reading of each point in turn, each ended by a comma.
+    for (std::size_t field = 0; field < 2 * kPoints; ++field) {
+        const auto comma = table.find(',');
+        if (comma == std::string_view::npos) {
+            return;
+        }
+        const std::int16_t number = toInt16(leadingNumber(table.substr(0, comma)));
+        table.remove_prefix(comma + 1);
+        const PointRow& row = kPointRows.at(field / 2);
+        const bool parameter = field % 2 == 0;
+        (parameter ? m_PointParameter : m_PointADC).at(field / 2) = number;
+        console_[parameter ? row.parameterLabel : row.valueLabel].setCaption(decimalText(number));
+    }
+}
+
+void RemotePositioner::stepSID(int step) {
+    const int wanted = m_RemoteSID + step;
+    m_RemoteSID =
+        static_cast<std::int16_t>(step > 0 ? std::min(wanted, kHighestSID) : std::max(wanted, kLowestSID));
+    write(txtRemoteSID_, decimalText(m_RemoteSID));
+}
+
+void RemotePositioner::storeSID() {
+    if (const std::optional<std::int16_t> sid = numberIn(txtRemoteSID_)) {
+        context_.link.call("URSSetNewRemoteSID", {*sid});
+    }
+}
+
+void RemotePositioner::showSID(std::int16_t sid) {
+    write(txtRemoteSID_, decimalText(sid));
+    console_["TxtStoredSID"].setText(decimalText(sid));
+    m_RemoteSID = sid;
+}
+
+} // namespace quillon
