@@ -3,12 +3,18 @@
 #include <array>
 
 #include "base/Text.h"
+#include "console/AutocalibrationMode.h"
 #include "console/CalibrationMode.h"
+#include "console/Closing.h"
 #include "console/ConfigurationMode.h"
 #include "console/ConsoleContext.h"
 #include "console/ErrorReactions.h"
+#include "console/ExposureCounters.h"
+#include "console/OrlaPositioner.h"
 #include "console/PhaseReactions.h"
+#include "console/RemotePositioner.h"
 #include "console/StartOfService.h"
+#include "console/UserMode.h"
 #include "console/layout/ConsoleControls.h"
 #include "console/panels/ConsolePanels.h"
 #include "ui/ScalingLayout.h"
@@ -81,6 +87,12 @@ struct ctrQuillonConsole::Parts {
     ConsolePanels panels;
     ConfigurationMode configuration;
     CalibrationMode calibration;
+    AutocalibrationMode autocalibration;
+    ExposureCounters counters;
+    UserMode userMode;
+    Closing closing;
+    RemotePositioner remotePositioner;
+    OrlaPositioner orlaPositioner;
 };
 
 namespace {
@@ -109,7 +121,10 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
                                                                          given.restartPc,
                                                                          given.commandLine},
       start(context), phases(context, start), errors(context), panels(context),
-      configuration(context, panels), calibration(context, panels) {
+      configuration(context, panels), calibration(context, panels), autocalibration(context, panels),
+      counters(context, panels), userMode(context, calibration),
+      closing(context, {configuration, calibration, autocalibration, counters}), remotePositioner(context),
+      orlaPositioner(context) {
     initialize();
     addProperties();
 }
@@ -255,6 +270,10 @@ ctrQuillonConsole::ctrQuillonConsole(const Context& context,
 }
 
 ctrQuillonConsole::~ctrQuillonConsole() {
+    for (const std::string_view panel :
+         {"SelWSAutocal", "AutocalWarning", "AutocalSelFocusOrParameter", "SelWSCal"}) {
+        parts_->panels.remove(panel);
+    }
     parts_->link.setPortOpen(false);
 }
 
