@@ -142,15 +142,15 @@ void Fluoroscopy::setFlKVP(std::int16_t value) {
 }
 
 void Fluoroscopy::FlKVPOneUp() {
-    stepOnce("FlKVPOneUp", m_FlKVPRetryUp);
+    stepOnce(link_.Handshaking ? "FLKU" : "FLK+", m_FlKVPRetryUp);
 }
 
 void Fluoroscopy::FlKVPOneDown() {
-    stepOnce("FlKVPOneDown", m_FlKVPRetryDown);
+    stepOnce(link_.Handshaking ? "FLKD" : "FLK-", m_FlKVPRetryDown);
 }
 
-void Fluoroscopy::stepOnce(std::string_view command, bool& armed) {
-    context_.commands.send(command);
+void Fluoroscopy::stepOnce(std::string_view mnemonic, bool& armed) {
+    context_.send.SendMessageWithDefaults(mnemonic, phasesOf(mnemonic));
     if (link_.Handshaking && FLKVPDoubleHandshaking_ && !armed) {
         armed = true;
         m_FlKVPRetryCount = kRetries;

@@ -47,7 +47,7 @@ private:
     void fmessFLKVPTracking(std::string_view value);
     void fmessFlDetected(std::string_view value);
 
-    void stepOnce(std::string_view command, bool& armed);
+    void stepOnce(std::string_view mnemonic, bool& armed);
     void repeatStep();
     void stepTracking(std::string_view command, std::int32_t by);
 
