@@ -46,9 +46,15 @@ Assembly::Assembly(Options options)
     commands_.enroll(positioner, Positioner::rows());
     commands_.enroll(faults, Faults::rows());
 
-    machine.onEnter(2, [this] { tube.check(); });
-    machine.onEnter(6, [this] { calibration.report(); });
-    machine.onEnter(8, [this] { configuration.report(); });
+    machine.onEnter(2, [this](int from) {
+        if (from == 6) {
+            // The displays showed the calibration list; now they show what an exposure would be made with.
+            technique.report();
+        }
+        tube.check();
+    });
+    machine.onEnter(6, [this](int) { calibration.report(); });
+    machine.onEnter(8, [this](int) { configuration.report(); });
 }
 
 void Assembly::takeFrame(std::string_view text) {

@@ -42,12 +42,13 @@ public:
     }
     /// As `go`, and then what belongs to entering that phase, such as the values of a service mode.
     void enter(int phase) {
+        const int from = phase_;
         go(phase);
         if (const auto& report = onEnter_.at(static_cast<std::size_t>(phase))) {
-            report();
+            report(from);
         }
     }
-    void onEnter(int phase, std::function<void()> report) {
+    void onEnter(int phase, std::function<void(int from)> report) {
         onEnter_.at(static_cast<std::size_t>(phase)) = std::move(report);
     }
 
@@ -62,7 +63,7 @@ public:
 private:
     int phase_ = 0;
     std::int64_t now_ = 0;
-    std::array<std::function<void()>, 14> onEnter_;
+    std::array<std::function<void(int from)>, 14> onEnter_;
 };
 
 } // namespace simulator

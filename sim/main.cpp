@@ -166,11 +166,15 @@ private:
     void listen() {
         std::array<char, 1024> bytes{};
         const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
-        if (count <= 0) {
-            listening_ = count < 0 && (errno == EINTR || errno == EAGAIN);
+        if (count < 0) {
+            listening_ = errno == EINTR || errno == EAGAIN;
             return;
         }
+        listening_ = count > 0;
         typed_.append(bytes.data(), static_cast<std::size_t>(count));
+        if (!listening_ && !typed_.empty()) {
+            typed_ += '\n'; // a last line may come without its end
+        }
         for (std::size_t end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
             const std::string answer = generator_.command(typed_.substr(0, end), now());
             if (!answer.empty()) {
