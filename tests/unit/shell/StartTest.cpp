@@ -1,0 +1,238 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "console/ctrQuillonConsole.h"
+#include "runtime/MemoryPlatform.h"
+#include "shell/Application.h"
+#include "shell/System.h"
+#include "shell/frmMain.h"
+
+namespace quillon {
+namespace {
+
+using testing::ElementsAre;
+
+/// The application on a machine in memory.
+class StartTest : public testing::Test {
+protected:
+    StartTest() {
+        machine.port.onOpened = [this](int port, std::string_view settings) {
+            opened = std::to_string(port) + " " + std::string(settings);
+        };
+    }
+
+    void start(std::string_view commandLine, std::string_view configuration = {}) {
+        application.reset();
+        machine.folder.put("Quillon.ini", "[CONFIG]\r\n" + std::string(configuration));
+        application = std::make_unique<Application>(Platform{machine.time.schedule(), machine.time,
+                                                             machine.port, machine.store, machine.folder,
+                                                             machine.desktop, machine.power},
+                                                    commandLine);
+        application->start();
+    }
+
+    [[nodiscard]] std::vector<std::string> boxes() const {
+        std::vector<std::string> texts;
+        for (const auto& box : machine.desktop.boxes()) {
+            texts.push_back((box.box == MemoryDesktop::Box::Critical ? "!" : "") + box.text);
+        }
+        return texts;
+    }
+    [[nodiscard]] std::string title() const {
+        const std::string& caption = application->form().caption();
+        return caption.substr(std::min(caption.find('('), caption.size()));
+    }
+    [[nodiscard]] bool shows(std::string_view control) const {
+        return application->console()[control].visible();
+    }
+
+    MemoryPlatform machine;
+    std::string opened;
+    std::unique_ptr<Application> application;
+};
+
+struct Row {
+    const char* commandLine;
+    const char* configuration;
+    const char* opened;
+    const char* title;
+    std::vector<std::string> boxes;
+};
+
+class StartTable : public StartTest, public testing::WithParamInterface<Row> {};
+
+TEST_P(StartTable, PortTitleAndBoxes) {
+    const Row& row = GetParam();
+    start(row.commandLine, row.configuration);
+    EXPECT_EQ(opened, row.opened);
+    EXPECT_EQ(title(), row.title);
+    EXPECT_EQ(boxes(), row.boxes);
+    EXPECT_EQ(application->form().caption().find("Torvane Generator Service  Application (COM"), 0U);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(CommandLineAndFile, StartTable, testing::Values(
+    Row{"",               "",            "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {}},
+    Row{"words only",     "PORT=3",      "3 19200,n,8,1", "(COM3, 19200, 8, 1)", {}},
+    Row{"",               "port= \"4\"", "4 19200,n,8,1", "(COM4, 19200, 8, 1)", {}},
+    Row{"",               "PORT=2.5",    "2 19200,n,8,1", "(COM2, 19200, 8, 1)", {}},
+    Row{"",               "PORT=7",      "2 19200,n,8,1", "(COM7, 19200, 8, 1)", {"Cannot open port COM7"}},
+    Row{"",               "PORT=0",      "2 19200,n,8,1", "(COM0, 19200, 8, 1)", {"Cannot open port COM0"}},
+    Row{"",               "PORT=COM2",   "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {"Not a valid number: PORT COM2"}},
+    Row{"",               "PORT=40000",  "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {"Not a valid number: PORT 40000"}},
+    Row{"-P3 -S9600",     "PORT=5",      "3 19200,n,8,1", "(COM3, 9600, 8, 1)",  {}},
+    Row{"-p3",            "PORT=5",      "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {}},
+    Row{"-d",             "PORT=5",      "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {}},
+    Row{"P6 -",           "PORT=5",      "6 19200,n,8,1", "(COM6, 19200, 8, 1)", {}},
+    Row{"-P2-P4",         "",            "4 19200,n,8,1", "(COM4, 19200, 8, 1)", {}},
+    Row{"-S4800",         "",            "1 19200,n,8,1", "(COM1, 4800, 8, 1)",  {"Not a valid baudrate: 4800"}},
+    Row{"-S115200 -P",    "",            "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {"Not a valid number: -S 115200",
+                                                                                  "Not a valid number: -P "}},
+    Row{"-logFile",       "PORT=5",      "1 19200,n,8,1", "(COM1, 19200, 8, 1)",
+        {"Log file active. Remember to remove -logFile from command line"}}
+));
+// clang-format on
+
+TEST_F(StartTest, AFailedOpenIsToldAndTheServiceGoesOn) {
+    machine.port.setFailing(2, true);
+    start("-P9 -X");
+    EXPECT_THAT(boxes(), ElementsAre("Cannot open port COM9", "!Cannot Open Port: 9"));
+    EXPECT_EQ(machine.desktop.boxes()[0].title, "Torvane Generator Service");
+    EXPECT_TRUE(application->form().visible());
+    EXPECT_FALSE(machine.port.isOpen());
+    EXPECT_FALSE(shows("fraExposureCounters"));
+    EXPECT_TRUE(application->input().reachable(application->console()["cmbClose"]))
+        << "no box is left behind";
+}
+
+struct Size {
+    const char* configuration;
+    Place window;
+    Twips consoleHeight;
+    bool topMost;
+    std::size_t boxes;
+};
+
+class SizeTable : public StartTest, public testing::WithParamInterface<Size> {};
+
+TEST_P(SizeTable, WindowConsoleAndOrder) {
+    const Size& row = GetParam();
+    machine.desktop.setScreen(1024, 768);
+    start("", row.configuration);
+    EXPECT_EQ(application->form().place(), row.window);
+    EXPECT_EQ(application->console().place(), (Place{0, 0, row.window.width, row.consoleHeight}));
+    EXPECT_EQ(application->main().topMost(), row.topMost);
+    EXPECT_EQ(machine.desktop.topMost(), row.topMost);
+    EXPECT_EQ(boxes().size(), row.boxes);
+
+    const Twips below = row.window.height - row.consoleHeight;
+    application->resizeWindow(8000, 5000);
+    EXPECT_EQ(application->console().place(), (Place{0, 0, 8000, 5000 - below}));
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(File, SizeTable, testing::Values(
+    Size{"",                                             {0, 0, 9510, 6840},   6840,  false, 0},
+    Size{"Width=12000\nHeight=9000\nICON_SIZE=2",        {0, 0, 12000, 9000},  8750,  true,  0},
+    Size{"FitToScreen=YES",                              {0, 0, 15180, 11340}, 11090, false, 0},
+    Size{"FitToScreen=YES\nWidth=12000\nHeight=9000",    {0, 0, 15180, 11340}, 11090, false, 0},
+    Size{"FitToScreen=yes",                              {0, 0, 9510, 6840},   6840,  false, 0},
+    Size{"Height=9000",                                  {0, 0, 9510, 6840},   6840,  false, 0},
+    Size{"Width=12000",                                  {0, 0, 9510, 6840},   6840,  false, 1},
+    Size{"Width=wide\nHeight=9000",                      {0, 0, 9510, 6840},   6840,  false, 1},
+    Size{"Width=99999\nHeight=tall\nICON_SIZE=x",        {0, 0, 9510, 6840},   6840,  false, 3}
+));
+// clang-format on
+
+TEST_F(StartTest, TheSwitchFitsToTheScreenToo) {
+    start("-FitToScreen");
+    EXPECT_EQ(application->form().width(), 15180);
+    EXPECT_FALSE(application->main().topMost());
+}
+
+TEST_F(StartTest, KeysChooseThePositionerAndTheSwitchOnlyShowsIt) {
+    start("", "ORLA=YES\nREMOTE=YES");
+    EXPECT_EQ(application->main().PositionerToCalibrate, 2);
+    EXPECT_TRUE(shows("cmdOrla"));
+    EXPECT_TRUE(shows("cmdMultiRoom"));
+    start("", "ORLA=YES\nREMOTE=Yes");
+    EXPECT_EQ(application->main().PositionerToCalibrate, 1);
+    EXPECT_FALSE(shows("cmdMultiRoom"));
+    start("-ORLA");
+    EXPECT_EQ(application->main().PositionerToCalibrate, 0);
+    EXPECT_TRUE(shows("cmdOrla"));
+}
+
+TEST_F(StartTest, OnlyGoodbyeClosesTheWindow) {
+    start("");
+    int endings = 0;
+    application->onEnded = [&endings] { ++endings; };
+    application->requestClose();
+    EXPECT_FALSE(application->ended());
+    EXPECT_TRUE(application->form().visible());
+    application->console().events.Goodbye.raise();
+    application->console().events.Goodbye.raise();
+    EXPECT_TRUE(application->ended());
+    EXPECT_FALSE(application->form().visible());
+    EXPECT_EQ(endings, 1);
+}
+
+TEST_F(StartTest, ABoxKeepsTheOperatorAway) {
+    bool reached = true;
+    Control* close = nullptr;
+    machine.desktop.onBox = [&](const MemoryDesktop::Shown&) {
+        reached = application->input().press(*close);
+    };
+    start("");
+    close = &application->console()["cmbClose"];
+    EXPECT_TRUE(application->input().reachable(*close));
+    application->console().events.CannotOpenPort.raise();
+    EXPECT_FALSE(reached);
+    EXPECT_THAT(boxes(), ElementsAre("!Cannot Open Port: 1"));
+}
+
+/// Counts what it is told.
+class CountingScreen final : public ChangeSink {
+public:
+    void controlChanged(Control&) override { ++changed; }
+    void controlAdded(Control&) override { ++added; }
+    void controlRemoved(Control&) override { ++removed; }
+    int changed = 0;
+    int added = 0;
+    int removed = 0;
+};
+
+TEST_F(StartTest, TheFrontEndHearsOfChangesAndTheHandLetsGoOfWhatGoes) {
+    start("");
+    CountingScreen screen;
+    application->setScreen(&screen);
+    ControlFactory factory;
+    factory.add("panel", [this] {
+        return std::make_unique<ControlHost>(Kind::User, "panel", machine.time.schedule());
+    });
+    ControlHost& panel = application->console().addByClass("panel", "Extra", factory);
+    Control& key = panel.add(Kind::Button, "key");
+    panel.setVisible(true);
+    int releases = 0;
+    key.on.release = [&releases] { ++releases; };
+    application->input().press(key);
+    application->console().removeKeyed("Extra");
+    application->input().release(key);
+    EXPECT_EQ(releases, 0);
+    EXPECT_EQ(screen.added, 2);
+    EXPECT_EQ(screen.changed, 1);
+    EXPECT_EQ(screen.removed, 1);
+}
+
+TEST(System, HandsTheRestartOn) {
+    MemoryPowerControl power;
+    System(power).ExitWindows(true, false);
+    EXPECT_THAT(power.exits(), ElementsAre(MemoryPowerControl::Exit{true, false}));
+}
+
+} // namespace
+} // namespace quillon
