@@ -20,7 +20,9 @@
 #include "model/Service.h"
 #include "model/Technique.h"
 #include "panel/Blinking.h"
+#include "panel/HeldKeys.h"
 #include "panel/PanelFrame.h"
+#include "panel/PanelKeys.h"
 #include "panel/PanelPages.h"
 #include "panel/layout/PanelControls.h"
 
@@ -79,6 +81,8 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     Positioner positioner;
     Records records;
     Blinking blinking;
+    HeldKeys heldKeys;
+    PanelKeys panelKeys;
 };
 
 TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
@@ -100,7 +104,8 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
                             panel, pages,     fromGUI,  TempUserMode, given.commandLine},
       errorTable(given.folder), phase(context), technique(context), errors(context, errorTable),
       exposureControl(context), fluoroscopy(context), programs(context), service(context),
-      positioner(context), records(context), blinking(generator, panel) {
+      positioner(context), records(context), blinking(generator, panel), heldKeys(context),
+      panelKeys(context, pages, frame) {
     generator.m_TechniqueMode = facts.techniqueMode;
     panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "model/ModelContext.h"
+#include "panel/PanelFrame.h"
+#include "panel/PanelPages.h"
+
+namespace quillon {
+
+/// What the keys of the panel do, as a table: a key, the touch that it answers, a condition, an operation.
+/// Keys that are held down to repeat are not among them. A command that the phase does not allow is refused
+/// on its way out, so no key asks for the phase unless it does something else in another one.
+class PanelKeys {
+public:
+    PanelKeys(ModelContext& context, PanelPages& pages, PanelFrame& frame);
+    PanelKeys(const PanelKeys&) = delete;
+    PanelKeys& operator=(const PanelKeys&) = delete;
+
+private:
+    void wireOperations();
+    void wireMessages();
+    void wireMenus();
+    void wireModes();
+    void wireFocusConfirmation();
+    void wireLists();
+    void wireStatusStrip();
+
+    void toggleConfiguration();
+    void toggleCalibration();
+    void toggleFocus();
+    void showFocusConfirmation(bool shown);
+    void resetExposureCounter();
+    void minimize();
+
+    ModelContext& context_;
+    GeneratorState& state_;
+    ControlHost& panel_;
+    PanelPages& pages_;
+    PanelFrame& frame_;
+};
+
+} // namespace quillon
