@@ -97,6 +97,15 @@ std::string formatted(Form form, const std::string& argument) {
     return argument;
 }
 
+/// A 16-bit integer in decimal digits. A value that is none is the caller's fault.
+std::string integerText(const Value& value) {
+    try {
+        return decimalText(valueTo<std::int16_t>(value));
+    } catch (const Fault&) {
+        throw Fault(Fault::kArgumentsRefused);
+    }
+}
+
 } // namespace
 
 /// A kind of program.
@@ -168,7 +177,7 @@ void Programs::addRoutine(const ProgramRow& row, Arguments kind) {
             std::vector<std::string> arguments;
             for (const Value& value : given) {
                 arguments.push_back(kind == Arguments::Texts ? valueTo<std::string>(value)
-                                                             : decimalText(valueTo<std::int16_t>(value)));
+                                                             : integerText(value));
             }
             send(row, kind, arguments);
             return std::nullopt;

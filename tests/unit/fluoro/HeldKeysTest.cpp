@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <map>
 
-#include "tests/unit/fluoro/LinkBench.h"
+#include "tests/unit/fluoro/PanelTest.h"
 
 namespace quillon {
 namespace {
@@ -12,34 +12,30 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-using Entries = std::vector<LinkBench::Entry>;
+using Entries = std::vector<std::pair<Milliseconds, std::string>>;
 
 /// What a key did, and when, counted from its press. A command that the phase refuses is told to the host at
 /// the very moment at which it was called for, so in phase 7 every step shows its time.
-class HeldKeysTest : public testing::Test {
+class HeldKeysTest : public PanelTest {
 protected:
-    HeldKeysTest() { bench.link.setHandshaking(true); }
-
+    HeldKeysTest() {
+        link.setHandshaking(true);
+        link.events().WrongPhase.connect(
+            [this](const std::string& message) { made.emplace_back(platform.time.now() - begin, message); });
+    }
     void refuseEverything(std::initializer_list<std::string_view> before) {
-        bench.receive(before);
-        bench.prepare({"ST7"});
+        receive(before);
+        prepare({"ST7"});
     }
     Entries steps(std::string_view key, Milliseconds ms) {
-        bench.settle();
-        const Milliseconds start = bench.now();
-        bench.hold(key, ms);
-        bench.wait(5000);
-        Entries all;
-        for (const auto& [time, text] : bench.events) {
-            const auto quote = text.find('"');
-            all.emplace_back(time - start, quote == std::string::npos
-                                               ? text
-                                               : text.substr(quote + 1, text.size() - quote - 2));
-        }
-        return all;
+        made.clear();
+        forget();
+        hold(key, ms);
+        advance(5000);
+        return made;
     }
 
-    LinkBench bench;
+    Entries made;
 };
 
 /// The first step, ten ticks and an eleventh at one pace, two more at the other.
@@ -101,20 +97,20 @@ TEST_F(HeldKeysTest, StepAtTheirTimes) {
 }
 
 TEST_F(HeldKeysTest, FluoroKVpRunsFastOnlyInNormalOperation) {
-    bench.link.setHandshaking(false);
-    bench.prepare({"ST2"});
-    const auto sent = [this](Milliseconds ms) {
-        bench.frames.clear();
-        bench.hold("cmbFlKVPUp", ms);
-        bench.wait(10000);
+    link.setHandshaking(false);
+    prepare({"ST2"});
+    const auto held = [this](Milliseconds ms) {
+        forget();
+        hold("cmbFlKVPUp", ms);
+        advance(10000);
         std::map<std::string, int> counts;
-        for (const auto& [time, text] : bench.frames) {
-            ++counts[text];
+        for (const std::string& frame : sent) {
+            ++counts[frame];
         }
         return counts;
     };
-    EXPECT_EQ(sent(2199), (std::map<std::string, int>{{"FLK+", 11}}));
-    EXPECT_EQ(sent(2700), (std::map<std::string, int>{{"FLK+", 11}, {"FLK++", 2}}));
+    EXPECT_EQ(held(2199), (std::map<std::string, int>{{"FLK+", 11}}));
+    EXPECT_EQ(held(2700), (std::map<std::string, int>{{"FLK+", 11}, {"FLK++", 2}}));
 }
 
 TEST_F(HeldKeysTest, PressesThatMustNotWork) {
@@ -130,41 +126,41 @@ TEST_F(HeldKeysTest, PressesThatMustNotWork) {
 TEST_F(HeldKeysTest, CalibrationPaceFollowsWhatIsCalibrated) {
     refuseEverything({"ST6", "MASE02"});
     EXPECT_EQ(steps("cmbCalValueUp", 11 * 400 + 3 * 400 - 1), timeLine(400, 400, "C+", "C+", "C+"));
-    bench.receive({"ST9", "ST7"});
+    receive({"ST9", "ST7"});
     EXPECT_EQ(steps("cmbCalValueDown", 401), (Entries{{0, "C-"}, {400, "C-"}}));
 }
 
 TEST_F(HeldKeysTest, ChoosingAnotherStationEmptiesTheValueOfTheLast) {
     refuseEverything({"ST6", "CV123"});
-    ASSERT_EQ(bench.caption("txtCalValue"), "123");
+    ASSERT_EQ(caption("txtCalValue"), "123");
     EXPECT_EQ(steps("cmbMACalUp", 100), (Entries{{0, "MAU"}}));
-    EXPECT_EQ(bench.caption("txtCalValue"), "");
-    EXPECT_EQ(bench.link["sldCalValue"].value(), 0);
-    EXPECT_EQ(bench.link["sldCalValue"].toolTip(), "0");
+    EXPECT_EQ(caption("txtCalValue"), "");
+    EXPECT_EQ(link["sldCalValue"].value(), 0);
+    EXPECT_EQ(link["sldCalValue"].toolTip(), "0");
 }
 
 TEST_F(HeldKeysTest, DensityRunsHereAndIsSentOnceAtTheRelease) {
-    bench.link.setHandshaking(false);
-    bench.prepare({"ST2", "MD4", "FN11", "FI11"});
-    const auto press = [this](std::string_view key, Milliseconds ms) {
-        bench.events.clear();
-        bench.hold(key, ms);
-        return bench.events.size();
+    link.setHandshaking(false);
+    prepare({"ST2", "MD4", "FN11", "FI11"});
+    const auto heardFrom = [this](std::string_view key, Milliseconds ms) {
+        events.clear();
+        hold(key, ms);
+        return events.size();
     };
-    EXPECT_EQ(press("cmbAECDensityUp", 1100), 3U); // 0, 500, 1000 ms
-    EXPECT_THAT(bench.sentSoon(), ElementsAre("FN4"));
-    EXPECT_EQ(press("cmbDAECDensityDown", 499), 1U);
-    EXPECT_THAT(bench.sentSoon(), ElementsAre("FN3"));
+    EXPECT_EQ(heardFrom("cmbAECDensityUp", 1100), 3U); // 0, 500, 1000 ms
+    EXPECT_THAT(sentSoon(), ElementsAre("FN4"));
+    EXPECT_EQ(heardFrom("cmbDAECDensityDown", 499), 1U);
+    EXPECT_THAT(sentSoon(), ElementsAre("FN3"));
     // A release alone tells the generator nothing.
-    bench.receive("FI10");
-    EXPECT_EQ(press("cmbAECDensityUp", 1100), 0U);
-    EXPECT_THAT(bench.sentSoon(), IsEmpty());
+    msg("FI10");
+    EXPECT_EQ(heardFrom("cmbAECDensityUp", 1100), 0U);
+    EXPECT_THAT(sentSoon(), IsEmpty());
 }
 
 TEST_F(HeldKeysTest, IntervalsAreProperties) {
     refuseEverything({"WM5"});
     const auto second = [this](std::string_view key) { return steps(key, 2000).at(1).first; };
-    const Operations& operations = bench.link.operations();
+    const Operations& operations = link.operations();
     for (const auto& [property, key, readable] : {std::tuple{"KVPAutorepeatSlowInterval", "cmbKVPUp", true},
                                                   {"MASAutorepeatSlowInterval", "cmbMASUp", true},
                                                   {"MAAutorepeatSlowInterval", "cmbMASDown", true},
@@ -181,102 +177,87 @@ TEST_F(HeldKeysTest, IntervalsAreProperties) {
 
 TEST_F(HeldKeysTest, TheLastPressOwnsTheTimerAndAnyReleaseStopsIt) {
     refuseEverything({});
-    bench.press("cmbKVPUp");
-    bench.wait(4500);
-    bench.events.clear();
-    bench.press("cmbMAUp");
-    const Milliseconds start = bench.now();
-    bench.wait(400);
-    bench.release("cmbKVPUp");
-    bench.wait(2000);
-    bench.release("cmbMAUp");
-    EXPECT_THAT(bench.events, ElementsAre(LinkBench::Entry{start, "WrongPhase \"MAU\""},
-                                          LinkBench::Entry{start + 400, "WrongPhase \"MA+\""}));
+    press("cmbKVPUp");
+    advance(4500);
+    made.clear();
+    forget();
+    press("cmbMAUp");
+    advance(400);
+    release("cmbKVPUp");
+    advance(2000);
+    release("cmbMAUp");
+    EXPECT_EQ(made, (Entries{{0, "MAU"}, {400, "MA+"}}));
 }
 
 TEST_F(HeldKeysTest, RoutinesWorkByNameAsTheKeysDo) {
     refuseEverything({"MD4", "FN11", "FI11"});
-    bench.link.call("FlPPSUpMouseDown");
-    bench.wait(400);
-    bench.link.call("FLPPSUpMouseUp");
-    bench.link.call("MASDownMouseDown");
-    bench.link.call("MASDownMouseUp");
-    bench.link.call("AECDensityDownMouseDown");
-    bench.link.call("AECDensityDownMouseUp");
-    bench.wait(1000);
-    EXPECT_THAT(bench.takeEvents(),
-                ElementsAre("WrongPhase \"FLPU\"", "WrongPhase \"FLP+\"", "WrongPhase \"MXD\"",
-                            "AECDensityChange 0 True", "WrongPhase \"FN0\""));
+    link.call("FlPPSUpMouseDown");
+    advance(400);
+    link.call("FLPPSUpMouseUp");
+    link.call("MASDownMouseDown");
+    link.call("MASDownMouseUp");
+    link.call("AECDensityDownMouseDown");
+    link.call("AECDensityDownMouseUp");
+    advance(1000);
+    EXPECT_THAT(takeEvents(),
+                ElementsAre("WrongPhase(\"FLPU\")", "WrongPhase(\"FLP+\")", "WrongPhase(\"MXD\")",
+                            "AECDensityChange(0, True)", "WrongPhase(\"FN0\")"));
 }
 
 TEST_F(HeldKeysTest, ABoxBreaksTheHoldOffAndThePollGoesOn) {
-    bench.receive({"ST2", "MD4", "FN11", "FI11"});
-    bench.link.setStatusUpdateEnable(true);
-    bench.settle();
-    bench.press("cmbAECDensityUp");
-    bench.wait(600);
-    bench.frames.clear();
-    bench.wait(3000);
-    EXPECT_THAT(bench.frames, IsEmpty()); // silent while the key is held
-    bench.input.boxOpened();
-    bench.events.clear();
-    const auto sent = bench.sentSoon();
-    EXPECT_THAT(sent, testing::Each(testing::AnyOf("ST", "HU")));
-    EXPECT_EQ(sent.size(), 2U);
-    EXPECT_THAT(bench.events, IsEmpty());
-    bench.release("cmbAECDensityUp");
-    EXPECT_THAT(bench.sentSoon(), testing::Not(testing::Contains("FN4")));
+    receive({"ST2", "MD4", "FN11", "FI11"});
+    link.setStatusUpdateEnable(true);
+    settle();
+    press("cmbAECDensityUp");
+    advance(600);
+    EXPECT_THAT(sentSoon(), IsEmpty()); // silent while the key is held
+    input.boxOpened();
+    events.clear();
+    EXPECT_THAT(sentSoon(), testing::UnorderedElementsAre("ST", "HU"));
+    EXPECT_THAT(events, IsEmpty());
+    release("cmbAECDensityUp");
+    EXPECT_THAT(sentSoon(), testing::Not(testing::Contains("FN4")));
 }
 
 TEST_F(HeldKeysTest, AMinuteAgainstAGeneratorThatAcknowledgesNothing) {
-    bench.prepare({"ST2"});
-    const Milliseconds start = bench.now();
-    bench.hold("cmbKVPUp", 60000);
-    bench.wait(10000);
+    prepare({"ST2"});
+    hold("cmbKVPUp", 60000);
+    advance(10000);
 
     // Only the first step waits for its acknowledgement: four times, 350 ms apart, and then the rest goes.
-    Entries expected;
-    for (const Milliseconds at : {350, 700, 1050, 1400}) {
-        expected.emplace_back(at, "KVU");
+    std::vector<std::string> expected{"350 KVU", "700 KVU", "1050 KVU", "1400 KVU"};
+    std::vector<Milliseconds> ticks;
+    for (Milliseconds at = 400; at <= 60000; at += at < 4400 ? 400 : 500) {
+        ticks.push_back(at);
     }
-    Milliseconds free = 2100;
+    Milliseconds lineFree = 2100;
     std::size_t most = 0;
-    std::vector<Milliseconds> made;
-    for (int tick = 1; tick <= 10; ++tick) {
-        made.push_back(tick * 400);
+    for (std::size_t step = 0; step < ticks.size(); ++step) {
+        const Milliseconds leaves = std::max(lineFree, ticks[step] + 350);
+        expected.push_back(std::to_string(leaves) + (step < 10 ? " KV+" : " KV++"));
+        lineFree = leaves + 350;
+        const auto queued = std::upper_bound(ticks.begin(), ticks.end(), leaves) - ticks.begin();
+        most = std::max(most, static_cast<std::size_t>(queued) - step);
     }
-    for (Milliseconds at = 4400; at <= 60000; at += 500) {
-        made.push_back(at);
-    }
-    for (std::size_t step = 0; step < made.size(); ++step) {
-        const Milliseconds leaves = std::max(free, made[step] + 350);
-        expected.emplace_back(leaves, step < 10 ? "KV+" : "KV++");
-        free = leaves + 350;
-        const auto waiting = std::upper_bound(made.begin(), made.end(), leaves) - made.begin();
-        most = std::max(most, static_cast<std::size_t>(waiting) - step);
-    }
-    for (auto& [time, text] : bench.frames) {
-        time -= start;
-    }
-    EXPECT_EQ(bench.frames, expected);
+    EXPECT_EQ(timeline, expected);
     EXPECT_LE(most, 5U); // of the queue's hundred
 }
 
 TEST_F(HeldKeysTest, AFullQueueStopsTheRepeatAndLosesNothing) {
-    bench.prepare({"ST2"});
-    bench.link.operations().set("KVPAutorepeatSlowInterval", 1);
-    bench.link.operations().set("KVPAutorepeatFastInterval", 1);
-    bench.press("cmbKVPUp");
-    bench.wait(98);
-    EXPECT_TRUE(bench.link.timer("tmrAutoRepeat").running());
-    bench.wait(1);
-    EXPECT_FALSE(bench.link.timer("tmrAutoRepeat").running());
-    bench.wait(60000);
-    EXPECT_EQ(bench.frames.size(), 4 + 99U);
-    EXPECT_FALSE(bench.link.timer("tmrAutoRepeat").running());
-    bench.release("cmbKVPUp");
-    bench.press("cmbKVPUp");
-    EXPECT_TRUE(bench.link.timer("tmrAutoRepeat").running());
+    prepare({"ST2"});
+    put("KVPAutorepeatSlowInterval", 1);
+    put("KVPAutorepeatFastInterval", 1);
+    press("cmbKVPUp");
+    advance(98);
+    EXPECT_TRUE(link.timer("tmrAutoRepeat").running());
+    advance(1);
+    EXPECT_FALSE(link.timer("tmrAutoRepeat").running());
+    advance(60000);
+    EXPECT_EQ(sent.size(), 4 + 99U);
+    EXPECT_FALSE(link.timer("tmrAutoRepeat").running());
+    release("cmbKVPUp");
+    press("cmbKVPUp");
+    EXPECT_TRUE(link.timer("tmrAutoRepeat").running());
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/unit/base/Faults.h"
-#include "tests/unit/fluoro/LinkBench.h"
+#include "tests/unit/fluoro/PanelTest.h"
 
 namespace quillon {
 namespace {
@@ -33,16 +33,14 @@ Arguments texts(const Arguments& numbers) {
     return all;
 }
 
-class ProgramsTest : public testing::Test {
+class ProgramsTest : public PanelTest {
 protected:
-    ProgramsTest() { bench.prepare({"ST2", "MD8"}); }
+    ProgramsTest() { prepare({"ST2", "MD8"}); }
 
-    std::vector<std::string> sent(std::string_view routine, const Arguments& arguments) {
-        bench.link.operations().call(routine, arguments);
-        return bench.sentSoon();
+    std::vector<std::string> sentBy(std::string_view routine, const Arguments& arguments) {
+        link.operations().call(routine, arguments);
+        return sentSoon();
     }
-
-    LinkBench bench;
 };
 
 TEST_F(ProgramsTest, LayoutsToTheByte) {
@@ -63,9 +61,9 @@ TEST_F(ProgramsTest, LayoutsToTheByte) {
         {"SendAPRDigitalFluoro", "APRRADDigitalFluoro", kDigital + kFluoro, "SE" + digital + fluoro},
     };
     for (const Row& row : rows) {
-        EXPECT_THAT(sent(row.textRoutine, texts(row.arguments)), ElementsAre(row.message));
-        EXPECT_THAT(sent(row.integerRoutine, row.arguments), ElementsAre(row.message));
-        EXPECT_EQ(faultOf([&] { (void)sent(row.textRoutine, Arguments{1}); }), Fault::kArgumentsRefused);
+        EXPECT_THAT(sentBy(row.textRoutine, texts(row.arguments)), ElementsAre(row.message));
+        EXPECT_THAT(sentBy(row.integerRoutine, row.arguments), ElementsAre(row.message));
+        EXPECT_EQ(faultOf([&] { (void)sentBy(row.textRoutine, Arguments{1}); }), Fault::kArgumentsRefused);
     }
 }
 
@@ -80,39 +78,39 @@ TEST_F(ProgramsTest, DensityIsSentAsAStepExactInTextsAndRoundedInIntegers) {
                            Row{"5", 5, "3.5", "4"}, Row{"3", 2, "-0.5", "0"}, Row{"3", 1, "-1.5", "-2"},
                            Row{"7", 0, "-0.5", "0"}, Row{"0", 4, "0", "0"}}) {
         SCOPED_TRACE(row.maximum + " " + std::to_string(row.key));
-        bench.receive("MD" + row.maximum);
+        msg("MD" + row.maximum);
         Arguments arguments = kRad;
         arguments.back() = row.key;
         const auto message = [](const std::string& density) {
             return "SAWS1FO0ET0FI100FS0FN" + density + "KV080MA00100MS00050";
         };
-        EXPECT_THAT(sent("SendAPRRAD", texts(arguments)), ElementsAre(message(row.text)));
-        EXPECT_THAT(sent("APRRAD", arguments), ElementsAre(message(row.integer)));
-        EXPECT_THAT(sent("SendAPRRADFluoro", texts(arguments + kFluoro)),
+        EXPECT_THAT(sentBy("SendAPRRAD", texts(arguments)), ElementsAre(message(row.text)));
+        EXPECT_THAT(sentBy("APRRAD", arguments), ElementsAre(message(row.integer)));
+        EXPECT_THAT(sentBy("SendAPRRADFluoro", texts(arguments + kFluoro)),
                     ElementsAre("SD" + message(row.text).substr(2) + std::string(kFluoroPart)));
     }
 }
 
 TEST_F(ProgramsTest, TextsThatAreNoNumbersPassExceptTheDensity) {
     Arguments arguments{"a", "b", "c", "d", "", "f", "g", "h", "i", "4"};
-    EXPECT_THAT(sent("SendAPRRAD", arguments), ElementsAre("SAWSaFOET0FIfghFSiFN4KVbMAcMSd"));
+    EXPECT_THAT(sentBy("SendAPRRAD", arguments), ElementsAre("SAWSaFOET0FIfghFSiFN4KVbMAcMSd"));
     arguments.back() = "x";
-    EXPECT_EQ(faultOf([&] { bench.link.operations().call("SendAPRRAD", arguments); }), Fault::kTypeMismatch);
-    EXPECT_THAT(bench.sentSoon(), IsEmpty());
-    EXPECT_EQ(bench.link.timer("timerStatusUpdate").interval(), 10000);
-    EXPECT_EQ(faultOf([&] { bench.link.operations().call("APRFluoro", Arguments{40000} + kFluoro); }),
+    EXPECT_EQ(faultOf([&] { link.operations().call("SendAPRRAD", arguments); }), Fault::kTypeMismatch);
+    EXPECT_THAT(sentSoon(), IsEmpty());
+    EXPECT_EQ(link.timer("timerStatusUpdate").interval(), 10000);
+    EXPECT_EQ(faultOf([&] { link.operations().call("APRFluoro", Arguments{40000} + kFluoro); }),
               Fault::kArgumentsRefused);
 }
 
 TEST_F(ProgramsTest, OutsideNormalOperationTextsAreRefusedByTheirMnemonicAndIntegersByTheMask) {
-    bench.prepare({"ST7"});
-    EXPECT_THAT(sent("SendAPRRAD", texts(kRad)), IsEmpty());
-    EXPECT_EQ(bench.link.timer("timerStatusUpdate").interval(), 1000);
-    EXPECT_THAT(bench.takeEvents(), ElementsAre("WrongPhase \"SA\""));
-    bench.link.setEventEnabled(false);
-    EXPECT_THAT(sent("APRFluoro", Arguments{3} + kFluoro), IsEmpty());
-    EXPECT_EQ(bench.link.timer("timerStatusUpdate").interval(), 10000);
-    EXPECT_THAT(bench.takeEvents(), ElementsAre("WrongPhase \"SBWS3" + std::string(kFluoroPart) + "\""));
+    prepare({"ST7"});
+    EXPECT_THAT(sentBy("SendAPRRAD", texts(kRad)), IsEmpty());
+    EXPECT_EQ(link.timer("timerStatusUpdate").interval(), 1000);
+    EXPECT_THAT(takeEvents(), ElementsAre("WrongPhase(\"SA\")"));
+    link.setEventEnabled(false);
+    EXPECT_THAT(sentBy("APRFluoro", Arguments{3} + kFluoro), IsEmpty());
+    EXPECT_EQ(link.timer("timerStatusUpdate").interval(), 10000);
+    EXPECT_THAT(takeEvents(), ElementsAre("WrongPhase(\"SBWS3" + std::string(kFluoroPart) + "\")"));
 }
 
 TEST_F(ProgramsTest, WaitsForItsAcknowledgementByRoutine) {
@@ -121,32 +119,32 @@ TEST_F(ProgramsTest, WaitsForItsAcknowledgementByRoutine) {
         Arguments arguments;
         Milliseconds wait;
     };
-    bench.link.setHandshaking(true);
+    link.setHandshaking(true);
     for (const Row& row :
          {Row{"SendAPRFluoro", texts(Arguments{3} + kFluoro), 800},
           Row{"SendAPRRADFluoro", texts(kRad + kFluoro), 800}, Row{"APRDigital", kDigital, 800},
           Row{"APRRAD", kRad, 200}, Row{"APRFluoro", Arguments{3} + kFluoro, 200},
           Row{"APRRADFluoro", kRad + kFluoro, 200}, Row{"APRRADDigitalFluoro", kDigital + kFluoro, 200}}) {
         SCOPED_TRACE(row.routine);
-        bench.link.call("KVPRequest"); // waits, and is thrown away
-        const Milliseconds start = bench.now();
-        bench.link.operations().call(row.routine, row.arguments);
-        bench.wait(4 * row.wait);
-        ASSERT_EQ(bench.frames.size(), 4U);
+        link.call("KVPRequest"); // waits, and is thrown away
+        forget();
+        link.operations().call(row.routine, row.arguments);
+        advance(4 * row.wait);
+        ASSERT_EQ(timeline.size(), 4U);
         for (std::size_t sending = 0; sending < 4; ++sending) {
-            EXPECT_EQ(bench.frames[sending].first - start, static_cast<Milliseconds>(sending + 1) * row.wait);
-            EXPECT_EQ(bench.frames[sending].second[0], 'S');
+            const Milliseconds at = static_cast<Milliseconds>(sending + 1) * row.wait;
+            EXPECT_THAT(timeline[sending], testing::StartsWith(std::to_string(at) + " S"));
         }
-        bench.settle();
+        settle();
     }
 }
 
 TEST_F(ProgramsTest, AcknowledgementsAndTechniqueWarningReachTheHostInAnyCase) {
-    bench.link.setEventEnabled(false);
-    bench.receive({"SA", "SC1", "SBx", "SD", "SE", "AT12", "AT x", "AT"});
-    EXPECT_THAT(bench.takeEvents(), ElementsAre("AcknowledgeAPRRAD", "AcknowledgeAPRDigital",
-                                                "AcknowledgeAPRFluoro", "AcknowledgeAPRRADFluoro",
-                                                "AcknowledgeAPRDigitalFluoro", "APRTechniqueWarning \"12\""));
+    link.setEventEnabled(false);
+    receive({"SA", "SC1", "SBx", "SD", "SE", "AT12", "AT x", "AT"});
+    EXPECT_THAT(takeEvents(), ElementsAre("AcknowledgeAPRRAD()", "AcknowledgeAPRDigital()",
+                                          "AcknowledgeAPRFluoro()", "AcknowledgeAPRRADFluoro()",
+                                          "AcknowledgeAPRDigitalFluoro()", "APRTechniqueWarning(\"12\")"));
 }
 
 } // namespace
