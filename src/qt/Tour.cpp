@@ -17,9 +17,9 @@ namespace quillon {
 namespace {
 
 constexpr int kLookInterval = 100;
-constexpr Milliseconds kPatience = 25'000;    ///< for the mode keys
-constexpr Milliseconds kVersionDelay = 1'000; ///< from the mode keys to the picture of the rest screen
-constexpr Milliseconds kModeDelay = 4'000;    ///< from the press to the picture of the mode
+constexpr Milliseconds kPatience = 25'000;  ///< for the mode keys
+constexpr Milliseconds kVersionDelay = 500; ///< from the mode keys to the picture of the rest screen
+constexpr Milliseconds kModeDelay = 2'500;  ///< from the press to the picture of the mode
 
 constexpr std::array<std::string_view, 4> kModeKeys{"cmbReadExposureCounters", "cmbConfiguration",
                                                     "cmbManualCalibration", "cmbAutocalibration"};

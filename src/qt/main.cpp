@@ -91,7 +91,8 @@ int run(const Options& options) {
     QtPower power;
 
     Application application({schedule, loop, port, store, folder, desktop, power}, options.commandLine);
-    application.onEnded = [] { QCoreApplication::quit(); };
+    // exit() and not quit(), which would ask the window first and be refused.
+    application.onEnded = [] { QCoreApplication::exit(); };
     Screen screen(application.form(), application.input(),
                   {[&application](Twips width, Twips height) { application.resizeWindow(width, height); },
                    [&application] { application.requestClose(); }});
@@ -102,7 +103,7 @@ int run(const Options& options) {
     std::unique_ptr<Tour> tour;
     if (!options.tour.isEmpty()) {
         tour = std::make_unique<Tour>(application.form(), screen, application.input(), clock, options.tour);
-        tour->onFinished = [] { QCoreApplication::quit(); };
+        tour->onFinished = [] { QCoreApplication::exit(); };
     }
     application.start();
     if (!application.ended() && !(tour && tour->finished())) {
