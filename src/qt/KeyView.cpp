@@ -51,12 +51,13 @@ void KeyView::paintKey(QPainter& painter) const {
         paintPlate(painter, place.adjusted(line, line, -line, on ? -line : -3),
                    screenColour(control().backColour()), Qt::transparent, 0, 3);
     }
+    const int bar = height() < 36 ? 2 : 4;
     if (on && !alarm) {
-        painter.fillRect(QRectF(place.left() + 8, place.bottom() - 8, place.width() - 16, 4),
+        painter.fillRect(QRectF(place.left() + 8, place.bottom() - 4 - bar, place.width() - 16, bar),
                          QColor::fromRgb(kActiveMark));
     }
     const int shift = pressed() ? 2 : 0;
-    paintContent(painter, rect().adjusted(6, 4 + shift, -6, (on && !alarm ? -10 : -6) + shift),
+    paintContent(painter, rect().adjusted(6, 4 + shift, -6, (on && !alarm ? -6 - bar : -6) + shift),
                  QColor::fromRgb(kInk), on);
 }
 

@@ -13,7 +13,30 @@ namespace quillon {
 
 namespace {
 
-constexpr QSize kButtonSize{112, 48}; // for a finger
+constexpr QSize kButtonSize{120, 52}; // for a finger
+
+/// A flat sign in the console's own colours.
+QPixmap signOf(QMessageBox::Icon icon) {
+    constexpr int kEdge = 52;
+    QPixmap sign(kEdge, kEdge);
+    sign.fill(Qt::transparent);
+    QPainter painter(&sign);
+    const bool critical = icon == QMessageBox::Critical;
+    paintPlate(painter, sign.rect(), QColor::fromRgb(critical ? kAlarmInk : kStrongEdge), Qt::transparent, 0,
+               critical ? 6 : kEdge / 2.0);
+    painter.setPen(QColor::fromRgb(kField));
+    const char* letter = critical ? "!" : icon == QMessageBox::Question ? "?" : "i";
+    paintText(painter, sign.rect(), QString::fromLatin1(letter), consoleFont(24, true), Qt::AlignCenter);
+    return sign;
+}
+
+void fitForFingers(QMessageBox& box) {
+    for (QAbstractButton* button : box.buttons()) {
+        button->setMinimumSize(kButtonSize);
+        button->setIcon({});
+        button->setText(button->text().remove(QLatin1Char('&')));
+    }
+}
 
 } // namespace
 
@@ -45,16 +68,15 @@ bool QtDesktop::ask(std::string_view title, std::string_view text) {
 int QtDesktop::run(QMessageBox::Icon icon, std::string_view title, std::string_view text,
                    QMessageBox::StandardButtons buttons) {
     QWidget* parent = window_ != nullptr && window_->isVisible() ? window_.data() : nullptr;
-    QMessageBox box(icon, toQt(title), toQtLines(text), buttons, parent);
+    QMessageBox box(QMessageBox::NoIcon, toQt(title), toQtLines(text), buttons, parent);
+    box.setIconPixmap(signOf(icon));
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, topMost_);
-    box.setFont(consoleFont(12));
+    box.setFont(consoleFont(13));
     if (buttons.testFlag(QMessageBox::No)) {
         box.setDefaultButton(QMessageBox::No);
     }
-    for (QAbstractButton* button : box.buttons()) {
-        button->setMinimumSize(kButtonSize);
-    }
+    fitForFingers(box);
 
     // A box that comes while one is up waits in the queue. Its own loop runs inside the other's, so the calls
     // return in the reverse order, each with its own answer.
