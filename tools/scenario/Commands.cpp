@@ -142,12 +142,11 @@ Control& Script::control(std::string_view name) {
     return *found;
 }
 
-Control& Script::control(std::string_view name, Kind kind, std::string_view kindName) {
-    Control& found = control(name);
-    if (found.kind() != kind) {
-        throw BadScript(inQuotes(name) + " is no " + std::string(kindName));
+void Script::requireKind(const Control& target, Kind kind, std::string_view kindName) {
+    // What can't be reached is refused, whatever it is.
+    if (rig_.application().input().reachable(target) && target.kind() != kind) {
+        throw BadScript(inQuotes(nameOf(target)) + " is no " + std::string(kindName));
     }
-    return found;
 }
 
 void Script::tellRefused(bool reached, std::string_view word, const std::string& name) {
@@ -202,23 +201,25 @@ void Script::hold(Reader& reader) {
 }
 
 void Script::type(Reader& reader) {
-    Control& target = control(reader.word(), Kind::TextBox, "text box");
+    Control& target = control(reader.word());
+    requireKind(target, Kind::TextBox, "text box");
     tellRefused(rig_.application().input().type(target, reader.text()), "type", nameOf(target));
 }
 
 void Script::select(Reader& reader) {
-    Control& target = control(reader.word(), Kind::List, "list");
+    Control& target = control(reader.word());
+    requireKind(target, Kind::List, "list");
     const std::string entry = reader.text();
-    const auto& entries = target.items();
     if (rig_.application().input().reachable(target) &&
-        std::find(entries.begin(), entries.end(), entry) == entries.end()) {
+        std::find(target.items().begin(), target.items().end(), entry) == target.items().end()) {
         throw BadScript("the list has no entry " + inQuotes(entry));
     }
     tellRefused(rig_.application().input().select(target, entry), "select", nameOf(target));
 }
 
 void Script::slide(Reader& reader) {
-    Control& target = control(reader.word(), Kind::Slider, "slider");
+    Control& target = control(reader.word());
+    requireKind(target, Kind::Slider, "slider");
     const auto value = static_cast<std::int32_t>(reader.whole(0, kLargestTwips));
     tellRefused(rig_.application().input().slide(target, value), "slide", nameOf(target));
 }

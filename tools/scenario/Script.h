@@ -44,7 +44,7 @@ private:
     [[nodiscard]] std::size_t countOf(Reader& reader) const;
 
     [[nodiscard]] Control& control(std::string_view name);
-    [[nodiscard]] Control& control(std::string_view name, Kind kind, std::string_view kindName);
+    void requireKind(const Control& target, Kind kind, std::string_view kindName);
     void tellRefused(bool reached, std::string_view word, const std::string& name);
     void printValue(std::string_view owner, std::string_view name, const Value& value);
 
