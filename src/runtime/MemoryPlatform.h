@@ -35,7 +35,7 @@ public:
     /// From now on COM port `port` can't be opened, or can be again. An open port stays open.
     void setFailing(int port, bool failing);
     /// Everything written since the last call.
-    [[nodiscard]] std::string takeWritten();
+    std::string takeWritten();
 
     std::function<void(int port, std::string_view settings)> onOpened;
     std::function<void(int port)> onClosed;
