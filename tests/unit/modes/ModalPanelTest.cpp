@@ -1,0 +1,186 @@
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "base/Numbers.h"
+#include "console/panels/ctrASelFocusOrParam.h"
+#include "console/panels/ctrAWarning.h"
+#include "console/panels/ctrQuillonError.h"
+#include "console/panels/ctrSelWS.h"
+#include "runtime/MemoryPlatform.h"
+
+namespace quillon {
+namespace {
+
+/// A host with a few controls, and one panel on it that is shown.
+template <typename Panel> class Shown {
+public:
+    Shown() {
+        host.add(Kind::Button, "on");
+        host.add(Kind::Button, "off").setEnabled(false);
+        host.add(Kind::Frame, "frame");
+        host.add(Kind::Label, "inside", std::nullopt, &host["frame"]);
+        host.addTimer("timer", 100);
+        auto made = std::make_unique<Panel>(time.schedule());
+        panel = made.get();
+        host.adopt(std::move(made));
+        panel->setReport([this](ModalPanel&, std::string_view event, std::int16_t parameter) {
+            reports.push_back(std::string(event) + " " + decimalText(parameter) + " " + states());
+        });
+        panel->UserControl_Show();
+    }
+    /// What is enabled on the host, a digit each.
+    std::string states() const {
+        std::string all;
+        for (const std::string_view name : {"on", "off", "frame", "inside"}) {
+            all += host[name].enabled() ? '1' : '0';
+        }
+        return all;
+    }
+    void click(std::string_view key, int times = 1) const {
+        for (int i = 0; i < times; ++i) {
+            (*panel)[key].on.click();
+        }
+    }
+    std::string caption(std::string_view name) const { return (*panel)[name].caption(); }
+    Colour colour(std::string_view name) const { return (*panel)[name].backColour(); }
+
+    VirtualTime time;
+    ControlHost host{Kind::User, "console", time.schedule()};
+    Panel* panel = nullptr;
+    std::vector<std::string> reports;
+};
+
+TEST(ModalPanelTest, EachClosingKeySetsItsResultsGivesTheStatesBackAndReports) {
+    Shown<ctrAWarning> yes;
+    EXPECT_EQ(yes.states(), "0010");
+    yes.click("cmbAutocalYes");
+    EXPECT_EQ(yes.reports, std::vector<std::string>{"OK 0 1011"});
+    EXPECT_TRUE(yes.panel->get<bool>("StartAutocal"));
+    Shown<ctrAWarning> no;
+    no.click("cmbAutocalNo");
+    EXPECT_EQ(no.reports, std::vector<std::string>{"Cancel 0 1011"});
+    EXPECT_FALSE(no.panel->get<bool>("StartAutocal"));
+
+    struct Row {
+        std::string_view key;
+        std::string_view report;
+        bool Cancel;
+        bool SelAutocalmA;
+        bool SelAutocalParameter;
+    };
+    for (const Row& row : {Row{"cmbOKFocus", "OK 0 1011", false, true, false},
+                           Row{"cmbOKParameter", "OK 0 1011", false, false, true},
+                           Row{"cmbCancel", "Cancel 0 1011", true, false, false}}) {
+        Shown<ctrASelFocusOrParam> choice;
+        choice.click(row.key);
+        EXPECT_EQ(choice.reports, std::vector<std::string>{std::string(row.report)}) << row.key;
+        EXPECT_EQ(choice.panel->get<bool>("Cancel"), row.Cancel) << row.key;
+        EXPECT_EQ(choice.panel->get<bool>("SelAutocalmA"), row.SelAutocalmA) << row.key;
+        EXPECT_EQ(choice.panel->get<bool>("SelAutocalParameter"), row.SelAutocalParameter) << row.key;
+    }
+
+    Shown<ctrSelWS> workstation;
+    workstation.click("cmbWSUp", 2);
+    workstation.click("cmdOK");
+    EXPECT_EQ(workstation.reports, std::vector<std::string>{"OK 3 1011"});
+    Shown<ctrQuillonError> error;
+    error.click("cmbOK");
+    EXPECT_EQ(error.reports, std::vector<std::string>{"OK 0 1011"});
+}
+
+TEST(ModalPanelTest, NumbersStayWithinTheirBounds) {
+    Shown<ctrASelFocusOrParam> parameter;
+    parameter.click("cmbParameterDown");
+    EXPECT_EQ(parameter.caption("lblAutocalParameter"), "1");
+    parameter.click("cmbParameterUp", 40);
+    EXPECT_EQ(parameter.caption("lblAutocalParameter"), "32");
+    EXPECT_EQ(parameter.panel->get<std::int16_t>("AutocalParameter"), 32);
+    parameter.panel->set("AutocalParameter", 6);
+    EXPECT_EQ(parameter.caption("lblAutocalParameter"), "6");
+    Shown<ctrSelWS> workstation;
+    workstation.click("cmbWSUp", 9);
+    EXPECT_EQ(workstation.caption("lblWS"), "8");
+    workstation.click("cmbWSDown", 9);
+    EXPECT_EQ(workstation.caption("lblWS"), "1");
+}
+
+TEST(ModalPanelTest, OnlyAChosenFocusIsPainted) {
+    Shown<ctrASelFocusOrParam> choice;
+    const auto focus = [&choice] {
+        return std::string(choice.panel->get<bool>("SmallFocus") ? "small" : "") +
+               (choice.panel->get<bool>("LargeFocus") ? "large" : "");
+    };
+    EXPECT_EQ(focus(), "");
+    choice.panel->set("SmallFocus", false);
+    EXPECT_EQ(focus(), "large");
+    EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), kNormalColour);
+    choice.panel->set("ButtonOnColor", 0x123456);
+    choice.click("cmbAutocalLargeFocus");
+    EXPECT_EQ(focus(), "large");
+    EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), 0x123456U);
+    choice.click("cmbAutocalSmallFocus");
+    EXPECT_EQ(focus(), "small");
+    EXPECT_EQ(choice.colour("cmbAutocalSmallFocus"), 0x123456U);
+    EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), kNormalColour);
+    EXPECT_TRUE(choice.reports.empty());
+}
+
+TEST(ModalPanelTest, ColoursGoByTag) {
+    Shown<ctrSelWS> panel;
+    (*panel.panel)["cmbWSUp"].setTag("ON");
+    panel.panel->set("ButtonOffColor", 1);
+    panel.panel->set("ButtonOnColor", 2);
+    panel.panel->set("ConsoleBackColor", 3);
+    EXPECT_EQ(panel.colour("cmdOK"), 1U);
+    EXPECT_EQ(panel.colour("cmbWSUp"), 2U);
+    EXPECT_EQ(panel.panel->backColour(), 3U);
+}
+
+TEST(ModalPanelTest, TextsReachTheirControls) {
+    struct Row {
+        std::string_view member;
+        std::string_view control;
+    };
+    const auto check = [](const ModalPanel& panel, std::initializer_list<Row> rows) {
+        for (const Row& row : rows) {
+            panel.set(row.member, std::string(row.member) + "!");
+            EXPECT_EQ(panel[row.control].caption(), std::string(row.member) + "!") << row.control;
+        }
+    };
+    VirtualTime time;
+    check(ctrAWarning(time.schedule()), {{"sWarning1", "lblWarning1"},
+                                         {"sWarning4", "lblWarning4"},
+                                         {"sAutocalYes", "cmbAutocalYes"},
+                                         {"sAutocalNo", "cmbAutocalNo"}});
+    check(ctrASelFocusOrParam(time.schedule()), {{"sSelectFocus", "lblSelectFocus"},
+                                                 {"sSelectExtMemory", "lblSelectExtMemory"},
+                                                 {"sSmallFocus", "cmbAutocalSmallFocus"},
+                                                 {"sLargeFocus", "cmbAutocalLargeFocus"},
+                                                 {"sParameterUp", "cmbParameterUp"},
+                                                 {"sParameterDown", "cmbParameterDown"},
+                                                 {"sOK", "cmbOKFocus"},
+                                                 {"sOK", "cmbOKParameter"},
+                                                 {"sCancel", "cmbCancel"}});
+    check(ctrSelWS(time.schedule()),
+          {{"sSelectWS", "lblSelectWS"}, {"sWSUp", "cmbWSUp"}, {"sWSDown", "cmbWSDown"}, {"sOK", "cmdOK"}});
+    check(ctrQuillonError(time.schedule()), {{"sMessage", "lblError"}, {"Caption", "myCaption"}});
+}
+
+TEST(ModalPanelTest, FontsFollowTheSmallerRatio) {
+    VirtualTime time;
+    ctrSelWS panel(time.schedule());
+    const double font = panel["lblWS"].fontSize();
+    const Place place = panel["lblWS"].place();
+    panel.setPlace({0, 0, 2 * kModalSize.width, kModalSize.height});
+    EXPECT_EQ(panel["lblWS"].place(), (Place{2 * place.left, place.top, 2 * place.width, place.height}));
+    EXPECT_EQ(panel["lblWS"].fontSize(), font);
+    panel.setPlace({0, 0, 2 * kModalSize.width, 2 * kModalSize.height});
+    EXPECT_EQ(panel["lblWS"].fontSize(), 2 * font);
+}
+
+} // namespace
+} // namespace quillon
