@@ -20,7 +20,7 @@ namespace quillon {
 /// raises. The poll is off, so that only what a test does is sent; events are on.
 class LinkTest : public testing::Test {
 protected:
-    LinkTest() {
+    explicit LinkTest(std::string commandLine = "") : link(made(std::move(commandLine))) {
         link.events().forEach(
             [this](int, std::string_view name, std::string_view, auto& signal) { record(name, signal); });
         platform.port.onWritten = [this](std::string_view bytes) {
@@ -68,16 +68,17 @@ protected:
     MemoryPlatform platform;
     Input input;
     ControlHost form{Kind::Form, "frm", platform.time.schedule()};
-    TorvaneSerialV3_07_QLC1& link = made();
+    TorvaneSerialV3_07_QLC1& link;
     std::vector<std::string> sent;     ///< frames without their end bytes
     std::vector<std::string> timeline; ///< the same with the time since forget(), as "350 ST"
     std::vector<std::string> events;   ///< as "Name(1, True, "text")"
     Milliseconds begin = 0;
 
 private:
-    TorvaneSerialV3_07_QLC1& made() {
-        const TorvaneSerialV3_07_QLC1::Context context{
-            platform.time.schedule(), platform.port, platform.store, platform.folder, platform.desktop, ""};
+    TorvaneSerialV3_07_QLC1& made(std::string commandLine) {
+        const TorvaneSerialV3_07_QLC1::Context context{platform.time.schedule(), platform.port,
+                                                       platform.store,           platform.folder,
+                                                       platform.desktop,         std::move(commandLine)};
         auto made = std::make_unique<TorvaneSerialV3_07_QLC1>(context);
         TorvaneSerialV3_07_QLC1& control = *made;
         form.adopt(std::move(made));

@@ -43,6 +43,21 @@ TEST_F(ServiceTest, TheSyncTypeIsHardwareAtZero) {
     EXPECT_EQ(caption("txtCfgSyncType"), "HW");
 }
 
+class SoftwareSyncTest : public LinkTest {
+protected:
+    SoftwareSyncTest() : LinkTest("-swsync") {}
+};
+
+TEST_F(SoftwareSyncTest, TheExposureKeyNeedsSoftwareSync) {
+    phase(2);
+    msg("WM1");
+    for (const std::string_view type : {"WSS1", "WSS0"}) {
+        msg(type);
+        msg("ST3");
+        EXPECT_EQ(visible("cmdSWExposure"), type == "WSS1");
+    }
+}
+
 TEST_F(ServiceTest, WorkingModesShowTheirCaptions) {
     const std::string_view captions[]{"Direct", "Bucky 1", "Bucky 2", "STD Tomo",
                                       "STD RF", "DSI",     "CINE",    "DSA"};
@@ -262,6 +277,7 @@ protected:
 TEST_F(AnswerTest, ConfirmingSendsOnceAndWaitsForTheAnswer) {
     click("cmbAutocalConfirm");
     EXPECT_THAT(events, ElementsAre("AutocalibrationConfirm()"));
+    EXPECT_FALSE(link.timer("timerStatusUpdate").running());
     EXPECT_FALSE(visible("cmbAutocalConfirm"));
     EXPECT_FALSE(visible("cmbAutocalDismiss"));
     advance(19);
@@ -315,6 +331,7 @@ TEST_F(AnswerTest, DismissingLeavesAutocalibrationAndThenCalibration) {
     control("cmbAutocalibration").setBackColour(kActiveColour);
     advance(1519);
     EXPECT_THAT(timeline, ElementsAre("1020 CAU0", "2420 CA0"));
+    link.timer("timerStatusUpdate").stop();
     EXPECT_TRUE(active("cmbAutocalibration"));
     advance(1);
     EXPECT_FALSE(active("cmbAutocalibration"));
@@ -329,6 +346,12 @@ TEST_F(AnswerTest, ADismissalWaitsAsLongAsItTakes) {
     advance(120000);
     EXPECT_THAT(timeline, ElementsAre("1020 CAU0"));
     EXPECT_TRUE(link.timer("tmrDismiss").running());
+    // For the panel it is over at once.
+    link.setStatusUpdateEnable(false);
+    phase(6);
+    link.call("ToggleAutocalibrationFeature");
+    advance(1000);
+    EXPECT_THAT(sent, ElementsAre("CAU1"));
 }
 
 } // namespace

@@ -288,6 +288,17 @@ TEST_F(TechniqueTest, TheTechniqueKeysShowFromTheSecondReportOn) {
     }
 }
 
+TEST_F(TechniqueTest, UsersOfALentMachineDoNotSeeTheTechniqueKeys) {
+    phase(6);
+    put("TempUserMode", true);
+    phase(2);
+    msg("TM1");
+    control("cmbTM", 2).setVisible(false);
+    msg("TM2");
+    EXPECT_FALSE(control("cmbTM", 2).visible());
+    EXPECT_EQ(control("cmbTM", 2).backColour(), kActiveColour);
+}
+
 TEST_F(TechniqueTest, TheTechniqueModeIsAskedForOnlyWhereThereIsOne) {
     phase(2);
     link.call("TMReq");
@@ -446,6 +457,8 @@ TEST_F(TechniqueTest, CalibrationItemsAreNamedInManualCalibrationOnly) {
         phase(other);
         msg("MASE06");
         EXPECT_EQ(caption("txtMACal"), "E06");
+        msg("MA100");
+        EXPECT_EQ(caption("txtMACal"), "100");
         EXPECT_EQ(link.get<int>("CalibrationType"), -1);
     }
     EXPECT_THAT(events, IsEmpty());
