@@ -188,7 +188,20 @@ void Phase::resetModel() {
     state_.m_DismissStep = 0;
 }
 
+/// An answer that was being given to an autocalibration belongs to the machine as it was. Going on with it would
+/// send what nobody asked for, with the poll held away.
+void Phase::breakOffAutocalibration() {
+    for (const std::string_view sequence : {"tmrConfirm", "tmrDismiss"}) {
+        Timer& timer = panel_.timer(sequence);
+        if (timer.running()) {
+            timer.stop();
+            link_.m_StatusUpdateActive = context_.poll.StatusUpdateEnable();
+        }
+    }
+}
+
 void Phase::enterInitialization() {
+    breakOffAutocalibration();
     resetModel();
     for (const std::string_view lamp : kWarningLamps) {
         panel_[lamp].setVisible(false);

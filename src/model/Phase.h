@@ -27,6 +27,7 @@ private:
     void enterConfiguration();
     void enterConfirmDismiss();
     void resetModel();
+    void breakOffAutocalibration();
     void updateSoftwareExposureKey();
     void bindSignals();
 
