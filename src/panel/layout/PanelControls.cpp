@@ -59,6 +59,8 @@ void addPanelControls(ControlHost& host) {
         addControls(host, rows);
     }
     fillLists(host);
+    // As wide as the generator counts, until somebody tells a narrower range.
+    host["sldCalValue"].setMaximum(4095);
     host.at("txtDebugComm").setMultiLine(true);
     host.at("txtDebugComm").setReadOnly(true);
     for (const PanelTimer& timer : kPanelTimers) {
