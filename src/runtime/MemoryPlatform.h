@@ -53,7 +53,10 @@ public:
         std::string application;
         std::string section;
         std::string key;
-        auto operator<=>(const Address&) const = default;
+        bool operator<(const Address& other) const {
+            return std::tie(application, section, key) <
+                   std::tie(other.application, other.section, other.key);
+        }
     };
 
     [[nodiscard]] std::optional<std::string> read(std::string_view application, std::string_view section,
