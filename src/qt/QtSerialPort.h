@@ -30,7 +30,7 @@ struct LineSettings {
 class QtSerialPort final : public QObject, public SerialPort {
 public:
     /// So many bytes wait for the line at most; a write that does not fit is thrown away as a whole.
-    static constexpr qint64 kWriteLimit = 64 * 1024;
+    static constexpr qint64 kWriteLimit = qint64{64} * 1024;
 
     explicit QtSerialPort(const Folder& folder);
 

@@ -1,12 +1,16 @@
 #include <algorithm>
 #include <cstdio>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <QApplication>
+#include <QEvent>
 
 #include "base/CodePage.h"
+#include "qt/Convert.h"
 #include "qt/Look.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtPower.h"
@@ -17,6 +21,7 @@
 #include "qt/StartupTrace.h"
 #include "qt/Tour.h"
 #include "shell/Application.h"
+#include "shell/Recorder.h"
 
 namespace quillon {
 
@@ -42,8 +47,9 @@ Alone on the command line:
 In front of all switches:
   --tour DIR      a look round without a display; pictures go to DIR
 
-QUILLON_HOME names the directory of "Quillon.ini", "temp.ini", "error_info.txt" and
-"log.txt"; without it, they lie beside the executable.
+QUILLON_HOME names the directory of "Quillon.ini", "temp.ini", "error_info.txt",
+"texts.txt" and "log.txt"; without it, they lie beside the executable.
+QUILLON_RECORD names a file that the session is written to, for quillon-scenario.
 )";
 
 /// What the process was asked for.
@@ -79,6 +85,39 @@ void setUpQt() {
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
+/// Brings a recorded session's time up to date before anything of the operator's is handed over.
+class CatchUp final : public QObject {
+public:
+    explicit CatchUp(Recorder& recorder) : recorder_(recorder) { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        // What the system sends, and timers, come from the event loop and never from inside a handler.
+        if (event->type() == QEvent::Timer || (event->spontaneous() && receiver->isWindowType())) {
+            recorder_.catchUp();
+        }
+        return false;
+    }
+
+private:
+    Recorder& recorder_;
+};
+
+/// Nothing when the session is not to be recorded, or can't be.
+std::unique_ptr<Recorder> recorderFor(const Platform& machine, const std::string& commandLine) {
+    const std::string name = fromQt(qEnvironmentVariable("QUILLON_RECORD"));
+    if (name.empty()) {
+        return nullptr;
+    }
+    // Seen from where the program was started, unlike the installation's own files.
+    auto file = DiskFolder(QDir::currentPath()).create(name);
+    if (!file) {
+        machine.desktop.message(BoxKind::Critical, "Torvane Generator Service",
+                                "The recording cannot be written: " + name);
+        return nullptr;
+    }
+    return std::make_unique<Recorder>(machine, std::move(file), commandLine);
+}
+
 int run(const Options& options) {
     const SteadyClock clock;
     Schedule schedule(clock);
@@ -90,12 +129,29 @@ int run(const Options& options) {
     QtDesktop desktop;
     QtPower power;
 
-    Application application({schedule, loop, port, store, folder, desktop, power}, options.commandLine);
+    const Platform machine{schedule, loop, port, store, folder, desktop, power};
+    const std::unique_ptr<Recorder> recorder = recorderFor(machine, options.commandLine);
+    Application application(recorder ? recorder->platform() : machine, options.commandLine);
     // exit() and not quit(), which would ask the window first and be refused.
-    application.onEnded = [] { QCoreApplication::exit(); };
+    application.onEnded = [&recorder] {
+        if (recorder) {
+            recorder->end();
+        }
+        QCoreApplication::exit();
+    };
     Screen screen(application.form(), application.input(),
-                  {[&application](Twips width, Twips height) { application.resizeWindow(width, height); },
-                   [&application] { application.requestClose(); }});
+                  {[&application, &recorder](Twips width, Twips height) {
+                       if (recorder) {
+                           recorder->windowResized(width, height);
+                       }
+                       application.resizeWindow(width, height);
+                   },
+                   [&application, &recorder] {
+                       if (recorder) {
+                           recorder->closeRequested();
+                       }
+                       application.requestClose();
+                   }});
     application.setScreen(&screen);
     desktop.setWindow(&screen.window());
     const StartupTrace trace(screen.window());
@@ -106,8 +162,16 @@ int run(const Options& options) {
         tour->onFinished = [] { QCoreApplication::exit(); };
     }
     application.start();
+    std::optional<CatchUp> catchUp;
+    if (recorder) {
+        recorder->begin(application.input());
+        catchUp.emplace(*recorder);
+    }
     if (!application.ended() && !(tour && tour->finished())) {
         QApplication::exec();
+    }
+    if (recorder) {
+        recorder->end();
     }
     application.setScreen(nullptr);
     return tour && !tour->passed() ? 1 : 0;
