@@ -67,6 +67,7 @@ constexpr std::array kCaptions{
     CaptionRow{"sTube2RADCounter",         "lblT2RAD",                "TUBE 2 RAD"},
     CaptionRow{"sTubeFluoroCounter",       "lblTFluoro",              "FLUORO"},
 };
+constexpr std::string_view kResetText = "sResetTubeCounter";
 constexpr std::array<std::string_view, 4> kResetKeys{"cmdResetT1", "cmdResetT2", "cmdResetFluoro", "cmdResetT3"};
 // clang-format on
 
@@ -105,8 +106,20 @@ void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
         operations.addWriteOnly(
             row.name, [&console, &row](std::string_view text) { console[row.control].setCaption(text); });
     }
-    operations.addWriteOnly("sResetTubeCounter",
+    operations.addWriteOnly(kResetText,
                             [&console](std::string_view text) { captionResetKeys(console, text); });
+}
+
+std::vector<std::string> ConsoleTexts::names() {
+    std::vector<std::string> all;
+    for (const TextRow& row : kTexts) {
+        all.emplace_back(row.name);
+    }
+    for (const CaptionRow& row : kCaptions) {
+        all.emplace_back(row.name);
+    }
+    all.emplace_back(kResetText);
+    return all;
 }
 
 std::string ConsoleTexts::waitPrompt(std::string_view text) const {

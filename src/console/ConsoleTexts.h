@@ -3,6 +3,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "runtime/Operations.h"
 #include "ui/ControlHost.h"
@@ -50,6 +51,8 @@ struct ConsoleTexts {
     void initialize(ControlHost& console);
     /// Adds all texts as write-only properties.
     void addTo(Operations& operations, ControlHost& console);
+    /// The names of all texts that addTo() adds.
+    [[nodiscard]] static std::vector<std::string> names();
 
     /// The text, a line break, and the request to wait.
     [[nodiscard]] std::string waitPrompt(std::string_view text) const;

@@ -285,6 +285,13 @@ const Operations& ctrQuillonConsole::operations() const {
     return parts_->operations;
 }
 
+std::vector<std::string> ctrQuillonConsole::textNames() const {
+    std::vector<std::string> all = ConsoleTexts::names();
+    const std::vector<std::string> dialogs = parts_->panels.textNames();
+    all.insert(all.end(), dialogs.begin(), dialogs.end());
+    return all;
+}
+
 void ctrQuillonConsole::UserControl_Show() {
     parts_->start.UserControl_Show();
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "console/ConsoleState.h"
 #include "link/TorvaneSerial.h"
@@ -35,6 +36,8 @@ public:
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     /// Public operations, properties and texts by name.
     [[nodiscard]] const Operations& operations() const;
+    /// Those of them that are the operator's texts, the dialogs' included.
+    [[nodiscard]] std::vector<std::string> textNames() const;
     ConsoleEvents events;
 
     /// The console appears: the wait for the generator begins.

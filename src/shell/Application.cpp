@@ -5,6 +5,7 @@
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
 #include "shell/System.h"
+#include "shell/TextFile.h"
 #include "shell/frmMain.h"
 
 namespace quillon {
@@ -80,13 +81,14 @@ private:
 class Application::Impl {
 public:
     Impl(const Platform& platform, std::string_view commandLine)
-        : desktop(platform.desktop, input), relay(input), system(platform.power) {
+        : folder(platform.folder), desktop(platform.desktop, input), relay(input), system(platform.power) {
         main = makeMain(platform, std::string(commandLine));
         main->setSink(&relay);
     }
 
     ~Impl() { main->setSink(nullptr); }
 
+    Folder& folder;
     Input input;
     BoxDesktop desktop;
     ScreenRelay relay;
@@ -120,6 +122,7 @@ Application::Application(const Platform& platform, std::string_view commandLine)
 Application::~Application() = default;
 
 void Application::start() {
+    replaceTexts(console(), impl_->folder, impl_->desktop);
     main().Form_Load();
     main().setVisible(true);
     console().UserControl_Show();

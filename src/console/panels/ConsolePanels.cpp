@@ -83,8 +83,31 @@ ConsolePanels::ConsolePanels(ConsoleContext& context) : context_(context), scree
         const auto make = [&schedule, make = row.make] { return make(schedule); };
         factory_.add(std::string(kProgram).append(row.className), make);
         factory_.add(row.fallback, make);
+        // What the error message says is told anew each time it opens.
+        if (row.key != kError && !texts_.contains(row.className)) {
+            addTexts(row);
+        }
     }
     context_.operations.add("ErrorMessage", [this](std::int16_t code) { ErrorMessage(code); });
+}
+
+void ConsolePanels::addTexts(const Row& row) {
+    const std::unique_ptr<ControlHost> sample = row.make(context_.console.schedule());
+    for (const ModalPanel::TextRow& text : dynamic_cast<const ModalPanel&>(*sample).texts()) {
+        std::optional<std::string>& replaced = texts_[row.className][text.member];
+        context_.operations.addWriteOnly(std::string(row.className).append(".").append(text.member),
+                                         [&replaced](std::string given) { replaced = std::move(given); });
+    }
+}
+
+std::vector<std::string> ConsolePanels::textNames() const {
+    std::vector<std::string> all;
+    for (const auto& [className, members] : texts_) {
+        for (const auto& [member, replaced] : members) {
+            all.push_back(std::string(className).append(".").append(member));
+        }
+    }
+    return all;
 }
 
 void ConsolePanels::open(std::string_view key, PanelHandler handler) {
@@ -130,6 +153,13 @@ ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
     panel->set("ButtonOffColor", toValue(context_.state.ButtonOffColor));
     if (row.hasOnColour) {
         panel->set("ButtonOnColor", toValue(context_.state.ButtonOnColor));
+    }
+    if (const auto texts = texts_.find(row.className); texts != texts_.end()) {
+        for (const auto& [member, replaced] : texts->second) {
+            if (replaced) {
+                panel->set(member, *replaced);
+            }
+        }
     }
     panel->setReport([this, handler = std::move(handler)](ModalPanel& closed, std::string_view event,
                                                           std::int16_t parameter) {

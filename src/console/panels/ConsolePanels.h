@@ -1,8 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "console/ConsoleContext.h"
 #include "console/panels/ModalPanel.h"
@@ -33,10 +37,15 @@ public:
     /// buttons come back by the refresh wait that begins with the operator's acknowledgement.
     void ErrorMessage(std::int16_t code);
 
+    /// The names by which the dialogs' texts can be replaced, such as "ctrAWarning.sWarning1". A dialog gets
+    /// its texts when it opens.
+    [[nodiscard]] std::vector<std::string> textNames() const;
+
 private:
     struct Row;
     static std::span<const Row> table();
     static const Row* find(std::string_view key);
+    void addTexts(const Row& row);
 
     ModalPanel* create(const Row& row, PanelHandler handler);
     ModalPanel* add(std::string_view className, std::string_view key);
@@ -45,6 +54,8 @@ private:
     ConsoleContext& context_;
     ConsoleScreen screen_;
     ControlFactory factory_;
+    /// The replaced texts by class and member; nothing where the dialog's own text stands.
+    std::map<std::string_view, std::map<std::string_view, std::optional<std::string>>> texts_;
 };
 
 } // namespace quillon

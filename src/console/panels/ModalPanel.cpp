@@ -6,7 +6,7 @@ namespace quillon {
 
 ModalPanel::ModalPanel(Schedule& schedule, std::span<const ControlRow> rows, PanelSize size,
                        std::string_view backColour, std::span<const TextRow> texts)
-    : ControlHost(Kind::User, "", schedule) {
+    : ControlHost(Kind::User, "", schedule), texts_(texts) {
     setPlace({0, 0, size.width, size.height});
     setVisible(false);
     addControls(*this, rows);

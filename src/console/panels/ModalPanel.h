@@ -36,6 +36,7 @@ public:
         return valueTo<T>(operations_.get(member));
     }
     void set(std::string_view member, const Value& value) const { operations_.set(member, value); }
+    [[nodiscard]] std::span<const TextRow> texts() const { return texts_; }
 
 protected:
     /// Makes the controls of the rows at their design size. `backColour` is the public name of the surface's
@@ -70,6 +71,7 @@ protected:
 private:
     void paintButtons(std::string_view tag, Colour colour);
 
+    std::span<const TextRow> texts_;
     ScalingLayout layout_;
     ModalSnapshot snapshot_;
     Report report_;

@@ -1,0 +1,91 @@
+#include "shell/TextFile.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "base/CodePage.h"
+#include "base/Text.h"
+#include "console/ConsoleTexts.h"
+#include "console/ctrQuillonConsole.h"
+#include "runtime/ProfileFile.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kBoxTitle = "Torvane Generator Service";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t kLongestReport = 10; // lines of the box
+
+/// The text with its escapes resolved. A backslash in front of anything else stands for itself.
+std::string resolved(std::string_view text) {
+    std::string plain;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char next = text[at] == '\\' && at + 1 < text.size() ? text[at + 1] : '\0';
+        if (next == 'n') {
+            plain += kLineBreak;
+        } else {
+            plain += text[at];
+        }
+        at += next == 'n' || next == '\\' ? 1 : 0;
+    }
+    return plain;
+}
+
+/// Carries one line out. What is wrong with it; empty when nothing is.
+std::string replace(const ctrQuillonConsole& console, const std::vector<std::string>& names,
+                    std::string_view line) {
+    const auto equals = line.find('=');
+    if (equals == std::string_view::npos) {
+        return "no \"=\" behind a name";
+    }
+    const std::string name(trim(line.substr(0, equals)));
+    const auto known = [&name](const std::string& each) { return equalsNoCase(each, name); };
+    if (std::none_of(names.begin(), names.end(), known)) {
+        return name + ": there is no such text";
+    }
+    const auto text = codePageFromUtf8(trim(line.substr(equals + 1)));
+    if (!text) {
+        return name + ": a character that cannot be shown, or no UTF-8";
+    }
+    console.operations().set(name, resolved(*text));
+    return {};
+}
+
+} // namespace
+
+void replaceTexts(const ctrQuillonConsole& console, const Folder& folder, Desktop& desktop) {
+    const auto content = folder.read(kTextFile, kProfileFileLimit);
+    if (!content) {
+        return;
+    }
+    std::string_view rest = *content;
+    if (rest.starts_with(kByteOrderMark)) {
+        rest.remove_prefix(kByteOrderMark.size());
+    }
+    const std::vector<std::string> names = console.textNames();
+    std::string report;
+    std::size_t problems = 0;
+    std::size_t number = 0;
+    for (std::string_view line : split(rest, "\n")) {
+        ++number;
+        line = trim(line.substr(0, line.find_last_not_of('\r') + 1));
+        if (line.empty() || line.starts_with('#')) {
+            continue;
+        }
+        const std::string problem = replace(console, names, line);
+        if (!problem.empty() && ++problems <= kLongestReport) {
+            report.append(kLineBreak).append("Line " + std::to_string(number) + ": " + problem);
+        }
+    }
+    if (problems > kLongestReport) {
+        report.append(kLineBreak).append("and " + std::to_string(problems - kLongestReport) + " more");
+    }
+    if (problems > 0) {
+        desktop.message(BoxKind::Info, kBoxTitle,
+                        "Not all of \"" + std::string(kTextFile) + "\" can be used." + report);
+    }
+}
+
+} // namespace quillon
