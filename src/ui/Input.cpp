@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/Numbers.h"
+
 namespace quillon {
 
 namespace {
@@ -36,6 +38,7 @@ bool Input::press(Control& control) {
     if (!reachable(control)) {
         return false;
     }
+    tell(Gesture::Press, control);
     std::erase(held_, &control);
     held_.push_back(&control);
     run(control.on.press);
@@ -46,6 +49,7 @@ void Input::release(Control& control) {
     if (std::erase(held_, &control) == 0) {
         return;
     }
+    tell(Gesture::Release, control);
     run(control.on.release);
     if (reachable(control)) {
         run(control.on.click);
@@ -64,6 +68,7 @@ bool Input::type(Control& control, std::string_view text) {
     if (!reachable(control) || control.kind() != Kind::TextBox || control.readOnly()) {
         return false;
     }
+    tell(Gesture::Type, control, text);
     control.setText(text);
     run(control.on.change);
     return true;
@@ -74,13 +79,14 @@ bool Input::select(Control& control, std::string_view entry) {
         std::find(control.items().begin(), control.items().end(), entry) == control.items().end()) {
         return false;
     }
+    tell(Gesture::Select, control, entry);
     control.setText(entry);
     run(control.on.click);
     return true;
 }
 
 bool Input::drag(Control& control, std::int32_t value) {
-    if (!reachable(control) || control.kind() != Kind::Slider) {
+    if (!reachableSlider(control)) {
         return false;
     }
     control.setValue(value);
@@ -89,11 +95,23 @@ bool Input::drag(Control& control, std::int32_t value) {
 }
 
 bool Input::slide(Control& control, std::int32_t value) {
-    if (!drag(control, value)) {
+    if (!reachableSlider(control)) {
         return false;
     }
+    tell(Gesture::Slide, control, decimalText(value));
+    drag(control, value);
     run(control.on.release);
     return true;
+}
+
+void Input::tell(Gesture gesture, const Control& control, std::string_view value) const {
+    if (onGesture) {
+        onGesture(gesture, control, value);
+    }
+}
+
+bool Input::reachableSlider(const Control& control) const {
+    return reachable(control) && control.kind() == Kind::Slider;
 }
 
 void Input::cancel() {

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string_view>
 #include <vector>
 
 #include "ui/Control.h"
 
 namespace quillon {
+
+/// What the operator does to a control.
+enum class Gesture : std::uint8_t { Press, Release, Type, Select, Slide };
 
 /// The operator's hand: pointer and keyboard, and the rule of what they can reach. Every front end goes
 /// through this, so a test presses exactly as a finger does.
@@ -37,7 +42,14 @@ public:
     /// A control that goes away is not held any more.
     void forget(const Control& control);
 
+    /// Told of each gesture that does its work, before it does it; `value` is the text, the entry or the
+    /// number. A slider on the move is no gesture until it is let go.
+    std::function<void(Gesture gesture, const Control& control, std::string_view value)> onGesture;
+
 private:
+    void tell(Gesture gesture, const Control& control, std::string_view value = {}) const;
+    [[nodiscard]] bool reachableSlider(const Control& control) const;
+
     std::vector<Control*> held_; // fingers may overlap: a key can be pressed before the last is let go
     int boxes_ = 0;
 };

@@ -1,0 +1,380 @@
+#include "shell/Recorder.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <utility>
+
+#include "base/Numbers.h"
+#include "base/Text.h"
+#include "runtime/ProfileFile.h"
+#include "shell/TextFile.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::array<std::string_view, 4> kFiles{"Quillon.ini", "temp.ini", "error_info.txt", kTextFile};
+constexpr std::string_view kFrameEnd = "\r\n\x03";
+constexpr Milliseconds kLongestSilence = 1000; // the file is never further behind, whatever ends the process
+
+constexpr std::array<std::string_view, 5> kGestures{"press", "release", "type", "select", "slide"};
+
+/// As a scenario calls the control.
+std::string nameOf(const Control& control) {
+    const bool alone = dynamic_cast<const ControlHost*>(&control) != nullptr;
+    std::string name =
+        alone || control.host() == nullptr ? control.name() : control.host()->name() + "." + control.name();
+    if (control.index()) {
+        name += "(" + std::to_string(*control.index()) + ")";
+    }
+    return name;
+}
+
+/// The lines of a small file, as a scenario takes them in.
+std::string fileBlock(std::string_view name, std::string_view content) {
+    std::string block = "file " + std::string(name) + "\n";
+    auto lines = split(content, "\n");
+    if (lines.back().empty()) {
+        lines.pop_back();
+    }
+    for (std::string_view line : lines) {
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        // A line of this word alone would end the block. It has no meaning in any of the files.
+        block += trim(line) == "end" ? "# end" : line;
+        block += '\n';
+    }
+    return block + "end\n";
+}
+
+/// One more for as long as it lives.
+class Counted {
+public:
+    explicit Counted(int& count) : count_(count) { ++count_; }
+    ~Counted() { --count_; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+private:
+    int& count_;
+};
+
+} // namespace
+
+std::string scenarioText(std::string_view bytes) {
+    constexpr std::string_view kPlain = "\r\n\t\\\"";
+    constexpr std::string_view kLetters = "rnt\\\"";
+    std::string text = "\"";
+    for (const char c : bytes) {
+        if (const auto escape = kPlain.find(c); escape != std::string_view::npos) {
+            text += {'\\', kLetters[escape]};
+        } else if (c >= 0x20 && c <= 0x7E) {
+            text += c;
+        } else {
+            std::array<char, 5> hex{};
+            std::snprintf(hex.data(), hex.size(), "\\x%02X", static_cast<unsigned>(c) & 0xFFU);
+            text += hex.data();
+        }
+    }
+    return text + '"';
+}
+
+/// The line: what comes in is told, and so is what goes out.
+class Recorder::Port final : public SerialPort {
+public:
+    explicit Port(Recorder& recorder) : recorder_(recorder), line_(recorder.machine_.port) {
+        line_.setReceiver([this](std::string_view bytes) { recorder_.received(bytes); });
+    }
+    ~Port() override { line_.setReceiver({}); }
+
+    bool open(int port, std::string_view settings) override {
+        const bool succeeded = line_.open(port, settings);
+        recorder_.opened(port, succeeded);
+        return succeeded;
+    }
+    void close() override { line_.close(); }
+    [[nodiscard]] bool isOpen() const override { return line_.isOpen(); }
+    void write(std::string_view bytes) override {
+        if (line_.isOpen()) {
+            const std::string_view text =
+                bytes.substr(0, bytes.size() - std::min(bytes.size(), kFrameEnd.size()));
+            recorder_.comment("tx " + scenarioText(text));
+        }
+        line_.write(bytes);
+    }
+    void hand(std::string_view bytes) {
+        if (receiver_) {
+            receiver_(bytes);
+        }
+    }
+
+private:
+    Recorder& recorder_;
+    SerialPort& line_;
+};
+
+/// Message boxes. Timers and the line go on while one stands; a replay has the answer at once, so it must
+/// know it before.
+class Recorder::Boxes final : public Desktop {
+public:
+    explicit Boxes(Recorder& recorder) : recorder_(recorder), desktop_(recorder.machine_.desktop) {}
+
+    [[nodiscard]] int screenWidth() const override { return desktop_.screenWidth(); }
+    [[nodiscard]] int screenHeight() const override { return desktop_.screenHeight(); }
+    [[nodiscard]] int twipsPerPixelX() const override { return desktop_.twipsPerPixelX(); }
+    [[nodiscard]] int twipsPerPixelY() const override { return desktop_.twipsPerPixelY(); }
+    void setTopMost(bool topMost) override { desktop_.setTopMost(topMost); }
+    void beep() override { desktop_.beep(); }
+
+    void message(BoxKind kind, std::string_view title, std::string_view text) override {
+        const Standing box(recorder_);
+        recorder_.comment("message box " + scenarioText(text));
+        desktop_.message(kind, title, text);
+    }
+    [[nodiscard]] bool ask(std::string_view title, std::string_view text) override {
+        const Standing box(recorder_);
+        bool yes = false;
+        {
+            const Counted question(recorder_.questions_);
+            yes = desktop_.ask(title, text);
+        }
+        if (yes) {
+            recorder_.writeAhead("answer yes");
+        }
+        recorder_.flush();
+        recorder_.comment("question " + scenarioText(text) + (yes ? " yes" : " no"));
+        return yes;
+    }
+
+private:
+    /// The handler that shows the box may be entered from below: the box serves the events itself.
+    class Standing {
+    public:
+        explicit Standing(Recorder& recorder)
+            : recorder_(recorder), handlers_(std::exchange(recorder.handlers_, 0)) {
+            recorder_.wakeAt(recorder_.machine_.schedule.now());
+        }
+        ~Standing() { recorder_.handlers_ = handlers_; }
+        Standing(const Standing&) = delete;
+        Standing& operator=(const Standing&) = delete;
+
+    private:
+        Recorder& recorder_;
+        int handlers_;
+    };
+
+    Recorder& recorder_;
+    Desktop& desktop_;
+};
+
+/// A handler that lets the events run gets what is due in its own moment. Time stands still in there, and
+/// what comes in waits, as in a replay; the window is painted all the same.
+class Recorder::Loop final : public EventLoop {
+public:
+    explicit Loop(Recorder& recorder) : recorder_(recorder) {}
+    void processEvents() override {
+        const Counted handler(recorder_.handlers_);
+        recorder_.schedule_.runDue();
+        recorder_.machine_.loop.processEvents();
+    }
+
+private:
+    Recorder& recorder_;
+};
+
+Recorder::Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std::string_view commandLine)
+    : machine_(machine), file_(std::move(file)), port_(std::make_unique<Port>(*this)),
+      boxes_(std::make_unique<Boxes>(*this)), loop_(std::make_unique<Loop>(*this)) {
+    writeHeader(commandLine);
+}
+
+Recorder::~Recorder() {
+    end();
+    *alive_ = false;
+}
+
+Platform Recorder::platform() {
+    return {schedule_, *loop_, *port_, machine_.store, machine_.folder, *boxes_, machine_.power};
+}
+
+void Recorder::writeHeader(std::string_view commandLine) {
+    put("# Recorded by Quillon " QUILLON_VERSION ". Lines behind # tell what it did, with the time in ms.\n");
+    for (const std::string_view name : kFiles) {
+        if (const auto content = machine_.folder.read(name, kProfileFileLimit)) {
+            put(fileBlock(name, *content));
+        }
+    }
+    if (!commandLine.empty()) {
+        put("args " + scenarioText(commandLine) + "\n");
+    }
+    put("screen " + std::to_string(machine_.desktop.screenWidth()) + " " +
+        std::to_string(machine_.desktop.screenHeight()) + "\n");
+}
+
+void Recorder::begin(Input& input) {
+    put("start\n");
+    input.onGesture = [this](Gesture made, const Control& control, std::string_view value) {
+        gesture(made, control, value);
+    };
+    base_ = machine_.schedule.now();
+    running_ = true;
+    plan();
+}
+
+void Recorder::end() {
+    if (!running_) {
+        return;
+    }
+    catchUp();
+    questions_ = 0;
+    untilHandled_ = false;
+    write({}); // up to here
+    flush();
+    running_ = false;
+}
+
+void Recorder::catchUp() {
+    if (!running_ || handlers_ > 0) {
+        return;
+    }
+    const Milliseconds target = machine_.schedule.now() - base_;
+    for (auto due = schedule_.nextDue(); running_ && due && *due <= target; due = schedule_.nextDue()) {
+        clock_.set(std::max(clock_.now(), *due));
+        moved_ = true;
+        const Counted handler(handlers_);
+        schedule_.runOne();
+    }
+    if (clock_.now() < target) {
+        clock_.set(target);
+        moved_ = true;
+    }
+}
+
+void Recorder::windowResized(Twips width, Twips height) {
+    catchUp();
+    write("size " + std::to_string(width) + " " + std::to_string(height));
+    wakeAt(machine_.schedule.now());
+}
+
+void Recorder::closeRequested() {
+    catchUp();
+    write("close");
+    wakeAt(machine_.schedule.now());
+}
+
+void Recorder::gesture(Gesture gesture, const Control& control, std::string_view value) {
+    // While the port is closed the key may be the one that opens it, and whether that fails has to stand in
+    // front of it. Else the line is in the file before the handler runs, in case it is the program's last.
+    untilHandled_ = untilHandled_ || !port_->isOpen();
+    std::string line(kGestures.at(static_cast<std::size_t>(gesture)));
+    line += " " + nameOf(control);
+    if (gesture == Gesture::Type || gesture == Gesture::Select) {
+        line += " " + scenarioText(value);
+    } else if (gesture == Gesture::Slide) {
+        line.append(" ").append(value);
+    }
+    write(line);
+    wakeAt(machine_.schedule.now());
+}
+
+void Recorder::received(std::string_view bytes) {
+    later_ += bytes;
+    if (!running_ || handlers_ > 0) {
+        return; // the next wake delivers them
+    }
+    catchUp();
+    deliver(std::exchange(later_, {}));
+    wakeAt(machine_.schedule.now());
+}
+
+void Recorder::deliver(std::string_view bytes) {
+    if (running_ && !bytes.empty()) {
+        write("rx " + scenarioText(bytes));
+        const Counted handler(handlers_);
+        port_->hand(bytes);
+    }
+}
+
+void Recorder::opened(int port, bool succeeded) {
+    if (failing_.contains(port) == succeeded) {
+        writeAhead("port " + std::to_string(port) + (succeeded ? " ok" : " fail"));
+        succeeded ? (void)failing_.erase(port) : (void)failing_.insert(port);
+    }
+}
+
+/// The machine is to call at that time of its own, if it is not going to call earlier.
+void Recorder::wakeAt(Milliseconds time) {
+    if (!running_ || (planned_ && *planned_ <= time)) {
+        return;
+    }
+    planned_ = time;
+    machine_.schedule.post(time - machine_.schedule.now(), [this, time, alive = alive_] {
+        if (*alive && planned_ == time) {
+            planned_.reset();
+            wake();
+        }
+    });
+}
+
+void Recorder::wake() {
+    if (handlers_ == 0) {
+        untilHandled_ = false;
+        flush();
+        catchUp();
+        deliver(std::exchange(later_, {}));
+        if (clock_.now() - written_ >= kLongestSilence) {
+            write({});
+        }
+    }
+    plan();
+}
+
+void Recorder::plan() {
+    const Milliseconds report = written_ + kLongestSilence;
+    wakeAt(base_ + std::min(schedule_.nextDue().value_or(report), report));
+}
+
+/// A command, behind the time that has gone by since the last one; the time alone when it is empty.
+void Recorder::write(std::string_view line) {
+    if (!running_) {
+        return;
+    }
+    std::string text;
+    if (moved_) {
+        text = "wait " + std::to_string(clock_.now() - written_) + "\n";
+        written_ = clock_.now();
+        moved_ = false;
+    }
+    if (!line.empty()) {
+        text.append(line).append("\n");
+    }
+    put(text);
+}
+
+/// A command that has to stand in front of what is held.
+void Recorder::writeAhead(std::string_view line) {
+    file_->write(std::string(line) + "\n");
+}
+
+void Recorder::comment(std::string_view text) {
+    put("# " + std::to_string(clock_.now()) + " " + std::string(text) + "\n");
+}
+
+void Recorder::put(std::string_view text) {
+    if (holding()) {
+        held_ += text;
+    } else if (!text.empty()) {
+        file_->write(text);
+    }
+}
+
+void Recorder::flush() {
+    if (!holding() && !held_.empty()) {
+        file_->write(std::exchange(held_, {}));
+    }
+}
+
+} // namespace quillon
