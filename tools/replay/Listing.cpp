@@ -1,0 +1,243 @@
+#include "Listing.h"
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+#include "base/Numbers.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::string_view kAcknowledgement = "AK";
+constexpr int kTries = 4; // transmissions of a message that nobody acknowledges
+
+constexpr std::array<std::string_view, 13> kPhases{
+    "initialization",  "normal operation", "preparation",     "exposure",     "fluoroscopy", "calibration",
+    "error",           "configuration",    "autocalibration", "tube too hot", "confirm?",    "autocal error",
+    "autocal finished"};
+constexpr std::array<std::string_view, 8> kWorkingModes{"direct", "bucky 1", "bucky 2", "tomography",
+                                                        "RF",     "DSI",     "CINE",    "DSA"};
+
+/// The mnemonic that a message begins with: the longest that is known.
+const Meaning* meaningOf(Direction direction, std::string_view message) {
+    for (std::size_t length = message.size(); length > 0; --length) {
+        if (const Meaning* found = meanings::find(direction, message.substr(0, length))) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+template <std::size_t N>
+std::string numbered(std::string_view value, const std::array<std::string_view, N>& names,
+                     std::size_t first) {
+    const double number = isNumeric(value) ? std::floor(toDouble(value)) : -1;
+    const bool known = number >= static_cast<double>(first) && number < static_cast<double>(first + N);
+    return std::string(value) +
+           (known ? ", " + std::string(names.at(static_cast<std::size_t>(number) - first)) : std::string());
+}
+
+/// Three digits and an exponent, without the letter between them.
+std::string doseText(std::string_view value) {
+    const std::string number =
+        std::string(value.substr(0, 3)) + "E" +
+        std::string(value.substr(value.size() - std::min<std::size_t>(3, value.size())));
+    return isNumeric(number) ? decimalText(toDouble(number)) : std::string(value);
+}
+
+std::string valueText(const Meaning& meaning, std::string_view value) {
+    switch (meaning.value) {
+    case ValueKind::Switch:
+        return !isNumeric(value) ? std::string(value) : toDouble(value) == 0 ? "off" : "on";
+    case ValueKind::Phase:
+        return numbered(value, kPhases, 1);
+    case ValueKind::WorkingMode:
+        return numbered(value, kWorkingModes, 0);
+    case ValueKind::Indexed:
+        if (value.size() < 2) {
+            return std::string(value);
+        }
+        return std::string(value.substr(0, 1)) + (value.substr(1) == "0" ? " off" : " on");
+    case ValueKind::Tenths:
+        return isNumeric(value) ? decimalText(toDouble(value) / 10) : std::string(value);
+    case ValueKind::Dose:
+        return doseText(value);
+    case ValueKind::Plain:
+        break;
+    }
+    return std::string(value);
+}
+
+/// Whether a message may ask for an acknowledgement at all.
+bool mayAsk(const Meaning* meaning) {
+    if (meaning == nullptr) {
+        return true;
+    }
+    bool listed = false;
+    for (const CommandRow& row : Commands::table()) {
+        if (equalsNoCase(row.mnemonic, meaning->mnemonic)) {
+            listed = true;
+            if (row.acknowledge != AckRule::Never) {
+                return true;
+            }
+        }
+    }
+    const bool senders = !meaning->related.empty();
+    return (senders || !listed) && meaning->acknowledge != AckRule::Never;
+}
+
+/// One message of a frame.
+struct Item {
+    Entry::Kind kind;
+    std::string text;
+    std::optional<Milliseconds> time;
+    std::string meaning;
+    std::string note;
+};
+
+/// Finds out what became of each message that was sent.
+class Annotator {
+public:
+    explicit Annotator(const Session& session) {
+        for (const Entry& entry : session.entries) {
+            if (entry.kind == Entry::Kind::Received) {
+                for (const std::string_view piece : split(entry.text, "\r")) {
+                    add(entry, piece);
+                }
+            } else {
+                add(entry, entry.text);
+            }
+        }
+        giveUp();
+    }
+
+    std::vector<Item> items;
+
+private:
+    void add(const Entry& entry, std::string_view text) {
+        if (entry.kind == Entry::Kind::Received && text.empty()) {
+            return;
+        }
+        items.push_back({entry.kind, std::string(text), entry.time, {}, {}});
+        Item& item = items.back();
+        if (entry.kind == Entry::Kind::Sent) {
+            item.meaning = explained(Direction::Out, text);
+            sent(item);
+        } else if (entry.kind == Entry::Kind::Received) {
+            item.meaning = explained(Direction::In, text);
+            if (equalsNoCase(text, kAcknowledgement)) {
+                acknowledged(item);
+            }
+        }
+    }
+
+    void sent(Item& item) {
+        const std::size_t number = items.size();
+        if (open() && asks_ && items[last_ - 1].text == item.text) {
+            ++tries_;
+            item.note = "repeats " + std::to_string(first_) + ", transmission " + std::to_string(tries_);
+            last_ = number;
+            return;
+        }
+        giveUp();
+        first_ = last_ = number;
+        tries_ = 1;
+        answered_ = false;
+        asks_ = !item.text.empty() && mayAsk(meaningOf(Direction::Out, item.text));
+    }
+
+    void acknowledged(Item& item) {
+        if (!open()) {
+            item.note = "late or twice: nothing waits for it";
+            return;
+        }
+        item.note = "for " + std::to_string(last_);
+        std::string& note = items[last_ - 1].note;
+        note.append(note.empty() ? "" : ", ").append("acknowledged by " + std::to_string(items.size()));
+        answered_ = true;
+    }
+
+    /// Nothing more can come for what was sent last.
+    void giveUp() {
+        if (open() && asks_) {
+            std::string& note = items[last_ - 1].note;
+            note.append(note.empty() ? "" : ", ").append("no acknowledgement");
+            if (tries_ >= kTries) {
+                note.append(": given up, refused or not heard");
+            }
+        }
+        answered_ = true;
+    }
+
+    [[nodiscard]] bool open() const { return last_ > 0 && !answered_; }
+
+    // Messages by their number in the listing, from 1; 0 for none.
+    std::size_t first_ = 0;
+    std::size_t last_ = 0;
+    int tries_ = 0;
+    bool asks_ = false;
+    bool answered_ = true;
+};
+
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+}
+
+std::string printable(std::string_view text) {
+    std::string plain;
+    for (const char c : text) {
+        plain += c >= 0x20 && c <= 0x7E ? c : '?';
+    }
+    return plain;
+}
+
+} // namespace
+
+std::string explained(Direction direction, std::string_view message) {
+    if (message.empty()) {
+        return "empty message";
+    }
+    const Meaning* meaning = meaningOf(direction, message);
+    if (meaning == nullptr) {
+        return "unknown";
+    }
+    const std::string value = valueText(*meaning, message.substr(meaning->mnemonic.size()));
+    std::string text(meaning->name);
+    if (!value.empty()) {
+        text += ": " + value;
+        text += meaning->unit.empty() ? "" : " " + std::string(meaning->unit);
+    }
+    return text;
+}
+
+std::string listing(const Session& session) {
+    constexpr std::size_t kTextWidth = 14;
+    constexpr std::size_t kMeaningWidth = 46;
+    std::string text = session.recorded ? "A recording; times in ms are exact.\n"
+                                        : "A log; it tells the order of the messages and no times.\n";
+    text +=
+        "Commands that the console held back for the present phase were never sent and are not in it.\n\n";
+    std::size_t number = 0;
+    for (const Item& item : Annotator(session).items) {
+        std::string line = std::to_string(++number);
+        line.insert(0, line.size() < 6 ? 6 - line.size() : 0, ' ');
+        if (session.recorded) {
+            std::string time = std::to_string(item.time.value_or(0));
+            line += "  " + time.insert(0, time.size() < 9 ? 9 - time.size() : 0, ' ');
+        }
+        if (item.kind == Entry::Kind::Operator) {
+            line += "  **  " + printable(item.text);
+        } else {
+            line += item.kind == Entry::Kind::Sent ? "  ->  " : "  <-  ";
+            line += padded(printable(item.text), kTextWidth) + "  " +
+                    padded(printable(item.meaning), kMeaningWidth) + "  " + item.note;
+        }
+        text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+    }
+    return text;
+}
+
+} // namespace quillon

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "runtime/Clock.h"
+
+namespace quillon {
+
+/// One thing that a log or a recording tells.
+struct Entry {
+    enum class Kind {
+        Sent,     ///< a frame of the console, without its end bytes
+        Received, ///< a frame of the generator; messages that it holds beside the first stand behind CRs
+        Operator, ///< what the operator did, as a scenario tells it
+    };
+    Kind kind;
+    std::string text;
+    std::optional<Milliseconds> time = std::nullopt; ///< a log has none
+};
+
+struct Session {
+    std::vector<Entry> entries;
+    bool recorded = false;             ///< a recording, and so a scenario already
+    std::vector<std::string> problems; ///< what could not be read, by line
+};
+
+/// Reads a communication log or a recording, whichever it is.
+[[nodiscard]] Session readSession(std::string_view content);
+
+} // namespace quillon
