@@ -14,6 +14,18 @@ template <typename Map> const auto& lookUp(const Map& map, std::string_view name
 
 } // namespace
 
+void Operations::addAny(std::string_view name, Function operation) {
+    operations_.insert_or_assign(std::string(name), std::move(operation));
+}
+
+void Operations::addGetter(std::string_view name, Getter get) {
+    getters_.insert_or_assign(std::string(name), std::move(get));
+}
+
+void Operations::addSetter(std::string_view name, Setter set) {
+    setters_.insert_or_assign(std::string(name), std::move(set));
+}
+
 std::optional<Value> Operations::call(std::string_view name, std::span<const Value> arguments) const {
     return lookUp(operations_, name)(arguments);
 }

@@ -27,16 +27,14 @@ public:
     }
 
     /// Adds an operation that takes its arguments as they come.
-    void addAny(std::string_view name, Function operation) {
-        operations_.insert_or_assign(std::string(name), std::move(operation));
-    }
+    void addAny(std::string_view name, Function operation);
 
     /// Adds a property; an empty getter or setter makes it write-only or read-only.
     template <typename Get> void addReadOnly(std::string_view name, Get get) {
-        getters_.insert_or_assign(std::string(name), [get] { return toValue(get()); });
+        addGetter(name, [get] { return toValue(get()); });
     }
     template <typename Set> void addWriteOnly(std::string_view name, Set set) {
-        addSetter(name, std::function(std::move(set)));
+        addTypedSetter(name, std::function(std::move(set)));
     }
     template <typename Get, typename Set> void addProperty(std::string_view name, Get get, Set set) {
         addReadOnly(name, std::move(get));
@@ -111,16 +109,21 @@ private:
         }
     }
 
-    template <typename Argument> void addSetter(std::string_view name, std::function<void(Argument)> set) {
-        setters_.insert_or_assign(std::string(name), [set = std::move(set)](const Value& value) {
-            set(argument<Argument>(value));
-        });
+    template <typename Argument>
+    void addTypedSetter(std::string_view name, std::function<void(Argument)> set) {
+        addSetter(name, [set = std::move(set)](const Value& value) { set(argument<Argument>(value)); });
     }
+
+    using Getter = std::function<Value()>;
+    using Setter = std::function<void(const Value&)>;
+    // Not templates: what they do is compiled once, not at each of some hundred calls.
+    void addGetter(std::string_view name, Getter get);
+    void addSetter(std::string_view name, Setter set);
 
     template <typename T> using Named = std::map<std::string, T, NoCaseLess>;
     Named<Function> operations_;
-    Named<std::function<Value()>> getters_;
-    Named<std::function<void(const Value&)>> setters_;
+    Named<Getter> getters_;
+    Named<Setter> setters_;
 };
 
 } // namespace quillon
