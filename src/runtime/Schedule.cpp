@@ -144,14 +144,26 @@ void Timer::fire() {
     if (!tick_) {
         return;
     }
-    bool gone = false;
-    gone_ = &gone;
-    inTick_ = true;
+    // Also when the tick ends with a fault the timer must be able to fire again.
+    struct Tick {
+        explicit Tick(Timer& owner) : timer(owner) {
+            timer.gone_ = &gone;
+            timer.inTick_ = true;
+        }
+        ~Tick() {
+            if (!gone) {
+                timer.inTick_ = false;
+                timer.gone_ = nullptr;
+            }
+        }
+        Tick(const Tick&) = delete;
+        Tick& operator=(const Tick&) = delete;
+
+        Timer& timer;
+        bool gone = false;
+    };
+    const Tick tick(*this);
     tick_();
-    if (!gone) {
-        inTick_ = false;
-        gone_ = nullptr;
-    }
 }
 
 } // namespace quillon
