@@ -10,6 +10,7 @@
 #include <QEvent>
 
 #include "base/CodePage.h"
+#include "base/Fault.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
 #include "qt/QtDesktop.h"
@@ -177,6 +178,22 @@ int run(const Options& options) {
     return tour && !tour->passed() ? 1 : 0;
 }
 
+/// The edge of every handler that the event loop runs: a fault ends its handler and nothing else, and is told
+/// where a developer finds it.
+class HandlerEdge final : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const Fault& fault) {
+            std::fprintf(stderr, "quillon: fault %d ended a handler\n", fault.number());
+            return true;
+        }
+    }
+};
+
 } // namespace
 
 } // namespace quillon
@@ -193,7 +210,7 @@ int main(int argc, char** argv) {
     }
     quillon::setUpQt();
     int shown = 1; // the switches are the console's, none of them is Qt's
-    QApplication application(shown, argv);
+    const quillon::HandlerEdge application(shown, argv);
     QApplication::setPalette(quillon::consolePalette());
     QApplication::setFont(quillon::consoleFont(10));
     return quillon::run(quillon::optionsOf(arguments));
