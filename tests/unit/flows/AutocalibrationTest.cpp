@@ -1,0 +1,167 @@
+#include "tests/unit/flows/Flow.h"
+
+namespace quillon {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class AutocalibrationTest : public FlowTest {
+protected:
+    AutocalibrationTest() { start(); }
+};
+
+TEST_F(AutocalibrationTest, AProtocolErrorTakesThePlaceOfTheDipSwitchInARefusedEntry) {
+    beginAutocalibration();
+    events().MessageProtocolError.raise();
+    wait(6500);
+    EXPECT_EQ(message(), "Protocol Error");
+    EXPECT_THAT(busyReports, ElementsAre(1, 0));
+}
+
+TEST_F(AutocalibrationTest, AProtocolErrorEndsTheWaitForTheGeneratorAtTheNextLook) {
+    reachWait();
+    wait(6000);
+    ASSERT_EQ(message(), "");
+    events().MessageProtocolError.raise();
+    wait(5000);
+    EXPECT_EQ(message(), "Protocol Error");
+    EXPECT_FALSE(running("tmrAutocalON"));
+}
+
+TEST_F(AutocalibrationTest, AProtocolErrorIsForgottenAtTheNextPressOfTheButton) {
+    events().MessageProtocolError.raise();
+    beginAutocalibration();
+    wait(6500);
+    EXPECT_EQ(message(), "BQS Calibration Dip Switch Error");
+}
+
+struct EndCase {
+    const char* answer; ///< what the generator says to the end of the autocalibration
+    bool protocolError;
+    const char* message;
+};
+
+class AutocalibrationEnd : public AutocalibrationTest, public testing::WithParamInterface<EndCase> {};
+
+TEST_P(AutocalibrationEnd, TellsOfAProtocolErrorOnlyWhenTheGeneratorHasNotComeBack) {
+    report("ST6\rMA050");
+    report("ST9");
+    wait(5000);
+    click("cmbClose");
+    if (GetParam().protocolError) {
+        events().MessageProtocolError.raise();
+    }
+    report(GetParam().answer);
+    wait(50000);
+    EXPECT_FALSE(running("tmrAutocalOFF"));
+    EXPECT_EQ(message(), GetParam().message);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Ends, AutocalibrationEnd, testing::Values(
+    EndCase{"ST9", false, ""},
+    EndCase{"ST9", true,  "Protocol Error"},  // short end, still in the mode
+    EndCase{"ST2", true,  ""},                // short end, back
+    EndCase{"ST6", false, ""},
+    EndCase{"ST6", true,  "Protocol Error"})); // full end, calibration not left
+// clang-format on
+
+struct PromptCase {
+    const char* reports;
+    const char* prompt;
+};
+
+class AutocalibrationBlink : public AutocalibrationTest, public testing::WithParamInterface<PromptCase> {};
+
+TEST_P(AutocalibrationBlink, NeverGoesOnOverAnotherPrompt) {
+    confirm();
+    report(GetParam().reports);
+    EXPECT_FALSE(running("tmrIniAutocal"));
+    EXPECT_THAT(prompt(), HasSubstr(GetParam().prompt));
+}
+
+INSTANTIATE_TEST_SUITE_P(Prompts, AutocalibrationBlink,
+                         testing::Values(PromptCase{"ST6\rST11", "Press Confirm to Start"},
+                                         PromptCase{"ST9\rST12", "ERROR"}, PromptCase{"ST9\rST13", "OK"},
+                                         PromptCase{"ST1", "Powering Up"}, PromptCase{"ST2", ""},
+                                         PromptCase{"CAU0", "Aborting Auto Calibration"}));
+
+TEST_F(AutocalibrationTest, BlinksUntilTheHandOverWhenThatComesBeforeTheNextLook) {
+    confirm();
+    wait(100);
+    report("ST9");
+    EXPECT_TRUE(running("tmrIniAutocal"));
+    wait(4500);
+    EXPECT_FALSE(running("tmrIniAutocal"));
+    EXPECT_EQ(prompt(), "Press Prep and Expose");
+}
+
+TEST_F(AutocalibrationTest, ADismissalBehindAConfirmationStopsTheBlink) {
+    confirm();
+    report("ST6");
+    report("ST11");
+    timer("tmrIniAutocal").start(500);
+    application->input().click(application->link()["cmbAutocalDismiss"]);
+    EXPECT_FALSE(running("tmrIniAutocal"));
+    EXPECT_EQ(prompt(), "Aborting Auto Calibration\r\nPlease Wait");
+}
+
+TEST_F(AutocalibrationTest, ARunThatBreaksOffAtOnceAsksForNoExposureInReady) {
+    confirm();
+    report("CAU1\rST9");
+    wait(500);
+    report("CAU0\rST6");
+    wait(1100);
+    report("ST2");
+    wait(6000);
+    EXPECT_FALSE(control("lblHelp").visible());
+    EXPECT_EQ(prompt(), "");
+    EXPECT_TRUE(control("cmbConfiguration").enabled());
+}
+
+struct ExitCase {
+    const char* reports;
+    const char* prompt;
+};
+
+class AutocalibrationExit : public AutocalibrationTest, public testing::WithParamInterface<ExitCase> {};
+
+TEST_P(AutocalibrationExit, SaysWhatItDoes) {
+    report(GetParam().reports);
+    wait(5000);
+    click("cmbAutocalibration");
+    EXPECT_EQ(prompt(), std::string(GetParam().prompt) + "\r\nPlease Wait");
+}
+
+INSTANTIATE_TEST_SUITE_P(Prompts, AutocalibrationExit,
+                         testing::Values(ExitCase{"ST6\rMA050\rST9", "Aborting Auto Calibration"},
+                                         ExitCase{"ST6\rMASE06\rST9", "Exiting Auto Calibration"},
+                                         ExitCase{"ST6\rMA050\rST9\rST12", "Aborting Auto Calibration"},
+                                         ExitCase{"ST6\rMA050\rST9\rST13", "Exiting Auto Calibration"}));
+
+TEST_F(AutocalibrationTest, SecondFailureOfTheEntryLeavesNothingRunning) {
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        beginAutocalibration();
+        wait(6500);
+        ASSERT_EQ(message(), "BQS Calibration Dip Switch Error");
+        click("Error", "cmbOK");
+        wait(10000);
+    }
+    EXPECT_FALSE(running("tmrAutocalON"));
+    EXPECT_THAT(sent, Not(Contains("CAU1")));
+    EXPECT_THAT(busyReports, ElementsAre(1, 0, 1, 0));
+}
+
+TEST_F(AutocalibrationTest, AConsoleThatEndsWithAPanelUpClosesThePort) {
+    click("cmbAutocalibration");
+    ASSERT_NE(panel("SelWSAutocal"), nullptr);
+    application.reset();
+    EXPECT_FALSE(machine.port.isOpen());
+    wait(10000);
+}
+
+} // namespace
+} // namespace quillon

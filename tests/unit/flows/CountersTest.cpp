@@ -1,0 +1,92 @@
+#include "tests/unit/flows/Flow.h"
+
+namespace quillon {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+class CountersTest : public FlowTest {
+protected:
+    CountersTest() { start(); }
+
+    void read() {
+        click("cmbReadExposureCounters");
+        wait(6500);
+        report("TC27");
+        wait(2000);
+        ASSERT_TRUE(control("fraExposureCounters").visible());
+        forget();
+    }
+};
+
+TEST_F(CountersTest, AProtocolErrorEndsTheReadingAtTheNextTick) {
+    click("cmbReadExposureCounters");
+    wait(2500);
+    events().MessageProtocolError.raise();
+    wait(1500);
+    EXPECT_EQ(message(), "Protocol Error");
+    EXPECT_THAT(busyReports, ElementsAre(1, 0));
+    EXPECT_FALSE(running("tmrReadExposureCounters"));
+    EXPECT_EQ(control("cmbClose").caption(), "Close");
+    forget();
+    wait(6000);
+    EXPECT_THAT(sent, Not(Contains("TC1")));
+    EXPECT_THAT(sent, Contains("ST"));
+    // The next reading is not spoiled by it.
+    click("Error", "cmbOK");
+    wait(10000);
+    read();
+}
+
+TEST_F(CountersTest, YieldsFiftyOneTurnsOfTheEventLoopBetweenResetAndReading) {
+    read();
+    press("cmdResetT1");
+    wait(10000);
+    release("cmdResetT1");
+    ASSERT_TRUE(control("fraResetCounterConfirm").visible());
+    const int before = loop.turns;
+    click("cmdResetCounterYes");
+    EXPECT_EQ(loop.turns - before, 51);
+}
+
+TEST_F(CountersTest, AMessageBoxBreaksTheHoldOfAResetKeyOff) {
+    read();
+    press("cmdResetT1");
+    application->input().boxOpened();
+    application->input().boxClosed();
+    wait(20000);
+    EXPECT_FALSE(control("fraResetCounterConfirm").visible());
+}
+
+TEST_F(CountersTest, EachResetKeyAsksForItsOwnCounter) {
+    read();
+    report("TC34");
+    struct Row {
+        const char* key;
+        const char* question;
+        const char* reset;
+        const char* again;
+    };
+    // clang-format off
+    for (const Row& row : {
+             Row{"cmdResetT1",     "Do you really want to reset RAD exposure counter for tube 1?", "TCR0", "TC0"},
+             Row{"cmdResetT2",     "Do you really want to reset RAD exposure counter for tube 2?", "TCR1", "TC1"},
+             Row{"cmdResetFluoro", "Do you really want to reset fluoro time exposure counter?",    "TCR2", "TC2"},
+             Row{"cmdResetT3",     "Do you really want to reset RAD exposure counter for tube 3?", "TCR3", "TC3"}}) {
+        // clang-format on
+        forget();
+        press(row.key);
+        wait(10000);
+        release(row.key);
+        EXPECT_EQ(control("lblResetRADCounter").caption(), row.question);
+        click("cmdResetCounterYes");
+        wait(2000);
+        EXPECT_THAT(sent, Contains(row.reset));
+        EXPECT_THAT(sent, Contains(row.again));
+    }
+}
+
+} // namespace
+} // namespace quillon
