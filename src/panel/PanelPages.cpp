@@ -192,7 +192,6 @@ void PanelPages::handNavigationOver() {
     panel_["fraServiceMenu"].setEnabled(false);
     panel_["fraCalValue"].setEnabled(true);
     panel_["fraResetExposureCounter"].setEnabled(true);
-    panel_["fraResetExposureCounter"].setVisible(true);
     enableAll("cmbServiceMenu", false);
     panel_["cmbGotoMainMenu"].setEnabled(false);
     enableAll("cmbWS", false);
