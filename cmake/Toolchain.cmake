@@ -21,7 +21,8 @@ if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     if(QUILLON_CCACHE AND UNIX)
         # Results are shared between copies of the project, wherever they and their build directories lie.
         set(CMAKE_CXX_COMPILER_LAUNCHER
-            env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${QUILLON_CCACHE})
+            env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
+            CCACHE_SLOPPINESS=pch_defines,time_macros ${QUILLON_CCACHE})
     endif()
 endif()
 
