@@ -320,6 +320,11 @@ void Recorder::wakeAt(Milliseconds time) {
 }
 
 void Recorder::wake() {
+    // A handler may end with a fault that goes past here; the machine has to call again all the same.
+    struct Planned {
+        Recorder& recorder;
+        ~Planned() { recorder.plan(); }
+    } const planned{*this};
     if (handlers_ == 0) {
         untilHandled_ = false;
         flush();
@@ -329,7 +334,6 @@ void Recorder::wake() {
             write({});
         }
     }
-    plan();
 }
 
 void Recorder::plan() {

@@ -117,10 +117,14 @@ std::string_view ackText(AckRule rule) {
     return {};
 }
 
-/// Names in code, everything that begins with "the" as it stands.
-void addSenders(List& senders, std::string_view names) {
+/// Names in code, brackets kept, everything that begins with "the" as it stands.
+void addNames(List& list, std::string_view names) {
     for (const std::string_view name : split(names, ", ")) {
-        senders.add(name.starts_with("the ") ? std::string(name) : code(name));
+        if (name.starts_with('(')) {
+            list.add("(" + code(name.substr(1, name.size() - 2)) + ")");
+        } else {
+            list.add(name.starts_with("the ") ? std::string(name) : code(name));
+        }
     }
 }
 
@@ -136,11 +140,9 @@ std::string outboundRow(std::string_view mnemonic, std::int16_t phases) {
         }
     }
     const Meaning* meaning = meanings::find(Direction::Out, mnemonic);
-    if (meaning != nullptr && !meaning->related.empty()) {
-        addSenders(senders, meaning->related);
-        if (acknowledgement.empty()) {
-            acknowledgement.add(ackText(meaning->acknowledge));
-        }
+    if (meaning != nullptr) {
+        addNames(senders, meaning->related);
+        acknowledgement.add(meaning->hasOtherSenders() ? ackText(meaning->acknowledge) : "");
     }
     return row({code(mnemonic), phasesText(phases), acknowledgement.text(" or "),
                 senders.empty() ? "nobody" : senders.text(), meaningText(meaning)});
@@ -150,7 +152,7 @@ std::string inboundRow(std::string_view mnemonic, std::string_view handler) {
     const Meaning* meaning = meanings::find(Direction::In, mnemonic);
     List events;
     if (meaning != nullptr) {
-        addSenders(events, meaning->related);
+        addNames(events, meaning->related);
     }
     return row({code(mnemonic), std::string(handler), events.text(), meaningText(meaning)});
 }

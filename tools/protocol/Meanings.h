@@ -32,10 +32,16 @@ struct Meaning {
     std::string_view unit = {};
     ValueKind value = ValueKind::Plain;
     /// In: the events that the message may raise. Out: who sends it beside the commands that only send;
-    /// operations and properties by name, everything else behind "the".
+    /// operations and properties by name, in brackets those that do so only while Handshaking is off,
+    /// everything else behind "the".
     std::string_view related = {};
     /// Out: whether those ask for an acknowledgement.
     AckRule acknowledge = AckRule::Handshaking;
+
+    /// Somebody sends it beside the commands, and by that rule.
+    [[nodiscard]] constexpr bool hasOtherSenders() const {
+        return direction == Direction::Out && !related.empty() && !related.starts_with('(');
+    }
 };
 
 namespace meanings {
@@ -209,9 +215,9 @@ inline constexpr std::array kTable{
     // Fluoroscopy
     Meaning{"FLK",   Out, "sets the fluoroscopy kVp",          "kV",  Plain,  "FlKVP"},
     Meaning{"FLK?",  Out, "asks for the fluoroscopy kVp"},
-    Meaning{"FLK+",  Out, "fluoroscopy kVp up",                "",    Plain,  "FlKVPOneUp"},
+    Meaning{"FLK+",  Out, "fluoroscopy kVp up",                "",    Plain,  "(FlKVPOneUp)"},
     Meaning{"FLK++", Out, "fluoroscopy kVp up, large step"},
-    Meaning{"FLK-",  Out, "fluoroscopy kVp down",              "",    Plain,  "FlKVPOneDown"},
+    Meaning{"FLK-",  Out, "fluoroscopy kVp down",              "",    Plain,  "(FlKVPOneDown)"},
     Meaning{"FLK--", Out, "fluoroscopy kVp down, large step"},
     Meaning{"FLKU",  Out, "fluoroscopy kVp up by one step",    "",    Plain,  "FlKVPOneUp"},
     Meaning{"FLKD",  Out, "fluoroscopy kVp down by one step",  "",    Plain,  "FlKVPOneDown"},
@@ -275,7 +281,7 @@ inline constexpr std::array kTable{
     Meaning{"TCR",   Out, "resets an exposure counter, numbered alike"},
     Meaning{"LE",    Out, "asks for the last exposure"},
     Meaning{"VR?",   Out, "asks for the software version"},
-    Meaning{"RX",    Out, "enables exposures",                 "",    Switch, "RXEnable"},
+    Meaning{"RX",    Out, "enables exposures",                 "",    Switch, "RXEnable, the answer to RX? in every phase"},
 };
 // clang-format on
 

@@ -84,8 +84,7 @@ bool mayAsk(const Meaning* meaning) {
             }
         }
     }
-    const bool senders = !meaning->related.empty();
-    return (senders || !listed) && meaning->acknowledge != AckRule::Never;
+    return (meaning->hasOtherSenders() || !listed) && meaning->acknowledge != AckRule::Never;
 }
 
 /// One message of a frame.

@@ -1,0 +1,144 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <set>
+#include <string>
+
+#include "base/Text.h"
+#include "link/InboundTable.h"
+#include "link/LinkEvents.h"
+#include "link/OutboundTable.h"
+#include "link/TorvaneSerial.h"
+#include "runtime/MemoryPlatform.h"
+#include "shell/Application.h"
+#include "tools/protocol/Document.h"
+#include "tools/protocol/Meanings.h"
+
+namespace quillon {
+namespace {
+
+using Names = std::set<std::string>;
+
+Names namesIn(std::string_view list) {
+    Names names;
+    for (const std::string_view name : split(list, ", ")) {
+        if (!name.empty()) {
+            names.emplace(name);
+        }
+    }
+    return names;
+}
+
+class ProtocolTest : public testing::Test {
+protected:
+    ProtocolTest()
+        : application(Platform{machine.time.schedule(), machine.time, machine.port, machine.store,
+                               machine.folder, machine.desktop, machine.power},
+                      "") {
+        application.start();
+    }
+
+    [[nodiscard]] bool hasMember(const std::string& name) {
+        const Operations& link = application.link().operations();
+        return link.hasOperation(name) || link.canSet(name);
+    }
+
+    MemoryPlatform machine;
+    Application application;
+};
+
+TEST_F(ProtocolTest, EveryMnemonicHasItsMeaningOnce) {
+    Names known;
+    Names mnemonics{">ER?", "<PDK"};
+    for (const Meaning& meaning : meanings::kTable) {
+        const std::string side = meaning.direction == Direction::Out ? ">" : "<";
+        EXPECT_TRUE(known.insert(side + std::string(meaning.mnemonic)).second) << meaning.mnemonic;
+        EXPECT_FALSE(meaning.name.empty()) << meaning.mnemonic;
+    }
+    for (const InboundRow& row : kInboundTable) {
+        mnemonics.insert("<" + std::string(row.key));
+    }
+    for (const OutboundRow& row : kOutboundTable) {
+        mnemonics.insert(">" + std::string(row.mnemonic));
+    }
+    EXPECT_EQ(known, mnemonics);
+}
+
+TEST_F(ProtocolTest, WhoSendsAMnemonicExists) {
+    const Names nobodySends{"FN?", "FS?", "FLT", "ABC"};
+    Names unsent;
+    for (const Meaning& meaning : meanings::kTable) {
+        if (meaning.direction == Direction::In) {
+            continue;
+        }
+        for (const std::string& name : namesIn(meaning.related)) {
+            const std::string plain = name.starts_with('(') ? name.substr(1, name.size() - 2) : name;
+            EXPECT_TRUE(plain.starts_with("the ") || hasMember(plain)) << meaning.mnemonic << ": " << name;
+        }
+        const bool commanded = std::ranges::any_of(Commands::table(), [&](const CommandRow& row) {
+            return row.mnemonic == meaning.mnemonic || row.plain == meaning.mnemonic;
+        });
+        if (!commanded && meaning.related.empty()) {
+            unsent.emplace(meaning.mnemonic);
+        }
+    }
+    EXPECT_EQ(unsent, nobodySends);
+}
+
+TEST_F(ProtocolTest, EachOfTheEventsHasItsSource) {
+    Names told;
+    for (const Meaning& meaning : meanings::kTable) {
+        if (meaning.direction == Direction::In) {
+            told.merge(namesIn(meaning.related));
+        }
+    }
+    for (const OtherSource& other : otherEventSources()) {
+        told.emplace(other.event);
+    }
+    Names events;
+    application.link().events().forEach(
+        [&](int, std::string_view name, std::string_view, const auto&) { events.emplace(name); });
+    EXPECT_EQ(events.size(), 90U);
+    EXPECT_EQ(told, events);
+}
+
+/// Every message in every operating phase with all sorts of values: what it raises must be what is told of
+/// it, and all that is told must be seen.
+TEST_F(ProtocolTest, MessagesRaiseTheEventsThatAreToldOfThem) {
+    Names seen;
+    application.link().events().forEach(
+        [&]<typename... A>(int, std::string_view name, std::string_view, Signal<A...>& signal) {
+            signal.observe([&seen, name = std::string(name)](const A&...) { seen.insert(name); });
+        });
+    const auto receive = [this](const std::string& message) { machine.port.receive(message + "\r\n"); };
+    for (const Meaning& meaning : meanings::kTable) {
+        if (meaning.direction == Direction::Out) {
+            continue;
+        }
+        const std::string mnemonic(meaning.mnemonic);
+        Names raised;
+        for (const char* phase : {"ST1", "ST2", "ST6", "ST8", "ST9", "ST7"}) {
+            receive(phase);
+            receive("MD8");
+            for (std::string value : {"", "1", "0", "5", "11", "10", "21", "99", "L12", "E02", "120",
+                                      "123-02", "100 12.5 0050", "2", "?CG1", "?RQ1234", "?SG0012"}) {
+                if (value.starts_with('?')) { // letters would make another mnemonic of most
+                    value.erase(0, mnemonic == "URS" ? 1 : value.size());
+                }
+                seen.clear();
+                receive(mnemonic + value);
+                raised.merge(Names(seen));
+            }
+        }
+        raised.erase("WrongPhase"); // of what the console sends on it
+        Names told = namesIn(meaning.related);
+        if (mnemonic == "ST") {
+            told.erase("GeneratorERROR"); // only after a long silence
+        }
+        EXPECT_EQ(raised, told) << mnemonic;
+    }
+}
+
+} // namespace
+} // namespace quillon

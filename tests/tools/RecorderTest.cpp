@@ -1,0 +1,233 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "console/ctrQuillonConsole.h"
+#include "link/TorvaneSerial.h"
+#include "runtime/MemoryPlatform.h"
+#include "shell/Recorder.h"
+#include "tools/scenario/FarEnd.h"
+#include "tools/scenario/Script.h"
+
+namespace quillon {
+namespace {
+
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+/// Lines of an output that hold the mark, without what stands in front of the time.
+std::vector<std::string> linesWith(const std::string& output, std::string_view mark,
+                                   std::size_t skipped = 0) {
+    std::vector<std::string> found;
+    std::istringstream in(output);
+    for (std::string line; std::getline(in, line);) {
+        if (line.find(mark) != std::string::npos) {
+            found.push_back(line.substr(skipped));
+        }
+    }
+    return found;
+}
+
+/// A machine that is never on time: it looks at its timers a few ms after they are due, as a busy PC does.
+class LateMachine final : public EventLoop {
+public:
+    void processEvents() override { schedule.runDue(); }
+    void pass(Milliseconds ms) {
+        for (const Milliseconds end = clock.now() + ms; clock.now() < end;) {
+            lateness_ = (lateness_ * 7 + 3) % 11; // 0 to 10
+            clock.set(std::min(end, clock.now() + 1 + lateness_));
+            schedule.runDue();
+        }
+    }
+
+    VirtualClock clock;
+    Schedule schedule{clock};
+    MemorySerialPort port;
+    MemoryUserStore store;
+    MemoryFolder folder;
+    MemoryDesktop desktop;
+    MemoryPowerControl power;
+
+private:
+    Milliseconds lateness_ = 0;
+};
+
+class RecorderTest : public testing::Test {
+protected:
+    void start(std::string_view commandLine = {}) {
+        recorder = std::make_unique<Recorder>(Platform{machine.schedule, machine, machine.port, machine.store,
+                                                       machine.folder, machine.desktop, machine.power},
+                                              disk.create("session"), commandLine);
+        application = std::make_unique<Application>(recorder->platform(), commandLine);
+        application->onEnded = [this] { recorder->end(); };
+        machine.port.onWritten = [this](std::string_view bytes) { far.written(bytes); };
+        application->start();
+        recorder->begin(application->input());
+    }
+    void TearDown() override { application.reset(); }
+
+    void pass(Milliseconds ms) { machine.pass(ms); }
+    void click(ControlHost* host, std::string_view name) {
+        press(host, name);
+        application->input().release((*host)[name]);
+    }
+    void press(ControlHost* host, std::string_view name) {
+        ASSERT_NE(host, nullptr);
+        recorder->catchUp();
+        ASSERT_TRUE(application->input().press((*host)[name])) << name;
+    }
+    ControlHost* console() { return &application->console(); }
+    ControlHost* link() { return &application->link(); }
+    ControlHost* panel(std::string_view key) { return application->console().keyed(key); }
+
+    [[nodiscard]] const std::string& recording() const { return *disk.find("session"); }
+    /// What the recording gives when it is played.
+    [[nodiscard]] std::string replay() const {
+        std::ostringstream out;
+        Script script(recording(), out);
+        EXPECT_NO_THROW((void)script.run()) << "line " << script.line() << " of\n" << recording();
+        return out.str();
+    }
+
+    MemoryFolder disk;
+    LateMachine machine;
+    FarEnd far{machine.schedule, machine.port};
+    std::unique_ptr<Recorder> recorder;
+    std::unique_ptr<Application> application;
+};
+
+TEST_F(RecorderTest, AWholeSessionOnALateMachineComesBackToTheMillisecond) {
+    machine.folder.put("Quillon.ini", "[CONFIG]\r\nPORT=3\r\nend\r\nWidth=15000\r\nHeight=11000\r\n");
+    simulator::Options options;
+    options.noisePercent = 3;
+    start();
+    far.simulate(options);
+    pass(25'000);
+    click(console(), "cmbConfiguration");
+    pass(9'000);
+    ASSERT_EQ(application->link().get<std::int32_t>("Phase"), 8);
+    click(console(), "cmbClose");
+    pass(15'000);
+    click(console(), "cmbManualCalibration");
+    pass(2'000);
+    click(panel("SelWSCal"), "cmdOK");
+    pass(12'000);
+    ASSERT_EQ(application->link().get<std::int32_t>("Phase"), 6);
+    press(link(), "cmbCalValueUp");
+    pass(6'000);
+    application->input().release((*link())["cmbCalValueUp"]);
+    pass(3'000);
+    recorder->catchUp();
+    application->input().slide((*link())["sldCalValue"], 77);
+    recorder->windowResized(12'000, 9'000);
+    application->resizeWindow(12'000, 9'000);
+    pass(2'500);
+    click(console(), "cmbClose");
+    pass(20'000);
+    click(console(), "cmbClose");
+    pass(10'000);
+    ASSERT_TRUE(application->ended());
+
+    const std::string played = replay();
+    const auto sent = linesWith(recording(), " tx ", 2);
+    EXPECT_THAT(sent, SizeIs(testing::Gt(80U)));
+    EXPECT_GT(linesWith(recording(), "tx \"C+\"").size(), 8U) << "the held key repeats";
+    EXPECT_EQ(linesWith(recording(), "tx \"CV0077\"").size(), 1U);
+    EXPECT_EQ(linesWith(played, " tx "), sent);
+    EXPECT_THAT(linesWith(played, "refused"), IsEmpty());
+    EXPECT_THAT(played, AllOf(StartsWith("0 opened 3"), EndsWith(" end\n")));
+}
+
+TEST_F(RecorderTest, TheHeaderHoldsWhatTheSessionStartedFrom) {
+    machine.folder.put("temp.ini", "[TM]\nTM=3\n end \n");
+    machine.desktop.setScreen(800, 600);
+    machine.port.setFailing(4, true);
+    start("-P4 -\"x\" -\xFC");
+    EXPECT_THAT(recording(), HasSubstr("file temp.ini\n[TM]\nTM=3\n# end\nend\n"
+                                       "args \"-P4 -\\\"x\\\" -\\xFC\"\nscreen 800 600\nport 4 fail\n"));
+    EXPECT_THAT(recording(), EndsWith("start\n"));
+    EXPECT_THAT(recording(), Not(HasSubstr("file log.txt")));
+    EXPECT_THAT(replay(), HasSubstr("box critical \"Torvane Generator Service\" \"Cannot Open Port: 4\""));
+}
+
+TEST_F(RecorderTest, WhatOpensAPortStandsBehindWhetherThatWorks) {
+    machine.port.setFailing(1, true);
+    start();
+    // The operator plugs the line in and opens the port with the panel's key.
+    machine.port.setFailing(1, false);
+    pass(700);
+    Control& key = application->link()["cmbCommOnOff"];
+    for (Control* at = &key; at != nullptr; at = at->container()) {
+        at->setVisible(true);
+        if (at->has(Property::Enabled)) {
+            at->setEnabled(true);
+        }
+    }
+    click(link(), "cmbCommOnOff");
+    pass(20);
+    EXPECT_THAT(recording(), HasSubstr("port 1 ok\nwait 700\npress TorvaneSerial.cmbCommOnOff\n"
+                                       "release TorvaneSerial.cmbCommOnOff\n"));
+    EXPECT_TRUE(machine.port.isOpen());
+}
+
+TEST_F(RecorderTest, AQuestionsAnswerStandsInFrontOfWhatCameWhileItStood) {
+    machine.desktop.onBox = [this](const MemoryDesktop::Shown& box) {
+        if (box.box == MemoryDesktop::Box::Question) {
+            pass(900);
+            machine.port.receive("HE12\r\n");
+            pass(1700);
+        }
+    };
+    start("-d");
+    machine.port.receive("ST2\r\n");
+    pass(12'000);
+    machine.desktop.answer(MemoryDesktop::Answer::Yes);
+    press(console(), "cmbClose");
+    pass(9'000);
+    EXPECT_FALSE(machine.port.isOpen()) << "yes closes the port";
+    const auto answer = recording().find("answer yes\n");
+    ASSERT_NE(answer, std::string::npos);
+    EXPECT_LT(recording().find("press Quillon.cmbClose"), answer);
+    EXPECT_GT(recording().find("rx \"HE12\\r\\n\""), answer);
+    EXPECT_THAT(replay(), HasSubstr("box question \"Torvane Generator Service\" "
+                                    "\"Close the port and restart the PC?\" yes"));
+}
+
+TEST_F(RecorderTest, TheFileIsNeverMoreThanASecondBehind) {
+    start();
+    pass(5'500);
+    Milliseconds told = 0;
+    for (const std::string& line : linesWith(recording(), "wait ", 5)) {
+        told += std::stoi(line);
+    }
+    EXPECT_GE(told, 4'500);
+    EXPECT_LE(told, 5'500);
+}
+
+TEST_F(RecorderTest, BytesThatComeInsideAHandlerWaitForItsEnd) {
+    start();
+    machine.port.receive("ST2\r\n");
+    pass(12'000);
+    bool once = true;
+    application->link().events().HUUpdate.connect([&](std::int16_t) {
+        if (std::exchange(once, false)) {
+            machine.port.receive("HE30\r\n");
+            EXPECT_NE((*link())["txtHU"].caption(), "HU 30%");
+        }
+    });
+    machine.port.receive("HE20\r\n");
+    pass(20);
+    EXPECT_EQ((*link())["txtHU"].caption(), "HU 30%");
+}
+
+} // namespace
+} // namespace quillon

@@ -1,0 +1,183 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "console/ctrQuillonConsole.h"
+#include "link/TorvaneSerial.h"
+#include "runtime/MemoryPlatform.h"
+#include "shell/Application.h"
+#include "tools/replay/Listing.h"
+#include "tools/replay/ScenarioWriter.h"
+#include "tools/replay/Session.h"
+#include "tools/scenario/FarEnd.h"
+#include "tools/scenario/Script.h"
+
+namespace quillon {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+std::vector<std::string> texts(const Session& session) {
+    std::vector<std::string> all;
+    for (const Entry& entry : session.entries) {
+        all.push_back((entry.kind == Entry::Kind::Sent ? ">" : "<") + entry.text);
+    }
+    return all;
+}
+
+/// The console with its log switched on, against the simulated generator.
+class LogTest : public testing::Test {
+protected:
+    LogTest() {
+        application.emplace(Platform{machine.time.schedule(), machine.time, machine.port, machine.store,
+                                     machine.folder, machine.desktop, machine.power},
+                            "-logFile");
+        machine.port.onWritten = [this](std::string_view bytes) { far.written(bytes); };
+        far.onFrame = [this](std::string_view frame) { traffic.push_back(">" + std::string(frame)); };
+        application->link().events().forEach(
+            [this]<typename... A>(int, std::string_view name, std::string_view, Signal<A...>& signal) {
+                signal.observe([this, name = std::string(name)](const A&...) { events.push_back(name); });
+            });
+        application->start();
+    }
+    void receive(const std::string& frame) {
+        traffic.push_back("<" + frame);
+        machine.port.receive(frame + "\r\n");
+    }
+    [[nodiscard]] const std::string& log() const { return *machine.folder.find("log.txt"); }
+
+    MemoryPlatform machine;
+    FarEnd far{machine.time.schedule(), machine.port};
+    std::optional<Application> application;
+    std::vector<std::string> traffic;
+    std::vector<std::string> events;
+};
+
+TEST_F(LogTest, EachRecordIsFoundWhateverTheDebugViewHolds) {
+    const auto talk = [this](int frames) {
+        for (int i = 0; i < frames; ++i) {
+            receive("KV" + std::to_string(40 + i));
+            receive("INF(Rx)\rMA100\r\rHE" + std::to_string(i));
+            machine.time.advance(1400);
+        }
+    };
+    receive("ST2");
+    talk(4);
+    application->link().setDebugActive(true);
+    talk(90); // the view is cut, in the middle of lines
+    (*application).link()["txtDebugComm"].on.click();
+    talk(3);
+    application->link().setDebugActive(false); // its text stays
+    talk(3);
+    application->link()["cmbToggleDebug"].on.click();
+    talk(3);
+    application->link()["cmbToggleDebug"].on.click(); // and now it is wiped
+    talk(3);
+    const Session session = readSession(log());
+    EXPECT_THAT(session.problems, IsEmpty());
+    EXPECT_EQ(texts(session), traffic);
+    EXPECT_THAT(traffic, SizeIs(testing::Gt(300U)));
+}
+
+TEST_F(LogTest, TheScenarioOfALogBringsTheConsoleToTheSameEvents) {
+    far.simulate({});
+    machine.time.advance(21'000);
+    const std::string scenario = scenarioOf(readSession(log()));
+    std::ostringstream out;
+    Script script(scenario, out);
+    EXPECT_TRUE(script.run());
+    std::vector<std::string> played;
+    std::istringstream lines(out.str());
+    for (std::string line; std::getline(lines, line);) {
+        const auto name = line.find("event TorvaneSerial.");
+        if (name != std::string::npos) {
+            played.push_back(line.substr(name + 20, line.find('(') - name - 20));
+        }
+    }
+    EXPECT_THAT(played, SizeIs(testing::Gt(20U)));
+    EXPECT_EQ(played, events);
+}
+
+TEST(LogReader, DamageIsToldAndTheRestIsRead) {
+    const Session session =
+        readSession("rest of a record\r\n\r\n(Rx)ST2\r\n\r\n(Tx)HU\r\nscribble\r\n(Rx)HE1\r\n\r\n(Tx)S");
+    EXPECT_THAT(texts(session), ElementsAre("<ST2", ">HU", "<HE1", ">S"));
+    EXPECT_THAT(session.problems,
+                ElementsAre("line 1: no record begins here", "line 6: this does not end the record before it",
+                            "line 6: no record begins here"));
+    EXPECT_THAT(texts(readSession("(Rx)ST2\n\n(Tx)\n\n")), ElementsAre("<ST2", ">")) << "an edited copy";
+}
+
+TEST(Listing, EachMessageIsExplained) {
+    const auto in = [](std::string_view message) { return explained(Direction::In, message); };
+    const auto out = [](std::string_view message) { return explained(Direction::Out, message); };
+    EXPECT_EQ(in("ST8"), "phase: 8, configuration");
+    EXPECT_EQ(in("ST14"), "phase: 14");
+    EXPECT_EQ(in("KVS 80"), "kVp on the display:  80 kV");
+    EXPECT_EQ(in("FLMAS5"), "fluoroscopy mA on the display: 5 mA");
+    EXPECT_EQ(in("FLMA25"), "fluoroscopy mA: 2.5 mA");
+    EXPECT_EQ(in("FI01"), "measuring field: 0 on");
+    EXPECT_EQ(in("DO123-02"), "dose of the last exposure: 1.23 mGycm2");
+    EXPECT_EQ(in("DO1"), "dose of the last exposure: 10 mGycm2");
+    EXPECT_EQ(in("WM5"), "working mode: 5, DSI");
+    EXPECT_EQ(in("rx?"), "asks whether exposures are enabled");
+    EXPECT_EQ(in("XKV80"), "unknown");
+    EXPECT_EQ(out("CF0"), "configuration: off");
+    EXPECT_EQ(out("MX012500"), "sets the mAs, in thousandths: 012500 uAs");
+    EXPECT_EQ(out("FI0"), "measuring field: 0 left, 1 center, 2 right: 0");
+    EXPECT_EQ(out(""), "empty message");
+}
+
+/// The notes of a log whose lines are given, without the head.
+std::vector<std::string> notes(const std::vector<std::string>& lines) {
+    Session session;
+    for (const std::string& line : lines) {
+        session.entries.push_back(
+            {line.front() == '>' ? Entry::Kind::Sent : Entry::Kind::Received, line.substr(1)});
+    }
+    std::vector<std::string> found;
+    std::istringstream text(listing(session));
+    for (std::string line; std::getline(text, line);) {
+        if (line.find("->") != std::string::npos || line.find("<-") != std::string::npos) {
+            constexpr std::size_t kNote = 76;
+            found.push_back(line.size() > kNote ? line.substr(kNote) : "");
+        }
+    }
+    return found;
+}
+
+TEST(Listing, WhatBecameOfEachCommandIsTold) {
+    EXPECT_THAT(notes({">CF1", "<AK\rST8", "<AK"}),
+                ElementsAre("acknowledged by 2", "for 1", "", "late or twice: nothing waits for it"));
+    EXPECT_THAT(notes({">CF1", "<HE1", ">CF1", "<AK"}),
+                ElementsAre("", "", "repeats 1, transmission 2, acknowledged by 4", "for 3"));
+    EXPECT_THAT(notes({">RF", ">RF", ">RF", ">RF", ">ST", ">ST", ">KV+"}),
+                ElementsAre("", "repeats 1, transmission 2", "repeats 1, transmission 3",
+                            "repeats 1, transmission 4, no acknowledgement: given up, refused or not heard",
+                            "", "", ""))
+        << "polls and steps never ask";
+    EXPECT_THAT(notes({">VR?", ">ST"}), ElementsAre("no acknowledgement", ""));
+}
+
+TEST(Listing, ARecordingIsListedWithItsTimes) {
+    const Session session =
+        readSession("# Recorded by Quillon 1\nfile a\nwait 7\nend\nscreen 1 1\nstart\nwait 350\n"
+                    "# 360 tx \"S\\x54\\\\\"\nwait 50\nrx \"ST\"\nrx \"2\\r\\n\\x03MA\"\n"
+                    "wait 0\npress Quillon.cmbClose\n");
+    EXPECT_THAT(session.problems, IsEmpty());
+    EXPECT_THAT(listing(session),
+                AllOf(HasSubstr("1        360  ->  ST\\"), HasSubstr("2        400  <-  ST2"),
+                      HasSubstr("3        400  **  press Quillon.cmbClose"), Not(HasSubstr("MA"))));
+}
+
+} // namespace
+} // namespace quillon
