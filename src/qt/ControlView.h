@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
+
 #include <QWidget>
 
+#include "qt/Look.h"
 #include "ui/Control.h"
 #include "ui/Input.h"
 
@@ -16,6 +19,8 @@ public:
     [[nodiscard]] Control& control() const { return control_; }
     /// Takes the control's properties over and asks to be painted.
     virtual void sync();
+    /// The text on it as it is painted; empty where there is none.
+    [[nodiscard]] virtual std::optional<Words> words() const { return std::nullopt; }
     /// The child that takes typed text; empty where nothing can be typed.
     [[nodiscard]] virtual QWidget* editor() const { return nullptr; }
 
@@ -26,6 +31,8 @@ public:
     void setFocusMark(bool mark);
 
 protected:
+    /// Where keys, fields and lists draw their plate: the same inset for all, so that their edges line up.
+    [[nodiscard]] QRectF facePlace() const { return QRectF(rect()).adjusted(1, 1, -1, -1); }
     void paintFocusMark(QPainter& painter) const;
     [[nodiscard]] bool focusMark() const { return focusMark_; }
 

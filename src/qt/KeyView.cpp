@@ -22,67 +22,100 @@ void KeyView::paintEvent(QPaintEvent* /*event*/) {
     paintFocusMark(painter);
 }
 
-void KeyView::paintKey(QPainter& painter) const {
-    const bool on = control().backColour() != kNormalColour;
-    const bool alarm = control().backColour() == kErrorFlashColour;
-    const QRectF place = QRectF(rect()).adjusted(1, 1, -1, -1);
+bool KeyView::isOn() const {
+    return control().backColour() != kNormalColour;
+}
+
+bool KeyView::isAlarm() const {
+    return control().backColour() == kErrorFlashColour;
+}
+
+QColor KeyView::face() const {
+    const QColor own = screenColour(control().backColour());
+    if (isLamp()) {
+        return isOn() ? own : groundColour(control());
+    }
     if (!isEnabled()) {
-        // Flat on the ground: no face and no depth. One that is on keeps its bar.
-        const QColor ink = QColor::fromRgb(kMutedInk);
-        paintPlate(painter, place,
-                   on ? screenColour(control().backColour()).darker(112) : groundColour(control()),
-                   QColor::fromRgb(kFaintEdge), 1);
-        if (on) {
-            painter.fillRect(QRectF(place.left() + 4, place.bottom() - 6, place.width() - 8, 3), ink);
-        }
-        paintContent(painter, rect().adjusted(5, 4, -5, on ? -8 : -4), ink, false);
-        return;
+        return isOn() ? own.darker(112) : groundColour(control());
     }
     if (pressed()) {
-        paintPlate(painter, place, QColor::fromRgb(on ? kActiveMark : kStrongEdge), Qt::transparent, 0);
-        paintPlate(painter, place.adjusted(2, 4, -2, -1),
-                   on ? screenColour(control().backColour()).darker(110) : QColor::fromRgb(kPressedFace),
-                   Qt::transparent, 0, 3);
-    } else {
-        // A darker lip at the foot lifts a key off the ground.
-        const QColor edge = QColor::fromRgb(alarm ? kInk : on ? kActiveMark : kEdge);
-        const double line = alarm ? 3 : on ? 2 : 1;
-        paintPlate(painter, place, edge, Qt::transparent, 0);
-        paintPlate(painter, place.adjusted(line, line, -line, on ? -line : -3),
-                   screenColour(control().backColour()), Qt::transparent, 0, 3);
+        return isOn() ? own.darker(110) : QColor::fromRgb(kPressedFace);
     }
-    const int bar = height() < 36 ? 2 : 4;
-    if (on && !alarm) {
-        painter.fillRect(QRectF(place.left() + 8, place.bottom() - 4 - bar, place.width() - 16, bar),
-                         QColor::fromRgb(kActiveMark));
+    return own;
+}
+
+QColor KeyView::ink() const {
+    const bool strong = isLamp() ? isOn() : isEnabled();
+    return QColor::fromRgb(strong ? kInk : kMutedInk);
+}
+
+int KeyView::barHeight() const {
+    return height() < 36 ? 2 : 4;
+}
+
+QRect KeyView::contentPlace() const {
+    if (isLamp()) {
+        return rect().adjusted(6, 6, -6, -6);
     }
     const int shift = pressed() ? 2 : 0;
-    paintContent(painter, rect().adjusted(6, 4 + shift, -6, (on && !alarm ? -6 - bar : -6) + shift),
-                 QColor::fromRgb(kInk), on);
+    return rect().adjusted(6, 2 + barHeight() + shift, -6, -4 - barHeight() + shift);
+}
+
+std::optional<Words> KeyView::words() const {
+    if (!control().art().empty()) {
+        return std::nullopt;
+    }
+    return Words{contentPlace(), toQtLines(control().caption()), consoleFont(control().fontSize()), ink(),
+                 face()};
+}
+
+void KeyView::paintKey(QPainter& painter) const {
+    const QRectF place = facePlace();
+    if (!isEnabled()) {
+        // Flat on the ground: no face and no depth. One that is on keeps its bar.
+        paintPlate(painter, place, face(), QColor::fromRgb(kFaintEdge), 1);
+        if (isOn()) {
+            paintBar(painter, ink());
+        }
+    } else if (pressed()) {
+        paintPlate(painter, place, QColor::fromRgb(isOn() ? kActiveMark : kStrongEdge), Qt::transparent, 0);
+        paintPlate(painter, place.adjusted(2, 4, -2, -1), face(), Qt::transparent, 0, 3);
+    } else {
+        // A darker lip at the foot lifts a key off the ground.
+        const QColor edge = QColor::fromRgb(isAlarm() ? kInk : isOn() ? kActiveMark : kEdge);
+        const double line = isAlarm() ? 3 : isOn() ? 2 : 1;
+        paintPlate(painter, place, edge, Qt::transparent, 0);
+        paintPlate(painter, place.adjusted(line, line, -line, isOn() ? -line : -3), face(), Qt::transparent,
+                   0, 3);
+        if (isOn() && !isAlarm()) {
+            paintBar(painter, edge);
+        }
+    }
+    paintContent(painter);
+}
+
+void KeyView::paintBar(QPainter& painter, const QColor& colour) const {
+    painter.fillRect(QRectF(9, height() - 5 - barHeight(), width() - 18, barHeight()), colour);
 }
 
 void KeyView::paintLamp(QPainter& painter) const {
     // Lamps are told by the generator and never by a finger, so they look alike whether enabled or not.
-    const bool lit = control().backColour() != kNormalColour;
-    const QRectF place = QRectF(rect()).adjusted(1, 1, -1, -1);
-    paintPlate(painter, place, lit ? screenColour(control().backColour()) : groundColour(control()),
-               QColor::fromRgb(lit ? kInk : kFaintEdge), lit ? 3 : 1, 6);
-    paintContent(painter, rect().adjusted(6, 6, -6, -6), QColor::fromRgb(lit ? kInk : kMutedInk), lit);
+    const QRectF place = facePlace();
+    paintPlate(painter, place, face(), QColor::fromRgb(isOn() ? kInk : kFaintEdge), isOn() ? 3 : 1, 6);
+    paintContent(painter);
 }
 
-void KeyView::paintContent(QPainter& painter, const QRect& place, const QColor& ink, bool bold) const {
-    if (!control().art().empty()) {
-        const int edge =
-            std::min({place.width(), place.height(),
-                      artPixels(control().artSize()) > 0 ? artPixels(control().artSize()) : place.height()});
-        QRectF box(0, 0, edge, edge);
-        box.moveCenter(QRectF(place).center());
-        paintArt(painter, control().art(), isLamp() ? box : QRectF(place), ink);
+void KeyView::paintContent(QPainter& painter) const {
+    if (const auto text = words()) {
+        paintWords(painter, *text);
         return;
     }
-    painter.setPen(ink);
-    paintText(painter, place, toQtLines(control().caption()), consoleFont(control().fontSize(), bold),
-              Qt::AlignCenter);
+    const QRect place = contentPlace();
+    const int wanted = artPixels(control().artSize());
+    const int edge = std::min({place.width(), place.height(), wanted > 0 ? wanted : place.height()});
+    QRectF box(0, 0, edge, edge);
+    box.moveCenter(QRectF(place).center());
+    paintArt(painter, control().art(), isLamp() ? box : QRectF(place), ink());
 }
 
 } // namespace quillon

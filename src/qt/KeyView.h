@@ -10,14 +10,25 @@ class KeyView final : public ControlView {
 public:
     using ControlView::ControlView;
 
+    [[nodiscard]] std::optional<Words> words() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     [[nodiscard]] bool isLamp() const;
+    [[nodiscard]] bool isOn() const;
+    [[nodiscard]] bool isAlarm() const;
+    /// The colour that its content stands on.
+    [[nodiscard]] QColor face() const;
+    [[nodiscard]] QColor ink() const;
+    [[nodiscard]] int barHeight() const;
+    /// Where its text or picture goes, the same in every state.
+    [[nodiscard]] QRect contentPlace() const;
     void paintKey(QPainter& painter) const;
+    void paintBar(QPainter& painter, const QColor& colour) const;
     void paintLamp(QPainter& painter) const;
-    void paintContent(QPainter& painter, const QRect& place, const QColor& ink, bool bold) const;
+    void paintContent(QPainter& painter) const;
 };
 
 } // namespace quillon

@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+#include <QFontMetrics>
+
 #include "qt/Convert.h"
 #include "qt/Look.h"
 
@@ -18,12 +20,24 @@ constexpr bool startsWithOneOf(std::string_view name, std::span<const std::strin
 }
 
 // Labels that are called like plain texts and show a value.
-constexpr auto kValues = std::to_array<std::string_view>(
-    {"txt", "lblAct", "lblTube", "lblFluoro", "LblParam", "LblValue", "lblWS", "lblAutocalParameter"});
+constexpr auto kValues =
+    std::to_array<std::string_view>({"txt", "lblAct", "lblTube1", "lblTube2", "lblTube3", "lblFluoro",
+                                     "LblParam", "LblValue", "lblWS", "lblAutocalParameter"});
 constexpr auto kTitles = std::to_array<std::string_view>(
-    {"lblQuillonConsole", "lblTitle", "lblExposureCounters", "lblSelectWS", "myCaption"});
+    {"lblQuillonConsole", "lblTitle", "lblExposureCounters", "lblSelect", "myCaption"});
 constexpr auto kParagraphs =
     std::to_array<std::string_view>({"lblErrorDescription", "lblSoftwareVersion", "lblHelp"});
+
+/// Two labels that are one phrase meet in the middle.
+constexpr std::string_view kPhraseStart = "lblFlHighDose";
+constexpr std::string_view kPhraseEnd = "Label1";
+
+Qt::Alignment sideOf(std::string_view name) {
+    if (name == kPhraseStart) {
+        return Qt::AlignRight;
+    }
+    return name == kPhraseEnd || startsWithOneOf(name, kParagraphs) ? Qt::AlignLeft : Qt::AlignHCenter;
+}
 
 } // namespace
 
@@ -47,40 +61,62 @@ LabelView::Role LabelView::roleOf(const Control& control) {
     return startsWithOneOf(name, kTitles) ? Role::Title : Role::Text;
 }
 
-void LabelView::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    const QString text = toQtLines(control().caption()).trimmed();
-    if (role_ == Role::Value || (role_ == Role::Lamp && !text.isEmpty())) {
-        paintField(painter, text);
-        return;
-    }
-    painter.fillRect(rect(), control().backColour() == kNormalColour ? groundColour(control())
-                                                                     : screenColour(control().backColour()));
-    const QColor ink = QColor::fromRgb(role_ == Role::Alarm ? kAlarmInk : kInk);
-    painter.setPen(isEnabled() ? ink : QColor::fromRgb(kMutedInk));
-    QRect place = rect();
-    if (role_ == Role::Prompt && !text.isEmpty()) {
-        painter.fillRect(QRect(0, 0, 4, height()), QColor::fromRgb(kStrongEdge));
-        place.setLeft(10);
-    }
-    const bool paragraph = startsWithOneOf(control().name(), kParagraphs);
-    paintText(painter, place, text, consoleFont(control().fontSize(), role_ != Role::Text),
-              Qt::AlignVCenter | (paragraph ? Qt::AlignLeft : Qt::AlignHCenter));
+bool LabelView::hasPlate() const {
+    return role_ == Role::Value || (role_ == Role::Lamp && !control().caption().empty());
 }
 
-void LabelView::paintField(QPainter& painter, const QString& text) const {
-    const bool lamp = role_ == Role::Lamp;
-    const bool marked = control().backColour() != kNormalColour && control().backColour() != kWindowColour;
-    QColor fill = QColor::fromRgb(lamp ? kLampFace : kField);
-    if (marked) {
-        fill = screenColour(control().backColour());
-    } else if (!isEnabled()) {
-        fill = groundColour(control());
+QColor LabelView::ground() const {
+    const bool own = control().backColour() != kNormalColour;
+    if (!hasPlate()) {
+        return own ? screenColour(control().backColour()) : groundColour(control());
     }
-    paintPlate(painter, rect(), fill, QColor::fromRgb(lamp ? kInk : kEdge), lamp ? 2 : 1, lamp ? 3 : 2);
-    painter.setPen(QColor::fromRgb(isEnabled() ? kInk : kMutedInk));
-    paintText(painter, rect().adjusted(4, 1, -4, -1), text, consoleFont(control().fontSize(), true),
-              Qt::AlignCenter);
+    if (own && control().backColour() != kWindowColour) {
+        return screenColour(control().backColour());
+    }
+    if (!isEnabled()) {
+        return groundColour(control());
+    }
+    return QColor::fromRgb(role_ == Role::Lamp ? kLampFace : kField);
+}
+
+std::optional<Words> LabelView::words() const {
+    Words words{rect(),
+                toQtLines(control().caption()).trimmed(),
+                consoleFont(control().fontSize(), role_ != Role::Text),
+                QColor::fromRgb(!isEnabled()           ? kMutedInk
+                                : role_ == Role::Alarm ? kAlarmInk
+                                                       : kInk),
+                ground(),
+                Qt::AlignVCenter | sideOf(control().name())};
+    if (hasPlate()) {
+        words.place.adjust(4, 1, -4, -1);
+    } else if (role_ == Role::Prompt) {
+        words.place.setLeft(10);
+    } else {
+        // Half a blank of space where a phrase is parted.
+        const int gap = QFontMetrics(words.font).horizontalAdvance(QLatin1Char(' ')) / 2;
+        words.place.adjust(control().name() == kPhraseEnd ? gap : 0, 0,
+                           control().name() == kPhraseStart ? -gap : 0, 0);
+    }
+    return words;
+}
+
+void LabelView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    if (hasPlate()) {
+        const bool lamp = role_ == Role::Lamp;
+        paintPlate(painter, facePlace(), ground(),
+                   QColor::fromRgb(lamp          ? kInk
+                                   : isEnabled() ? kEdge
+                                                 : kFaintEdge),
+                   lamp && height() >= 20 ? 2 : 1, lamp ? 3 : 2);
+    } else {
+        painter.fillRect(rect(), ground());
+        if (role_ == Role::Prompt && !control().caption().empty()) {
+            painter.fillRect(QRect(0, 0, 4, height()), QColor::fromRgb(kStrongEdge));
+        }
+    }
+    paintWords(painter, *words());
 }
 
 } // namespace quillon

@@ -10,6 +10,8 @@ class LabelView final : public ControlView {
 public:
     LabelView(Control& control, QWidget* parent);
 
+    [[nodiscard]] std::optional<Words> words() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -17,7 +19,9 @@ private:
     enum class Role { Text, Title, Prompt, Alarm, Value, Lamp };
     [[nodiscard]] static Role roleOf(const Control& control);
 
-    void paintField(QPainter& painter, const QString& text) const;
+    /// It stands on a plate: a value, or a lamp that is lit.
+    [[nodiscard]] bool hasPlate() const;
+    [[nodiscard]] QColor ground() const;
 
     Role role_;
 };

@@ -142,21 +142,35 @@ void ListView::hideEvent(QHideEvent* /*event*/) {
     }
 }
 
+QColor ListView::ground() const {
+    if (!isEnabled()) {
+        return groundColour(control());
+    }
+    return pressed() ? QColor::fromRgb(kPressedFace) : screenColour(control().backColour());
+}
+
+double ListView::arrowArm() const {
+    return std::min(6.0, height() / 5.0);
+}
+
+std::optional<Words> ListView::words() const {
+    return Words{rect().adjusted(7, 1, static_cast<int>(-14 - 2 * arrowArm()), -1),
+                 toQt(control().text()),
+                 consoleFont(control().fontSize()),
+                 QColor::fromRgb(isEnabled() ? kInk : kMutedInk),
+                 ground(),
+                 Qt::AlignVCenter | Qt::AlignLeft};
+}
+
 void ListView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QColor ink = QColor::fromRgb(isEnabled() ? kInk : kMutedInk);
-    QColor fill = pressed() ? QColor::fromRgb(kPressedFace) : screenColour(control().backColour());
-    if (!isEnabled()) {
-        fill = groundColour(control());
-    }
-    paintPlate(painter, rect(), fill, QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 3);
-    const double arm = std::min(6.0, height() / 5.0);
+    const Words text = *words();
+    paintPlate(painter, facePlace(), ground(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 3);
+    const double arm = arrowArm();
     const QPointF tip(width() - 8 - arm, height() / 2.0 + arm / 2);
-    painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(text.ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(QPolygonF({tip - QPointF(arm, arm), tip, tip + QPointF(arm, -arm)}));
-    painter.setPen(ink);
-    paintText(painter, rect().adjusted(7, 1, static_cast<int>(-14 - 2 * arm), -1), toQt(control().text()),
-              consoleFont(control().fontSize()), Qt::AlignVCenter | Qt::AlignLeft);
+    paintWords(painter, text);
     paintFocusMark(painter);
 }
 

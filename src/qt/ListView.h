@@ -13,6 +13,7 @@ public:
 
     /// Shows the entries until one is taken or the operator turns away.
     void open();
+    [[nodiscard]] std::optional<Words> words() const override;
     [[nodiscard]] QWidget* popup() const { return popup_; }
 
 protected:
@@ -20,6 +21,9 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    [[nodiscard]] QColor ground() const;
+    [[nodiscard]] double arrowArm() const;
+
     Input& input_;
     QPointer<QWidget> popup_;
 };

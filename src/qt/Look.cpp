@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QFontMetrics>
+
 namespace quillon {
 
 namespace {
@@ -59,24 +61,33 @@ QFont consoleFont(double points, bool bold) {
     return font;
 }
 
-void paintText(QPainter& painter, const QRect& place, const QString& text, QFont font,
-               Qt::Alignment alignment) {
-    if (text.isEmpty() || place.isEmpty()) {
-        return;
-    }
+Fit fitText(const QRect& place, const QString& text, QFont font, Qt::Alignment alignment) {
     const int flags = static_cast<int>(alignment) | Qt::TextWordWrap;
     const int smallest = std::max(7, static_cast<int>(std::lround(font.pixelSize() * kSmallest)));
     for (int size = font.pixelSize();; --size) {
         font.setPixelSize(size);
-        painter.setFont(font);
-        const QRect needed = painter.boundingRect(place, flags, text);
-        const bool fits = needed.width() <= place.width() && needed.height() <= place.height();
-        if (fits || size <= smallest) {
-            const int breaking = fits ? flags : (flags & ~Qt::TextWordWrap) | Qt::TextWrapAnywhere;
-            painter.drawText(place, breaking, text);
-            return;
+        const QRect needed = QFontMetrics(font).boundingRect(place, flags, text);
+        const bool whole = needed.width() <= place.width() && needed.height() <= place.height();
+        if (whole || size <= smallest) {
+            return {font, whole};
         }
     }
+}
+
+void paintText(QPainter& painter, const QRect& place, const QString& text, const QFont& font,
+               Qt::Alignment alignment) {
+    if (text.isEmpty() || place.isEmpty()) {
+        return;
+    }
+    const auto [fitting, whole] = fitText(place, text, font, alignment);
+    painter.setFont(fitting);
+    painter.drawText(place, static_cast<int>(alignment) | (whole ? Qt::TextWordWrap : Qt::TextWrapAnywhere),
+                     text);
+}
+
+void paintWords(QPainter& painter, const Words& words) {
+    painter.setPen(words.ink);
+    paintText(painter, words.place, words.text, words.font, words.alignment);
 }
 
 void paintPlate(QPainter& painter, const QRectF& place, const QColor& fill, const QColor& edge, double width,

@@ -12,7 +12,7 @@ namespace quillon {
 
 // The window's own colours. Text on every ground it stands on reaches a contrast of at least 4.5 to 1.
 inline constexpr QRgb kInk = 0xFF14202B;        ///< text and pictures
-inline constexpr QRgb kMutedInk = 0xFF66727D;   ///< text of what cannot be used now
+inline constexpr QRgb kMutedInk = 0xFF525C66;   ///< text of what cannot be used now
 inline constexpr QRgb kSurface = 0xFFD5DBE0;    ///< the console's ground
 inline constexpr QRgb kFace = 0xFFF5F7F9;       ///< a key at rest
 inline constexpr QRgb kField = 0xFFFFFFFF;      ///< where values and typed text stand
@@ -37,9 +37,27 @@ inline constexpr QRgb kLampFace = 0xFFFFD54A; ///< a warning that stands
 /// The pinned family in the given size at 96 dots an inch.
 [[nodiscard]] QFont consoleFont(double points, bool bold = false);
 
-/// Draws a text within a place, wrapped, in its font or smaller where it would be clipped.
-void paintText(QPainter& painter, const QRect& place, const QString& text, QFont font,
+/// A text as it stands on a widget.
+struct Words {
+    QRect place;
+    QString text;
+    QFont font;
+    QColor ink;
+    QColor ground; ///< what it is painted on
+    Qt::Alignment alignment = Qt::AlignCenter;
+};
+
+/// How a text goes into its place: in its font, or in a smaller one where it would be clipped.
+struct Fit {
+    QFont font;
+    bool whole; ///< false when even the smallest is too large, so that words are broken
+};
+[[nodiscard]] Fit fitText(const QRect& place, const QString& text, QFont font, Qt::Alignment alignment);
+
+/// Draws a text within a place, wrapped, with the painter's pen.
+void paintText(QPainter& painter, const QRect& place, const QString& text, const QFont& font,
                Qt::Alignment alignment);
+void paintWords(QPainter& painter, const Words& words);
 
 /// A flat plate with round corners. The outline lies inside the place.
 void paintPlate(QPainter& painter, const QRectF& place, const QColor& fill, const QColor& edge, double width,

@@ -41,7 +41,8 @@ void SliderView::paintEvent(QPaintEvent* /*event*/) {
     }
     const double half = std::min(middle, 17.0);
     const QRectF knob(at - kKnobWidth / 2.0, middle - half, kKnobWidth, 2 * half);
-    paintPlate(painter, knob, QColor::fromRgb(pressed() ? kPressedFace : kFace),
+    const QColor face = QColor::fromRgb(pressed() ? kPressedFace : kFace);
+    paintPlate(painter, knob, isEnabled() ? face : groundColour(control()),
                pressed() ? QColor::fromRgb(kStrongEdge) : edge, pressed() ? 2 : 1);
     for (const int offset : {-4, 0, 4}) {
         painter.fillRect(QRectF(at + offset - 0.5, middle - half / 2, 1, half), edge);

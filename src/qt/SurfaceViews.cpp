@@ -8,33 +8,54 @@
 
 namespace quillon {
 
+namespace {
+
+constexpr int kCaptionInset = 8;
+
+} // namespace
+
 void SurfaceView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const bool own = control().backColour() != kNormalColour;
     painter.fillRect(rect(), own ? screenColour(control().backColour()) : groundColour(control()));
 }
 
+QColor FrameView::ground() const {
+    const bool own = control().backColour() != kNormalColour;
+    return own ? screenColour(control().backColour()) : groundColour(control());
+}
+
+std::optional<Words> FrameView::words() const {
+    const QString caption = toQtLines(control().caption()).trimmed();
+    if (caption.isEmpty()) {
+        return std::nullopt;
+    }
+    const int room = std::max(0, width() - 2 * kCaptionInset);
+    QFont font = consoleFont(control().fontSize(), true);
+    if (QFontMetrics(font).horizontalAdvance(caption) > room) {
+        font.setBold(false); // narrower, and larger than what would be left of the bold one
+    }
+    const QFontMetrics metrics(font);
+    return Words{
+        QRect(kCaptionInset, 0, std::min(room, metrics.horizontalAdvance(caption) + 8), metrics.height()),
+        caption, font, QColor::fromRgb(isEnabled() ? kInk : kMutedInk), ground()};
+}
+
 void FrameView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const bool own = control().backColour() != kNormalColour;
-    const QColor ground = own ? screenColour(control().backColour()) : groundColour(control());
-    painter.fillRect(rect(), ground);
-    const QString caption = toQtLines(control().caption()).trimmed();
-    QFont font = consoleFont(control().fontSize(), true);
-    const QFontMetrics metrics(font);
+    painter.fillRect(rect(), ground());
+    const auto caption = words();
     QRectF outline = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    if (!caption.isEmpty()) {
-        outline.setTop(metrics.height() / 2.0);
+    if (caption) {
+        outline.setTop(caption->place.height() / 2.0);
     }
-    if (control().border()) {
+    // Around a single thing there is nothing to group.
+    if (control().border() && (caption || control().stack().size() > 1)) {
         paintPlate(painter, outline, Qt::transparent, QColor::fromRgb(kFaintEdge), 1, 5);
     }
-    if (!caption.isEmpty()) {
-        const int room = std::max(0, width() - 20);
-        const QRect place(10, 0, std::min(room, metrics.horizontalAdvance(caption) + 8), metrics.height());
-        painter.fillRect(place, ground);
-        painter.setPen(QColor::fromRgb(isEnabled() ? kInk : kMutedInk));
-        paintText(painter, place, caption, font, Qt::AlignCenter);
+    if (caption) {
+        painter.fillRect(caption->place, ground());
+        paintWords(painter, *caption);
     }
 }
 

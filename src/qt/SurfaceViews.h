@@ -18,8 +18,13 @@ class FrameView final : public ControlView {
 public:
     using ControlView::ControlView;
 
+    [[nodiscard]] std::optional<Words> words() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QColor ground() const;
 };
 
 /// A drawn picture on its ground.

@@ -53,8 +53,9 @@ void TextView::sync() {
     ControlView::sync();
     QWidget& box = *editor();
     const QSignalBlocker quiet(box);
-    box.setGeometry(rect().adjusted(4, 2, -4, -2));
-    box.setFont(consoleFont(control().fontSize()));
+    box.setGeometry(rect().adjusted(7, 3, -7, -4));
+    const bool reading = control().readOnly();
+    box.setFont(consoleFont(control().fontSize(), reading && line_ != nullptr));
     QPalette colours = box.palette();
     if (control().backColour() != kWindowColour) {
         colours.setColor(QPalette::Base, screenColour(control().backColour()));
@@ -64,12 +65,14 @@ void TextView::sync() {
     box.setPalette(colours);
     const QString text = toQtLines(control().text());
     if (lines_ != nullptr) {
-        lines_->setReadOnly(control().readOnly());
+        lines_->setReadOnly(reading);
         if (lines_->toPlainText() != text) {
             lines_->setPlainText(text);
         }
     } else {
-        line_->setReadOnly(control().readOnly());
+        // A reading looks like every other value; what can be typed starts at the left, above a line.
+        line_->setReadOnly(reading);
+        line_->setAlignment(Qt::AlignVCenter | (reading ? Qt::AlignHCenter : Qt::AlignLeft));
         if (line_->text() != text) {
             const int cursor = line_->cursorPosition();
             line_->setText(text);
@@ -78,22 +81,38 @@ void TextView::sync() {
     }
 }
 
+QColor TextView::ground() const {
+    return isEnabled() ? screenColour(control().backColour()) : groundColour(control());
+}
+
+std::optional<Words> TextView::words() const {
+    if (line_ == nullptr) {
+        return std::nullopt; // many lines scroll
+    }
+    constexpr int kEditorMargin = 2; // Qt's own, left and right of the text
+    return Words{line_->geometry().adjusted(kEditorMargin, 0, -kEditorMargin, 0),
+                 line_->text(),
+                 line_->font(),
+                 QColor::fromRgb(isEnabled() ? kInk : kMutedInk),
+                 ground(),
+                 line_->alignment()};
+}
+
 void TextView::resizeEvent(QResizeEvent* /*event*/) {
-    editor()->setGeometry(rect().adjusted(4, 2, -4, -2));
+    editor()->setGeometry(rect().adjusted(7, 3, -7, -4));
 }
 
 void TextView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const bool marked = control().backColour() == kRefusedColour;
-    QColor fill = screenColour(control().backColour());
-    if (!isEnabled()) {
-        fill = groundColour(control());
-    }
-    paintPlate(painter, rect(), fill,
+    paintPlate(painter, facePlace(), ground(),
                QColor::fromRgb(marked        ? kAlarmInk
                                : isEnabled() ? kEdge
                                              : kFaintEdge),
                marked ? 3 : 1, 2);
+    if (isEnabled() && !marked && !control().readOnly()) {
+        painter.fillRect(QRectF(2, height() - 4, width() - 4, 3), QColor::fromRgb(kStrongEdge));
+    }
     paintFocusMark(painter);
 }
 

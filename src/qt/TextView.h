@@ -14,6 +14,7 @@ public:
     TextView(Control& control, Input& input, QWidget* parent);
 
     void sync() override;
+    [[nodiscard]] std::optional<Words> words() const override;
     [[nodiscard]] QWidget* editor() const override;
 
 protected:
@@ -22,6 +23,7 @@ protected:
 
 private:
     void makeEditor();
+    [[nodiscard]] QColor ground() const;
     void typed(const QString& text);
 
     Input& input_;

@@ -66,7 +66,7 @@ inline constexpr auto kSelectWorkstationRows = std::to_array<ControlRow>({
 /// A message that has to be acknowledged.
 inline constexpr auto kErrorRows = std::to_array<ControlRow>({
     // clang-format off
-    {Kind::Picture, "Shape1", -1, "", {60, 60, 6630, 3600}, 0, "", true, "frame"},
+    {Kind::Picture, "Shape1", -1, "", {0, 0, 6750, 3720}, 0, "", true, "frame"},
     {Kind::Label, "myCaption", -1, "", {240, 240, 6270, 420}, 14, ""},
     {Kind::Label, "lblError", -1, "", {240, 840, 6270, 840}, 14,
      "Please check calibration dip switch\r\nand toggle with power off"},

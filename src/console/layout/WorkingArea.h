@@ -18,8 +18,8 @@ inline constexpr auto kWorkingAreaRows = std::to_array<ControlRow>({
 /// Keys at the foot, outside of the frames that they open.
 inline constexpr auto kFootRows = std::to_array<ControlRow>({
     // clang-format off
-    {Kind::Button, "cmdOrla", -1, "", {60, 8430, 4530, 540}, 11, "Orla Autotracking Calibration", false},
-    {Kind::Button, "cmdMultiRoom", -1, "", {4650, 8430, 4530, 540}, 11, "MultiRoom Calibration", false},
+    {Kind::Button, "cmdOrla", -1, "", {60, 8415, 4530, 570}, 11, "Orla Autotracking Calibration", false},
+    {Kind::Button, "cmdMultiRoom", -1, "", {4650, 8415, 4530, 570}, 11, "MultiRoom Calibration", false},
     {Kind::Picture, "pctLogo", -1, "", {60, 60, 1200, 900}, 0, "", false},
     {Kind::Button, "cmdSoftwareUpgrade", -1, "", {60, 5340, 2700, 750}, 14, "SoftwareUpgrade", false},
     // clang-format on

@@ -9,14 +9,14 @@ namespace quillon {
 /// The workstation keys and the two menus. The service menu takes the place of the main one.
 inline constexpr auto kMenuRows = std::to_array<ControlRow>({
     // clang-format off
-    {Kind::Button, "cmbWS",               0, "", {90, 1290, 540, 450}, 9, "WS1"},
-    {Kind::Button, "cmbWS",               1, "", {690, 1290, 540, 450}, 9, "WS2"},
-    {Kind::Button, "cmbWS",               2, "", {1290, 1290, 540, 450}, 9, "WS3"},
-    {Kind::Button, "cmbWS",               3, "", {1890, 1290, 540, 450}, 9, "WS4"},
-    {Kind::Button, "cmbWS",               4, "", {2490, 1290, 540, 450}, 9, "WS5"},
-    {Kind::Button, "cmbWS",               5, "", {3090, 1290, 540, 450}, 9, "WS6"},
-    {Kind::Button, "cmbWS",               6, "", {3690, 1290, 540, 450}, 9, "WS7"},
-    {Kind::Button, "cmbWS",               7, "", {4290, 1290, 540, 450}, 9, "WS8"},
+    {Kind::Button, "cmbWS",               0, "", {90, 1275, 540, 480}, 9, "WS1"},
+    {Kind::Button, "cmbWS",               1, "", {690, 1275, 540, 480}, 9, "WS2"},
+    {Kind::Button, "cmbWS",               2, "", {1290, 1275, 540, 480}, 9, "WS3"},
+    {Kind::Button, "cmbWS",               3, "", {1890, 1275, 540, 480}, 9, "WS4"},
+    {Kind::Button, "cmbWS",               4, "", {2490, 1275, 540, 480}, 9, "WS5"},
+    {Kind::Button, "cmbWS",               5, "", {3090, 1275, 540, 480}, 9, "WS6"},
+    {Kind::Button, "cmbWS",               6, "", {3690, 1275, 540, 480}, 9, "WS7"},
+    {Kind::Button, "cmbWS",               7, "", {4290, 1275, 540, 480}, 9, "WS8"},
     {Kind::Frame,  "fraMainMenu",        -1, "", {60, 6150, 4800, 750}, 8, " Main Menu "},
     {Kind::Button, "cmbMainMenu",         0, "fraMainMenu", {60, 225, 900, 480}, 10, "RAD"},
     {Kind::Button, "cmbMainMenu",         1, "fraMainMenu", {1005, 225, 900, 480}, 10, "AEC"},
