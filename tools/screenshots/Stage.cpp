@@ -1,0 +1,128 @@
+#include "screenshots/Stage.h"
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+
+#include <QPixmap>
+
+#include "base/Text.h"
+#include "console/ctrQuillonConsole.h"
+#include "qt/Convert.h"
+#include "ui/ControlTable.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr Milliseconds kAnswerDelay = 20;
+constexpr int kFittedMargin = 12; ///< pixels that a window fitted to the screen leaves free
+
+void require(bool done, std::string_view name) {
+    if (!done) {
+        throw std::runtime_error(std::string(name) + " cannot be reached");
+    }
+}
+
+} // namespace
+
+Stage::Stage(const Installation& installation, QSize window) {
+    machine_.desktop.setScreen(window.width() + kFittedMargin, window.height() + kFittedMargin);
+    machine_.folder.put("Quillon.ini",
+                        "[CONFIG]\r\nFitToScreen=YES\r\n" + std::string(installation.configuration));
+    machine_.folder.put("temp.ini", installation.facts);
+    machine_.folder.put("error_info.txt", "12=Anode of tube 2 does not reach its speed in time=1\r\n");
+    machine_.port.onWritten = [this](std::string_view bytes) { written(bytes); };
+    application_ = std::make_unique<Application>(Platform{machine_.time.schedule(), machine_.time,
+                                                          machine_.port, machine_.store, machine_.folder,
+                                                          machine_.desktop, machine_.power},
+                                                 installation.commandLine);
+    screen_ = std::make_unique<Screen>(
+        application_->form(), application_->input(),
+        FormWindow::Requests{[this](Twips width, Twips height) { application_->resizeWindow(width, height); },
+                             {}});
+    application_->setScreen(screen_.get());
+    application_->start();
+}
+
+Stage::~Stage() {
+    application_->setScreen(nullptr);
+}
+
+void Stage::report(std::string_view messages) {
+    std::string bytes;
+    for (const std::string_view message : split(messages, " ")) {
+        bytes.append(message).append("\r\n");
+    }
+    std::replace(bytes.begin(), bytes.end(), '_', ' ');
+    machine_.port.receive(bytes);
+}
+
+void Stage::answer(std::string_view frame, std::string_view messages) {
+    answers_.push_back({std::string(frame), std::string(messages)});
+}
+
+void Stage::fallSilent() {
+    silent_ = true;
+}
+
+void Stage::written(std::string_view bytes) {
+    if (silent_) {
+        return;
+    }
+    std::string messages = "AK";
+    for (const Answer& answer : answers_) {
+        if (bytes.starts_with(answer.frame)) {
+            messages.append(" ").append(answer.messages);
+        }
+    }
+    machine_.time.schedule().post(kAnswerDelay, [this, messages] { report(messages); });
+}
+
+ControlHost& Stage::console() {
+    return application_->console();
+}
+
+Control& Stage::control(std::string_view name) {
+    const auto dot = name.find('.');
+    ControlHost* host = &console();
+    if (dot != std::string_view::npos) {
+        const std::string_view owner = name.substr(0, dot);
+        host = owner == "link" ? &application_->link() : console().keyed(owner);
+        require(host != nullptr, owner);
+    }
+    const auto [plain, index] = indexedName(name.substr(dot == std::string_view::npos ? 0 : dot + 1));
+    return host->at(plain, index < 0 ? std::nullopt : std::optional(index));
+}
+
+void Stage::press(std::string_view name) {
+    Control& key = control(name);
+    require(application_->input().press(key), name);
+    screen_->flush();
+    if (ControlView* view = screen_->view(key)) {
+        view->setPressed(true);
+    }
+}
+
+void Stage::click(std::string_view name) {
+    require(application_->input().click(control(name)), name);
+}
+
+void Stage::type(std::string_view name, std::string_view text) {
+    require(application_->input().type(control(name), text), name);
+}
+
+void Stage::slide(std::string_view name, std::int32_t value) {
+    require(application_->input().slide(control(name), value), name);
+}
+
+void Stage::resize(QSize window) {
+    application_->resizeWindow(toTwips(window.width()), toTwips(window.height()));
+}
+
+QImage Stage::picture() {
+    screen_->flush();
+    return screen_->window().grab().toImage();
+}
+
+} // namespace quillon

@@ -1,0 +1,105 @@
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include <QApplication>
+#include <QDir>
+#include <QList>
+
+#include "qt/Look.h"
+#include "screenshots/Scenes.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::array kSizes{QSize(640, 480), QSize(800, 600), QSize(1024, 768), QSize(1280, 1024)};
+
+/// The colours of a picture, the most frequent first, as many as a palette holds.
+QList<QRgb> paletteOf(const QImage& picture) {
+    constexpr std::size_t kMost = 256;
+    std::unordered_map<QRgb, int> counts;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            ++counts[picture.pixel(x, y)];
+        }
+    }
+    std::vector<std::pair<int, QRgb>> colours;
+    for (const auto& [colour, count] : counts) {
+        colours.emplace_back(count, colour);
+    }
+    std::sort(colours.begin(), colours.end(), std::greater<>());
+    colours.resize(std::min(colours.size(), kMost));
+    QList<QRgb> palette;
+    for (const auto& [count, colour] : colours) {
+        palette.append(colour);
+    }
+    return palette;
+}
+
+/// A picture of few colours stays small with a palette of its own.
+bool save(const QImage& picture, const QString& file) {
+    constexpr int kSmallest = 0;
+    const auto flags = Qt::ThresholdDither | Qt::AvoidDither;
+    return picture.convertToFormat(QImage::Format_Indexed8, paletteOf(picture), flags)
+        .save(file, "PNG", kSmallest);
+}
+
+/// False when the way to the scene was lost or its picture could not be written.
+bool take(const Scene& scene, QSize size, const QDir& directory) {
+    const std::string name(scene.name);
+    try {
+        Stage stage(scene.installation, size);
+        scene.play(stage);
+        const QString file = directory.filePath(QString::fromStdString(name + ".png"));
+        if (save(stage.picture(), file)) {
+            return true;
+        }
+        std::fprintf(stderr, "%s: cannot write %s\n", name.c_str(), qPrintable(file));
+    } catch (const std::exception& lost) {
+        std::fprintf(stderr, "%s: %s\n", name.c_str(), lost.what());
+    }
+    return false;
+}
+
+int takeAll(const QString& where, const QString& only) {
+    int failed = 0;
+    for (const QSize size : kSizes) {
+        const QDir directory(
+            QDir(where).filePath(QStringLiteral("%1x%2").arg(size.width()).arg(size.height())));
+        directory.mkpath(QStringLiteral("."));
+        for (const Scene& scene : scenes()) {
+            const QString name = QLatin1String(scene.name.data(), static_cast<qsizetype>(scene.name.size()));
+            if (only.isEmpty() || name.contains(only)) {
+                failed += take(scene, size, directory) ? 0 : 1;
+            }
+        }
+    }
+    return failed == 0 ? 0 : 1;
+}
+
+} // namespace
+
+} // namespace quillon
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::puts("Usage: quillon-screenshots DIRECTORY [PART OF A SCENE'S NAME]");
+        return 2;
+    }
+    const QString where = QString::fromLocal8Bit(argv[1]);
+    const QString only = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication::setStyle(QStringLiteral("fusion"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const QApplication application(argc, argv);
+    QApplication::setPalette(quillon::consolePalette());
+    QApplication::setFont(quillon::consoleFont(10));
+    return quillon::takeAll(where, only);
+}
