@@ -1,0 +1,140 @@
+#include "tests/qt/Inspection.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+
+#include <QFontMetrics>
+
+#include "qt/ControlView.h"
+#include "tests/qt/Contrast.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int kSmallestLetters = 8; ///< pixels; on a panel of 640 x 480 they are 2.5 mm
+
+using Findings = std::vector<std::string>;
+using Tell = std::function<void(const Control&, const std::string&)>;
+
+std::string rectText(const QRect& place) {
+    return std::to_string(place.width()).append(" x ").append(std::to_string(place.height()));
+}
+
+void inspectText(const ControlView& view, const Tell& tell) {
+    const auto words = view.words();
+    if (!words || words->text.isEmpty()) {
+        return;
+    }
+    const std::string text = QStringLiteral("\"%1\"").arg(words->text).toStdString();
+    if (view.editor() != nullptr) {
+        // An editor neither wraps nor shrinks.
+        const QFontMetrics metrics(words->font);
+        if (metrics.horizontalAdvance(words->text) > words->place.width() ||
+            metrics.height() > words->place.height()) {
+            tell(view.control(), text + " is clipped in its box of " + rectText(words->place));
+        }
+    } else {
+        const auto [font, whole] = fitText(words->place, words->text, words->font, words->alignment);
+        if (!whole) {
+            tell(view.control(), text + " is clipped in " + rectText(words->place));
+        } else if (font.pixelSize() < kSmallestLetters) {
+            tell(view.control(), text + " shrinks to " + std::to_string(font.pixelSize()) + " pixels");
+        }
+    }
+    if (contrast(words->ink, words->ground) < kReadable) {
+        tell(view.control(),
+             text + " has a contrast of " + std::to_string(contrast(words->ink, words->ground)));
+    }
+}
+
+bool mayLieOver(const Control& upper, const Control& lower, const QRect& above, const QRect& below) {
+    // Dialogs come over what is there, a dialog's frame and the rest picture are backdrops.
+    return above.contains(below) || lower.kind() == Kind::Picture || upper.kind() == Kind::User;
+}
+
+void inspectPlaces(const Screen& screen, const ControlView& view, const Tell& tell) {
+    std::vector<const ControlView*> shown;
+    for (const Control* child : view.control().stack()) {
+        if (const ControlView* inner = screen.view(*child); inner != nullptr && child->visible()) {
+            shown.push_back(inner);
+        }
+    }
+    const auto caption = view.control().kind() == Kind::Frame ? view.words() : std::nullopt;
+    for (auto at = shown.begin(); at != shown.end(); ++at) {
+        const QRect place = (*at)->geometry();
+        const Control& control = (*at)->control();
+        if (!view.rect().contains(place)) {
+            tell(control, "leaves " + view.control().name());
+        }
+        if (caption && caption->place.intersects(place)) {
+            tell(control, "lies over the caption of " + view.control().name());
+        }
+        for (auto upper = std::next(at); upper != shown.end(); ++upper) {
+            const QRect above = (*upper)->geometry();
+            if (above.intersects(place) && !mayLieOver((*upper)->control(), control, above, place)) {
+                tell(control, "lies half under " + (*upper)->control().name());
+            }
+        }
+    }
+}
+
+void walk(const Screen& screen, const Control& control,
+          const std::function<void(const ControlView&)>& visit) {
+    const ControlView* view = screen.view(control);
+    if (view == nullptr || !control.visible()) {
+        return;
+    }
+    visit(*view);
+    for (const Control* child : control.stack()) {
+        walk(screen, *child, visit);
+    }
+}
+
+} // namespace
+
+std::string pathOf(const Control& control) {
+    std::vector<const Control*> around;
+    for (const Control* at = &control; at != nullptr; at = at->container()) {
+        around.push_back(at);
+    }
+    std::string path;
+    for (auto at = around.rbegin(); at != around.rend(); ++at) {
+        path.append(path.empty() ? "" : "/").append((*at)->name());
+        if ((*at)->index()) {
+            path.append("(").append(std::to_string(*(*at)->index())).append(")");
+        }
+    }
+    return path;
+}
+
+Findings inspect(Screen& screen, const Control& form) {
+    screen.flush();
+    Findings findings;
+    const Tell tell = [&findings](const Control& control, const std::string& what) {
+        findings.push_back(pathOf(control) + " " + what);
+    };
+    walk(screen, form, [&](const ControlView& view) {
+        inspectText(view, tell);
+        inspectPlaces(screen, view, tell);
+    });
+    return findings;
+}
+
+Findings smallTargets(Screen& screen, const Control& form, int finger) {
+    screen.flush();
+    Findings findings;
+    walk(screen, form, [&](const ControlView& view) {
+        const Control& control = view.control();
+        const bool typed = control.kind() == Kind::TextBox && !control.readOnly();
+        const bool touched = control.kind() == Kind::Button || control.kind() == Kind::List ||
+                             control.kind() == Kind::Slider || typed;
+        if (touched && std::min(view.width(), view.height()) < finger) {
+            findings.push_back(pathOf(control) + " is " + rectText(view.rect()));
+        }
+    });
+    return findings;
+}
+
+} // namespace quillon

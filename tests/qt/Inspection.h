@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "qt/Screen.h"
+
+namespace quillon {
+
+/// What is wrong with the picture on a screen as it stands: text that does not fit or cannot be read,
+/// controls that leave their container or lie half over another, captions that are drawn over. Empty when all
+/// is well.
+[[nodiscard]] std::vector<std::string> inspect(Screen& screen, const Control& form);
+
+/// Keys, lists, sliders and boxes on show that are smaller than a finger.
+[[nodiscard]] std::vector<std::string> smallTargets(Screen& screen, const Control& form, int finger);
+
+/// A control's name with those around it, such as "Quillon/fraRemote/cmdUPSid".
+[[nodiscard]] std::string pathOf(const Control& control);
+
+} // namespace quillon
