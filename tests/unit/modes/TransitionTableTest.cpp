@@ -10,7 +10,7 @@ namespace quillon {
 namespace {
 
 TEST(TransitionTableTest, EveryTransitionIsPlayedByAScenarioThatExists) {
-    const auto scenarios = std::filesystem::path(__FILE__).parent_path() / "../../scenarios";
+    const auto scenarios = std::filesystem::path(QUILLON_SOURCE_DIR) / "tests/scenarios";
     ASSERT_TRUE(std::filesystem::is_directory(scenarios)) << scenarios;
     std::size_t missing = 0;
     for (const Transition& row : kTransitions) {
