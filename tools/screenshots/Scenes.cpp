@@ -1,4 +1,4 @@
-#include "screenshots/Scenes.h"
+#include "Scenes.h"
 
 #include <array>
 #include <initializer_list>

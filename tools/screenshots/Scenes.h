@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "screenshots/Stage.h"
+#include "Stage.h"
 
 namespace quillon {
 

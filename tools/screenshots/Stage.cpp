@@ -1,4 +1,4 @@
-#include "screenshots/Stage.h"
+#include "Stage.h"
 
 #include <algorithm>
 #include <optional>

@@ -12,8 +12,8 @@
 #include <QDir>
 #include <QList>
 
+#include "Scenes.h"
 #include "qt/Look.h"
-#include "screenshots/Scenes.h"
 
 namespace quillon {
 
