@@ -188,8 +188,8 @@ void Phase::resetModel() {
     state_.m_DismissStep = 0;
 }
 
-/// An answer that was being given to an autocalibration belongs to the machine as it was. Going on with it would
-/// send what nobody asked for, with the poll held away.
+/// An answer that was being given to an autocalibration belongs to the machine as it was. Going on with it
+/// would send what nobody asked for, with the poll held away.
 void Phase::breakOffAutocalibration() {
     for (const std::string_view sequence : {"tmrConfirm", "tmrDismiss"}) {
         Timer& timer = panel_.timer(sequence);
