@@ -112,6 +112,7 @@ void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
 
 std::vector<std::string> ConsoleTexts::names() {
     std::vector<std::string> all;
+    all.reserve(kTexts.size() + kCaptions.size() + 1);
     for (const TextRow& row : kTexts) {
         all.emplace_back(row.name);
     }
