@@ -165,6 +165,10 @@ ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
                                                           std::int16_t parameter) {
         handler(closed, event, parameter);
         screen_.enable({"cmdExposure", "cmdPrep"});
+        // The states that the panel gave back may be older than the error: its reset is the only way on.
+        if (screen_.errorOnShow()) {
+            screen_.enable({"cmbResetError"});
+        }
     });
     return panel;
 }
