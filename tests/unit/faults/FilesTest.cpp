@@ -1,0 +1,162 @@
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "FaultyMachine.h"
+
+namespace quillon {
+namespace {
+
+using testing::HasSubstr;
+using testing::SizeIs;
+
+constexpr std::string_view kPowerUp = "POWER UP THE GENERATOR";
+
+/// The service is there: a generator that answers now is shown.
+void expectService(FaultyMachine& machine) {
+    machine.wait(4000);
+    EXPECT_EQ(machine.console("lblHelp").caption(), kPowerUp);
+    machine.hear("ST2");
+    machine.wait(11000);
+    EXPECT_TRUE(machine.console("cmbConfiguration").enabled());
+    machine.hear("ST7\rER12");
+    EXPECT_EQ(machine.console("lblError").caption(), "12");
+}
+
+struct BadFile {
+    const char* name;
+    std::string content;
+    const char* box; ///< what the operator is told; empty for nothing
+};
+
+class BadFiles : public testing::TestWithParam<BadFile> {};
+
+TEST_P(BadFiles, LeaveTheServiceAtWork) {
+    FaultyMachine machine;
+    machine.memory.folder.put(GetParam().name, GetParam().content);
+    machine.start();
+    EXPECT_EQ(machine.box(), GetParam().box);
+    EXPECT_TRUE(machine.application->link().PortOpen());
+    expectService(machine);
+}
+
+std::string binary(std::size_t size) {
+    std::string bytes(size, '\0');
+    std::uint32_t state = 1;
+    for (char& c : bytes) {
+        state = state * 1664525U + 1013904223U;
+        c = static_cast<char>(state >> 24U);
+    }
+    return bytes;
+}
+
+std::string huge(std::string_view begin) {
+    return std::string(begin) + std::string(std::size_t{3} << 20, ' ');
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Kinds, BadFiles, testing::Values(
+    BadFile{"Quillon.ini",    "",                                   ""},
+    BadFile{"Quillon.ini",    binary(5000),                         ""},
+    BadFile{"Quillon.ini",    huge("[CONFIG]\r\nPORT=nonsense\r\n"), ""}, // larger than any configuration: not read
+    BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=non",               "Not a valid number: PORT non"},
+    BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=99999999999",       "Not a valid number: PORT 99999999999"},
+    BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=7\r\nWid",          "Cannot open port COM7"},
+    BadFile{"temp.ini",       binary(5000),                         ""},
+    BadFile{"temp.ini",       huge("[TM]\r\nTM=3\r\n"),             ""},
+    BadFile{"temp.ini",       "[TM]\r\nTM=x\r\n[ThirdTube]\r\nThirdTube=?", ""},
+    BadFile{"error_info.txt", binary(5000),                         ""},
+    BadFile{"error_info.txt", huge("12=Door open=1\r\n"),           ""},
+    BadFile{"error_info.txt", "12=Door op",                         ""}));
+// clang-format on
+
+TEST(Files, ATruncatedErrorTableStillHasItsWholeRows) {
+    FaultyMachine machine;
+    machine.memory.folder.put("error_info.txt", "12=Door open=1\r\n13=Ro");
+    machine.start();
+    machine.hear("ST7\rER12");
+    EXPECT_EQ(machine.console("lblErrorDescription").caption(), "Door open");
+}
+
+TEST(Files, EachReadMayFailAndOnlyWhatItHeldIsMissing) {
+    int reads = 0;
+    for (int n = 1;; ++n) {
+        SCOPED_TRACE("read " + std::to_string(n));
+        FaultyMachine machine;
+        machine.memory.folder.put("Quillon.ini", "[CONFIG]\r\nPORT=3\r\n");
+        machine.memory.folder.put("error_info.txt", "12=Door open=1\r\n");
+        machine.fileRead.failing = n;
+        machine.start();
+        expectService(machine);
+        const bool titled = machine.application->form().caption().find("COM3") != std::string::npos;
+        const bool told = machine.console("lblErrorDescription").caption() == "Door open";
+        if (machine.fileRead.passed < n) {
+            EXPECT_TRUE(titled && told);
+            reads = n - 1;
+            break;
+        }
+        EXPECT_EQ(machine.box(), "");
+    }
+    EXPECT_GE(reads, 3); // temp.ini, Quillon.ini, error_info.txt
+}
+
+// The log is an aid: a full disk or a folder that can't be written is no reason to disturb the service, and
+// the warning that it was asked for comes up all the same.
+TEST(Files, ALogThatCannotBeWrittenIsNoFaultOfTheService) {
+    int writes = 0;
+    for (int n = 1;; n += 3) {
+        SCOPED_TRACE("write " + std::to_string(n));
+        FaultyMachine machine;
+        machine.logWrite = {n, true};
+        machine.start("-logFile");
+        EXPECT_THAT(machine.box(), HasSubstr("Log file active"));
+        expectService(machine);
+        const std::string& log = *machine.memory.folder.find("log.txt");
+        if (machine.logWrite.passed < n) {
+            EXPECT_THAT(log, HasSubstr("(Rx)ST7\rER12\r\n"));
+            writes = n - 1;
+            break;
+        }
+    }
+    EXPECT_GT(writes, 8);
+    FaultyMachine machine;
+    machine.fileCreate = {1, true};
+    machine.start("-logFile");
+    EXPECT_THAT(machine.box(), HasSubstr("Log file active"));
+    EXPECT_EQ(machine.memory.folder.find("log.txt"), nullptr);
+    expectService(machine);
+}
+
+TEST(Files, AStoreThatFailsLosesSettingsAndNothingElse) {
+    for (int n = 1; n <= 6; ++n) {
+        SCOPED_TRACE("write " + std::to_string(n));
+        FaultyMachine machine;
+        machine.storeWrite.failing = n;
+        machine.start();
+        EXPECT_THAT(machine.memory.store.entries(), SizeIs(5));
+        EXPECT_EQ(machine.storeWrite.passed, 6);
+        expectService(machine);
+    }
+    FaultyMachine machine;
+    machine.storeRead = {1, true};
+    machine.start();
+    machine.application->link().call("ReadConfiguration");
+    EXPECT_EQ(machine.application->link().settings().baudrate, 19200);
+    expectService(machine);
+}
+
+TEST(Files, WhatTheStoreHoldsMayBeAnything) {
+    FaultyMachine machine;
+    for (const char* key : {"Baudrate", "Parity", "StopBits", "DataBits", "Port", "RadRF"}) {
+        machine.memory.store.write("", "TorvaneSerial", key, binary(40));
+    }
+    machine.start();
+    machine.application->link().call("ReadConfiguration");
+    EXPECT_EQ(machine.application->link().settings().port, 1);
+    expectService(machine);
+}
+
+} // namespace
+} // namespace quillon
