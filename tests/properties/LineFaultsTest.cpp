@@ -1,0 +1,232 @@
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "console/ctrQuillonConsole.h"
+#include "link/TorvaneSerial.h"
+#include "soak/Session.h"
+
+namespace quillon {
+namespace {
+
+using testing::Contains;
+using testing::IsEmpty;
+
+constexpr std::string_view kDipSwitch = "BQS Calibration Dip Switch Error";
+
+/// What became of an engineer's round through the modes.
+struct Round {
+    bool faulted = false; ///< the line had a fault at all
+    std::set<std::string> reached;
+    std::set<std::string> panels; ///< titles of messages that he had to acknowledge
+    bool lost = false;            ///< the console said that the generator is gone
+    std::vector<std::string> violations;
+};
+
+/// Configuration, counters and calibration, each entered and left, then the end. He reads what the screen
+/// says and presses what it offers, and gives a mode that was not reached a second look.
+class Engineer {
+public:
+    Engineer(Session& session, Round& round) : session_(session), round_(round) {}
+
+    void walk() {
+        wait(30000);
+        visit("Quillon.cmbConfiguration", "Configuration");
+        visit("Quillon.cmbManualCalibration", "Calibration");
+        look("Quillon.cmbReadExposureCounters", 20000);
+        if (session_.application().console()["fraExposureCounters"].visible()) {
+            round_.reached.insert("Counters");
+        }
+        look("Quillon.cmbReadExposureCounters", 3000);
+        session_.leave();
+        round_.violations = session_.violations();
+    }
+
+private:
+    void wait(Milliseconds ms) {
+        // He looks up now and then.
+        for (Milliseconds passed = 0; passed < ms; passed += 1000) {
+            session_.perform("wait 1000");
+            const std::string& prompt = session_.application().console()["lblHelp"].caption();
+            round_.lost = round_.lost || prompt == "Communications ERROR";
+            if (const ControlHost* error = session_.application().console().keyed("Error")) {
+                round_.panels.insert((*error)["myCaption"].caption());
+                session_.perform("click Error.cmbOK");
+            }
+        }
+    }
+    void look(const std::string& key, Milliseconds ms) {
+        session_.perform("click " + key);
+        session_.perform("click SelWSCal.cmdOK");
+        wait(ms);
+    }
+    void visit(const std::string& key, const std::string& phase) {
+        for (int tries = 0; tries < 3 && !isShown(phase); ++tries) {
+            look(key, 15000);
+        }
+        if (isShown(phase)) {
+            round_.reached.insert(phase);
+        }
+        for (int tries = 0; tries < 3 && isShown(phase); ++tries) {
+            look(key, 20000);
+        }
+    }
+    [[nodiscard]] bool isShown(const std::string& phase) {
+        return session_.application().link()["txtPHASE"].caption() == phase;
+    }
+
+    Session& session_;
+    Round& round_;
+};
+
+/// What a fault makes of the bytes.
+using Fault = std::string (*)(std::string_view);
+std::string nothing(std::string_view) {
+    return {};
+}
+std::string half(std::string_view bytes) {
+    return std::string(bytes.substr(0, bytes.size() / 2));
+}
+std::string twice(std::string_view bytes) {
+    return std::string(bytes) + std::string(bytes);
+}
+std::string garbled(std::string_view bytes) {
+    std::string text(bytes);
+    text[0] = static_cast<char>(text[0] ^ 0x10);
+    return text;
+}
+
+constexpr int kFirst = 4; // the messages of the power-up itself come before the round
+
+/// A round in which the Nth piece on its way to one end meets the fault. `kind` chooses what is counted;
+/// empty counts everything.
+Round roundWith(int n, Fault fault, bool toGenerator, std::string_view kind) {
+    Session session(Plan{"", {}, "startphase=2", {}});
+    Round round;
+    const auto line = [&round, n, fault, kind, seen = 0](std::string_view bytes) mutable {
+        const bool counts = !bytes.empty() && (kind.empty() || bytes.starts_with(kind));
+        if (!counts || ++seen != n) {
+            return std::string(bytes);
+        }
+        round.faulted = true;
+        return fault(bytes);
+    };
+    (toGenerator ? session.toGenerator : session.toConsole) = line;
+    Engineer(session, round).walk();
+    return round;
+}
+
+/// From the first piece to the one that is not there any more: the round runs without a fault then.
+template <typename Judge>
+int sweep(int step, Fault fault, bool toGenerator, std::string_view kind, Judge judge) {
+    int n = 1;
+    for (;; n += step) {
+        SCOPED_TRACE("piece " + std::to_string(n));
+        const Round round = roundWith(n, fault, toGenerator, kind);
+        EXPECT_THAT(round.violations, IsEmpty());
+        judge(round);
+        if (!round.faulted) {
+            EXPECT_THAT(round.panels, IsEmpty());
+            EXPECT_GT(n, kFirst);
+            return n;
+        }
+        if (testing::Test::HasFailure() || n > 3000) {
+            return n;
+        }
+    }
+}
+
+void everythingReached(const Round& round) {
+    EXPECT_THAT(round.reached, Contains("Configuration"));
+    EXPECT_THAT(round.reached, Contains("Calibration"));
+    EXPECT_THAT(round.reached, Contains("Counters"));
+    EXPECT_FALSE(round.lost);
+}
+
+// A command that is not acknowledged is sent again, so no single loss is seen by anybody.
+TEST(LineFaults, ALostAcknowledgementCostsNothing) {
+    sweep(1, nothing, false, "AK", [](const Round& round) {
+        everythingReached(round);
+        EXPECT_THAT(round.panels, IsEmpty());
+    });
+}
+
+TEST(LineFaults, ALostWriteCostsNothing) {
+    sweep(5, nothing, true, "", everythingReached);
+}
+
+TEST(LineFaults, AShortWriteCostsNothing) {
+    sweep(7, half, true, "", everythingReached);
+}
+
+TEST(LineFaults, AWriteThatArrivesTwiceCostsNothing) {
+    sweep(7, twice, true, "", everythingReached);
+}
+
+// A report that is lost may leave a mode unseen at the end of its wait: the operator is told, and the next
+// poll shows what is.
+TEST(LineFaults, ALostReportIsMadeUpForByThePoll) {
+    std::set<std::string> panels;
+    sweep(1, nothing, false, "ST", [&panels](const Round& round) {
+        everythingReached(round);
+        panels.insert(round.panels.begin(), round.panels.end());
+    });
+    EXPECT_EQ(panels, std::set<std::string>{std::string(kDipSwitch)});
+}
+
+TEST(LineFaults, AGarbledOrTruncatedMessageIsDropped) {
+    sweep(7, garbled, false, "", everythingReached);
+    sweep(9, half, false, "", everythingReached);
+}
+
+// The device is gone for a while: nothing passes in either direction from the Nth piece on, for two minutes.
+TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
+    int losses = 0;
+    for (int n = 2; n < 160; n += 12) {
+        SCOPED_TRACE("from piece " + std::to_string(n));
+        Session session(Plan{"", {}, "startphase=2", {}});
+        Round round;
+        int seen = 0;
+        Milliseconds gone = 0;
+        const auto line = [&](std::string_view bytes) {
+            if (++seen == n) {
+                gone = session.machine.time.now();
+            }
+            const bool away = seen >= n && session.machine.time.now() - gone < 120'000;
+            return away ? std::string() : std::string(bytes);
+        };
+        session.toGenerator = line;
+        session.toConsole = line;
+        Engineer(session, round).walk();
+        EXPECT_THAT(round.violations, IsEmpty());
+        losses += round.lost ? 1 : 0;
+        if (HasFailure()) {
+            return;
+        }
+    }
+    EXPECT_GT(losses, 4) << "the operator was not told";
+}
+
+// A reader that takes nothing: what the console has to say is bounded, and it goes on when the line moves.
+TEST(LineFaults, AStalledReaderIsSilenceAndNoMore) {
+    Session session(Plan{"", {}, "startphase=2", {}});
+    session.perform("wait 20000");
+    session.toGenerator = nothing;
+    const std::uint64_t before = session.frameCount();
+    session.perform("wait 3600000");
+    EXPECT_LT(session.frameCount() - before, 3600U); // one poll in more than a second, no burst
+    EXPECT_EQ(session.application().console()["lblHelp"].caption(), "Communications ERROR");
+    session.toGenerator = {};
+    session.perform("wait 60000");
+    EXPECT_EQ(session.application().link()["txtPHASE"].caption(), "Normal Operation");
+    EXPECT_TRUE(session.application().console()["cmbConfiguration"].enabled());
+    session.leave();
+    EXPECT_THAT(session.violations(), IsEmpty());
+}
+
+} // namespace
+} // namespace quillon
