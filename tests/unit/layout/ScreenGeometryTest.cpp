@@ -95,6 +95,24 @@ TEST(ScreenGeometry, ControlsStayInTheirContainersAndOffEachOther) {
     expectOrderly(screens.dialog(kErrorRows, kErrorSize), 10);
 }
 
+TEST(ScreenGeometry, ThePanelStartsWithItsFirstPageAndDarkLamps) {
+    Screens screens;
+    const ControlHost& panel = screens.panel();
+    for (const auto& control : panel.controls()) {
+        if ((control->name().starts_with("txt") && control->name().ends_with("Warning")) ||
+            control->name().ends_with("MenuItem")) {
+            EXPECT_EQ(control->visible(), control->name() == "fraMainMenuItem" && control->index() == 0)
+                << label(*control);
+        }
+    }
+    for (const auto* name : {"fraServiceMenu", "fraDebug", "Iconized", "lstExtendedPosition"}) {
+        EXPECT_FALSE(panel[name].visible()) << name;
+    }
+    EXPECT_TRUE(panel["fraMainMenu"].visible() && panel["fraStatus"].visible());
+    EXPECT_EQ(panel["comboReadExposureCounter"].text(), "Tube1 RAD");
+    EXPECT_FALSE(panel.timer("timerStatusUpdate").running());
+}
+
 TEST(ScreenGeometry, DialogsLieOnTheirFrame) {
     Screens screens;
     for (ControlHost* dialog :
