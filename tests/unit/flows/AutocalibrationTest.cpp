@@ -142,19 +142,6 @@ INSTANTIATE_TEST_SUITE_P(Prompts, AutocalibrationExit,
                                          ExitCase{"ST6\rMA050\rST9\rST12", "Aborting Auto Calibration"},
                                          ExitCase{"ST6\rMA050\rST9\rST13", "Exiting Auto Calibration"}));
 
-TEST_F(AutocalibrationTest, SecondFailureOfTheEntryLeavesNothingRunning) {
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        beginAutocalibration();
-        wait(6500);
-        ASSERT_EQ(message(), "BQS Calibration Dip Switch Error");
-        click("Error", "cmbOK");
-        wait(10000);
-    }
-    EXPECT_FALSE(running("tmrAutocalON"));
-    EXPECT_THAT(sent, Not(Contains("CAU1")));
-    EXPECT_THAT(busyReports, ElementsAre(1, 0, 1, 0));
-}
-
 TEST_F(AutocalibrationTest, AConsoleThatEndsWithAPanelUpClosesThePort) {
     click("cmbAutocalibration");
     ASSERT_NE(panel("SelWSAutocal"), nullptr);

@@ -123,17 +123,13 @@ TEST_F(ExposureControlTest, CommandsConvertTheDensityAndRefuseWhatTheGeneratorLa
     const std::vector<Row> rows{
         {8, "AECCommand", {true, false, true, 1000, 1000}, {"AEC101"}},
         {8, "AECCommandWithDefaults", {false, true, false}, {"AEC010"}},
-        {8, "AECCommand", {true, false, false, 1, 4}, {"AEC10014"}},
-        {4, "AECCommand", {true, false, false, 1, 4}, {"AEC10012"}},
         {5, "AECCommand", {true, false, false, 1, 4}, {"AEC10012"}}, // 2.5
         {5, "AECCommand", {true, false, false, 1, 5}, {"AEC10014"}}, // 3.5
         {8, "AECCommand", {false, false, false, 1000, 4}, {"AEC00010004"}},
         {8, "AECCommand", {false, false, false, 1, 1000}, {"AEC00011000"}},
         {8, "SetAECDensity", {8}, {"FN8"}},
-        {8, "SetAECDensity", {0}, {"FN0"}},
         {8, "SetAECDensity", {9}, {}},
         {8, "SetAECDensity", {-1}, {}},
-        {4, "SetAECDensity", {5}, {}},
     };
     for (const Row& each : rows) {
         prepare({"ST2", "MD" + std::to_string(each.maximum)});

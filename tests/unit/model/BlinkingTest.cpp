@@ -54,26 +54,5 @@ TEST_F(BlinkingTest, BothKeysFlashIndependently) {
     EXPECT_EQ(errorKey().backColour(), kErrorFlashColour);
 }
 
-TEST_F(BlinkingTest, TheEndOfABlinkRestoresAllFieldsAndForgetsTheMarks) {
-    const Blinking blinking(state, panel);
-    state.m_KVPDisplay = "80";
-    state.m_MADisplay = "200";
-    state.m_WarnKVP = state.m_WarnTM = true;
-    state.m_TechniqueMode = 3;
-    panel.timer("tmrBlinking").start(500);
-    panel.timer("tmrBlinkingOff").start(3000);
-    time.advance(500);
-    EXPECT_TRUE(state.m_BlinkOff);
-    EXPECT_EQ(panel["txtKVp"].caption(), "");
-    EXPECT_EQ(panel["txtMA"].caption(), "") << "never written: it is not marked";
-    time.advance(2500);
-    EXPECT_EQ(panel["txtKVp"].caption(), "80");
-    EXPECT_EQ(panel["txtMA"].caption(), "200") << "rewritten though it was not marked";
-    EXPECT_EQ(panel.at("cmbTM", 3).backColour(), kActiveColour);
-    EXPECT_FALSE(state.m_WarnKVP || state.m_WarnTM);
-    EXPECT_FALSE(panel.timer("tmrBlinking").running());
-    EXPECT_FALSE(panel.timer("tmrBlinkingOff").running());
-}
-
 } // namespace
 } // namespace quillon

@@ -243,18 +243,6 @@ TEST_F(ServiceTest, ASecondTryWorksAfterTheGeneratorWentBackToNormalOperation) {
     EXPECT_THAT(sent, ElementsAre("CAU1"));
 }
 
-TEST_F(ServiceTest, AskingPreparesThePageOnlyForTheConsole) {
-    for (const bool embedded : {false, true}) {
-        put("fromGUI", embedded);
-        phase(2);
-        phase(6);
-        msg("MASE05");
-        control("cmbCalFocusSet").setVisible(true);
-        link.call("ToggleAutocalibrationFeature");
-        EXPECT_EQ(visible("cmbCalFocusSet"), !embedded);
-    }
-}
-
 class AnswerTest : public LinkTest {
 protected:
     /// The generator asks whether an autocalibration is to be kept; the poll is on.

@@ -140,47 +140,5 @@ TEST(ModalPanelTest, ColoursGoByTag) {
     EXPECT_EQ(panel.panel->backColour(), 3U);
 }
 
-TEST(ModalPanelTest, TextsReachTheirControls) {
-    struct Row {
-        std::string_view member;
-        std::string_view control;
-    };
-    const auto check = [](const ModalPanel& panel, std::initializer_list<Row> rows) {
-        for (const Row& row : rows) {
-            panel.set(row.member, std::string(row.member) + "!");
-            EXPECT_EQ(panel[row.control].caption(), std::string(row.member) + "!") << row.control;
-        }
-    };
-    VirtualTime time;
-    check(ctrAWarning(time.schedule()), {{"sWarning1", "lblWarning1"},
-                                         {"sWarning4", "lblWarning4"},
-                                         {"sAutocalYes", "cmbAutocalYes"},
-                                         {"sAutocalNo", "cmbAutocalNo"}});
-    check(ctrASelFocusOrParam(time.schedule()), {{"sSelectFocus", "lblSelectFocus"},
-                                                 {"sSelectExtMemory", "lblSelectExtMemory"},
-                                                 {"sSmallFocus", "cmbAutocalSmallFocus"},
-                                                 {"sLargeFocus", "cmbAutocalLargeFocus"},
-                                                 {"sParameterUp", "cmbParameterUp"},
-                                                 {"sParameterDown", "cmbParameterDown"},
-                                                 {"sOK", "cmbOKFocus"},
-                                                 {"sOK", "cmbOKParameter"},
-                                                 {"sCancel", "cmbCancel"}});
-    check(ctrSelWS(time.schedule()),
-          {{"sSelectWS", "lblSelectWS"}, {"sWSUp", "cmbWSUp"}, {"sWSDown", "cmbWSDown"}, {"sOK", "cmdOK"}});
-    check(ctrQuillonError(time.schedule()), {{"sMessage", "lblError"}, {"Caption", "myCaption"}});
-}
-
-TEST(ModalPanelTest, FontsFollowTheSmallerRatio) {
-    VirtualTime time;
-    ctrSelWS panel(time.schedule());
-    const double font = panel["lblWS"].fontSize();
-    const Place place = panel["lblWS"].place();
-    panel.setPlace({0, 0, 2 * kModalSize.width, kModalSize.height});
-    EXPECT_EQ(panel["lblWS"].place(), (Place{2 * place.left, place.top, 2 * place.width, place.height}));
-    EXPECT_EQ(panel["lblWS"].fontSize(), font);
-    panel.setPlace({0, 0, 2 * kModalSize.width, 2 * kModalSize.height});
-    EXPECT_EQ(panel["lblWS"].fontSize(), 2 * font);
-}
-
 } // namespace
 } // namespace quillon

@@ -1,46 +1,14 @@
-#include <memory>
-#include <string>
-#include <string_view>
-
-#include <gtest/gtest.h>
-
-#include "console/ctrQuillonConsole.h"
-#include "runtime/MemoryPlatform.h"
-#include "shell/Application.h"
+#include "tests/unit/flows/Flow.h"
 
 namespace quillon {
 namespace {
 
-/// The console in the Ready state. A line whose messages cannot be read is told by the link's event.
-class ProtocolErrorTest : public testing::Test {
+/// A line whose messages cannot be read is told by the link's event.
+class ProtocolErrorTest : public FlowTest {
 protected:
-    ProtocolErrorTest() {
-        application.start();
-        phase(2);
-        machine.time.advance(12000);
-    }
-
-    void phase(int number) { machine.port.receive("ST" + std::to_string(number) + "\r\n"); }
-    void click(std::string_view key) {
-        ASSERT_TRUE(application.input().click(application.console()[key])) << key;
-    }
-    void click(std::string_view panel, std::string_view key) {
-        ControlHost* open = application.console().keyed(panel);
-        ASSERT_NE(open, nullptr) << panel;
-        ASSERT_TRUE(application.input().click((*open)[key])) << key;
-    }
-    void garble() { application.link().events().MessageProtocolError.raise(); }
-    void wait(Milliseconds ms) { machine.time.advance(ms); }
-    /// The title of the error panel; empty while there is none.
-    [[nodiscard]] std::string error() {
-        const ControlHost* open = application.console().keyed("Error");
-        return open == nullptr ? std::string{} : (*open)["myCaption"].caption();
-    }
-
-    MemoryPlatform machine;
-    Application application{Platform{machine.time.schedule(), machine.time, machine.port, machine.store,
-                                     machine.folder, machine.desktop, machine.power},
-                            ""};
+    ProtocolErrorTest() { start(); }
+    void phase(int number) { report("ST" + decimalText(number)); }
+    void garble() { events().MessageProtocolError.raise(); }
 };
 
 constexpr std::string_view kProtocolError = "Protocol Error";
@@ -50,28 +18,28 @@ TEST_F(ProtocolErrorTest, AModeNotReachedIsBlamedOnTheLine) {
     click("cmbConfiguration");
     garble();
     wait(3000);
-    EXPECT_EQ(error(), kProtocolError);
+    EXPECT_EQ(message(), kProtocolError);
     click("Error", "cmbOK");
     wait(10000);
     click("cmbManualCalibration");
     click("SelWSCal", "cmdOK");
     garble();
     wait(4500);
-    EXPECT_EQ(error(), kProtocolError);
+    EXPECT_EQ(message(), kProtocolError);
 }
 
 TEST_F(ProtocolErrorTest, APressForgetsWhatWasBefore) {
     garble();
     click("cmbConfiguration");
     wait(3000);
-    EXPECT_EQ(error(), kDipSwitch);
+    EXPECT_EQ(message(), kDipSwitch);
     click("Error", "cmbOK");
     wait(10000);
     garble();
     click("cmbManualCalibration");
     click("SelWSCal", "cmdOK");
     wait(4500);
-    EXPECT_EQ(error(), kDipSwitch);
+    EXPECT_EQ(message(), kDipSwitch);
 }
 
 TEST_F(ProtocolErrorTest, AModeNotLeftEndsTheWait) {
@@ -81,7 +49,7 @@ TEST_F(ProtocolErrorTest, AModeNotLeftEndsTheWait) {
     click("cmbConfiguration");
     garble();
     wait(3000);
-    EXPECT_EQ(error(), kProtocolError);
+    EXPECT_EQ(message(), kProtocolError);
     click("Error", "cmbOK");
 
     phase(2);
@@ -93,8 +61,8 @@ TEST_F(ProtocolErrorTest, AModeNotLeftEndsTheWait) {
     click("cmbManualCalibration");
     garble();
     wait(5000);
-    EXPECT_EQ(error(), kProtocolError);
-    EXPECT_FALSE(application.console().timer("tmrCalOFF").running());
+    EXPECT_EQ(message(), kProtocolError);
+    EXPECT_FALSE(running("tmrCalOFF"));
 }
 
 TEST_F(ProtocolErrorTest, AModeReachedNeedsNoBlame) {
@@ -102,22 +70,22 @@ TEST_F(ProtocolErrorTest, AModeReachedNeedsNoBlame) {
     garble();
     phase(8);
     wait(3000);
-    EXPECT_EQ(error(), "");
+    EXPECT_EQ(message(), "");
     click("cmbConfiguration");
     phase(2);
     wait(3000);
-    EXPECT_EQ(error(), "");
+    EXPECT_EQ(message(), "");
 }
 
 TEST_F(ProtocolErrorTest, APressOutsideOfTheModesChangesNoMode) {
     phase(3);
     phase(9);
-    application.console()["cmbManualCalibration"].setEnabled(true);
-    application.console()["fraActualExposureParameters"].setVisible(true);
+    control("cmbManualCalibration").setEnabled(true);
+    control("fraActualExposureParameters").setVisible(true);
     click("cmbManualCalibration");
-    EXPECT_EQ(application.console().keyed("SelWSCal"), nullptr);
-    EXPECT_FALSE(application.console().timer("tmrCalOFF").running());
-    EXPECT_FALSE(application.console()["fraActualExposureParameters"].visible());
+    EXPECT_EQ(panel("SelWSCal"), nullptr);
+    EXPECT_FALSE(running("tmrCalOFF"));
+    EXPECT_FALSE(control("fraActualExposureParameters").visible());
 }
 
 } // namespace

@@ -12,7 +12,7 @@ struct Transition {
     std::string_view trigger;
     std::string_view condition;
     std::string_view to;
-    std::string_view scenario; ///< below tests/scenarios; empty while nobody plays it
+    std::string_view scenario; ///< below tests/scenarios
 };
 
 // clang-format off
