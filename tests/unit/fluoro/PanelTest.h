@@ -40,7 +40,6 @@ protected:
             EXPECT_EQ(takeEvents(), report.events) << report.message;
         }
     }
-    [[nodiscard]] std::vector<std::string> takeEvents() { return std::exchange(events, {}); }
     /// The frames that leave within the next seconds.
     [[nodiscard]] std::vector<std::string> sentSoon() {
         sent.clear();

@@ -45,6 +45,9 @@ protected:
     void advance(Milliseconds ms) { platform.time.advance(ms); }
     /// Whatever waits to be sent is sent, and all its tries have run out.
     void settle() { advance(20000); }
+    /// What happened since the last call.
+    std::vector<std::string> takeEvents() { return std::exchange(events, {}); }
+    std::vector<std::string> takeTimeline() { return std::exchange(timeline, {}); }
     void forget() {
         sent.clear();
         timeline.clear();
