@@ -43,6 +43,17 @@ TEST_F(ServiceTest, TheSyncTypeIsHardwareAtZero) {
     EXPECT_EQ(caption("txtCfgSyncType"), "HW");
 }
 
+TEST_F(ServiceTest, TheGeneratorAsksForTheLeaveToExpose) {
+    for (const bool leave : {true, false}) {
+        put("RXEnable", leave);
+        settle();
+        forget();
+        msg("RX?");
+        settle();
+        EXPECT_THAT(sent, ElementsAre(leave ? "RX1" : "RX0"));
+    }
+}
+
 class SoftwareSyncTest : public LinkTest {
 protected:
     SoftwareSyncTest() : LinkTest("-swsync") {}
