@@ -45,7 +45,7 @@ AutocalibrationMode::AutocalibrationMode(ConsoleContext& context, ConsolePanels&
       tmrDelayAutocal_(context.console.timer("tmrDelayAutocal")),
       tmrIniAutocal_(context.console.timer("tmrIniAutocal")) {
     context_.console["cmbAutocalibration"].on.release = [this] {
-        if (!screen_.errorOnShow()) {
+        if (!screen_.errorOnShow() && !screen_.withdrawn("cmbAutocalibration")) {
             state_.m_ProtocolError = false;
             ToggleAutocalibrationMode();
         }
@@ -184,12 +184,15 @@ bool AutocalibrationMode::seekParameter() {
 bool AutocalibrationMode::seekFocus() {
     const bool onLarge = state_.m_AutocalLargeFocus && link_.get<bool>("LargeFocus");
     const bool onSmall = state_.m_AutocalSmallFocus && link_.get<bool>("SmallFocus");
-    if (onLarge || onSmall) {
+    const auto type = link_.get<std::int32_t>("CalibrationType");
+    // A parameter may keep the focus of the station before it. What is calibrated must be what was asked for.
+    const bool onParameter = type > 0;
+    if ((onLarge || onSmall) && !onParameter) {
         tmrAutocalON_.setInterval(kFocusFoundTime);
         return true;
     }
     tmrAutocalON_.setInterval(kSeekPace);
-    if (link_.get<std::int32_t>("CalibrationType") != 0) {
+    if (type != 0) {
         link_.call("MADown");
     } else if (link_.facts().SolapeFocos) {
         // The stations of the focal spots overlap: no number of steps leads from one to the other.

@@ -23,6 +23,9 @@ CalibrationMode::CalibrationMode(ConsoleContext& context, ConsolePanels& panels)
     : context_(context), panels_(panels), screen_(context), state_(context.state),
       tmrCalON_(context.console.timer("tmrCalON")), tmrCalOFF_(context.console.timer("tmrCalOFF")) {
     context_.console["cmbManualCalibration"].on.release = [this] {
+        if (screen_.withdrawn("cmbManualCalibration")) {
+            return;
+        }
         state_.m_ProtocolError = false;
         ToggleCalibrationMode();
         context_.link.setTempUserMode(false);

@@ -36,7 +36,7 @@ void Closing::closePressed() {
 
 void Closing::closeReleased() {
     tmrShutdown_.stop();
-    if (screen_.errorOnShow()) {
+    if (screen_.errorOnShow() || screen_.withdrawn("cmbClose")) {
         return;
     }
     if (state_.m_ServiceMode == 8) {

@@ -15,7 +15,7 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ConsolePanels& pan
       tmrConfigON_(context.console.timer("tmrConfigON")),
       tmrConfigOFF_(context.console.timer("tmrConfigOFF")) {
     context_.console["cmbConfiguration"].on.release = [this] {
-        if (!screen_.errorOnShow()) {
+        if (!screen_.errorOnShow() && !screen_.withdrawn("cmbConfiguration")) {
             if (state_.m_ServiceMode != kConfiguration) {
                 state_.m_ProtocolError = false;
             }

@@ -40,6 +40,10 @@ bool ConsoleScreen::errorOnShow() const {
     return !console_["lblError"].caption().empty();
 }
 
+bool ConsoleScreen::withdrawn(std::string_view key) const {
+    return !console_[key].enabled();
+}
+
 void ConsoleScreen::clearActualExposure() const {
     for (const std::string_view label : {"lblActKVP", "lblActMA", "lblActMS", "lblActMAS"}) {
         console_[label].setCaption("");

@@ -42,7 +42,7 @@ ExposureCounters::ExposureCounters(ConsoleContext& context, ConsolePanels& panel
       tmrReadExposureCounters_(context.console.timer("tmrReadExposureCounters")),
       tmrResetTubeCounter_(context.console.timer("tmrResetTubeCounter")) {
     console_["cmbReadExposureCounters"].on.release = [this] {
-        if (!screen_.errorOnShow()) {
+        if (!screen_.errorOnShow() && !screen_.withdrawn("cmbReadExposureCounters")) {
             state_.m_ProtocolError = false;
             screen_.hide({"fraResetCounterConfirm"});
             ToggleExposureCounterView();

@@ -39,28 +39,17 @@ bool Input::press(Control& control) {
         return false;
     }
     tell(Gesture::Press, control);
-    std::erase_if(held_, [&control](const Held& held) { return held.control == &control; });
-    for (Held& held : held_) {
-        held.overlapped = true;
-    }
-    held_.push_back({&control});
+    std::erase(held_, &control);
+    held_.push_back(&control);
     run(control.on.press);
     return true;
 }
 
 void Input::release(Control& control) {
-    const auto at = std::find_if(held_.begin(), held_.end(),
-                                 [&control](const Held& held) { return held.control == &control; });
-    if (at == held_.end()) {
+    if (std::erase(held_, &control) == 0) {
         return;
     }
-    const bool overtaken = at->overlapped && !reachable(control);
-    held_.erase(at);
     tell(Gesture::Release, control);
-    if (overtaken) {
-        run(control.on.cancel);
-        return;
-    }
     run(control.on.release);
     if (reachable(control)) {
         run(control.on.click);
@@ -126,8 +115,8 @@ bool Input::reachableSlider(const Control& control) const {
 }
 
 void Input::cancel() {
-    for (const Held& held : std::exchange(held_, {})) {
-        run(held.control->on.cancel);
+    for (Control* control : std::exchange(held_, {})) {
+        run(control->on.cancel);
     }
 }
 
@@ -137,8 +126,7 @@ void Input::boxOpened() {
 }
 
 void Input::forget(const Control& control) {
-    std::erase_if(held_, [&control](const Held& held) {
-        const Control* at = held.control;
+    std::erase_if(held_, [&control](const Control* at) {
         while (at != nullptr && at != &control) {
             at = at->container();
         }

@@ -30,8 +30,7 @@ public:
     bool drag(Control& control, std::int32_t value);
 
     /// Lets go of what was pressed, whatever became of it meanwhile; the click follows if it can still be
-    /// reached. Nothing when this control was not pressed. A key that a second finger's key has put out of
-    /// reach is broken off instead: two keys pressed at once must not begin two things.
+    /// reached. Nothing when this control was not pressed.
     void release(Control& control);
     /// Breaks every hold off: neither release nor click.
     void cancel();
@@ -51,12 +50,7 @@ private:
     void tell(Gesture gesture, const Control& control, std::string_view value = {}) const;
     [[nodiscard]] bool reachableSlider(const Control& control) const;
 
-    struct Held {
-        Control* control;
-        bool overlapped = false; ///< another key was pressed meanwhile
-    };
-
-    std::vector<Held> held_; // fingers may overlap: a key can be pressed before the last is let go
+    std::vector<Control*> held_; // fingers may overlap: a key can be pressed before the last is let go
     int boxes_ = 0;
 };
 

@@ -76,7 +76,17 @@ std::string Chance::hand(Session& session) {
     if (!session.held().empty() && below(3) != 0) {
         return "release " + *session.held().begin();
     }
-    const auto names = session.reachable();
+    std::vector<std::string> names = session.reachable();
+    // Who closes the line by hand and leaves the page with the key has closed his only way back.
+    std::erase(names, "TorvaneSerial.cmbCommOnOff");
+    // A message leaves some keys behind it alive. Who presses those with the message still open gets panels
+    // over panels, and keys as the wrong panel found them; see docs/safety.md.
+    const auto onPanel = [](const std::string& name) {
+        return !name.starts_with("Quillon.") && !name.starts_with("TorvaneSerial.");
+    };
+    if (std::any_of(names.begin(), names.end(), onPanel)) {
+        std::erase_if(names, [&](const std::string& name) { return !onPanel(name); });
+    }
     if (names.empty()) {
         return "wait 1000";
     }

@@ -5,7 +5,7 @@
 namespace quillon {
 namespace {
 
-/// A console in Ready whose operator has a finger on "Manual Calibration" and taps "Auto Calibration".
+/// A console in Ready.
 class TwoHands : public testing::Test {
 protected:
     TwoHands() {
@@ -29,13 +29,23 @@ TEST_F(TwoHands, DoNotBeginTwoThings) {
     EXPECT_FALSE(open("SelWSCal"));
 }
 
-// One finger's release always arrives, whatever became of its key: nothing may go on by itself.
-TEST_F(TwoHands, OneHandAlwaysLetsGo) {
-    Control& key = machine.console("cmbManualCalibration");
-    ASSERT_TRUE(hand().press(key));
-    key.setEnabled(false);
-    hand().release(key);
-    EXPECT_TRUE(open("SelWSCal"));
+// The generator goes on to an exposure under the finger: what the key would begin is not for that phase.
+TEST_F(TwoHands, AKeyThatAnExposureTookAwayDoesNothing) {
+    for (const char* key : {"cmbAutocalibration", "cmbManualCalibration", "cmbConfiguration",
+                            "cmbReadExposureCounters", "cmbClose"}) {
+        SCOPED_TRACE(key);
+        ASSERT_TRUE(hand().press(machine.console(key)));
+        machine.hear("ST3");
+        hand().release(machine.console(key));
+        machine.wait(6000);
+        EXPECT_FALSE(open("SelWSAutocal") || open("SelWSCal") || open("Error"));
+        EXPECT_FALSE(machine.console("lblHelp").visible());
+        EXPECT_TRUE(machine.memory.desktop.boxes().empty()) << "the hold goes on";
+        EXPECT_FALSE(machine.application->ended());
+        machine.hear("ST1\rST2");
+        machine.wait(20000);
+        ASSERT_TRUE(machine.console(key).enabled());
+    }
 }
 
 } // namespace
