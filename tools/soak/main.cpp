@@ -19,6 +19,9 @@ using namespace quillon;
 
 constexpr Milliseconds kDay = Milliseconds{24} * 3600 * 1000;
 
+/// What is left of a day when the work ends.
+constexpr Milliseconds kEvening = Milliseconds{30} * 60 * 1000;
+
 /// Seconds of processor that a day of polling may take.
 #ifdef __SANITIZE_ADDRESS__
 constexpr double kIdleLimit = 30;
@@ -81,7 +84,7 @@ int soak(int days, std::uint32_t seed) {
     long firstDay = 0;
     long lastDay = 0;
     for (int day = 1; day <= days; ++day) {
-        while (session.machine.time.now() < begin + day * kDay - 30 * 60 * 1000) {
+        while (session.machine.time.now() < begin + day * kDay - kEvening) {
             std::string line = chance.next(session);
             // The day ends with the closing of the window; this operator works on.
             if (line.find("Quillon.cmbClose") == std::string::npos ||
