@@ -31,6 +31,7 @@ QList<QRgb> paletteOf(const QImage& picture) {
         }
     }
     std::vector<std::pair<int, QRgb>> colours;
+    colours.reserve(counts.size());
     for (const auto& [colour, count] : counts) {
         colours.emplace_back(count, colour);
     }
