@@ -9,7 +9,6 @@
 #include <QTimer>
 
 #ifdef __linux__
-#include <ctime>
 #include <unistd.h>
 #endif
 
@@ -28,12 +27,12 @@ double processAge() {
     for (int field = 0; field < 20 && at != std::string::npos; ++field) {
         at = line.find(' ', at + 1);
     }
-    timespec now{};
-    if (at == std::string::npos || clock_gettime(CLOCK_BOOTTIME, &now) != 0) {
+    double now = 0;
+    if (at == std::string::npos || !(std::ifstream("/proc/uptime") >> now)) {
         return -1;
     }
     const double start = std::stod(line.substr(at + 1)) / static_cast<double>(sysconf(_SC_CLK_TCK));
-    return (static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9 - start) * 1000;
+    return (now - start) * 1000;
 #else
     return -1;
 #endif
