@@ -24,11 +24,11 @@ constexpr Milliseconds kEvening = Milliseconds{30} * 60 * 1000;
 
 /// Seconds of processor that a day of polling may take.
 #ifdef __SANITIZE_ADDRESS__
-constexpr double kIdleLimit = 30;
+constexpr double kIdleLimit = 10;
 #elif defined(NDEBUG)
 constexpr double kIdleLimit = 2;
 #else
-constexpr double kIdleLimit = 10;
+constexpr double kIdleLimit = 5;
 #endif
 
 /// Resident memory in KiB.
