@@ -32,6 +32,10 @@ void StatusPoll::begin() {
     timer_.run();
 }
 
+void StatusPoll::resume() {
+    timer_.start(kInterval);
+}
+
 void StatusPoll::holdBack() {
     timer_.start(kHeldInterval);
 }

@@ -22,6 +22,8 @@ public:
     void end() { timer_.stop(); }
     /// Keeps the poll away for a while; the next tick ends it.
     void holdBack();
+    /// Ends that at once: the next poll is one ordinary interval away.
+    void resume();
 
     /// Ask for the phase ("ST") and for the tube heat ("HU", answered by "HE").
     void GeneratorPhaseRequest();

@@ -43,6 +43,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     Parts(ControlHost& host, const Context& context);
 
     void addOperations();
+    void applyFacts();
     void applyDesignStore();
     void setFromGUI(bool embedded);
     void setTempUserMode(bool on);
@@ -106,8 +107,7 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
       exposureControl(context), fluoroscopy(context), programs(context), service(context),
       positioner(context), records(context), blinking(generator, panel), heldKeys(context),
       panelKeys(context, pages, frame) {
-    generator.m_TechniqueMode = facts.techniqueMode;
-    panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
+    applyFacts();
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
     decoder.setNotices({.heard = [this] { poll.ResetNoAnswerFromGeneratorError(); },
                         .handled = [this] { send.messageHeard(); }});
@@ -122,6 +122,11 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
     log.setLogActive(containsNoCase(given.commandLine, "-logFile"));
     applyDesignStore();
     port.setReceiver([this](std::string_view bytes) { receiver.receive(bytes); });
+}
+
+void TorvaneSerialV3_07_QLC1::Parts::applyFacts() {
+    generator.m_TechniqueMode = facts.techniqueMode;
+    panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
 }
 
 void TorvaneSerialV3_07_QLC1::Parts::applyDesignStore() {
@@ -153,8 +158,7 @@ void TorvaneSerialV3_07_QLC1::Parts::addOperations() {
     operations.add("SaveDefaultConfiguration", [this] { settings.SaveDefaultConfiguration(); });
     operations.add("ReadInitConfiguration", [this] {
         facts = InstallationFacts::read(folder);
-        generator.m_TechniqueMode = facts.techniqueMode;
-        panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
+        applyFacts();
     });
     operations.add("DecodeMessages", [this](std::string_view text) { decoder.DecodeMessages(text); });
 

@@ -6,7 +6,7 @@
 #include "base/Numbers.h"
 #include "link/OutboundTable.h"
 #include "model/Commands.h"
-#include "model/ExposureControlSwitches.h"
+#include "model/ReportedSwitches.h"
 
 namespace quillon {
 

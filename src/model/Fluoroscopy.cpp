@@ -9,7 +9,7 @@
 #include "base/Text.h"
 #include "link/OutboundTable.h"
 #include "model/Commands.h"
-#include "model/ExposureControlSwitches.h"
+#include "model/ReportedSwitches.h"
 
 namespace quillon {
 

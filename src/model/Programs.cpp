@@ -72,7 +72,6 @@ constexpr std::size_t kFluoroArguments = 6;
 constexpr int kLongWait = 4; // retries intervals that a program waits for its acknowledgement
 
 constexpr std::int32_t kNormalPhase = 2;
-constexpr int kPollInterval = 1000; // ms
 
 /// Fields whose arguments begin at `first` among those of the routine.
 struct Part {
@@ -152,8 +151,7 @@ constexpr std::array kPrograms{
 
 } // namespace
 
-Programs::Programs(ModelContext& context)
-    : context_(context), timerStatusUpdate_(context.panel.timer("timerStatusUpdate")) {
+Programs::Programs(ModelContext& context) : context_(context) {
     for (const ProgramRow& row : kPrograms) {
         addRoutine(row, Arguments::Texts);
         addRoutine(row, Arguments::Integers);
@@ -188,7 +186,7 @@ void Programs::send(const ProgramRow& row, Arguments kind, std::span<const std::
     context_.poll.holdBack();
     const std::string text = message(row, kind, arguments);
     if (kind == Arguments::Texts && context_.link.m_Phase != kNormalPhase) {
-        timerStatusUpdate_.start(kPollInterval);
+        context_.poll.resume();
         context_.events.WrongPhase.raise(std::string(row.mnemonic));
         return;
     }

@@ -26,7 +26,6 @@ private:
     [[nodiscard]] std::string density(Arguments kind, const std::string& key) const;
 
     ModelContext& context_;
-    Timer& timerStatusUpdate_;
 };
 
 } // namespace quillon

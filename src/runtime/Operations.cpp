@@ -38,12 +38,4 @@ void Operations::set(std::string_view name, const Value& value) const {
     lookUp(setters_, name)(value);
 }
 
-std::vector<std::string> Operations::names() const {
-    std::vector<std::string> all;
-    for (const auto& [name, operation] : operations_) {
-        all.push_back(name);
-    }
-    return all;
-}
-
 } // namespace quillon

@@ -59,9 +59,6 @@ public:
     [[nodiscard]] Value get(std::string_view name) const;
     void set(std::string_view name, const Value& value) const;
 
-    /// All names of operations, sorted.
-    [[nodiscard]] std::vector<std::string> names() const;
-
 private:
     template <typename Result, typename... Arguments>
     void addFunction(std::string_view name, std::function<Result(Arguments...)> operation,

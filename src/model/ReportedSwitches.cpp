@@ -1,4 +1,4 @@
-#include "model/ExposureControlSwitches.h"
+#include "model/ReportedSwitches.h"
 
 #include "base/Numbers.h"
 
