@@ -1,6 +1,14 @@
 # Libraries and programs made of whole directories. A directory is looked at again at every build,
 # so a new file needs no entry anywhere.
 
+# Sources made of another system's functions: no library and no program here gets them.
+if(WIN32)
+    set(QUILLON_FOREIGN_SOURCES sim/PseudoTerminal.cpp tests/sim/PseudoTerminalTest.cpp)
+else()
+    set(QUILLON_FOREIGN_SOURCES src/runtime/WindowsPower.cpp)
+endif()
+list(TRANSFORM QUILLON_FOREIGN_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/)
+
 # All sources below the directories; a main.cpp belongs to a program and never to a library.
 function(quillon_sources result)
     set(found)
@@ -8,6 +16,7 @@ function(quillon_sources result)
         file(GLOB_RECURSE files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${directory}/*.cpp)
         list(APPEND found ${files})
     endforeach()
+    list(REMOVE_ITEM found ${QUILLON_FOREIGN_SOURCES})
     set(${result} ${found} PARENT_SCOPE)
 endfunction()
 

@@ -18,7 +18,7 @@ endif()
 
 if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(QUILLON_CCACHE ccache)
-    if(QUILLON_CCACHE AND UNIX)
+    if(QUILLON_CCACHE AND CMAKE_HOST_UNIX)
         # Results are shared between copies of the project, wherever they and their build directories lie.
         set(CMAKE_CXX_COMPILER_LAUNCHER
             env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1

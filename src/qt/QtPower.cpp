@@ -1,7 +1,7 @@
 #include "qt/QtPower.h"
 
 #ifdef _WIN32
-#include <windows.h>
+#include "runtime/WindowsPower.h"
 #else
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -12,17 +12,7 @@ namespace quillon {
 #ifdef _WIN32
 
 void QtPower::exitWindows(bool restart, bool force) {
-    HANDLE token = nullptr;
-    if (OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token) != 0) {
-        TOKEN_PRIVILEGES privileges{};
-        privileges.PrivilegeCount = 1;
-        privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
-        LookupPrivilegeValueA(nullptr, "SeShutdownPrivilege", &privileges.Privileges[0].Luid);
-        AdjustTokenPrivileges(token, FALSE, &privileges, 0, nullptr, nullptr);
-        CloseHandle(token);
-    }
-    constexpr UINT kForce = 4;
-    ExitWindowsEx((restart ? EWX_SHUTDOWN | EWX_REBOOT : EWX_SHUTDOWN) | (force ? kForce : 0U), 0xFFFFFFFF);
+    WindowsPower().exitWindows(restart, force);
 }
 
 #else

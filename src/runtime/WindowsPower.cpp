@@ -1,0 +1,32 @@
+#include "runtime/WindowsPower.h"
+
+#include <windows.h>
+
+namespace quillon {
+
+namespace {
+
+/// No account may end the session of its PC before it has switched this right on for itself.
+void allowShutdown() {
+    HANDLE token = nullptr;
+    if (OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token) == 0) {
+        return;
+    }
+    TOKEN_PRIVILEGES privileges{};
+    privileges.PrivilegeCount = 1;
+    privileges.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
+    LookupPrivilegeValueA(nullptr, "SeShutdownPrivilege", &privileges.Privileges[0].Luid);
+    AdjustTokenPrivileges(token, FALSE, &privileges, 0, nullptr, nullptr);
+    CloseHandle(token);
+}
+
+} // namespace
+
+void WindowsPower::exitWindows(bool restart, bool force) {
+    allowShutdown();
+    constexpr DWORD kNoReason = 0xFFFFFFFF;
+    const UINT kind = restart ? EWX_SHUTDOWN | EWX_REBOOT : EWX_SHUTDOWN;
+    ExitWindowsEx(kind | (force ? EWX_FORCE : 0U), kNoReason);
+}
+
+} // namespace quillon

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "runtime/Platform.h"
+
+namespace quillon {
+
+/// Restarts or switches off a PC that runs Windows.
+class WindowsPower final : public PowerControl {
+public:
+    void exitWindows(bool restart, bool force) override;
+};
+
+} // namespace quillon
