@@ -42,7 +42,25 @@ std::string inOneLine(const QString& text) {
     return text.simplified().toStdString();
 }
 
+void say(const Clock& clock, const std::string& what) {
+    std::printf("%6.1f s  %s\n", static_cast<double>(clock.now()) / 1000, what.c_str());
+    std::fflush(stdout);
+}
+
 } // namespace
+
+BoxCloser::BoxCloser(const Clock& clock) : clock_(clock) {
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
+    timer_.start(kLookInterval);
+}
+
+void BoxCloser::look() const {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box != nullptr) {
+        say(clock_, "message box \"" + inOneLine(box->windowTitle()) + "\": " + inOneLine(box->text()));
+        box->reject();
+    }
+}
 
 Tour::Tour(ControlHost& form, Screen& screen, Input& input, const Clock& clock, QString directory)
     : form_(form), screen_(screen), input_(input), clock_(clock),
@@ -72,17 +90,8 @@ bool Tour::modeKeysAlive() const {
 }
 
 void Tour::look() {
-    dismissBox();
     tellChanges();
     goOn();
-}
-
-void Tour::dismissBox() {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box != nullptr) {
-        say("message box \"" + inOneLine(box->windowTitle()) + "\": " + inOneLine(box->text()));
-        box->reject();
-    }
 }
 
 void Tour::tellChanges() {
@@ -96,7 +105,7 @@ void Tour::tellChanges() {
             now = shown->enabled() ? "enabled" : "disabled";
         }
         if (now != watched.seen) {
-            say(watched.title + ": " + (now.empty() ? "(nothing)" : now));
+            say(clock_, watched.title + ": " + (now.empty() ? "(nothing)" : now));
             watched.seen = now;
         }
     }
@@ -115,7 +124,7 @@ void Tour::goOn() {
     }
     if (ready_ == 0 && modeKeysAlive()) {
         ready_ = now;
-        say("all four mode keys are alive");
+        say(clock_, "all four mode keys are alive");
         picture("ready");
     }
     if (ready_ == 0) {
@@ -127,7 +136,7 @@ void Tour::goOn() {
     if (!versions_ && now > ready_ + kVersionDelay) {
         versions_ = true;
         picture("rest");
-        say("press and release of Configuration");
+        say(clock_, "press and release of Configuration");
         input_.click(ownerOf(form_, "Quillon")->at("cmbConfiguration"));
         entered_ = now;
     } else if (versions_ && now > entered_ + kModeDelay) {
@@ -153,17 +162,12 @@ void Tour::finish() {
     }
 }
 
-void Tour::say(const std::string& what) const {
-    std::printf("%6.1f s  %s\n", static_cast<double>(clock_.now()) / 1000, what.c_str());
-    std::fflush(stdout);
-}
-
 void Tour::picture(const char* name) {
     screen_.flush();
     const QString file =
         QDir(directory_).filePath(QStringLiteral("%1-%2.png").arg(++pictures_).arg(QLatin1String(name)));
     const bool saved = screen_.window().grab().save(file);
-    say((saved ? "picture " : "no picture, cannot write ") + file.toStdString());
+    say(clock_, (saved ? "picture " : "no picture, cannot write ") + file.toStdString());
 }
 
 } // namespace quillon

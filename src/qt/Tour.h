@@ -13,6 +13,19 @@
 
 namespace quillon {
 
+/// Nobody sits at the screen: message boxes are closed with what refuses, and their words told on standard
+/// output. Boxes may come before there is a window, so this is there before anything else.
+class BoxCloser {
+public:
+    explicit BoxCloser(const Clock& clock);
+
+private:
+    void look() const;
+
+    const Clock& clock_;
+    QTimer timer_;
+};
+
 /// A look round for somebody without a display: watches the console come up against a generator, enters a
 /// mode through the operator's own keys, tells on standard output what was seen and when, and keeps pictures
 /// of it.
@@ -37,10 +50,8 @@ private:
 
     void look();
     void tellChanges();
-    void dismissBox();
     void goOn();
     void finish();
-    void say(const std::string& what) const;
     void picture(const char* name);
     [[nodiscard]] const Control* control(std::string_view owner, std::string_view name) const;
     [[nodiscard]] bool modeKeysAlive() const;

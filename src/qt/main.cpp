@@ -121,6 +121,10 @@ std::unique_ptr<Recorder> recorderFor(const Platform& machine, const std::string
 
 int run(const Options& options) {
     const SteadyClock clock;
+    std::optional<BoxCloser> boxCloser;
+    if (!options.tour.isEmpty()) {
+        boxCloser.emplace(clock);
+    }
     Schedule schedule(clock);
     const QtScheduleDriver driver(schedule);
     QtEventLoop loop(schedule);

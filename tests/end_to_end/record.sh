@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # A session of the real program over a pseudo-terminal is recorded; played by the scenario runner it gives the
-# same frames at the same milliseconds.
+# same frames at the same milliseconds. The switch for the log brings a warning before there is a window: nobody sits
+# there, and the tour goes on.
 set -euo pipefail
 
 for program in quillon generator-sim quillon-scenario quillon-replay; do
@@ -27,7 +28,8 @@ fail() {
     cat generator.log tour.log session.scn
     exit 1
 }
-QUILLON_RECORD=session.scn "$QUILLON_BIN_DIR/quillon" --tour pictures >tour.log 2>&1 || fail "the tour failed"
+QUILLON_RECORD=session.scn "$QUILLON_BIN_DIR/quillon" --tour pictures -P2 -logFile >tour.log 2>&1 || fail "the tour failed"
+grep -q 'message box .*Remember to remove -logFile' tour.log || fail "the warning did not come"
 
 sed -n 's/^# \([0-9]* tx .*\)/\1/p' session.scn >sent
 "$QUILLON_BIN_DIR/quillon-scenario" session.scn >played.log 2>&1 || fail "the recording cannot be played"
