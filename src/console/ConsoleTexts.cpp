@@ -14,6 +14,13 @@ struct TextRow {
     std::string_view text;
 };
 
+/// A text that a key wears: replacing it shows at once.
+struct KeyRow {
+    std::string_view name;
+    std::string T::*member;
+    std::string_view control;
+};
+
 struct CaptionRow {
     std::string_view name;
     std::string_view control;
@@ -67,6 +74,11 @@ constexpr std::array kCaptions{
     CaptionRow{"sTube2RADCounter",         "lblT2RAD",                "TUBE 2 RAD"},
     CaptionRow{"sTubeFluoroCounter",       "lblTFluoro",              "FLUORO"},
 };
+constexpr std::array kKeys{
+    KeyRow{"scmbClose",        &T::scmbClose,        "cmbClose"},
+    KeyRow{"sResetCounterYes", &T::sResetCounterYes, "cmdResetCounterYes"},
+    KeyRow{"sResetCounterNo",  &T::sResetCounterNo,  "cmdResetCounterNo"},
+};
 constexpr std::string_view kResetText = "sResetTubeCounter";
 constexpr std::array<std::string_view, 4> kResetKeys{"cmdResetT1", "cmdResetT2", "cmdResetFluoro", "cmdResetT3"};
 // clang-format on
@@ -84,13 +96,13 @@ void ConsoleTexts::initialize(ControlHost& console) {
         this->*row.member = row.text;
     }
     m_ExitCaption = "Exit";
-    console["cmbClose"].setCaption(scmbClose);
+    for (const KeyRow& row : kKeys) {
+        console[row.control].setCaption(this->*row.member);
+    }
     for (const CaptionRow& row : kCaptions) {
         console[row.control].setCaption(row.caption);
     }
     captionResetKeys(console, "Reset");
-    console["cmdResetCounterYes"].setCaption(sResetCounterYes);
-    console["cmdResetCounterNo"].setCaption(sResetCounterNo);
 }
 
 void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
@@ -98,10 +110,12 @@ void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
         operations.addWriteOnly(row.name,
                                 [this, &row](std::string text) { this->*row.member = std::move(text); });
     }
-    operations.addWriteOnly("scmbClose", [this, &console](std::string text) {
-        scmbClose = std::move(text);
-        console["cmbClose"].setCaption(scmbClose);
-    });
+    for (const KeyRow& row : kKeys) {
+        operations.addWriteOnly(row.name, [this, &console, &row](std::string text) {
+            this->*row.member = std::move(text);
+            console[row.control].setCaption(this->*row.member);
+        });
+    }
     for (const CaptionRow& row : kCaptions) {
         operations.addWriteOnly(
             row.name, [&console, &row](std::string_view text) { console[row.control].setCaption(text); });

@@ -1,11 +1,15 @@
-#include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <map>
+#include <ostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "console/ctrQuillonConsole.h"
 #include "screenshots/Scenes.h"
 #include "tests/qt/Inspection.h"
 
@@ -17,25 +21,49 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class EveryScene : public testing::TestWithParam<QSize> {};
+/// The operator's texts as they are built in, and in the second language.
+struct Language {
+    std::string_view name;
+    std::string texts;
+};
+
+void PrintTo(const Language& language, std::ostream* out) {
+    *out << language.name;
+}
+
+Language german() {
+    std::ifstream file(QUILLON_SOURCE_DIR "/samples/texts-de.txt", std::ios::binary);
+    file.exceptions(std::ios::failbit); // without the file there is nothing to test
+    return {"German", {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()}};
+}
+
+using LanguageAndSize = std::tuple<Language, QSize>;
+
+std::string nameOf(const testing::TestParamInfo<LanguageAndSize>& row) {
+    const auto& [language, size] = row.param;
+    return std::string(language.name)
+        .append(std::to_string(size.width()))
+        .append("x")
+        .append(std::to_string(size.height()));
+}
+
+class EveryScene : public testing::TestWithParam<LanguageAndSize> {};
 
 INSTANTIATE_TEST_SUITE_P(AllSizes, EveryScene,
-                         testing::Values(QSize(640, 480), QSize(800, 600), QSize(1024, 768),
-                                         QSize(1280, 1024)),
-                         [](const auto& size) {
-                             return std::to_string(size.param.width()) + "x" +
-                                    std::to_string(size.param.height());
-                         });
+                         testing::Combine(testing::Values(Language{"English", {}}, german()),
+                                          testing::Values(QSize(640, 480), QSize(800, 600), QSize(1024, 768),
+                                                          QSize(1280, 1024))),
+                         &nameOf);
 
 TEST_P(EveryScene, ShowsAllItsTextAndNothingLiesOverAnother) {
+    const auto& [language, size] = GetParam();
     std::map<std::string, Place> places;
     for (const Scene& scene : scenes()) {
         SCOPED_TRACE(scene.name);
-        Stage stage(scene.installation, GetParam());
-        scene.play(stage);
-        EXPECT_THAT(inspect(stage.screen(), stage.application().form()), IsEmpty());
+        const auto stage = scene.staged(size, language.texts);
+        EXPECT_THAT(inspect(stage->screen(), stage->application().form()), IsEmpty());
         // From one state to the next everything stays where it is.
-        for (const auto& control : stage.console().controls()) {
+        for (const auto& control : stage->console().controls()) {
             if (control->has(Property::Geometry) && !control->name().empty()) {
                 const auto [known, first] = places.emplace(pathOf(*control), control->place());
                 EXPECT_EQ(known->second, control->place()) << known->first << " has moved";
@@ -44,46 +72,84 @@ TEST_P(EveryScene, ShowsAllItsTextAndNothingLiesOverAnother) {
     }
 }
 
+TEST(Scenes, BetweenThemShowEachTextThatCanBeReplaced) {
+    const std::vector<std::string> names =
+        sceneNamed("power-up").staged(QSize(1024, 768))->application().console().textNames();
+    const auto mark = [&names](std::size_t number) { return "<" + std::to_string(number) + ">"; };
+    std::string texts;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        texts.append(names[i]).append("=").append(mark(i)).append("\n");
+    }
+    std::string seen;
+    for (const Scene& scene : scenes()) {
+        const auto stage = scene.staged(QSize(1024, 768), texts);
+        seen += textOn(stage->screen(), stage->application().form());
+    }
+    std::vector<std::string> unseen;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (seen.find(mark(i)) == std::string::npos) {
+            unseen.push_back(names[i]);
+        }
+    }
+    EXPECT_THAT(unseen, ElementsAre("scmbCancel")) << "the console has no such key";
+}
+
 TEST(TouchTargets, AreAFingerWideInTheWindowThatFitsTheTouchPanel) {
     constexpr QSize kFitted(1012, 756); // on a screen of 1024 x 768
     constexpr int kFinger = 45;         // 9 mm where 1024 pixels are 10 inches in the diagonal
     for (const Scene& scene : scenes()) {
         SCOPED_TRACE(scene.name);
-        Stage stage(scene.installation, kFitted);
-        scene.play(stage);
-        EXPECT_THAT(smallTargets(stage.screen(), stage.application().form(), kFinger), IsEmpty());
+        const auto stage = scene.staged(kFitted);
+        EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), kFinger), IsEmpty());
     }
 }
 
 /// The inspection itself: each fault that it is there for is made and has to be told.
 class InspectionTest : public testing::Test {
 protected:
-    InspectionTest() {
-        scenes()[2].play(stage);
-        EXPECT_THAT(findings(), IsEmpty());
+    static std::vector<std::string> findingsOf(Stage& scene) {
+        return inspect(scene.screen(), scene.application().form());
     }
-    std::vector<std::string> findings() { return inspect(stage.screen(), stage.application().form()); }
+    std::vector<std::string> findings() { return findingsOf(*stage); }
 
-    Stage stage{{}, QSize(1024, 768)};
+    const std::unique_ptr<Stage> stage = sceneNamed("ready").staged(QSize(1024, 768));
 };
 
 TEST_F(InspectionTest, TellsOfACaptionThatIsTooLong) {
-    stage.control("cmbConfiguration").setCaption("Konfigurationseinstellungsverwaltung");
-    EXPECT_THAT(findings(), ElementsAre(HasSubstr("cmbConfiguration \"Konfig")));
-    stage.control("cmbConfiguration").setCaption("Configuration");
     EXPECT_THAT(findings(), IsEmpty());
-    stage.control("lblError").setCaption("123456789012345");
+    stage->control("cmbConfiguration").setCaption("Konfigurationseinstellungsverwaltung");
+    EXPECT_THAT(findings(), ElementsAre(HasSubstr("cmbConfiguration \"Konfig")));
+    stage->control("cmbConfiguration").setCaption("Configuration");
+    EXPECT_THAT(findings(), IsEmpty());
+    stage->control("lblError").setCaption("123456789012345");
     EXPECT_THAT(findings(), ElementsAre(HasSubstr("lblError \"1234")));
 }
 
+TEST_F(InspectionTest, TellsOfTextsInAnotherLanguageThatAreTooLong) {
+    const struct {
+        const char* scene;
+        const char* text;
+        const char* finding;
+    } rows[] = {
+        {"ready", "scmbConfiguration=Konfigurationseinstellungsverwaltung", "cmbConfiguration \"Konfig"},
+        {"power-up", "sPleaseWait=Bitte\\nwarten,\\nbis\\nder\\nGenerator\\nbereit\\nist", "lblHelp \"Gen"},
+        {"autocal-warning", "ctrAWarning.sAutocalYes=EinverstandenundzurKenntnisgenommen",
+         "cmbAutocalYes \"Einv"},
+    };
+    for (const auto& [scene, text, finding] : rows) {
+        const auto replaced = sceneNamed(scene).staged(QSize(1024, 768), text);
+        EXPECT_THAT(findingsOf(*replaced), ElementsAre(HasSubstr(finding)));
+    }
+}
+
 TEST_F(InspectionTest, TellsOfTextThatDoesNotFitABox) {
-    stage.control("fraRemote").setVisible(true);
-    stage.control("txtRemoteSID").setText("1234567890123");
+    stage->control("fraRemote").setVisible(true);
+    stage->control("txtRemoteSID").setText("1234567890123");
     EXPECT_THAT(findings(), Contains(HasSubstr("txtRemoteSID \"1234567890123\" is clipped")));
 }
 
 TEST_F(InspectionTest, TellsOfWhatLiesOverAnotherOrLeavesItsPlace) {
-    Control& key = stage.control("cmbConfiguration");
+    Control& key = stage->control("cmbConfiguration");
     key.setTop(key.top() + 300);
     EXPECT_THAT(findings(), Contains(HasSubstr("cmbConfiguration lies half under cmbManualCalibration")));
     key.setTop(key.top() - 300);
@@ -92,10 +158,10 @@ TEST_F(InspectionTest, TellsOfWhatLiesOverAnotherOrLeavesItsPlace) {
 }
 
 TEST_F(InspectionTest, TellsOfSmallTargetsAndPoorContrast) {
-    stage.control("cmbClose").setHeight(600);
-    EXPECT_THAT(smallTargets(stage.screen(), stage.application().form(), 45),
+    stage->control("cmbClose").setHeight(600);
+    EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), 45),
                 ElementsAre(HasSubstr("cmbClose is ")));
-    stage.control("cmbClose").setBackColour(0x404040);
+    stage->control("cmbClose").setBackColour(0x404040);
     EXPECT_THAT(findings(), ElementsAre(HasSubstr("cmbClose \"Close\" has a contrast of 1.")));
 }
 

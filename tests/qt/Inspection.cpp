@@ -137,4 +137,15 @@ Findings smallTargets(Screen& screen, const Control& form, int finger) {
     return findings;
 }
 
+std::string textOn(Screen& screen, const Control& form) {
+    screen.flush();
+    std::string text;
+    walk(screen, form, [&text](const ControlView& view) {
+        if (const auto words = view.words()) {
+            text.append(words->text.toStdString()).append("\n");
+        }
+    });
+    return text;
+}
+
 } // namespace quillon

@@ -66,20 +66,16 @@ TEST(Resize, AThousandTimesAndBackLeavesEverythingInItsPlace) {
 }
 
 TEST(Resize, RelayoutAndRepaintWithThePanelOnShowTakeOneFrame) {
-    const auto scene = std::find_if(scenes().begin(), scenes().end(),
-                                    [](const Scene& each) { return each.name == "page-fluoro"; });
-    ASSERT_NE(scene, scenes().end());
-    Stage stage(scene->installation, QSize(1024, 768));
-    scene->play(stage);
+    const auto stage = sceneNamed("page-fluoro").staged(QSize(1024, 768));
     constexpr QSize kSizes[]{{1024, 768}, {1000, 750}};
     QImage canvas(kSizes[0], QImage::Format_RGB32);
     std::vector<double> times;
     for (int i = 0; i < 101; ++i) {
         QElapsedTimer timer;
         timer.start();
-        stage.resize(kSizes[i % 2]);
-        stage.screen().flush();
-        stage.screen().window().render(&canvas);
+        stage->resize(kSizes[i % 2]);
+        stage->screen().flush();
+        stage->screen().window().render(&canvas);
         times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
     }
     std::sort(times.begin(), times.end());

@@ -9,6 +9,7 @@
 #include "base/Text.h"
 #include "console/ctrQuillonConsole.h"
 #include "qt/Convert.h"
+#include "shell/TextFile.h"
 #include "ui/ControlTable.h"
 
 namespace quillon {
@@ -31,6 +32,7 @@ Stage::Stage(const Installation& installation, QSize window) {
     machine_.folder.put("Quillon.ini",
                         "[CONFIG]\r\nFitToScreen=YES\r\n" + std::string(installation.configuration));
     machine_.folder.put("temp.ini", installation.facts);
+    machine_.folder.put(kTextFile, installation.texts);
     machine_.folder.put("error_info.txt", "12=Anode of tube 2 does not reach its speed in time=1\r\n");
     machine_.port.onWritten = [this](std::string_view bytes) { written(bytes); };
     application_ = std::make_unique<Application>(Platform{machine_.time.schedule(), machine_.time,

@@ -19,6 +19,7 @@ struct Installation {
     std::string_view commandLine = {};
     std::string_view configuration = {}; ///< lines for section CONFIG of "Quillon.ini"
     std::string_view facts = {};         ///< content of "temp.ini"
+    std::string_view texts = {};         ///< content of "texts.txt"
 };
 
 /// The whole application in its window, on a machine in memory and in virtual time: told what the generator

@@ -10,6 +10,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QList>
 
 #include "Scenes.h"
@@ -52,33 +54,39 @@ bool save(const QImage& picture, const QString& file) {
         .save(file, "PNG", kSmallest);
 }
 
+/// What of all pictures is taken, and in which language.
+struct Wanted {
+    QDir directory;
+    QString part;      ///< of the scenes' names; empty for all
+    std::string texts; ///< the content of a file of texts
+    QString suffix;    ///< of the pictures' names
+};
+
 /// False when the way to the scene was lost or its picture could not be written.
-bool take(const Scene& scene, QSize size, const QDir& directory) {
-    const std::string name(scene.name);
+bool take(const Scene& scene, const QString& name, QSize size, const Wanted& wanted) {
     try {
-        Stage stage(scene.installation, size);
-        scene.play(stage);
-        const QString file = directory.filePath(QString::fromStdString(name + ".png"));
-        if (save(stage.picture(), file)) {
+        const auto stage = scene.staged(size, wanted.texts);
+        const QDir directory(
+            wanted.directory.filePath(QStringLiteral("%1x%2").arg(size.width()).arg(size.height())));
+        directory.mkpath(QStringLiteral("."));
+        const QString file = directory.filePath(name + wanted.suffix + QStringLiteral(".png"));
+        if (save(stage->picture(), file)) {
             return true;
         }
-        std::fprintf(stderr, "%s: cannot write %s\n", name.c_str(), qPrintable(file));
+        std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
     } catch (const std::exception& lost) {
-        std::fprintf(stderr, "%s: %s\n", name.c_str(), lost.what());
+        std::fprintf(stderr, "%s: %s\n", qPrintable(name), lost.what());
     }
     return false;
 }
 
-int takeAll(const QString& where, const QString& only) {
+int takeAll(const Wanted& wanted) {
     int failed = 0;
     for (const QSize size : kSizes) {
-        const QDir directory(
-            QDir(where).filePath(QStringLiteral("%1x%2").arg(size.width()).arg(size.height())));
-        directory.mkpath(QStringLiteral("."));
         for (const Scene& scene : scenes()) {
             const QString name = QLatin1String(scene.name.data(), static_cast<qsizetype>(scene.name.size()));
-            if (only.isEmpty() || name.contains(only)) {
-                failed += take(scene, size, directory) ? 0 : 1;
+            if (name.contains(wanted.part)) {
+                failed += take(scene, name, size, wanted) ? 0 : 1;
             }
         }
     }
@@ -91,16 +99,28 @@ int takeAll(const QString& where, const QString& only) {
 
 int main(int argc, char** argv) {
     if (argc < 2) {
-        std::puts("Usage: quillon-screenshots DIRECTORY [PART OF A SCENE'S NAME]");
+        std::puts("Usage: quillon-screenshots DIRECTORY [PART OF A SCENE'S NAME [FILE OF TEXTS]]");
         return 2;
     }
-    const QString where = QString::fromLocal8Bit(argv[1]);
-    const QString only = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString();
+    quillon::Wanted wanted{QString::fromLocal8Bit(argv[1]), {}, {}, {}};
+    if (argc > 2) {
+        wanted.part = QString::fromLocal8Bit(argv[2]);
+    }
+    if (argc > 3) {
+        QFile file(QString::fromLocal8Bit(argv[3]));
+        if (!file.open(QIODevice::ReadOnly)) {
+            std::fprintf(stderr, "cannot read %s\n", argv[3]);
+            return 2;
+        }
+        wanted.texts = file.readAll().toStdString();
+        // "texts-de.txt" makes "ready-de.png".
+        wanted.suffix = QFileInfo(file).baseName().remove(QStringLiteral("texts"));
+    }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setStyle(QStringLiteral("fusion"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QApplication application(argc, argv);
     QApplication::setPalette(quillon::consolePalette());
     QApplication::setFont(quillon::consoleFont(10));
-    return quillon::takeAll(where, only);
+    return quillon::takeAll(wanted);
 }
