@@ -58,6 +58,11 @@ Arguments readArguments(std::span<char*> words) {
     return arguments;
 }
 
+std::string commandsHelp() {
+    return Generator::commandsHelp() +
+           "\n  cable out|in        pulls the cable out of the console's end, or plugs it in again\n";
+}
+
 void printHelp() {
     std::cout
         << "generator-sim [--link PATH] [--daemon] [--verbose] [KEY=VALUE...]\n\n"
@@ -68,7 +73,7 @@ void printHelp() {
            "  --verbose     traces the traffic on standard error\n\n"
            "Keys:\n"
         << optionsHelp() << "\nCommands:\n"
-        << Generator::commandsHelp() << "\n";
+        << commandsHelp();
 }
 
 std::string printable(std::string_view bytes) {
@@ -100,13 +105,10 @@ Descriptor endSignals() {
 class Session {
 public:
     explicit Session(const Arguments& arguments)
-        : daemon_(arguments.daemon), verbose_(arguments.verbose),
+        : daemon_(arguments.daemon), verbose_(arguments.verbose), linkPath_(arguments.link),
           generator_(
               arguments.options, [this](std::string_view bytes) { send(bytes); }, now()) {
-        if (!arguments.link.empty()) {
-            link_.emplace(arguments.link, terminal_.path());
-        }
-        std::cout << terminal_.path() << std::endl;
+        plugIn();
     }
 
     void run() {
@@ -114,8 +116,8 @@ public:
         bool going = true;
         while (going) {
             polled[0] = {signals_.number(), POLLIN, 0};
-            polled[1] = {terminal_.descriptor(), POLLIN, 0};
-            if (terminal_.hasUnwritten()) {
+            polled[1] = {terminal_ ? terminal_->descriptor() : -1, POLLIN, 0};
+            if (terminal_ && terminal_->hasUnwritten()) {
                 polled[1].events |= POLLOUT;
             }
             polled[2] = {listening_ ? STDIN_FILENO : -1, POLLIN, 0};
@@ -123,7 +125,7 @@ public:
                 throw std::system_error(errno, std::generic_category(), "poll");
             }
             if ((polled[1].revents & POLLOUT) != 0) {
-                terminal_.flush();
+                terminal_->flush();
             }
             if ((polled[1].revents & POLLIN) != 0) {
                 receive();
@@ -150,13 +152,29 @@ private:
         return due ? static_cast<int>(std::clamp<std::int64_t>(*due - now(), 0, 60'000)) : -1;
     }
 
+    void plugIn() {
+        terminal_.emplace();
+        if (!linkPath_.empty()) {
+            link_.emplace(linkPath_, terminal_->path());
+        }
+        std::cout << terminal_->path() << std::endl;
+    }
+
+    /// The device is gone for the console, as when an adapter is pulled; the generator goes on.
+    void pullOut() {
+        link_.reset();
+        terminal_.reset();
+    }
+
     void send(std::string_view bytes) {
-        trace("tx", bytes);
-        terminal_.write(bytes);
+        if (terminal_) {
+            trace("tx", bytes);
+            terminal_->write(bytes);
+        }
     }
 
     void receive() {
-        const std::string bytes = terminal_.read();
+        const std::string bytes = terminal_->read();
         if (!bytes.empty()) {
             trace("rx", bytes);
             generator_.receive(bytes, now());
@@ -176,14 +194,25 @@ private:
             typed_ += '\n'; // a last line may come without its end
         }
         for (std::size_t end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
-            const std::string answer = generator_.command(typed_.substr(0, end), now());
-            if (!answer.empty()) {
-                std::cout << answer << std::endl;
-            }
+            obey(typed_.substr(0, end));
             typed_.erase(0, end + 1);
         }
         if (typed_.size() > kLongestLine) {
             typed_.clear();
+        }
+    }
+
+    void obey(const std::string& command) {
+        if (command == "cable out") {
+            pullOut();
+        } else if (command == "cable in") {
+            if (!terminal_) {
+                plugIn();
+            }
+        } else if (command == "help") {
+            std::cout << commandsHelp() << std::flush;
+        } else if (const std::string answer = generator_.command(command, now()); !answer.empty()) {
+            std::cout << answer << std::endl;
         }
     }
 
@@ -199,7 +228,8 @@ private:
     bool listening_ = true;
     std::string typed_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-    PseudoTerminal terminal_;
+    std::string linkPath_;
+    std::optional<PseudoTerminal> terminal_; // none while the cable is out
     std::optional<DeviceLink> link_;
     Generator generator_;
 };
