@@ -1,9 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -11,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Watch.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
 #include "sim/Generator.h"
@@ -54,7 +53,7 @@ public:
     /// The commands carried out, unless it does not keep them.
     [[nodiscard]] const std::vector<std::string>& done() const { return done_; }
     void keepDone(bool keep) { keepDone_ = keep; }
-    [[nodiscard]] const std::vector<std::string>& violations() const { return violations_; }
+    [[nodiscard]] const std::vector<std::string>& violations() const { return watch_->violations(); }
     /// What becomes of bytes on the line: asked for each write of the console and each message of the
     /// generator.
     std::function<std::string(std::string_view bytes)> toGenerator;
@@ -72,42 +71,27 @@ private:
     void frameWritten(const std::string& text);
     void deliver(std::string_view bytes);
     void heard(std::string_view bytes);
-    void phaseHeard(std::string_view value);
     void wakeGenerator();
     void advance(Milliseconds ms);
-    void watch();
-    void checkScreen();
-    void checkKeys(std::string_view text);
-    void checkMask(std::string_view text);
-    void violation(const std::string& what);
-    void paidFor(std::string_view name);
     bool perform(std::string_view word, std::string_view rest);
     bool act(std::string_view word, const std::string& name, std::string_view value);
     bool clickIfReachable(std::string_view name);
     void clearWhatStands();
     void endEndlessWaits();
-    void checkRest();
-    [[nodiscard]] bool running(std::string_view owner, std::string_view timer);
+    [[nodiscard]] bool running(std::string_view timer);
 
     std::unique_ptr<simulator::Generator> generator_;
     std::unique_ptr<Application> application_;
-    Timer* sending_ = nullptr;
-    Timer* holding_ = nullptr;
+    std::unique_ptr<Watch> watch_;
     std::string partialFrame_;
     std::string partialText_;
     std::optional<Milliseconds> wake_;
     bool writing_ = false;
 
     std::vector<std::string> done_;
-    std::vector<std::string> violations_;
     std::uint64_t frameCount_ = 0;
     std::uint64_t reportCount_ = 0;
     std::set<std::string> held_;
-    std::map<std::string_view, int> allowance_; ///< transmissions that keys have paid for
-    std::set<std::int32_t> masks_{0};           ///< all that stood since the queue was empty
-    std::int32_t mask_ = 0;
-    bool enableAsked_ = false;    ///< since the queue was empty
-    std::string phaseText_ = "-"; ///< what the last report says must stand on the screen
     bool keepDone_ = true;
     bool forced_ = false; ///< the generator was put into a phase from outside
 };
