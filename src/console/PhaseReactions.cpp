@@ -44,6 +44,10 @@ void PhaseReactions::connectSignals() {
 
 void PhaseReactions::phaseChange(std::int32_t newStatus) {
     const ConsoleTexts& texts = context_.texts;
+    if (console_["lblHelp"].caption() == texts.sCommError && newStatus != 1) {
+        // It answers again. Not every phase writes a prompt of its own over the loss.
+        screen_.clearPrompt();
+    }
     switch (newStatus) {
     case 1:
         initialization();
