@@ -20,6 +20,7 @@ struct ConsoleState {
     std::int32_t m_LastPhase = 0;   ///< phase of the previous report
     std::int32_t m_ServiceMode = 0; ///< the last of 2, 6, 8, 9 that was reported; 1 at the start
     bool m_PowerUpSeen = false;
+    bool loanCutOff = false; ///< the generator was lost on its way into user mode
     bool m_AutocalStarting = false;
     bool m_CalibrationStarting = false;
     std::int32_t m_SelectedWorkstation = 0;

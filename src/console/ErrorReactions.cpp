@@ -59,6 +59,8 @@ void ErrorReactions::generatorLost() {
     screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
     screen_.enable({"cmbClose"});
     context_.link.setTempUserMode(false);
+    // On the way into user mode that can only be taken back once the generator is Ready.
+    state_.loanCutOff = context_.link.TempUserMode();
     screen_.enable({"cmbResetError"});
 }
 

@@ -128,6 +128,10 @@ void PhaseReactions::initialization() {
 }
 
 void PhaseReactions::normalOperation() {
+    if (state_.loanCutOff) {
+        state_.loanCutOff = false;
+        context_.link.setTempUserMode(false);
+    }
     const bool userMode = context_.link.TempUserMode();
     const bool movingToUserMode = console_.timer("tmrGotoUserMode").running();
     if (state_.m_LastPhase != 1 && state_.m_LastPhase != 7) {
