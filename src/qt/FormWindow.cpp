@@ -18,9 +18,6 @@ void FormWindow::sync() {
     if (size() != place.size()) {
         resize(place.size());
     }
-    if (control().visible() && isHidden()) {
-        move(place.topLeft());
-    }
     setVisible(control().visible());
     update();
 }
@@ -29,6 +26,15 @@ void FormWindow::resizeEvent(QResizeEvent* /*event*/) {
     if (isVisible() && size() != toPixels(control().place()).size() && requests_.resize) {
         requests_.resize(toTwips(width()), toTwips(height()));
     }
+}
+
+void FormWindow::paintEvent(QPaintEvent* event) {
+    if (!placed_) {
+        // How wide the window manager's frame is shows only now; its title belongs on the screen as well.
+        placed_ = true;
+        move(toPixels(control().place()).topLeft());
+    }
+    SurfaceView::paintEvent(event);
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

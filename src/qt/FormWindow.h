@@ -21,10 +21,12 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     Requests requests_;
+    bool placed_ = false;
 };
 
 } // namespace quillon
