@@ -44,8 +44,8 @@ void PhaseReactions::connectSignals() {
 
 void PhaseReactions::phaseChange(std::int32_t newStatus) {
     const ConsoleTexts& texts = context_.texts;
-    if (console_["lblHelp"].caption() == texts.sCommError && newStatus != 1) {
-        // It answers again. Not every phase writes a prompt of its own over the loss.
+    if (console_["lblHelp"].caption() == texts.sCommError && newStatus != 1 && newStatus != 11) {
+        // It answers again. Not every phase writes words of its own over those of the loss, as these two do.
         screen_.clearPrompt();
     }
     switch (newStatus) {
