@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "base/Numbers.h"
 #include "console/panels/ctrASelFocusOrParam.h"
 #include "console/panels/ctrAWarning.h"
 #include "console/panels/ctrQuillonError.h"
@@ -176,8 +177,9 @@ ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
 void ConsolePanels::show(const Row& row, ModalPanel& panel) {
     const Place frame = context_.console["fraTorvaneSerial"].place();
     if (row.centred) {
-        panel.setPlace({frame.width / 2 + frame.left - panel.width() / 2,
-                        frame.height / 2 + frame.top - panel.height() / 2, panel.width(), panel.height()});
+        panel.setPlace({toInt32((frame.width - panel.width()) / 2.0 + frame.left),
+                        toInt32((frame.height - panel.height()) / 2.0 + frame.top), panel.width(),
+                        panel.height()});
     } else {
         panel.setPlace(frame);
     }
