@@ -62,8 +62,6 @@ void Closing::close() {
     context_.link.setTempUserMode(false);
     screen_.hide({"cmbReadExposureCounters", "cmbGoToUserMode"});
     screen_.show({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration"});
-    // Nothing may begin any more.
-    screen_.disable({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbClose"});
     BeginClosing();
 }
 

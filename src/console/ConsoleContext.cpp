@@ -41,7 +41,7 @@ bool ConsoleScreen::errorOnShow() const {
 }
 
 bool ConsoleScreen::withdrawn(std::string_view key) const {
-    return !console_[key].enabled();
+    return !console_[key].enabled() || console_.timer("tmrGoodbye").running();
 }
 
 void ConsoleScreen::clearActualExposure() const {

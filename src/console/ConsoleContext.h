@@ -48,7 +48,8 @@ public:
     void clearPrompt() const;
     [[nodiscard]] bool errorOnShow() const;
     /// The key was disabled while a finger was on it: its release must not begin anything, since the
-    /// generator has moved on (an exposure, say) or another finger was quicker.
+    /// generator has moved on (an exposure, say) or another finger was quicker. So are all keys while the
+    /// console closes.
     [[nodiscard]] bool withdrawn(std::string_view key) const;
     /// Empties the four values of the last exposure.
     void clearActualExposure() const;
