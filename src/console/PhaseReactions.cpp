@@ -27,7 +27,7 @@ void PhaseReactions::connectSignals() {
         [this](bool ready) { cmdPrep_.setBackColour(ready ? kPreparationColour : state_.ButtonOffColor); });
     events.XRayStatusChange.connect([this](bool lit) { lightExposure(lit); });
     events.FlExposureStatusChange.connect([this](bool lit) { lightExposure(lit); });
-    events.AutocalConfirmDismiss.connect([this] { screen_.enable({"fraTorvaneSerial"}); });
+    events.AutocalConfirmDismiss.connect([this] { askToConfirm(); });
     events.KVPChangeValue.connect([this](const std::string& value) { state_.m_LastKVPDisplay = value; });
     events.MASChangeDisplay.connect(
         [this](const std::string&) { context_.link.setStatusUpdateEnable(true); });
@@ -253,6 +253,16 @@ void PhaseReactions::autocalibration() {
     }
     state_.m_ServiceMode = 9;
     console_["cmbClose"].setCaption(context_.texts.m_ExitCaption);
+}
+
+void PhaseReactions::askToConfirm() {
+    screen_.enable({"fraTorvaneSerial"});
+    if (!console_["fraTorvaneSerial"].visible() && state_.m_ServiceMode == 6 && !tmrDelay_.running()) {
+        // The entry was given up before the generator asked; its question must be in reach all the same.
+        screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
+        screen_.show({"lblHelp"});
+        showLinkControl();
+    }
 }
 
 void PhaseReactions::showLinkControl() {

@@ -22,6 +22,7 @@ private:
     void autocalibration();
     void lightPreparation(bool lit);
     void lightExposure(bool lit);
+    void askToConfirm();
     void showLinkControl();
     void connectSignals();
 

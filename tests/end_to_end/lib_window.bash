@@ -27,7 +27,7 @@ trap finish_window EXIT
 declare -A place=(
     [close]='880 192' [counters]='880 263' [configuration]='880 335' [calibration]='880 406'
     [autocalibration]='880 478' [user]='880 478' [reset]='844 549'
-    [workstation-ok]='558 528' [focus-ok]='608 146' [yes]='210 566' [confirm]='473 209'
+    [workstation-ok]='558 528' [focus-ok]='608 146' [yes]='210 566' [confirm]='473 209' [dismiss]='657 209'
     [remote]='570 700' [orla]='190 700' [kv-up]='92 243' [log-ok]='653 371' [panel-ok]='383 402'
 )
 

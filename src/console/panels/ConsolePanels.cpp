@@ -199,6 +199,8 @@ void ConsolePanels::ErrorMessage(std::int16_t code) {
     const Row& row = *find(kError);
     ModalPanel* panel = create(row, [this](ModalPanel&, std::string_view, std::int16_t) {
         remove(kError);
+        // The workflow that failed may have left the poll off: only the generator knows where it stands now.
+        context_.link.setStatusUpdateEnable(true);
         screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
         context_.console.timer("tmrWaitRefresh").run();
     });
