@@ -75,7 +75,9 @@ TEST_P(EveryScene, ShowsAllItsTextAndNothingLiesOverAnother) {
 TEST(Scenes, BetweenThemShowEachTextThatCanBeReplaced) {
     const std::vector<std::string> names =
         sceneNamed("power-up").staged(QSize(1024, 768))->application().console().textNames();
-    const auto mark = [&names](std::size_t number) { return "<" + std::to_string(number) + ">"; };
+    const auto mark = [](std::size_t number) {
+        return std::string("<").append(std::to_string(number)).append(">");
+    };
     std::string texts;
     for (std::size_t i = 0; i < names.size(); ++i) {
         texts.append(names[i]).append("=").append(mark(i)).append("\n");
