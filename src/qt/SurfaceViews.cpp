@@ -51,7 +51,7 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
     }
     // Around a single thing there is nothing to group.
     if (control().border() && (caption || control().stack().size() > 1)) {
-        paintPlate(painter, outline, Qt::transparent, QColor::fromRgb(kFaintEdge), 1, 5);
+        paintPlate(painter, outline, ground(), QColor::fromRgb(kFaintEdge), 1, 5);
     }
     if (caption) {
         painter.fillRect(caption->place, ground());

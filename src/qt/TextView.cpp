@@ -24,6 +24,7 @@ void TextView::makeEditor() {
     delete editor();
     line_ = nullptr;
     lines_ = nullptr;
+    dressed_.reset();
     if (control().multiLine()) {
         lines_ = new QPlainTextEdit(this);
         lines_->setFrameShape(QFrame::NoFrame);
@@ -56,13 +57,14 @@ void TextView::sync() {
     box.setGeometry(rect().adjusted(7, 3, -7, -4));
     const bool reading = control().readOnly();
     box.setFont(consoleFont(control().fontSize(), reading && line_ != nullptr));
-    QPalette colours = box.palette();
-    if (control().backColour() != kWindowColour) {
-        colours.setColor(QPalette::Base, screenColour(control().backColour()));
-    } else {
-        colours = consolePalette();
+    if (dressed_ != control().backColour()) {
+        dressed_ = control().backColour();
+        QPalette colours = consolePalette();
+        if (dressed_ != kWindowColour) {
+            colours.setColor(QPalette::Base, screenColour(*dressed_));
+        }
+        box.setPalette(colours);
     }
-    box.setPalette(colours);
     const QString text = toQtLines(control().text());
     if (lines_ != nullptr) {
         lines_->setReadOnly(reading);

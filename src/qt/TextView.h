@@ -29,6 +29,7 @@ private:
     Input& input_;
     QLineEdit* line_ = nullptr;
     QPlainTextEdit* lines_ = nullptr;
+    std::optional<Colour> dressed_; ///< the ground that the editor's palette is for
 };
 
 } // namespace quillon
