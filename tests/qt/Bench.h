@@ -70,9 +70,19 @@ protected:
         QCoreApplication::sendEvent(screen.window().windowHandle(), &event);
     }
 
+    void tap(QPoint place) {
+        mouse(QEvent::MouseButtonPress, place);
+        mouse(QEvent::MouseButtonRelease, place);
+    }
+
     void key(QEvent::Type type, int code, bool repeat = false) {
         QKeyEvent event(type, code, Qt::NoModifier, {}, repeat);
         QCoreApplication::sendEvent(screen.window().windowHandle(), &event);
+    }
+
+    void strike(int code) {
+        key(QEvent::KeyPress, code);
+        key(QEvent::KeyRelease, code);
     }
 
     VirtualClock clock;

@@ -106,28 +106,55 @@ TEST(TouchTargets, AreAFingerWideInTheWindowThatFitsTheTouchPanel) {
     }
 }
 
-/// The inspection itself: each fault that it is there for is made and has to be told.
-class InspectionTest : public testing::Test {
-protected:
-    static std::vector<std::string> findingsOf(Stage& scene) {
-        return inspect(scene.screen(), scene.application().form());
-    }
-    std::vector<std::string> findings() { return findingsOf(*stage); }
+// The inspection itself: each fault that it is there for is made and has to be told.
 
-    const std::unique_ptr<Stage> stage = sceneNamed("ready").staged(QSize(1024, 768));
-};
+constexpr QSize kWindow(1024, 768);
 
-TEST_F(InspectionTest, TellsOfACaptionThatIsTooLong) {
-    EXPECT_THAT(findings(), IsEmpty());
-    stage->control("cmbConfiguration").setCaption("Konfigurationseinstellungsverwaltung");
-    EXPECT_THAT(findings(), ElementsAre(HasSubstr("cmbConfiguration \"Konfig")));
-    stage->control("cmbConfiguration").setCaption("Configuration");
-    EXPECT_THAT(findings(), IsEmpty());
-    stage->control("lblError").setCaption("123456789012345");
-    EXPECT_THAT(findings(), ElementsAre(HasSubstr("lblError \"1234")));
+std::vector<std::string> findingsOf(Stage& stage) {
+    return inspect(stage.screen(), stage.application().form());
 }
 
-TEST_F(InspectionTest, TellsOfTextsInAnotherLanguageThatAreTooLong) {
+TEST(Inspection, TellsOfTextThatDoesNotFitOrCannotBeReadAndOfWhatIsInTheWrongPlace) {
+    const struct {
+        void (*spoil)(Stage& stage);
+        const char* finding;
+    } rows[] = {
+        {[](Stage& stage) {
+             stage.control("cmbConfiguration").setCaption("Konfigurationseinstellungsverwaltung");
+         },
+         "cmbConfiguration \"Konfig"},
+        {[](Stage& stage) { stage.control("lblError").setCaption("123456789012345"); }, "lblError \"1234"},
+        {[](Stage& stage) {
+             stage.control("fraRemote").setVisible(true);
+             stage.control("txtRemoteSID").setText("1234567890123");
+         },
+         "txtRemoteSID \"1234567890123\" is clipped"},
+        {[](Stage& stage) { stage.control("cmbClose").setBackColour(0x404040); },
+         "cmbClose \"Close\" has a contrast of 1."},
+        {[](Stage& stage) {
+             Control& key = stage.control("cmbConfiguration");
+             key.setTop(key.top() + 300);
+         },
+         "cmbConfiguration lies half under cmbManualCalibration"},
+        {[](Stage& stage) {
+             Control& key = stage.control("cmbConfiguration");
+             key.setWidth(key.width() + 3000);
+         },
+         "cmbConfiguration leaves Quillon"},
+    };
+    for (const auto& [spoil, finding] : rows) {
+        const auto stage = sceneNamed("ready").staged(kWindow);
+        EXPECT_THAT(findingsOf(*stage), IsEmpty());
+        spoil(*stage);
+        EXPECT_THAT(findingsOf(*stage), Contains(HasSubstr(finding)));
+    }
+    const auto stage = sceneNamed("ready").staged(kWindow);
+    stage->control("cmbClose").setHeight(600);
+    EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), 45),
+                ElementsAre(HasSubstr("cmbClose is ")));
+}
+
+TEST(Inspection, TellsOfTextsInAnotherLanguageThatAreTooLong) {
     const struct {
         const char* scene;
         const char* text;
@@ -139,32 +166,9 @@ TEST_F(InspectionTest, TellsOfTextsInAnotherLanguageThatAreTooLong) {
          "cmbAutocalYes \"Einv"},
     };
     for (const auto& [scene, text, finding] : rows) {
-        const auto replaced = sceneNamed(scene).staged(QSize(1024, 768), text);
-        EXPECT_THAT(findingsOf(*replaced), ElementsAre(HasSubstr(finding)));
+        const auto stage = sceneNamed(scene).staged(kWindow, text);
+        EXPECT_THAT(findingsOf(*stage), ElementsAre(HasSubstr(finding)));
     }
-}
-
-TEST_F(InspectionTest, TellsOfTextThatDoesNotFitABox) {
-    stage->control("fraRemote").setVisible(true);
-    stage->control("txtRemoteSID").setText("1234567890123");
-    EXPECT_THAT(findings(), Contains(HasSubstr("txtRemoteSID \"1234567890123\" is clipped")));
-}
-
-TEST_F(InspectionTest, TellsOfWhatLiesOverAnotherOrLeavesItsPlace) {
-    Control& key = stage->control("cmbConfiguration");
-    key.setTop(key.top() + 300);
-    EXPECT_THAT(findings(), Contains(HasSubstr("cmbConfiguration lies half under cmbManualCalibration")));
-    key.setTop(key.top() - 300);
-    key.setWidth(key.width() + 3000);
-    EXPECT_THAT(findings(), Contains(HasSubstr("cmbConfiguration leaves Quillon")));
-}
-
-TEST_F(InspectionTest, TellsOfSmallTargetsAndPoorContrast) {
-    stage->control("cmbClose").setHeight(600);
-    EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), 45),
-                ElementsAre(HasSubstr("cmbClose is ")));
-    stage->control("cmbClose").setBackColour(0x404040);
-    EXPECT_THAT(findings(), ElementsAre(HasSubstr("cmbClose \"Close\" has a contrast of 1.")));
 }
 
 } // namespace

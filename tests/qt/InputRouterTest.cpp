@@ -54,8 +54,7 @@ TEST_F(InputRouterTest, MousePressesAndReleases) {
     EXPECT_EQ(takeLog(), "first press, first release, first click, ");
 
     first.setEnabled(false);
-    mouse(QEvent::MouseButtonPress, onFirst);
-    mouse(QEvent::MouseButtonRelease, onFirst);
+    tap(onFirst);
     EXPECT_EQ(takeLog(), "");
 }
 
@@ -85,16 +84,14 @@ TEST_F(InputRouterTest, AReleaseAlwaysReachesWhatWasPressed) {
     up();
     EXPECT_EQ(takeLog(), "") << "released once only";
     EXPECT_FALSE(screen.view(first)->pressed());
-}
 
-TEST_F(InputRouterTest, AMessageBoxBreaksAHoldOff) {
-    mouse(QEvent::MouseButtonPress, onFirst);
-    input.boxOpened();
-    QEvent blocked(QEvent::WindowBlocked);
-    QCoreApplication::sendEvent(screen.window().windowHandle(), &blocked);
-    input.boxClosed();
-    mouse(QEvent::MouseButtonRelease, onFirst);
-    EXPECT_EQ(takeLog(), "first press, first cancel, ");
+    const auto openBox = [this] {
+        input.boxOpened();
+        QEvent blocked(QEvent::WindowBlocked);
+        QCoreApplication::sendEvent(screen.window().windowHandle(), &blocked);
+        input.boxClosed();
+    };
+    EXPECT_EQ(pressWhile(openBox, up), "first press, first cancel, ") << "a box breaks a hold off";
     EXPECT_FALSE(screen.view(first)->pressed());
 }
 
@@ -118,8 +115,7 @@ TEST_F(InputRouterTest, TheKeyboardWalksInTheOrderOfEnumerationAndPressesWithSpa
     third.sendToBack(); // the order on the screen is another matter
     turn();
     const auto space = [this] {
-        key(QEvent::KeyPress, Qt::Key_Space);
-        key(QEvent::KeyRelease, Qt::Key_Space);
+        strike(Qt::Key_Space);
         return takeLog();
     };
     EXPECT_EQ(space(), "") << "the keyboard is nowhere yet";
@@ -158,8 +154,7 @@ TEST_F(InputRouterTest, ASliderMovesWithTheFingerAndIsToldWhenItIsLetGo) {
     EXPECT_THAT(takeLog(), testing::EndsWith("slider release, "));
     key(QEvent::KeyPress, Qt::Key_Tab);
     key(QEvent::KeyPress, Qt::Key_Backtab);
-    key(QEvent::KeyPress, Qt::Key_Left);
-    key(QEvent::KeyRelease, Qt::Key_Left);
+    strike(Qt::Key_Left);
     EXPECT_EQ(slider.value(), 99);
     EXPECT_THAT(takeLog(), testing::EndsWith("slider release, "));
 }
@@ -172,8 +167,7 @@ TEST_F(InputRouterTest, AListOpensAndTakesOneEntry) {
     auto* view = dynamic_cast<ListView*>(screen.view(list));
     ASSERT_NE(view, nullptr);
     const auto open = [&] {
-        mouse(QEvent::MouseButtonPress, {50, 120});
-        mouse(QEvent::MouseButtonRelease, {50, 120});
+        tap({50, 120});
         return view->popup();
     };
     ASSERT_NE(open(), nullptr);

@@ -44,8 +44,7 @@ TEST_F(ScreenTest, WidgetsComeAndGoWithTheControls) {
 
     // A panel's key takes the panel away from inside its own handler.
     panel.at("cmbOK").on.click = [this] { form.removeKeyed("Panel"); };
-    mouse(QEvent::MouseButtonPress, {250, 50});
-    mouse(QEvent::MouseButtonRelease, {250, 50});
+    tap({250, 50});
     EXPECT_FALSE(panelView->isVisible());
     turn();
     EXPECT_TRUE(panelView == nullptr && innerView == nullptr);
