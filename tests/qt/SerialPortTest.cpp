@@ -89,7 +89,8 @@ TEST_F(SerialPortTest, ADeviceThatVanishesIsClosedOnceAndComesBackByItself) {
 TEST_F(SerialPortTest, WhatWaitsForTheLineIsBoundedAndLostInWholeFrames) {
     plug();
     ASSERT_TRUE(open());
-    const std::string frame = std::string(997, 'x') + "\r\n\x03";
+    std::string frame(997, 'x');
+    frame.append("\r\n\x03");
     for (int i = 0; i < 400; ++i) {
         port.write(frame);
         turn();
