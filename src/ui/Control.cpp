@@ -91,10 +91,6 @@ const Place& Control::place() const {
     return place_;
 }
 
-void Control::setLeft(Twips left) {
-    setPlace({left, place_.top, place_.width, place_.height});
-}
-
 void Control::setTop(Twips top) {
     setPlace({place_.left, top, place_.width, place_.height});
 }

@@ -98,7 +98,6 @@ public:
     [[nodiscard]] Twips width() const { return place().width; }
     [[nodiscard]] Twips height() const { return place().height; }
     [[nodiscard]] const Place& place() const;
-    void setLeft(Twips left);
     void setTop(Twips top);
     void setWidth(Twips width);
     void setHeight(Twips height);

@@ -31,19 +31,12 @@ public:
     Bench(const Bench&) = delete;
     Bench& operator=(const Bench&) = delete;
 
-    /// Up and in phase 2, with nothing waiting on the line.
-    Bench& up() {
-        wait(4000);
-        bytes_.clear();
-        return *this;
-    }
-
     void raw(std::string_view bytes) { generator_.receive(bytes, now_); }
 
-    /// What comes back for a frame within a while that is too short for a change of mode.
-    Lines ask(std::string_view text) {
+    /// What comes back for a frame, at first within a while that is too short for a change of mode.
+    Lines ask(std::string_view text, std::int64_t ms = 100) {
         raw(std::string(text) + "\r\n\x03");
-        return wait(100);
+        return wait(ms);
     }
 
     /// The messages of the time that passes.
@@ -63,6 +56,12 @@ public:
 
     std::string desk(std::string_view line) { return generator_.command(line, now_); }
 
+    /// The messages of the time after something has befallen the generator.
+    Lines after(std::string_view line, std::int64_t ms) {
+        EXPECT_EQ(desk(line), "") << line;
+        return wait(ms);
+    }
+
     /// The value of a line of the status.
     std::string status(const std::string& name) {
         const std::string text = std::string("\n").append(desk("status")).append("\n");
@@ -80,6 +79,18 @@ private:
     std::string bytes_;
     std::int64_t now_ = 0;
     Generator generator_;
+};
+
+/// Up and in phase 2, with nothing waiting on the line.
+struct UpBench : Bench {
+    explicit UpBench(std::initializer_list<std::string_view> settings = {}) : Bench(settings) { wait(4000); }
+};
+
+/// The same in calibration.
+struct CalibratingBench : UpBench {
+    explicit CalibratingBench(std::initializer_list<std::string_view> settings = {}) : UpBench(settings) {
+        ask("CA1", 1100);
+    }
 };
 
 inline bool holds(const Lines& lines, std::string_view line) {

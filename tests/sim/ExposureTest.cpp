@@ -4,15 +4,12 @@ namespace simulator::test {
 namespace {
 
 TEST(Exposure, RunsFromTheHandSwitchThroughItsPhases) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.ask("MS 200");
-    EXPECT_EQ(bench.desk("prepare"), "");
-    EXPECT_EQ(bench.wait(100), (Lines{"PS1", "ST3"}));
+    EXPECT_EQ(bench.after("prepare", 100), (Lines{"PS1", "ST3"}));
     EXPECT_EQ(bench.ask("KV+"), Lines{}) << "the values stand while the tube is prepared";
     EXPECT_EQ(bench.wait(1000), Lines{"PR1"});
-    bench.desk("expose");
-    EXPECT_EQ(bench.wait(200), (Lines{"XS1", "ST4", "XR1"}));
+    EXPECT_EQ(bench.after("expose", 200), (Lines{"XS1", "ST4", "XR1"}));
     EXPECT_EQ(bench.wait(200),
               (Lines{"XR0", "XE0", "PD010020.0200.0", "MXS20.0", "XS0", "PR0", "PS0", "ST2"}));
     EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC01"}));
@@ -22,36 +19,28 @@ TEST(Exposure, RunsFromTheHandSwitchThroughItsPhases) {
 }
 
 TEST(Exposure, ReleaseEndsItEarlyOrStopsThePreparation) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.ask("MS 1000");
-    bench.desk("expose");
-    bench.wait(1500);
-    bench.desk("release");
-    const Lines end = bench.wait(100);
+    bench.after("expose", 1500);
+    const Lines end = bench.after("release", 100);
     EXPECT_TRUE(holds(end, "XE1"));
     EXPECT_TRUE(holds(end, "PD010050.0500.0"));
-    bench.desk("prepare");
-    bench.wait(500);
-    bench.desk("release");
-    EXPECT_EQ(bench.wait(2000), (Lines{"PS0", "ST2"}));
+    bench.after("prepare", 500);
+    EXPECT_EQ(bench.after("release", 2000), (Lines{"PS0", "ST2"}));
     EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC01"}));
 }
 
 TEST(Exposure, TheConsoleCanGiveTheWord) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     EXPECT_EQ(bench.ask("XR1"), Lines{}) << "only in preparation";
-    bench.desk("prepare");
-    bench.wait(1500);
+    bench.after("prepare", 1500);
     const Lines lines = bench.ask("XR1");
     EXPECT_EQ(lines.front(), "AK");
     EXPECT_TRUE(holds(lines, "XR1"));
 }
 
 TEST(Exposure, NeedsTheConsolesLeaveAndAClosedDoor) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     EXPECT_EQ(bench.ask("RX0"), Lines{"AK"});
     EXPECT_EQ(bench.desk("expose").substr(0, 1), "?");
     EXPECT_EQ(bench.desk("fluoro on").substr(0, 1), "?");
@@ -63,21 +52,17 @@ TEST(Exposure, NeedsTheConsolesLeaveAndAClosedDoor) {
 }
 
 TEST(Exposure, TheChamberCutsItShort) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.ask("FI11");
     bench.ask("MS 1000");
-    bench.desk("expose");
-    const Lines lines = bench.wait(2000);
+    const Lines lines = bench.after("expose", 2000);
     EXPECT_TRUE(holds(lines, "XE0"));
     EXPECT_FALSE(holds(lines, "MXS100"));
 }
 
 TEST(Tube, TooHotItRestsUntilItHasCooled) {
-    Bench bench({"powerup=0"});
-    bench.up();
-    bench.desk("heat 95");
-    EXPECT_EQ(bench.wait(100), (Lines{"ST10", "HL1"}));
+    UpBench bench({"powerup=0"});
+    EXPECT_EQ(bench.after("heat 95", 100), (Lines{"ST10", "HL1"}));
     EXPECT_EQ(bench.desk("expose").substr(0, 1), "?");
     EXPECT_EQ(bench.wait(199'800), Lines{});
     EXPECT_EQ(bench.wait(200), (Lines{"HL0", "ST2"}));
@@ -86,8 +71,7 @@ TEST(Tube, TooHotItRestsUntilItHasCooled) {
 }
 
 TEST(Records, CountersAndTheirReset) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.desk("set counter0 17");
     EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC017"}));
     EXPECT_EQ(bench.ask("TCR0"), Lines{"AK"});
@@ -103,11 +87,9 @@ TEST(Records, CountersAndTheirReset) {
 }
 
 TEST(Records, DoseAddsUpAndIsReset) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     for (int exposure = 0; exposure < 2; ++exposure) {
-        bench.desk("expose");
-        bench.wait(2000);
+        bench.after("expose", 2000);
     }
     EXPECT_EQ(bench.ask("DO?"), (Lines{"AK", "DO245-02"}));
     EXPECT_EQ(bench.ask("DOA?"), (Lines{"AK", "DOA490-02"}));
@@ -116,10 +98,8 @@ TEST(Records, DoseAddsUpAndIsReset) {
 }
 
 TEST(Faults, AnErrorStandsUntilItsReset) {
-    Bench bench;
-    bench.up();
-    bench.desk("error 12");
-    EXPECT_EQ(bench.wait(100), (Lines{"ST7", "ER12"}));
+    UpBench bench;
+    EXPECT_EQ(bench.after("error 12", 100), (Lines{"ST7", "ER12"}));
     EXPECT_EQ(bench.ask("ER?"), (Lines{"AK", "ER12"}));
     EXPECT_EQ(bench.ask("RF"), Lines{});
     EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
@@ -129,25 +109,20 @@ TEST(Faults, AnErrorStandsUntilItsReset) {
 
 TEST(Faults, AnErrorEndsThePowerUp) {
     Bench bench;
-    bench.desk("error 1");
-    EXPECT_EQ(bench.wait(10'000), (Lines{"ST1", "ST7", "ER1"}));
+    EXPECT_EQ(bench.after("error 1", 10'000), (Lines{"ST1", "ST7", "ER1"}));
     EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
 }
 
 TEST(Faults, AnErrorStopsTheExposure) {
-    Bench bench;
-    bench.up();
-    bench.desk("expose");
-    bench.wait(500);
-    bench.desk("error 3");
-    EXPECT_EQ(bench.wait(5000), (Lines{"ST7", "ER3"}));
+    UpBench bench;
+    bench.after("expose", 500);
+    EXPECT_EQ(bench.after("error 3", 5000), (Lines{"ST7", "ER3"}));
     EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
     EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC00"}));
 }
 
 TEST(Faults, InterlocksWarningsAndLamps) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     for (const auto& [command, message] : {std::pair{"error L3", "ERL03"},
                                            {"warning 11", "WN11"},
                                            {"aec 1", "AR1"},

@@ -21,22 +21,19 @@ TEST(PowerUp, FoundInAPhaseItSaysNothingUntilAsked) {
 }
 
 TEST(PowerUp, APowerCutForgetsTheSetValuesAndKeepsTheCounters) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.ask("KV 90");
     bench.desk("set counter0 12");
     bench.desk("power off");
     EXPECT_EQ(bench.ask("ST"), Lines{});
     EXPECT_EQ(bench.desk("expose"), "?it is off");
-    EXPECT_EQ(bench.desk("power on"), "");
-    EXPECT_EQ(bench.wait(4000), (Lines{"ST1", "ST2", "RX?"}));
+    EXPECT_EQ(bench.after("power on", 4000), (Lines{"ST1", "ST2", "RX?"}));
     EXPECT_EQ(bench.ask("KV?"), (Lines{"AK", "KV70"}));
     EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC012"}));
 }
 
 TEST(Answers, AcknowledgementFirstThenTheValueEachAfterItsDelay) {
-    Bench bench({"ack=20", "answer=50"});
-    bench.up();
+    UpBench bench({"ack=20", "answer=50"});
     bench.raw("KV?\r\n\x03");
     EXPECT_EQ(bench.wait(19), Lines{});
     EXPECT_EQ(bench.wait(1), Lines{"AK"});
@@ -45,8 +42,7 @@ TEST(Answers, AcknowledgementFirstThenTheValueEachAfterItsDelay) {
 }
 
 TEST(Answers, AMessageNeverOvertakesAnother) {
-    Bench bench({"ack=5", "answer=100"});
-    bench.up();
+    UpBench bench({"ack=5", "answer=100"});
     bench.raw("KV?\r\n\x03");
     bench.wait(50);
     bench.raw("MA?\r\n\x03");
@@ -54,8 +50,7 @@ TEST(Answers, AMessageNeverOvertakesAnother) {
 }
 
 TEST(Answers, PollsAreAnsweredByTheirValuesAlone) {
-    Bench bench({"heat=42"});
-    bench.up();
+    UpBench bench({"heat=42"});
     EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
     EXPECT_EQ(bench.ask("HU"), Lines{"HE42"});
 }
@@ -71,8 +66,7 @@ TEST(Answers, TheEndOfAMessageCanBeChosen) {
 }
 
 TEST(Frames, MayComeInPiecesOrTogether) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     for (const char byte : std::string("ST\r\n\x03")) {
         bench.raw(std::string(1, byte));
     }
@@ -82,8 +76,7 @@ TEST(Frames, MayComeInPiecesOrTogether) {
 }
 
 TEST(Frames, AFlushIsLegalAndUnanswered) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     EXPECT_EQ(bench.ask(""), Lines{});
     EXPECT_EQ(bench.status("flushes"), "1");
     EXPECT_EQ(bench.status("malformed"), "0");
@@ -93,8 +86,7 @@ TEST(Frames, CrookedOnesAreCountedAndDropped) {
     const std::string crooked[] = {"ST\r\x03",       "ST\n\x03",          "ST\x03",
                                    "S\x01T\r\n\x03", "KV?\r\nST\r\n\x03", std::string(200, 'A') + "\r\n\x03"};
     for (const std::string& frame : crooked) {
-        Bench bench;
-        bench.up();
+        UpBench bench;
         bench.raw(frame);
         EXPECT_EQ(bench.wait(100), Lines{}) << frame;
         EXPECT_NE(bench.status("malformed"), "0") << frame;
@@ -102,8 +94,7 @@ TEST(Frames, CrookedOnesAreCountedAndDropped) {
 }
 
 TEST(Frames, AFrameThatBreaksOffDoesNotSpoilTheNext) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.raw("KV");
     bench.wait(1001);
     EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
@@ -111,8 +102,7 @@ TEST(Frames, AFrameThatBreaksOffDoesNotSpoilTheNext) {
 }
 
 TEST(Refusals, AreSilentAndCountedByTheirReason) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     EXPECT_EQ(bench.ask("TU+"), Lines{});
     EXPECT_EQ(bench.ask("C+"), Lines{});
     EXPECT_EQ(bench.ask("KV"), Lines{});
@@ -126,8 +116,7 @@ TEST(Refusals, AreSilentAndCountedByTheirReason) {
 }
 
 TEST(Faults, LostAcknowledgementsLeaveTheCommandDone) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.desk("drop 2");
     EXPECT_EQ(bench.ask("KVU"), Lines{"KV71"});
     EXPECT_EQ(bench.ask("KVU"), Lines{"KV72"});
@@ -142,8 +131,7 @@ TEST(Faults, LostAcknowledgementsLeaveTheCommandDone) {
 }
 
 TEST(Faults, SilenceWorksOnAndSaysNothing) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.desk("silence on");
     EXPECT_EQ(bench.ask("KV 90"), Lines{});
     bench.desk("silence off");
@@ -189,8 +177,7 @@ TEST(Robustness, AnyBytesAndAnyCommandsAreBorne) {
     }
     bench.desk("power off");
     bench.desk("set noise 0");
-    bench.desk("power on");
-    bench.wait(10'000);
+    bench.after("power on", 10'000);
     EXPECT_TRUE(holds(bench.ask("ST"), "ST2") || holds(bench.ask("ST"), "ST10"));
 }
 
@@ -208,16 +195,31 @@ TEST(OptionsTest, WrongOnesAreNamed) {
 }
 
 TEST(Desk, TellsWhatItCannotDo) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     for (const std::string_view wrong : {"jump", "phase 14", "phase x", "door", "door 2", "jump 1", "error",
                                          "noise x", "drop", "set kv", "set seed 3", "release", "fluoro off",
                                          "power on", "heat 101", "send", "expose now", "set colour red"}) {
         EXPECT_EQ(bench.desk(wrong).substr(0, 1), "?") << wrong;
     }
     EXPECT_EQ(bench.desk(""), "");
-    EXPECT_EQ(bench.desk("  DOOR   1 "), "");
-    EXPECT_EQ(bench.wait(50), Lines{"DL1"});
+    for (const std::string_view named : {"  set KEY VALUE", "door", "seed="}) {
+        EXPECT_NE((bench.desk("help") + optionsHelp()).find(named), std::string::npos) << named;
+    }
+    EXPECT_EQ(bench.after("  DOOR   1 ", 50), Lines{"DL1"});
+}
+
+TEST(Desk, SetsTheValuesAsAHandAtTheGeneratorDoes) {
+    UpBench bench;
+    for (const auto& [command, answer, told] : {std::tuple{"set focus large", "", Lines{"FO10", "FO21"}},
+                                                {"set ma 320", "", {"MA320", "MXS32.0"}},
+                                                {"set ms 63", "", {"MS63", "MXS20.2"}},
+                                                {"set mas 40", "", {"MX40.0", "MSS125"}},
+                                                {"set kv 80", "", {"KV80"}},
+                                                {"set kv 999", "limited", {"KV150", "WN3"}},
+                                                {"set heat 20", "", {}}}) {
+        EXPECT_EQ(bench.desk(command), answer) << command;
+        EXPECT_EQ(bench.wait(100), told) << command;
+    }
 }
 
 } // namespace

@@ -3,16 +3,8 @@
 namespace simulator::test {
 namespace {
 
-/// In calibration, with its first report read.
-void calibrate(Bench& bench) {
-    bench.up();
-    bench.ask("CA1");
-    bench.wait(1000);
-}
-
 TEST(Configuration, IsEnteredReportedAndLeft) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     EXPECT_EQ(bench.ask("CF1"), Lines{"AK"});
     EXPECT_EQ(bench.wait(300), (Lines{"ST8", "WS1", "TU1", "WM0", "IC0", "WSI0", "WSF0", "WSS0", "KVT0",
                                       "FI00", "FI10", "FI20", "FLD1"}));
@@ -24,10 +16,8 @@ TEST(Configuration, IsEnteredReportedAndLeft) {
 }
 
 TEST(Configuration, ValuesAreSteppedWithinTheirLimitsForEachWorkstation) {
-    Bench bench;
-    bench.up();
-    bench.ask("CF1");
-    bench.wait(500);
+    UpBench bench;
+    bench.ask("CF1", 600);
     EXPECT_EQ(bench.ask("TU+"), (Lines{"AK", "TU2"}));
     EXPECT_EQ(bench.ask("TU+"), (Lines{"AK", "TU2"}));
     EXPECT_EQ(bench.ask("WM-"), (Lines{"AK", "WM0"}));
@@ -38,53 +28,40 @@ TEST(Configuration, ValuesAreSteppedWithinTheirLimitsForEachWorkstation) {
     EXPECT_TRUE(holds(bench.ask("WS3"), "TU1"));
     EXPECT_TRUE(holds(bench.ask("WS1"), "TU2"));
     EXPECT_TRUE(holds(bench.ask("CFD"), "TU1"));
-    bench.ask("CF0");
-    bench.wait(500);
+    bench.ask("CF0", 600);
     EXPECT_EQ(bench.ask("WS2"), (Lines{"AK", "WS2", "WM1"}));
 }
 
 TEST(Configuration, TheTubeOfTheWorkstationDecidesWhichCounterRises) {
-    Bench bench;
-    bench.up();
-    bench.ask("CF1");
-    bench.wait(500);
+    UpBench bench;
+    bench.ask("CF1", 600);
     bench.ask("TU+");
-    bench.ask("CF0");
-    bench.wait(500);
-    bench.desk("expose");
-    bench.wait(2000);
+    bench.ask("CF0", 600);
+    bench.after("expose", 2000);
     EXPECT_EQ(bench.ask("TC1"), (Lines{"AK", "TC11"}));
     EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC00"}));
 }
 
 TEST(ServiceModes, TheDipSwitchKeepsThemOut) {
-    Bench bench({"dipswitch=0"});
-    bench.up();
+    UpBench bench({"dipswitch=0"});
     EXPECT_EQ(bench.ask("CF1"), Lines{"AK"});
     EXPECT_EQ(bench.ask("CA1"), Lines{"AK"});
     EXPECT_EQ(bench.wait(5000), Lines{});
 }
 
 TEST(ServiceModes, AnErrorDoesNotLeaveThem) {
-    Bench bench;
-    bench.up();
-    bench.ask("CF1");
-    bench.wait(500);
-    bench.desk("error 4");
-    bench.wait(100);
+    UpBench bench;
+    bench.ask("CF1", 600);
+    bench.after("error 4", 100);
     EXPECT_TRUE(holds(bench.ask("AR"), "ST8"));
-    Bench calibrating;
-    calibrate(calibrating);
-    calibrating.desk("expose");
-    calibrating.wait(500);
-    calibrating.desk("error 4");
-    calibrating.wait(100);
+    CalibratingBench calibrating;
+    calibrating.after("expose", 500);
+    calibrating.after("error 4", 100);
     EXPECT_TRUE(holds(calibrating.ask("AR"), "ST6"));
 }
 
 TEST(Calibration, TheListIsWalkedFromTheSmallFocusToTheLastParameterAndBack) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     bench.ask("CA1");
     EXPECT_EQ(bench.wait(300), (Lines{"ST6", "MA10", "FO11", "FO20", "MS100", "MX1.0", "KV70", "CV310"}));
     bool large = false;
@@ -112,34 +89,35 @@ TEST(Calibration, TheListIsWalkedFromTheSmallFocusToTheLastParameterAndBack) {
 }
 
 TEST(Calibration, TheFocusCanBeTurnedInsteadOfWalked) {
-    Bench bench;
-    calibrate(bench);
+    CalibratingBench bench;
     EXPECT_EQ(bench.ask("FO"), (Lines{"AK", "MA50", "FO10", "FO21", "MS100", "MX5.0", "KV70", "CV350"}));
     bench.ask("MA+");
     EXPECT_TRUE(holds(bench.ask("CO"), "MA80"));
 }
 
 TEST(Calibration, ValuesAreChangedStoredAndReadBack) {
-    Bench bench;
-    calibrate(bench);
+    CalibratingBench bench;
     EXPECT_EQ(bench.ask("C+"), (Lines{"AK", "CV311"}));
     EXPECT_EQ(bench.ask("C++"), (Lines{"AK", "CV321"}));
     EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV310"}));
     EXPECT_EQ(bench.ask("CV0500"), (Lines{"AK", "CV500"}));
     EXPECT_EQ(bench.ask("CS"), (Lines{"AK", "CV500"}));
     EXPECT_EQ(bench.ask("CV1024"), Lines{});
+    for (const auto& [asked, value] :
+         {std::pair{"KV?", "KV70"}, {"MS?", "MS100"}, {"MX?", "MX1.0"}, {"FO?", "FO11"}}) {
+        EXPECT_EQ(bench.ask(asked).at(1), value);
+    }
     bench.ask("C-");
     bench.ask("MA+");
     EXPECT_EQ(bench.ask("MA-").back(), "CV500") << "what was not stored is gone";
     bench.desk("power off");
-    bench.desk("power on");
-    calibrate(bench);
+    bench.after("power on", 4000);
+    bench.ask("CA1", 1100);
     EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV500"}));
 }
 
 TEST(Autocalibration, AsksRunsAndEndsWell) {
-    Bench bench({"exposures=2"});
-    calibrate(bench);
+    CalibratingBench bench({"exposures=2"});
     EXPECT_EQ(bench.ask("CAU1"), Lines{"AK"});
     EXPECT_EQ(bench.ask("CAU1"), Lines{"AK"}) << "a repeat before the question is no answer to it";
     EXPECT_EQ(bench.wait(1500), Lines{"ST11"});
@@ -147,8 +125,7 @@ TEST(Autocalibration, AsksRunsAndEndsWell) {
     EXPECT_EQ(bench.ask("CAU1"), (Lines{"AK", "CAU1"}));
     EXPECT_EQ(bench.wait(1500), (Lines{"ST9", "KV70", "MS100", "MX1.0"}));
     for (const std::string_view progress : {"KVS1", "KVS2"}) {
-        EXPECT_EQ(bench.desk("expose"), "");
-        const Lines lines = bench.wait(1400);
+        const Lines lines = bench.after("expose", 1400);
         EXPECT_TRUE(holds(lines, "ST3") && holds(lines, "ST4") && holds(lines, "ST9"));
         EXPECT_TRUE(holds(lines, progress));
     }
@@ -160,10 +137,8 @@ TEST(Autocalibration, AsksRunsAndEndsWell) {
 }
 
 TEST(Autocalibration, ExposesByItselfAndCanEndBadly) {
-    Bench bench({"autoexpose=1", "autocalresult=error", "exposures=3"});
-    calibrate(bench);
-    bench.ask("CAU1");
-    bench.wait(2000);
+    CalibratingBench bench({"autoexpose=1", "autocalresult=error", "exposures=3"});
+    bench.ask("CAU1", 2100);
     bench.ask("CAU1");
     const Lines lines = bench.wait(30'000);
     EXPECT_EQ(std::ranges::count(lines, "ST4"), 3);
@@ -171,25 +146,18 @@ TEST(Autocalibration, ExposesByItselfAndCanEndBadly) {
 }
 
 TEST(Autocalibration, AShortExposureCountsForNothing) {
-    Bench bench({"exposures=1"});
-    calibrate(bench);
-    bench.ask("CAU1");
-    bench.wait(2000);
-    bench.ask("CAU1");
-    bench.wait(2000);
-    bench.desk("expose");
-    bench.wait(1050);
-    bench.desk("release");
-    const Lines lines = bench.wait(3000);
+    CalibratingBench bench({"exposures=1"});
+    bench.ask("CAU1", 2100);
+    bench.ask("CAU1", 2100);
+    bench.after("expose", 1050);
+    const Lines lines = bench.after("release", 3000);
     EXPECT_TRUE(holds(lines, "XE1"));
     EXPECT_EQ(lines.back(), "ST9");
 }
 
 TEST(Autocalibration, DismissedItGoesBackToCalibration) {
-    Bench bench;
-    calibrate(bench);
-    bench.ask("CAU1");
-    bench.wait(2000);
+    CalibratingBench bench;
+    bench.ask("CAU1", 2100);
     EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
     const Lines lines = bench.wait(10'000);
     EXPECT_EQ(lines.front(), "ST6");
@@ -197,8 +165,7 @@ TEST(Autocalibration, DismissedItGoesBackToCalibration) {
 }
 
 TEST(Autocalibration, WithdrawnBeforeTheQuestionItNeverAsks) {
-    Bench bench;
-    calibrate(bench);
+    CalibratingBench bench;
     bench.ask("CAU1");
     bench.ask("CAU1");
     EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
@@ -206,28 +173,21 @@ TEST(Autocalibration, WithdrawnBeforeTheQuestionItNeverAsks) {
 }
 
 TEST(Autocalibration, AnErrorEndsIt) {
-    Bench bench({"autoexpose=1"});
-    calibrate(bench);
-    bench.ask("CAU1");
-    bench.wait(2000);
-    bench.ask("CAU1");
-    bench.wait(8000);
-    bench.desk("error 20");
-    EXPECT_EQ(bench.wait(20'000), (Lines{"CAU0", "ST7", "ER20"}));
+    CalibratingBench bench({"autoexpose=1"});
+    bench.ask("CAU1", 2100);
+    bench.ask("CAU1", 8100);
+    EXPECT_EQ(bench.after("error 20", 20'000), (Lines{"CAU0", "ST7", "ER20"}));
     EXPECT_TRUE(holds(bench.ask("AR"), "ST6"));
 }
 
 TEST(Autocalibration, OfAKvpParameterShowsItsKvp) {
-    Bench bench({"exposures=1"});
-    calibrate(bench);
+    CalibratingBench bench({"exposures=1"});
     for (int step = 0; step < 20; ++step) {
         bench.ask("MA+");
     }
     ASSERT_TRUE(holds(bench.ask("MA?"), "MASE06"));
-    bench.ask("CAU1");
-    bench.wait(2000);
-    bench.ask("CAU1");
-    bench.wait(2000);
+    bench.ask("CAU1", 2100);
+    bench.ask("CAU1", 2100);
     EXPECT_EQ(bench.ask("KVU"), (Lines{"AK", "KV81"}));
     EXPECT_EQ(bench.ask("MXU"), (Lines{"AK", "MX20.0", "MS200"}));
     bench.desk("expose");
@@ -235,8 +195,7 @@ TEST(Autocalibration, OfAKvpParameterShowsItsKvp) {
 }
 
 TEST(Positioner, TheRemoteOneKeepsItsPointsAndItsSid) {
-    Bench bench({"positioner=remote"});
-    bench.up();
+    UpBench bench({"positioner=remote"});
     EXPECT_EQ(bench.ask("URSSO1"), Lines{"AK"});
     EXPECT_EQ(bench.status("positioner"), "service");
     EXPECT_EQ(bench.ask("URSCG"), (Lines{"AK", "URSCG400,820,1100,1510,1560,2240,1800,3010,"}));
@@ -253,8 +212,7 @@ TEST(Positioner, TheRemoteOneKeepsItsPointsAndItsSid) {
 }
 
 TEST(Positioner, OrlaAnswersEachAxisWithItsReading) {
-    Bench bench({"positioner=orla"});
-    bench.up();
+    UpBench bench({"positioner=orla"});
     for (const std::string_view head : {"URSPS+", "URSPB-", "URSAA+", "URSAB-", "URSSI+"}) {
         const Lines lines = bench.ask(std::string(head) + "120");
         ASSERT_EQ(lines.size(), 2U) << head;

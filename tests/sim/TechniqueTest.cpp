@@ -27,12 +27,10 @@ TEST(Formats, FollowTheDisplays) {
 }
 
 TEST(Technique, RefreshReportsEverything) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     EXPECT_EQ(bench.ask("RF"), (Lines{"AK", "KV70", "MA100", "MS100", "MX10.0", "FO11", "FO20"}));
     EXPECT_EQ(bench.ask("TM?"), Lines{"AK"}) << "without technique modes there is none to tell";
-    Bench modes({"techmode=3"});
-    modes.up();
+    UpBench modes({"techmode=3"});
     EXPECT_EQ(modes.ask("RF").back(), "TM3");
     EXPECT_EQ(modes.ask("TM1"), (Lines{"AK", "TM1"}));
     EXPECT_EQ(modes.ask("TM4"), Lines{});
@@ -50,8 +48,7 @@ void expectExchanges(Bench& bench, std::initializer_list<Exchange> exchanges) {
 }
 
 TEST(Technique, StepsAndValues) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     expectExchanges(bench, {{"KV+", {"AK", "KV71"}},
                             {"KV++", {"AK", "KV76"}},
                             {"KVD", {"AK", "KV75"}},
@@ -70,8 +67,7 @@ TEST(Technique, StepsAndValues) {
 }
 
 TEST(Technique, LimitsHoldAndWarn) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     expectExchanges(bench, {{"KV 151", {"AK", "KV150", "WN3"}},
                             {"KV+", {"AK", "KV150", "WN3"}},
                             {"KV 30", {"AK", "KV40", "WN4"}},
@@ -91,8 +87,7 @@ TEST(Technique, LimitsHoldAndWarn) {
 }
 
 TEST(Technique, TheWholeRangeCanBeWalkedBothWays) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     for (const auto& [up, down, low] :
          {std::tuple{"MAU", "MAD", "MA10"}, {"MSU", "MSD", "MS1"}, {"KV++", "KV--", "KV40"}}) {
         int steps = 0;
@@ -109,8 +104,7 @@ TEST(Technique, TheWholeRangeCanBeWalkedBothWays) {
 }
 
 TEST(ExposureControl, FieldsDensityScreensAndSwitches) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     expectExchanges(bench,
                     {{"MD?", {"AK", "MD8"}},
                      {"FI1", {"AK", "FI11"}},
@@ -122,7 +116,9 @@ TEST(ExposureControl, FieldsDensityScreensAndSwitches) {
                      {"AEC10", {}},
                      {"FI?", {"AK", "FI01", "FI10", "FI20"}},
                      {"FN9", {}},
+                     {"FN?", {"AK", "FN61"}},
                      {"FS2", {"AK", "FS10", "FS21"}},
+                     {"FS?", {"AK", "FS21"}},
                      {"PH", {"AK", "PH1"}},
                      {"PH", {"AK", "PH0"}},
                      {"DA1", {"AK", "DA1"}},
@@ -134,17 +130,20 @@ TEST(ExposureControl, FieldsDensityScreensAndSwitches) {
 }
 
 TEST(Fluoroscopy, ValuesAndLimits) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     expectExchanges(bench, {{"FLK++", {"AK", "FLK75"}},
                             {"FLK200", {"AK", "FLK110"}},
+                            {"FLK?", {"AK", "FLK110"}},
+                            {"FLT?", {"AK", "FLT0"}},
                             {"FLP", {"AK", "FLP25"}},
                             {"FLP00", {"AK", "FLP0"}},
                             {"FLP+", {"AK", "FLP1"}},
                             {"FLPD", {"AK", "FLP1"}},
                             {"FLP05", {}},
+                            {"FLP?", {"AK", "FLP1"}},
                             {"FLA", {"AK", "FLA1"}},
                             {"FLA0", {"AK", "FLA0"}},
+                            {"FLA?", {"AK", "FLA0"}},
                             {"FLM3", {"AK", "FLM00", "FLM31"}},
                             {"FLHD1", {"AK", "FLHD1"}},
                             {"FLMAU", {"AK", "FLMA21"}},
@@ -163,33 +162,28 @@ TEST(Fluoroscopy, ValuesAndLimits) {
 }
 
 TEST(Fluoroscopy, RunsCountsAndRaisesItsAlarm) {
-    Bench bench;
-    bench.up();
-    EXPECT_EQ(bench.desk("fluoro on"), "");
-    EXPECT_EQ(bench.wait(100), (Lines{"ST5", "FLX1"}));
+    UpBench bench;
+    EXPECT_EQ(bench.after("fluoro on", 100), (Lines{"ST5", "FLX1"}));
     EXPECT_EQ(bench.ask("FLK++"), Lines{}) << "the wide step is for the pause";
     EXPECT_EQ(bench.ask("FLKU"), (Lines{"AK", "FLK71"}));
     const Lines run = bench.wait(300'000);
     EXPECT_TRUE(holds(run, "FLT5"));
     EXPECT_TRUE(holds(run, "FLAR1"));
     EXPECT_EQ(bench.ask("FLAR"), (Lines{"AK", "FLAR0"}));
-    bench.desk("fluoro off");
-    EXPECT_EQ(bench.wait(100), (Lines{"FLX0", "FLT300", "ST2"}));
+    EXPECT_EQ(bench.after("fluoro off", 100), (Lines{"FLX0", "FLT300", "ST2"}));
     EXPECT_EQ(bench.ask("TC2"), (Lines{"AK", "TC2300"}));
     EXPECT_EQ(bench.ask("FLR"), (Lines{"AK", "FLT0"}));
 }
 
 TEST(Fluoroscopy, ARadGeneratorHasNone) {
-    Bench bench({"type=rad"});
-    bench.up();
+    UpBench bench({"type=rad"});
     EXPECT_EQ(bench.ask("FLF"), (Lines{"AK", "FLD0"}));
     EXPECT_EQ(bench.ask("FLK+"), Lines{});
     EXPECT_EQ(bench.desk("fluoro on").substr(0, 1), "?");
 }
 
 TEST(Programs, AreTakenWholeAndAnsweredWithTheirMnemonic) {
-    Bench bench;
-    bench.up();
+    UpBench bench;
     EXPECT_EQ(bench.ask("SAWS2FO0ET0FI100FS0FN4KV080MA00100MS00050"),
               (Lines{"AK", "SA", "WS2", "WM1", "FO11", "FO20", "AEC100", "FS10", "FS01", "FN40", "FN41",
                      "KV80", "MA100", "MXS10.0", "MS50", "MXS5.0"}));

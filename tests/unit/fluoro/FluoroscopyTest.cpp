@@ -113,8 +113,7 @@ TEST_F(FluoroscopyTest, TrackingIsShownWhereThePhaseWantsIt) {
     EXPECT_EQ(caption("txtFlKVPTracking") + caption("txtCfgKVTracking"), "");
 
     prepare({"ST2"});
-    msg("KVT3");
-    EXPECT_EQ(caption("txtFlKVPTracking"), "3");
+    EXPECT_EQ(captionAfter("KVT3", "txtFlKVPTracking"), "3");
     EXPECT_TRUE(active("cmbFlKVPTracking"));
     EXPECT_EQ(tracking(), 3);
     receive({"KVTx", "KVT0"});
@@ -127,11 +126,9 @@ TEST_F(FluoroscopyTest, TrackingIsShownWhereThePhaseWantsIt) {
     EXPECT_THAT(sentSoon(), ElementsAre("KVT3"));
 
     prepare({"ST8"});
-    msg("KVT5");
-    EXPECT_EQ(caption("txtCfgKVTracking"), "5");
+    EXPECT_EQ(captionAfter("KVT5", "txtCfgKVTracking"), "5");
     EXPECT_EQ(caption("txtFlKVPTracking"), "");
-    msg("KVT0");
-    EXPECT_EQ(caption("txtCfgKVTracking"), "");
+    EXPECT_EQ(captionAfter("KVT0", "txtCfgKVTracking"), "");
     EXPECT_THAT(takeEvents(), IsEmpty());
 }
 
@@ -165,8 +162,7 @@ TEST_F(FluoroscopyTest, GeneratorTypeIsDetected) {
     prepare({"ST8"});
     receive({"FLD2", "FLDx"});
     EXPECT_EQ(caption("txtRAD_RF"), "RF");
-    msg("FLD0");
-    EXPECT_EQ(caption("txtRAD_RF"), "RAD");
+    EXPECT_EQ(captionAfter("FLD0", "txtRAD_RF"), "RAD");
     EXPECT_EQ(link.settings().GeneratorType, 0);
     EXPECT_THAT(takeEvents(), ElementsAre("GeneratorTypeChange(1)", "GeneratorTypeChange(0)"));
 }

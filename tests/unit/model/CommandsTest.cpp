@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 
+#include "link/OutboundTable.h"
 #include "tests/unit/base/Faults.h"
 #include "tests/unit/model/LinkFixture.h"
 
@@ -116,6 +117,11 @@ TEST_F(CommandsTest, EachIsRefusedOutsideItsPhases) {
                 << row.name << " in phase " << number;
         }
     }
+}
+
+TEST_F(CommandsTest, WhatIsNoCommandAndWhatNoMessageCanCarryIsRefused) {
+    EXPECT_EQ(faultOf([] { (void)phasesOf("none"); }), Fault::kNotFound);
+    EXPECT_EQ(faultOf([this] { link.call("SetFlPPS", {40000}); }), Fault::kArgumentsRefused);
 }
 
 TEST_F(CommandsTest, AnAutocalibrationThrowsAwayWhatWaits) {

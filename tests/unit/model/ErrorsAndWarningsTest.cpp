@@ -43,9 +43,7 @@ TEST_F(ErrorsTest, AnErrorIsToldWithItsWordsUntilItIsReset) {
         EXPECT_EQ(events, row.events) << row.message;
     }
     link.call("ResetError");
-    forget();
-    msg("ER0");
-    EXPECT_THAT(events, ElementsAre("GeneratorERROR(0, \"\", 3)"));
+    EXPECT_THAT(eventsAfter("ER0"), ElementsAre("GeneratorERROR(0, \"\", 3)"));
 }
 
 TEST_F(ErrorsTest, AnErrorIsKeptWhileEventsAreOff) {
@@ -80,10 +78,8 @@ TEST_F(ErrorsTest, RatingsUpToNineAreToldAndInfosShown) {
         msg(message);
     }
     EXPECT_THAT(events, ElementsAre("WarningMessageRP(9)", "WarningMessageRP(-1)"));
-    msg("INF Filament  on ");
-    EXPECT_EQ(caption("txtInfo"), " Filament  on ");
-    msg("INF");
-    EXPECT_EQ(caption("txtInfo"), "");
+    EXPECT_EQ(captionAfter("INF Filament  on ", "txtInfo"), " Filament  on ");
+    EXPECT_EQ(captionAfter("INF", "txtInfo"), "");
 }
 
 struct Lamp {
@@ -278,8 +274,7 @@ TEST_F(WarningsTest, CodesBeyondTheTableChangeNothing) {
     advance(500);
     forget();
     for (const std::string_view message : {"WN22", "WN1e3", "WN", "WNx"}) {
-        msg(message);
-        EXPECT_EQ(caption("txtKVp"), "");
+        EXPECT_EQ(captionAfter(message, "txtKVp"), "");
         EXPECT_EQ(caption("lblWarning"), "Warning 3");
         EXPECT_TRUE(running("tmrWarning"));
     }
@@ -326,8 +321,7 @@ TEST_F(WarningsTest, ANewWarningBeginsANewCycle) {
 TEST_F(WarningsTest, AValueThatArrivesWhileItsFieldIsDarkShowsAtOnce) {
     msg("WN3");
     advance(600);
-    msg("KV81");
-    EXPECT_EQ(caption("txtKVp"), "81");
+    EXPECT_EQ(captionAfter("KV81", "txtKVp"), "81");
     advance(400);
     EXPECT_EQ(caption("txtKVp"), "81");
     advance(500);

@@ -42,6 +42,17 @@ protected:
         settle();
         forget();
     }
+    /// What a field shows after a message.
+    const std::string& captionAfter(std::string_view message, std::string_view field) {
+        msg(message);
+        return caption(field);
+    }
+    /// What a message alone has raised.
+    const std::vector<std::string>& eventsAfter(std::string_view message) {
+        forget();
+        msg(message);
+        return events;
+    }
     void advance(Milliseconds ms) { platform.time.advance(ms); }
     /// Whatever waits to be sent is sent, and all its tries have run out.
     void settle() { advance(20000); }

@@ -35,12 +35,9 @@ TEST_F(ServiceTest, ConfigurationValuesShowInTheirPhases) {
 }
 
 TEST_F(ServiceTest, TheSyncTypeIsHardwareAtZero) {
-    msg("WSS1");
-    EXPECT_EQ(caption("txtCfgSyncType"), "SW");
-    msg("WSS0");
-    EXPECT_EQ(caption("txtCfgSyncType"), "HW");
-    msg("WSSx");
-    EXPECT_EQ(caption("txtCfgSyncType"), "HW");
+    EXPECT_EQ(captionAfter("WSS1", "txtCfgSyncType"), "SW");
+    EXPECT_EQ(captionAfter("WSS0", "txtCfgSyncType"), "HW");
+    EXPECT_EQ(captionAfter("WSSx", "txtCfgSyncType"), "HW");
 }
 
 TEST_F(ServiceTest, TheGeneratorAsksForTheLeaveToExpose) {
@@ -76,16 +73,14 @@ TEST_F(ServiceTest, WorkingModesShowTheirCaptions) {
         SCOPED_TRACE(mode);
         phase(2);
         control("cmbFlKVPUp").setEnabled(mode < 3);
-        msg("WM" + decimalText(mode));
-        EXPECT_EQ(caption("txtWorkingMode"), captions[mode]);
+        EXPECT_EQ(captionAfter("WM" + decimalText(mode), "txtWorkingMode"), captions[mode]);
         EXPECT_EQ(caption("txtCfgWorkingMode"), "");
         EXPECT_EQ(control("cmbFlKVPUp").enabled(), mode >= 3);
         EXPECT_THAT(events, ElementsAre("WorkingModeChange(" + decimalText(mode) + ")"));
 
         phase(8);
         control("cmbFlKVPUp").setEnabled(false);
-        msg("WM" + decimalText(mode));
-        EXPECT_EQ(caption("txtWorkingMode"), "");
+        EXPECT_EQ(captionAfter("WM" + decimalText(mode), "txtWorkingMode"), "");
         EXPECT_EQ(caption("txtCfgWorkingMode"), captions[mode]);
         EXPECT_FALSE(control("cmbFlKVPUp").enabled()) << "configuring a mode does not select it";
     }
@@ -97,8 +92,7 @@ TEST_F(ServiceTest, AWorkingModeWithoutACaptionChangesNothingOnThePanel) {
     forget();
     for (const std::string_view message : {"WM8", "WM-1"}) {
         control("cmbFlKVPUp").setEnabled(true);
-        msg(message);
-        EXPECT_EQ(caption("txtWorkingMode"), "Bucky 1");
+        EXPECT_EQ(captionAfter(message, "txtWorkingMode"), "Bucky 1");
         EXPECT_TRUE(control("cmbFlKVPUp").enabled());
     }
     msg("WM");
@@ -106,8 +100,7 @@ TEST_F(ServiceTest, AWorkingModeWithoutACaptionChangesNothingOnThePanel) {
     EXPECT_THAT(events, ElementsAre("WorkingModeChange(8)", "WorkingModeChange(-1)"));
     phase(8);
     msg("WM3");
-    msg("WM9");
-    EXPECT_EQ(caption("txtCfgWorkingMode"), "STD Tomo");
+    EXPECT_EQ(captionAfter("WM9", "txtCfgWorkingMode"), "STD Tomo");
 }
 
 TEST_F(ServiceTest, LeavingTheDigitalModesDarkensTheirKeys) {
@@ -156,12 +149,10 @@ TEST_F(ServiceTest, TheCalibrationValueMovesTheSliderAndTheSliderSendsIt) {
     }
     phase(2);
     phase(6);
-    msg("CV0512");
-    EXPECT_EQ(caption("txtCalValue"), "0512");
+    EXPECT_EQ(captionAfter("CV0512", "txtCalValue"), "0512");
     EXPECT_EQ(control("sldCalValue").value(), 512);
     EXPECT_EQ(control("sldCalValue").selectionStart(), 512);
-    msg("CVx");
-    EXPECT_EQ(caption("txtCalValue"), "0512");
+    EXPECT_EQ(captionAfter("CVx", "txtCalValue"), "0512");
     EXPECT_EQ(control("sldCalValue").value(), 512);
 
     control("sldCalValue").setVisible(true);

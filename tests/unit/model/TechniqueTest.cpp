@@ -76,8 +76,7 @@ TEST_F(TechniqueTest, AnExposureKeepsTheFieldsOfNormalOperation) {
     for (const int exposing : {3, 4, 5}) {
         phase(exposing);
         const std::string text = decimalText(80 + exposing);
-        msg("KV" + text);
-        EXPECT_EQ(caption("txtKVp"), text);
+        EXPECT_EQ(captionAfter("KV" + text, "txtKVp"), text);
     }
 }
 
@@ -85,8 +84,7 @@ TEST_F(TechniqueTest, NoEventIsRaisedWhileEventsAreOff) {
     phase(2);
     link.setEventEnabled(false);
     for (const Routed& row : kRouted) {
-        msg(row.message);
-        EXPECT_EQ(caption(row.normal), row.shown);
+        EXPECT_EQ(captionAfter(row.message, row.normal), row.shown);
     }
     for (const std::string_view message : {"TM1", "PD00123.450010", "HCF1", "TA1"}) {
         msg(message);
@@ -186,13 +184,11 @@ TEST_F(TechniqueTest, FourZerosAreTenSeconds) {
     phase(2);
     for (const std::string_view message : {"MS0000", "MSS0000"}) {
         msg("MS1");
-        msg(message);
-        EXPECT_EQ(caption("txtMS"), "10000");
+        EXPECT_EQ(captionAfter(message, "txtMS"), "10000");
         EXPECT_EQ(link.get<double>("ms"), 10000);
     }
     EXPECT_EQ(events.back(), "MSChangeDisplay(\"10000\")");
-    msg("KV0000");
-    EXPECT_EQ(caption("txtKVp"), "0000");
+    EXPECT_EQ(captionAfter("KV0000", "txtKVp"), "0000");
 }
 
 TEST_F(TechniqueTest, SmallMAsValuesCarryAPoint) {
@@ -214,27 +210,19 @@ TEST_F(TechniqueTest, SmallMAsValuesCarryAPoint) {
             EXPECT_EQ(events.size(), row.taken ? 1 : 0);
         }
         phase(6);
-        msg(std::string(mnemonic) + "50");
-        EXPECT_EQ(caption("txtMASCal"), "50");
+        EXPECT_EQ(captionAfter(std::string(mnemonic) + "50", "txtMASCal"), "50");
     }
 }
 
 TEST_F(TechniqueTest, TheFocusFieldFollowsBothReports) {
     phase(2);
     control("txtFocus").setCaption("?");
-    msg("FO10");
-    EXPECT_EQ(caption("txtFocus"), "?") << "nothing is known of the other focus";
-    msg("FO21");
-    EXPECT_EQ(caption("txtFocus"), "LARGE");
-    msg("FO10");
-    EXPECT_EQ(caption("txtFocus"), "LARGE");
-    msg("FO20");
-    EXPECT_EQ(caption("txtFocus"), "");
-    msg("FO11");
-    EXPECT_EQ(caption("txtFocus"), "SMALL");
-    forget();
-    msg("FO1x");
-    EXPECT_THAT(events, IsEmpty());
+    EXPECT_EQ(captionAfter("FO10", "txtFocus"), "?") << "nothing is known of the other focus";
+    EXPECT_EQ(captionAfter("FO21", "txtFocus"), "LARGE");
+    EXPECT_EQ(captionAfter("FO10", "txtFocus"), "LARGE");
+    EXPECT_EQ(captionAfter("FO20", "txtFocus"), "");
+    EXPECT_EQ(captionAfter("FO11", "txtFocus"), "SMALL");
+    EXPECT_THAT(eventsAfter("FO1x"), IsEmpty());
     msg("FO12");
     EXPECT_THAT(events, ElementsAre("SmallFocusChange(2)"));
     EXPECT_EQ(caption("txtFocus"), "") << "a focus is selected by 1 only";
@@ -323,14 +311,10 @@ TEST_F(TechniqueTest, ThePostDisplayIsCutAtFixedPlaces) {
     };
     // clang-format on
     for (const Row& row : rows) {
-        forget();
-        msg("PD" + std::string(row.argument));
-        EXPECT_THAT(events, ElementsAre(row.event));
+        EXPECT_THAT(eventsAfter("PD" + std::string(row.argument)), ElementsAre(row.event));
     }
     for (const std::string_view broken : {"", "0012", "xx1212.500100", "001212.5"}) {
-        forget();
-        msg("PD" + std::string(broken));
-        EXPECT_THAT(events, IsEmpty()) << broken;
+        EXPECT_THAT(eventsAfter("PD" + std::string(broken)), IsEmpty()) << broken;
     }
 }
 
@@ -396,8 +380,7 @@ TEST_F(TechniqueTest, CalibrationItemsNameAStationOrAParameter) {
         forget();
         control("txtKVPCal").setCaption("?");
         control("cmbCalFocusSet").setVisible(true);
-        msg("MAS" + std::string(row.item));
-        EXPECT_EQ(caption("txtMACal"), row.field);
+        EXPECT_EQ(captionAfter("MAS" + std::string(row.item), "txtMACal"), row.field);
         EXPECT_EQ(caption("txtKVPCal"), "");
         EXPECT_EQ(link.get<std::string>("MADisplay"), row.field);
         EXPECT_EQ(link.get<int>("CalibrationType"), row.type);
@@ -412,8 +395,7 @@ TEST_F(TechniqueTest, CalibrationItemsNameAStationOrAParameter) {
     }
 
     // Both a plain number on the display and a plain value lead back to a station.
-    msg("MAS2500");
-    EXPECT_EQ(caption("txtMACal"), "250");
+    EXPECT_EQ(captionAfter("MAS2500", "txtMACal"), "250");
     EXPECT_EQ(link.get<int>("CalibrationType"), 0);
     EXPECT_TRUE(focusKeysShown());
     EXPECT_TRUE(visible("sldCalValue"));
@@ -446,10 +428,8 @@ TEST_F(TechniqueTest, CalibrationItemsAreNamedInManualCalibrationOnly) {
     for (const int other : {1, 8, 9}) {
         msg("ST1");
         phase(other);
-        msg("MASE06");
-        EXPECT_EQ(caption("txtMACal"), "E06");
-        msg("MA100");
-        EXPECT_EQ(caption("txtMACal"), "100");
+        EXPECT_EQ(captionAfter("MASE06", "txtMACal"), "E06");
+        EXPECT_EQ(captionAfter("MA100", "txtMACal"), "100");
         EXPECT_EQ(link.get<int>("CalibrationType"), -1);
     }
     EXPECT_THAT(events, IsEmpty());
@@ -480,33 +460,26 @@ TEST_F(TechniqueTest, TheKVpDisplayTellsTheProgressOfAStationsAutocalibration) {
     for (const Row& row : {Row{5, "Exposure: 5"}, Row{10, "Exposure: 10"}, Row{11, ""}, Row{100, ""},
                            Row{150, ""}, Row{151, "Fil. Current: 151"}, Row{160, "Fil. Current: 160"}}) {
         control("txtInfo").setCaption("");
-        msg("KVS" + decimalText(row.number));
-        EXPECT_EQ(caption("txtInfo"), row.info);
+        EXPECT_EQ(captionAfter("KVS" + decimalText(row.number), "txtInfo"), row.info);
         EXPECT_EQ(caption("txtKVPCal"), "");
     }
     for (const int end : {12, 13}) {
         phase(end);
-        msg("KVS" + decimalText(end - 10));
-        EXPECT_EQ(caption("txtInfo"), "");
+        EXPECT_EQ(captionAfter("KVS" + decimalText(end - 10), "txtInfo"), "");
     }
     EXPECT_THAT(events, IsEmpty());
 }
 
 TEST_F(TechniqueTest, TheKVpDisplayOfAParametersAutocalibration) {
     autocalibration("MASE05");
-    msg("KVS70");
-    EXPECT_EQ(caption("txtKVPCal"), "") << "a parameter has no kVp to show";
+    EXPECT_EQ(captionAfter("KVS70", "txtKVPCal"), "") << "a parameter has no kVp to show";
     autocalibration("MASE06");
-    msg("KVS71");
-    EXPECT_EQ(caption("txtKVPCal"), "71");
-    msg("KVS--");
-    EXPECT_EQ(caption("txtKVPCal"), "71");
-    msg("KVS");
-    EXPECT_EQ(caption("txtKVPCal"), "");
+    EXPECT_EQ(captionAfter("KVS71", "txtKVPCal"), "71");
+    EXPECT_EQ(captionAfter("KVS--", "txtKVPCal"), "71");
+    EXPECT_EQ(captionAfter("KVS", "txtKVPCal"), "");
     EXPECT_EQ(caption("txtInfo"), "");
     msg("CAU0");
-    msg("KVS72");
-    EXPECT_EQ(caption("txtKVPCal"), "72") << "no autocalibration is running";
+    EXPECT_EQ(captionAfter("KVS72", "txtKVPCal"), "72") << "no autocalibration is running";
 }
 
 TEST_F(TechniqueTest, TheStationsKVpStaysAwayOnceAnAutocalibrationWasAskedFor) {
@@ -514,8 +487,7 @@ TEST_F(TechniqueTest, TheStationsKVpStaysAwayOnceAnAutocalibrationWasAskedFor) {
     phase(6);
     msg("KV80");
     link.call("ToggleAutocalibrationFeature");
-    msg("KV40");
-    EXPECT_EQ(caption("txtKVPCal"), "80");
+    EXPECT_EQ(captionAfter("KV40", "txtKVPCal"), "80");
     EXPECT_EQ(link.get<int>("KVP"), 40);
 }
 

@@ -198,8 +198,7 @@ TEST_F(PanelKeysTest, BothFocusKeysAskForConfirmation) {
 TEST_F(PanelKeysTest, LeavingConfigurationClearsItsPage) {
     phase(8);
     msg("TU2");
-    msg("FI01");
-    EXPECT_EQ(caption("cmbConfiguration"), "OFF");
+    EXPECT_EQ(captionAfter("FI01", "cmbConfiguration"), "OFF");
     touch("cmbConfiguration");
     EXPECT_EQ(caption("cmbConfiguration"), "ON");
     EXPECT_FALSE(active("cmbConfiguration"));
@@ -227,8 +226,7 @@ TEST_F(PanelKeysTest, CalibrationKeyHandsTheKeysOver) {
 
 TEST_F(PanelKeysTest, ListsAndSlider) {
     phase(2);
-    msg("TC0123");
-    EXPECT_EQ(caption("txtExposureCounter"), "123");
+    EXPECT_EQ(captionAfter("TC0123", "txtExposureCounter"), "123");
     ASSERT_TRUE(input.select(reached("comboReadExposureCounter"), "Fluoro"));
     EXPECT_EQ(caption("txtExposureCounter"), "");
     touch("cmbReadExposureCounter");

@@ -48,5 +48,22 @@ TEST_F(TwoHands, AKeyThatAnExposureTookAwayDoesNothing) {
     }
 }
 
+using ErrorBehindPanel = TwoHands;
+
+// A panel gives the keys back as it found them. An error that came up meanwhile blocks every way out, so its
+// reset must be in reach whatever the panel remembers.
+TEST_F(ErrorBehindPanel, CanBeReset) {
+    machine.console("cmbResetError").setEnabled(false);
+    ASSERT_TRUE(hand().click(machine.console("cmbConfiguration")));
+    machine.wait(4000);
+    ControlHost* panel = machine.application->console().keyed("Error");
+    ASSERT_NE(panel, nullptr);
+    machine.hear("ER12");
+    ASSERT_TRUE(hand().click((*panel)["cmbOK"]));
+    ASSERT_EQ(machine.console("lblError").caption(), "12");
+    EXPECT_TRUE(hand().click(machine.console("cmbResetError")));
+    EXPECT_EQ(machine.console("lblError").caption(), "");
+}
+
 } // namespace
 } // namespace quillon
