@@ -268,6 +268,7 @@ void PhaseReactions::askToConfirm() {
 void PhaseReactions::showLinkControl() {
     context_.link.setVisible(true);
     screen_.show({"fraTorvaneSerial"});
+    context_.link.UserControl_Show();
     tmrDelay_.stop();
     ShowCalibrationButton(context_, false);
 }

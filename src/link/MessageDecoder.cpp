@@ -38,6 +38,16 @@ void MessageDecoder::bind(std::string_view handler, Handler work) {
     row->second = std::move(work);
 }
 
+void MessageDecoder::addTo(Operations& operations) const {
+    for (const auto& entry : handlers_) {
+        operations.add(entry.first, [&work = entry.second](std::string_view value) {
+            if (work) {
+                work(value);
+            }
+        });
+    }
+}
+
 void MessageDecoder::AddParentMessage(const Operations& ParentObject, std::string_view fName,
                                       std::string_view Key) {
     m_Parent = &ParentObject;

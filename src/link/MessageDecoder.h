@@ -23,6 +23,9 @@ public:
     /// Gives the handler of that name its work. Fault 5 when no row names it.
     void bind(std::string_view handler, Handler work);
 
+    /// Makes every handler an operation of its name, which takes the value. This must outlive them.
+    void addTo(Operations& operations) const;
+
     /// Registers a message of the host: `Key` calls the operation `fName` of the object. The object named
     /// last serves all of the host's messages. It must outlive this.
     void AddParentMessage(const Operations& ParentObject, std::string_view fName, std::string_view Key);

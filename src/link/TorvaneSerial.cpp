@@ -161,6 +161,7 @@ void TorvaneSerialV3_07_QLC1::Parts::addOperations() {
         applyFacts();
     });
     operations.add("DecodeMessages", [this](std::string_view text) { decoder.DecodeMessages(text); });
+    decoder.addTo(operations);
 
     operations.addProperty(
         "PortOpen", [this] { return portControl.PortOpen(); },

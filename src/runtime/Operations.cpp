@@ -26,6 +26,11 @@ void Operations::addSetter(std::string_view name, Setter set) {
     setters_.insert_or_assign(std::string(name), std::move(set));
 }
 
+std::string_view Operations::spelling(std::string_view name) const {
+    const auto getter = getters_.find(name);
+    return getter == getters_.end() ? name : std::string_view(getter->first);
+}
+
 std::optional<Value> Operations::call(std::string_view name, std::span<const Value> arguments) const {
     return lookUp(operations_, name)(arguments);
 }

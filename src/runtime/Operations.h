@@ -50,6 +50,9 @@ public:
     [[nodiscard]] bool canGet(std::string_view name) const { return getters_.contains(name); }
     [[nodiscard]] bool canSet(std::string_view name) const { return setters_.contains(name); }
 
+    /// The name of a property that can be got, in the case in which it was added; any other name as it is.
+    [[nodiscard]] std::string_view spelling(std::string_view name) const;
+
     /// Fault 5 when there is no such operation or property, 450 on too many or too few arguments or one of
     /// the wrong type, else what the operation itself faults with.
     std::optional<Value> call(std::string_view name, std::span<const Value> arguments = {}) const;

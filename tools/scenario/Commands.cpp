@@ -277,7 +277,7 @@ void Script::get(Reader& reader) {
     if (!operations.canGet(name)) {
         throw BadScript("no property to get: " + inQuotes(name));
     }
-    printValue(owner, name, operations.get(name));
+    printValue(owner, operations.spelling(name), operations.get(name));
 }
 
 void Script::printValue(std::string_view owner, std::string_view name, const Value& value) {

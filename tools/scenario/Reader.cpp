@@ -28,6 +28,16 @@ char hexByte(std::string_view digits) {
     return static_cast<char>(value);
 }
 
+/// A colour, say. Fault 13 when it is none of at most eight digits.
+double hexNumber(std::string_view digits) {
+    std::uint32_t value = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+    if (digits.empty() || error != std::errc{} || end != digits.data() + digits.size()) {
+        throw Fault(Fault::kTypeMismatch);
+    }
+    return value;
+}
+
 /// Takes the escape off that `text` begins with, its backslash included.
 char takeEscape(std::string_view& text) {
     const char kind = text.size() > 1 ? text[1] : '\0';
@@ -134,7 +144,7 @@ Value Reader::value() {
         return equalsNoCase(plain, "True");
     }
     try {
-        const double number = toDouble(plain);
+        const double number = plain.starts_with("0x") ? hexNumber(plain.substr(2)) : toDouble(plain);
         const bool whole = number >= std::numeric_limits<std::int32_t>::min() &&
                            number <= std::numeric_limits<std::int32_t>::max() && toInt32(number) == number;
         return whole ? Value(toInt32(number)) : Value(number);

@@ -39,7 +39,7 @@ public:
     [[nodiscard]] std::int64_t whole(std::int64_t least, std::int64_t most) {
         return wholeNumber(word(), least, most);
     }
-    /// The next argument: a number, True, False, or a text in double quotes.
+    /// The next argument: a number (0x and hexadecimal digits too), True, False, or a text in double quotes.
     [[nodiscard]] Value value();
     /// Everything that is left, as it stands.
     [[nodiscard]] std::string_view rest();
