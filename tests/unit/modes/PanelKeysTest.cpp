@@ -82,7 +82,7 @@ constexpr KeyCase kTechnique[]{
 constexpr KeyCase kExposureControl[]{
     {"cmbAECFieldLeft",      0, 2, "",           true,  "FI01"},
     {"cmbAECFieldLeft",      0, 2, "FI01",       false, "FI0"},
-    {"cmbAECFieldCenter",    0, 2, "",           true,  "FI11"},
+    {"cmbAECFieldCenter",    0, 2, "FI01 FI21",  true,  "FI11"},
     {"cmbAECFieldCenter",    1, 8, "",           false, "FI1"},
     {"cmbAECFieldRight",     0, 2, "FI21",       true,  "FI20"},
     {"cmbAECFilmScreen",     2, 2, "",           true,  "FS2"},

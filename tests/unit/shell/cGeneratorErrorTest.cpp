@@ -60,6 +60,8 @@ TEST_F(cGeneratorErrorTest, AFileThatCannotBeUsedLeavesItEmpty) {
     setup("12=Door open=1\n13=LF alone=1\n");
     EXPECT_EQ(table.problem()->number, 514);
     EXPECT_EQ(table.ErrorType(12), 3);
+    setup("13=Rotor=2\r\n");
+    EXPECT_EQ(table.Description(12), "") << "nothing is left of the file before";
 }
 
 TEST_F(cGeneratorErrorTest, TextsOfTheCodePageAreTakenAsTheyAre) {
