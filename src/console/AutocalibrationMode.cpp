@@ -222,6 +222,10 @@ void AutocalibrationMode::modeReached() {
     link_.setStatusUpdateEnable(true);
     tmrAutocalON_.stop();
     screen_.enable({"fraTorvaneSerial"});
+    if (!tmrDelayAutocal_.running()) {
+        // A generator that came by way of Ready is never handed over; the console must close all the same.
+        state_.m_AutocalStarting = false;
+    }
 }
 
 void AutocalibrationMode::calibrationRefused() {
@@ -287,6 +291,7 @@ void AutocalibrationMode::acknowledged(bool on) {
 }
 
 void AutocalibrationMode::phaseReported(std::int32_t phase) {
+    leftUnheard_ = false;
     // These phases put words of their own on the prompt line, or take it away.
     if (phase == 1 || phase == 2 || phase >= 11) {
         tmrIniAutocal_.stop();
@@ -323,6 +328,10 @@ void AutocalibrationMode::offTick() {
             state_.m_AutocalOffStep = kFinish;
         } else {
             endLeaving();
+            if (leftUnheard_) {
+                link_.setStatusUpdateEnable(true); // left twice, and no answer: it has to be asked
+            }
+            leftUnheard_ = true;
             reportUnfinished();
         }
         break;

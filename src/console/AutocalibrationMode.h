@@ -72,6 +72,7 @@ private:
     Timer& tmrAutocalOFF_;
     Timer& tmrDelayAutocal_;
     Timer& tmrIniAutocal_;
+    bool leftUnheard_ = false; ///< an exit has ended, and no report of it came
 };
 
 } // namespace quillon

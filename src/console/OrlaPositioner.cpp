@@ -95,6 +95,9 @@ OrlaPositioner::OrlaPositioner(ConsoleContext& context)
 }
 
 void OrlaPositioner::toggle() {
+    if (!m_OrlaActive && screen_.withdrawn("cmbClose")) {
+        return; // a workflow is under way, and will give back keys of its own
+    }
     m_OrlaActive = !m_OrlaActive;
     if (m_OrlaActive) {
         state_.m_SavedModeEnabled = console_["cmbManualCalibration"].enabled();

@@ -1,5 +1,8 @@
 #include "console/PhaseReactions.h"
 
+#include <algorithm>
+#include <array>
+
 namespace quillon {
 
 namespace {
@@ -199,8 +202,27 @@ void PhaseReactions::preparation() {
         }
     }
     lightPreparation(true);
+    pollAgain();
     screen_.disable({"cmbManualCalibration", "cmbGoToUserMode", "cmbAutocalibration", "cmbConfiguration",
                      "cmbReadExposureCounters", "cmbClose"});
+}
+
+/// A cancelled choice leaves the poll off. From a preparation on only a report gives the keys back, and one
+/// that is lost must not be the last.
+void PhaseReactions::pollAgain() {
+    constexpr std::array kHoldThePoll{"tmrConfigON",
+                                      "tmrConfigOFF",
+                                      "tmrCalON",
+                                      "tmrCalOFF",
+                                      "tmrAutocalON",
+                                      "tmrAutocalOFF",
+                                      "tmrReadExposureCounters",
+                                      "tmrGoodbye"};
+    const auto running = [this](const char* timer) { return console_.timer(timer).running(); };
+    if (state_.m_ServiceMode == 2 && !context_.link.StatusUpdateEnable() &&
+        std::ranges::none_of(kHoldThePoll, running)) {
+        context_.link.setStatusUpdateEnable(true);
+    }
 }
 
 void PhaseReactions::calibration() {

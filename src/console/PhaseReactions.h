@@ -17,6 +17,7 @@ private:
     void initialization();
     void normalOperation();
     void preparation();
+    void pollAgain();
     void calibration();
     void configuration();
     void autocalibration();

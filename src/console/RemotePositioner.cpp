@@ -104,6 +104,8 @@ void RemotePositioner::connectSignals() {
 void RemotePositioner::toggle() {
     if (m_RemoteActive) {
         close();
+    } else if (screen_.withdrawn("cmbClose")) {
+        return; // a workflow is under way, and will give back keys of its own
     } else {
         open();
     }

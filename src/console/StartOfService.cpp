@@ -115,7 +115,11 @@ void StartOfService::RefreshConsole() {
 }
 
 void StartOfService::waitRefreshTick() {
-    if (state_.m_LastPhase == 2) {
+    const bool positionerOpen =
+        context_.console["fraOrla"].visible() || context_.console["fraRemote"].visible();
+    if (state_.m_LastPhase == 2 && positionerOpen) {
+        state_.m_SavedModeEnabled = true; // they come with its closing
+    } else if (state_.m_LastPhase == 2) {
         for (const std::string_view button :
              {"cmbManualCalibration", "cmbAutocalibration", "cmbConfiguration", "cmbReadExposureCounters"}) {
             screen_.enable({button});
@@ -123,7 +127,12 @@ void StartOfService::waitRefreshTick() {
         }
     }
     tmrWaitRefresh_.stop();
-    context_.console.timer("tmrGotoUserMode").stop();
+    Timer& arrival = context_.console.timer("tmrGotoUserMode");
+    if (arrival.running() && state_.m_ServiceMode == 2) {
+        // A report of Ready leaves this key to the arrival in user mode, which does not come any more.
+        screen_.enable({"cmbClose"});
+    }
+    arrival.stop();
 }
 
 void StartOfService::showVersions(std::string_view generator) {

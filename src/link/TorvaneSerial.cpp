@@ -257,6 +257,10 @@ void TorvaneSerialV3_07_QLC1::setPortOpen(bool open) {
     parts_->portControl.setPortOpen(open);
 }
 
+bool TorvaneSerialV3_07_QLC1::StatusUpdateEnable() const {
+    return parts_->poll.StatusUpdateEnable();
+}
+
 void TorvaneSerialV3_07_QLC1::setStatusUpdateEnable(bool enable) {
     parts_->poll.setStatusUpdateEnable(enable);
 }

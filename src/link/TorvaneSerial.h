@@ -50,6 +50,7 @@ public:
 
     [[nodiscard]] bool PortOpen() const;
     void setPortOpen(bool open);
+    [[nodiscard]] bool StatusUpdateEnable() const;
     void setStatusUpdateEnable(bool enable);
     void setEventEnabled(bool enabled);
     void setHandshaking(bool asked);
