@@ -202,6 +202,7 @@ TEST(Desk, TellsWhatItCannotDo) {
         EXPECT_EQ(bench.desk(wrong).substr(0, 1), "?") << wrong;
     }
     EXPECT_EQ(bench.desk(""), "");
+    EXPECT_EQ(bench.desk("help"), Generator::commandsHelp());
     for (const std::string_view named : {"  set KEY VALUE", "door", "seed="}) {
         EXPECT_NE((bench.desk("help") + optionsHelp()).find(named), std::string::npos) << named;
     }
