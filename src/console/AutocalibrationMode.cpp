@@ -264,6 +264,9 @@ void AutocalibrationMode::handOver() {
 }
 
 void AutocalibrationMode::confirmed() {
+    if (state_.m_LastPhase <= 2) {
+        return; // the generator took its question back while the finger was on the key
+    }
     screen_.disable({"fraTorvaneSerial"});
     lblHelp_.setCaption(initPrompt());
     tmrIniAutocal_.start(kBlinkPace);

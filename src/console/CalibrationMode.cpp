@@ -39,6 +39,9 @@ void CalibrationMode::ToggleCalibrationMode() {
     if (state_.m_ServiceMode != kNormalOperation && state_.m_ServiceMode != kCalibration) {
         return;
     }
+    if (state_.m_AutocalStarting) {
+        return; // an exposure has given the key back in the middle of that entry
+    }
     screen_.disable({"fraTorvaneSerial"});
     context_.events.Busy.raise(1);
     if (state_.m_ServiceMode == kCalibration) {

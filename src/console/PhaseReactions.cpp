@@ -264,6 +264,9 @@ void PhaseReactions::configuration() {
     screen_.clearPrompt();
     screen_.hide({"fraActualExposureParameters", "lblQuillonConsole", "imgQuillonConsole"});
     tmrDelay_.start(kLinkControlDelay);
+    if (state_.m_CountersActive) {
+        screen_.enable({"cmbClose"}); // taken by the reading, whose last answer does not come in this phase
+    }
     state_.m_ServiceMode = 8;
     console_["cmbClose"].setCaption(context_.texts.m_ExitCaption);
 }
