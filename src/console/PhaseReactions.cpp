@@ -31,6 +31,7 @@ void PhaseReactions::connectSignals() {
     events.XRayStatusChange.connect([this](bool lit) { lightExposure(lit); });
     events.FlExposureStatusChange.connect([this](bool lit) { lightExposure(lit); });
     events.AutocalConfirmDismiss.connect([this] { askToConfirm(); });
+    events.Beep.connect([this](const std::string&) { context_.desktop.beep(); });
     events.KVPChangeValue.connect([this](const std::string& value) { state_.m_LastKVPDisplay = value; });
     events.MASChangeDisplay.connect(
         [this](const std::string&) { context_.link.setStatusUpdateEnable(true); });

@@ -60,6 +60,13 @@ TEST_F(CountersTest, AMessageBoxBreaksTheHoldOfAResetKeyOff) {
     EXPECT_FALSE(control("fraResetCounterConfirm").visible());
 }
 
+TEST_F(CountersTest, TheGeneratorsWishForABeepSoundsOnce) {
+    start();
+    report("BEEP1");
+    report("BEEPX");
+    EXPECT_EQ(machine.desktop.beeps(), 1);
+}
+
 TEST_F(CountersTest, EachResetKeyAsksForItsOwnCounter) {
     read();
     report("TC34");
