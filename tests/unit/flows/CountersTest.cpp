@@ -61,7 +61,6 @@ TEST_F(CountersTest, AMessageBoxBreaksTheHoldOfAResetKeyOff) {
 }
 
 TEST_F(CountersTest, TheGeneratorsWishForABeepSoundsOnce) {
-    start();
     report("BEEP1");
     report("BEEPX");
     EXPECT_EQ(machine.desktop.beeps(), 1);
