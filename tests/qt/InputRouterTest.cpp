@@ -182,6 +182,24 @@ TEST_F(InputRouterTest, AListOpensAndTakesOneEntry) {
     EXPECT_EQ(takeLog(), "list click, ");
     EXPECT_EQ(view->popup(), nullptr);
 
+    const auto strikeIn = [view](int code) {
+        QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->popup(), &event);
+        turn();
+    };
+    ASSERT_NE(open(), nullptr);
+    strikeIn(Qt::Key_Up);
+    const QImage shown = view->popup()->grab().toImage();
+    EXPECT_NE(shown.pixelColor(20, 10), shown.pixelColor(20, 50)) << "the marked entry looks different";
+    strikeIn(Qt::Key_Return);
+    EXPECT_EQ(list.text(), "9600");
+    ASSERT_NE(open(), nullptr);
+    strikeIn(Qt::Key_Down);
+    strikeIn(Qt::Key_Escape);
+    EXPECT_EQ(view->popup(), nullptr);
+    EXPECT_EQ(list.text(), "9600");
+    EXPECT_EQ(takeLog(), "list click, ") << "the entry taken by a key, and no more";
+
     ASSERT_NE(open(), nullptr);
     list.setVisible(false); // what goes off the screen takes its entries with it
     turn();
