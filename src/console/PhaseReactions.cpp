@@ -52,6 +52,11 @@ void PhaseReactions::phaseChange(std::int32_t newStatus) {
         // It answers again. Not every phase writes words of its own over those of the loss, as these two do.
         screen_.clearPrompt();
     }
+    if (state_.m_LastPhase == 11 && (newStatus == 6 || newStatus == 9) && !context_.link.answering()) {
+        // It has taken its question back, and may go anywhere from here.
+        screen_.clearPrompt();
+        context_.link.setStatusUpdateEnable(true);
+    }
     switch (newStatus) {
     case 1:
         initialization();
@@ -79,8 +84,7 @@ void PhaseReactions::phaseChange(std::int32_t newStatus) {
         autocalibration();
         break;
     case 11:
-        console_["lblHelp"].setCaption(
-            std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
+        screen_.prompt(std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
         break;
     case 12:
         screen_.prompt(std::string(texts.sAutocal).append(kLineBreak).append(texts.sAutocalERROR));

@@ -22,10 +22,14 @@ SendPath::SendPath(LinkState& state, LinkEvents& events, SerialPort& port, Commu
     timers_.tmrWaitAfterRx.setTick([this] { waitAfterRxTick(); });
 }
 
+bool SendPath::allows(std::int16_t Phase) const {
+    // What every phase allows passes in one that does not exist, too: the poll must outlive a garbled report.
+    return Phase == kAllPhases || (state_.m_PhaseMask & Phase) == state_.m_PhaseMask;
+}
+
 void SendPath::SendMessage(std::string_view newmessage, std::int16_t Phase, bool WithACK,
                            std::int16_t Timeout, bool SendImmediately) {
-    // What every phase allows passes in one that does not exist, too: the poll must outlive a garbled report.
-    if (Phase != kAllPhases && (state_.m_PhaseMask & Phase) != state_.m_PhaseMask) {
+    if (!allows(Phase)) {
         events_.WrongPhase.raise(std::string(newmessage));
         return;
     }

@@ -45,6 +45,8 @@ public:
     /// The port was opened or closed: nothing that waited survives, and no timer waits for it.
     void reset();
 
+    /// Whether the present phase lets a message with this mask out.
+    [[nodiscard]] bool allows(std::int16_t Phase) const;
     [[nodiscard]] std::int16_t queueCount() const { return m_Queue.count(); }
 
 private:

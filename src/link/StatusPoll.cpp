@@ -16,8 +16,9 @@ constexpr std::int32_t kFluoroPhase = 5;
 
 } // namespace
 
-StatusPoll::StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, Timer& timerStatusUpdate)
-    : state_(state), events_(events), send_(send), timer_(timerStatusUpdate) {
+StatusPoll::StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, SerialPort& port,
+                       Timer& timerStatusUpdate)
+    : state_(state), events_(events), send_(send), port_(port), timer_(timerStatusUpdate) {
     timer_.setInterval(kInterval);
     timer_.setTick([this] { tick(); });
 }
@@ -49,6 +50,11 @@ void StatusPoll::HURequest() {
 }
 
 void StatusPoll::tick() {
+    if (!port_.isOpen()) {
+        // Nothing can answer, and a generator that was not asked is not lost.
+        timer_.stop();
+        return;
+    }
     if (state_.m_Phase == kFluoroPhase && !state_.StatusRequestinFluoro) {
         return;
     }

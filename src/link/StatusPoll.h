@@ -8,10 +8,11 @@
 namespace quillon {
 
 /// Asks for phase and tube heat in turn while the port is open, and declares the generator lost when nothing
-/// comes for too long.
+/// comes for too long. Whatever starts it, it goes on only while the port is open.
 class StatusPoll {
 public:
-    StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, Timer& timerStatusUpdate);
+    StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, SerialPort& port,
+               Timer& timerStatusUpdate);
 
     [[nodiscard]] bool StatusUpdateEnable() const { return StatusUpdateEnable_; }
     /// The main switch; writing it writes the second one as well.
@@ -37,6 +38,7 @@ private:
     LinkState& state_;
     LinkEvents& events_;
     SendPath& send_;
+    SerialPort& port_;
     Timer& timer_;
     bool StatusUpdateEnable_ = false;
     bool heatNext_ = false; // which of the two requests is next

@@ -4,6 +4,7 @@
 #include "link/CommunicationLog.h"
 #include "link/FrameReceiver.h"
 #include "link/MessageDecoder.h"
+#include "link/OutboundTable.h"
 #include "link/PortControl.h"
 #include "link/SendPath.h"
 #include "link/StatusPoll.h"
@@ -72,13 +73,13 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     ModelContext context;
 
     cGeneratorError errorTable;
+    Service service;
     Phase phase;
     Technique technique;
     ErrorsAndWarnings errors;
     ExposureControl exposureControl;
     Fluoroscopy fluoroscopy;
     Programs programs;
-    Service service;
     Positioner positioner;
     Records records;
     Blinking blinking;
@@ -93,18 +94,19 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
       send(state, events, given.port, log,
            {panel.timer("tmrProtocolHandshaking"), panel.timer("tmrWaitAfterRx"),
             panel.timer("tmrAutoRepeat"), panel.timer("timerStatusUpdate")}),
-      poll(state, events, send, panel.timer("timerStatusUpdate")), receiver(events,
-                                                                            [this](std::string_view text) {
-                                                                                log.received(text);
-                                                                                decoder.DecodeMessages(text);
-                                                                            }),
+      poll(state, events, send, given.port, panel.timer("timerStatusUpdate")),
+      receiver(events,
+               [this](std::string_view text) {
+                   log.received(text);
+                   decoder.DecodeMessages(text);
+               }),
       portControl(panel, given.port, settings, events, send, poll), commands(state, send, operations),
       pages(panel, generator, fromGUI),
       frame(panel), context{state, generator, settings, facts,        events,
                             send,  poll,      commands, decoder,      operations,
                             panel, pages,     fromGUI,  TempUserMode, given.commandLine},
-      errorTable(given.folder), phase(context), technique(context), errors(context, errorTable),
-      exposureControl(context), fluoroscopy(context), programs(context), service(context),
+      errorTable(given.folder), service(context), phase(context, service), technique(context),
+      errors(context, errorTable), exposureControl(context), fluoroscopy(context), programs(context),
       positioner(context), records(context), blinking(generator, panel), heldKeys(context),
       panelKeys(context, pages, frame) {
     applyFacts();
@@ -295,6 +297,18 @@ void TorvaneSerialV3_07_QLC1::setTempUserMode(bool lent) {
 
 void TorvaneSerialV3_07_QLC1::SendMessage(std::string_view message, std::int16_t Phase, bool WithACK) {
     parts_->send.SendMessage(message, Phase, WithACK);
+}
+
+bool TorvaneSerialV3_07_QLC1::allows(std::string_view mnemonic) const {
+    return parts_->send.allows(phasesOf(mnemonic));
+}
+
+bool TorvaneSerialV3_07_QLC1::answering() const {
+    return parts_->service.answering();
+}
+
+const GeneratorState& TorvaneSerialV3_07_QLC1::mirror() const {
+    return parts_->generator;
 }
 
 void TorvaneSerialV3_07_QLC1::Flush() {

@@ -7,6 +7,7 @@
 
 #include "link/LinkEvents.h"
 #include "link/LinkSettings.h"
+#include "model/GeneratorState.h"
 #include "runtime/Operations.h"
 #include "runtime/Platform.h"
 #include "ui/ControlHost.h"
@@ -40,6 +41,8 @@ public:
     /// The serial settings; they take effect at the next open.
     [[nodiscard]] LinkSettings& settings();
     [[nodiscard]] const InstallationFacts& facts() const;
+    /// What the generator last reported.
+    [[nodiscard]] const GeneratorState& mirror() const;
 
     /// Calls an operation by name.
     void call(std::string_view operation, std::initializer_list<Value> arguments = {}) const;
@@ -63,6 +66,11 @@ public:
     [[nodiscard]] bool TempUserMode() const;
     void setTempUserMode(bool lent);
     [[nodiscard]] static std::string_view SoftVersion() { return "TorvaneSerial_V3_07_QLC1"; }
+
+    /// Whether the present phase lets a command of this mnemonic out.
+    [[nodiscard]] bool allows(std::string_view mnemonic) const;
+    /// The operator's answer to the question whether to autocalibrate is on its way to the generator.
+    [[nodiscard]] bool answering() const;
 
     /// Queues a message under a mask of phases.
     void SendMessage(std::string_view message, std::int16_t Phase, bool WithACK = false);

@@ -8,6 +8,7 @@
 #include "base/Text.h"
 #include "link/OutboundTable.h"
 #include "model/Commands.h"
+#include "model/Service.h"
 
 namespace quillon {
 
@@ -57,8 +58,8 @@ bool isKnown(std::int32_t phase) {
 
 } // namespace
 
-Phase::Phase(ModelContext& context)
-    : context_(context), link_(context.link), state_(context.state), panel_(context.panel),
+Phase::Phase(ModelContext& context, Service& service)
+    : context_(context), service_(service), link_(context.link), state_(context.state), panel_(context.panel),
       softwareSync_(containsNoCase(context.commandLine, "-swsync")) {
     context_.decoder.bind("fmessGeneratorPhase",
                           [this](std::string_view value) { fmessGeneratorPhase(value); });
@@ -116,6 +117,17 @@ void Phase::fmessGeneratorPhase(std::string_view value) {
 
 void Phase::enter(std::int32_t phase, std::int32_t old) {
     link_.m_NoAnswerCount = 0;
+    if (phase == 1 || phase == 2) {
+        service_.abandonAnswer();
+    } else if (phase != 11) {
+        service_.withdrawQuestion();
+    }
+    if (phase == 1 || phase == 2 || phase == 8) {
+        // Where the calibration list stood says nothing about where it stands when calibration is entered
+        // again.
+        state_.m_CalibrationType = -1;
+        state_.m_CalibrationParameter = 0;
+    }
     switch (phase) {
     case 1:
         enterInitialization();
@@ -182,26 +194,9 @@ void Phase::resetModel() {
     state_.m_Workstation = 0;
     state_.m_WorkingMode = 0;
     state_.m_LastError = 0;
-    state_.m_AutocalState = 0;
-    state_.m_AutocalAnswered = false;
-    state_.m_ConfirmStep = 0;
-    state_.m_DismissStep = 0;
-}
-
-/// An answer that was being given to an autocalibration belongs to the machine as it was. Going on with it
-/// would send what nobody asked for, with the poll held away.
-void Phase::breakOffAutocalibration() {
-    for (const std::string_view sequence : {"tmrConfirm", "tmrDismiss"}) {
-        Timer& timer = panel_.timer(sequence);
-        if (timer.running()) {
-            timer.stop();
-            link_.m_StatusUpdateActive = context_.poll.StatusUpdateEnable();
-        }
-    }
 }
 
 void Phase::enterInitialization() {
-    breakOffAutocalibration();
     resetModel();
     for (const std::string_view lamp : kWarningLamps) {
         panel_[lamp].setVisible(false);
@@ -216,10 +211,6 @@ void Phase::enterInitialization() {
 void Phase::enterNormalOperation(std::int32_t old) {
     link_.m_OperatingPhase = 2;
     context_.poll.run();
-    // A second try at an autocalibration that was asked for and never came must find the way open.
-    if (state_.m_AutocalState == 1) {
-        state_.m_AutocalState = 0;
-    }
     if (old == 6) {
         panel_["cmbCalibration"].setBackColour(kNormalColour);
         for (std::string* shown :
@@ -239,8 +230,6 @@ void Phase::enterCalibration(std::int32_t old) {
     if (old == 2) {
         panel_["cmbToggleFocusConfirm"].setVisible(true);
         panel_["cmbToggleFocusDismiss"].setVisible(true);
-        panel_["cmbAutocalConfirm"].setVisible(false);
-        panel_["cmbAutocalDismiss"].setVisible(false);
     }
     link_.m_OperatingPhase = 6;
     panel_["cmbCalibration"].setBackColour(kActiveColour);

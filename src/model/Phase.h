@@ -7,11 +7,14 @@
 
 namespace quillon {
 
+class Service;
+
 /// The generator's phase ("ST"), its status signals ("PS", "SF", "PR", "XS", "XR", "XE") and the tube heat
 /// ("HE").
 class Phase {
 public:
-    explicit Phase(ModelContext& context);
+    /// What the generator leaves of an autocalibration's question and answer is the service commands' to end.
+    Phase(ModelContext& context, Service& service);
 
     /// "ST": a new phase reconfigures the panel and raises GeneratorPhaseChange; a repeated one only counts
     /// as a sign of life, except the two error phases, which are handled at every report.
@@ -27,11 +30,11 @@ private:
     void enterConfiguration();
     void enterConfirmDismiss();
     void resetModel();
-    void breakOffAutocalibration();
     void updateSoftwareExposureKey();
     void bindSignals();
 
     ModelContext& context_;
+    Service& service_;
     LinkState& link_;
     GeneratorState& state_;
     ControlHost& panel_;

@@ -228,12 +228,39 @@ void Service::fmessAutocalRetry(std::string_view value) {
     context_.events.AutocalRetry.raise(toBoolean(value));
 }
 
-void Service::beginAnswer(Signal<>& event, Timer& timer, std::int32_t confirmStep, std::int32_t dismissStep) {
-    // The poll keeps away until the generator has taken the answer.
-    context_.poll.end();
-    link_.m_StatusUpdateActive = false;
+void Service::hideAnswerKeys() {
     cmbAutocalConfirm_.setVisible(false);
     cmbAutocalDismiss_.setVisible(false);
+}
+
+void Service::withdrawQuestion() {
+    if (!answering()) {
+        hideAnswerKeys();
+    }
+}
+
+void Service::abandonAnswer() {
+    if (answering()) {
+        tmrConfirm_.stop();
+        tmrDismiss_.stop();
+        link_.m_StatusUpdateActive = context_.poll.StatusUpdateEnable();
+    }
+    hideAnswerKeys();
+    cmbAutocalibration_.setBackColour(kNormalColour);
+    state_.m_AutocalState = 0;
+    state_.m_AutocalAnswered = false;
+    state_.m_ConfirmStep = 0;
+    state_.m_DismissStep = 0;
+}
+
+void Service::beginAnswer(Signal<>& event, Timer& timer, std::int32_t confirmStep, std::int32_t dismissStep) {
+    // The poll keeps away until the generator has taken the answer; an earlier one has nothing to send any
+    // more.
+    context_.poll.end();
+    link_.m_StatusUpdateActive = false;
+    tmrConfirm_.stop();
+    tmrDismiss_.stop();
+    hideAnswerKeys();
     state_.m_AutocalAnswered = false;
     event.raise();
     state_.m_ConfirmStep = confirmStep;

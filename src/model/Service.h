@@ -21,6 +21,14 @@ public:
     void ToggleAutocalibrationFeature();
     /// How many bits a calibration value has: 8, 10 or 12; the slider's range follows.
     void setCalibrationDataSize(std::int16_t Bits);
+    /// An answer to the generator's question whether to autocalibrate is on its way: "CAU" was or will be
+    /// sent, and the poll keeps away until the generator has taken it.
+    [[nodiscard]] bool answering() const { return tmrConfirm_.running() || tmrDismiss_.running(); }
+    /// The generator asks no more: its question cannot be answered any longer. An answer on its way goes on.
+    void withdrawQuestion();
+    /// The autocalibration is over, however far its confirmation has come: nothing of it is sent any more,
+    /// and the poll is again as the console has it.
+    void abandonAnswer();
 
 private:
     /// A handler that drops whatever is no number.
@@ -40,6 +48,7 @@ private:
     void confirmTick();
     void dismissTick();
     void forgetKVP();
+    void hideAnswerKeys();
 
     ModelContext& context_;
     LinkState& link_;
