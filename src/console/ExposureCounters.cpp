@@ -44,7 +44,7 @@ ExposureCounters::ExposureCounters(ConsoleContext& context, ConsolePanels& panel
     console_["cmbReadExposureCounters"].on.release = [this] {
         if (!screen_.errorOnShow() && !screen_.withdrawn("cmbReadExposureCounters")) {
             state_.m_ProtocolError = false;
-            screen_.hide({"fraResetCounterConfirm"});
+            showQuestion(false);
             ToggleExposureCounterView();
         }
     };
@@ -213,22 +213,33 @@ void ExposureCounters::bindResetKeys() {
         key.cancel = key.release;
     }
     tmrResetTubeCounter_.setTick([this] { askForReset(); });
-    console_["cmdResetCounterNo"].on.press = [this] { screen_.hide({"fraResetCounterConfirm"}); };
+    console_["cmdResetCounterNo"].on.press = [this] { showQuestion(false); };
     console_["cmdResetCounterYes"].on.press = [this] { resetCounter(); };
 }
 
 void ExposureCounters::askForReset() {
     const CounterRow& row = kCounters.at(static_cast<std::size_t>(state_.m_CounterToReset));
     console_["lblResetRADCounter"].setCaption(context_.texts.*row.question);
-    screen_.show({"fraResetCounterConfirm"});
+    showQuestion(true);
     tmrResetTubeCounter_.stop();
 }
 
+void ExposureCounters::showQuestion(bool show) {
+    console_["fraResetCounterConfirm"].setVisible(show);
+    for (const CounterRow& row : kCounters) {
+        console_[row.resetKey].setEnabled(!show);
+    }
+}
+
 void ExposureCounters::resetCounter() {
+    const bool allowed = context_.link.allows("TCR");
     context_.link.call("ResetExposureCounter", {state_.m_CounterToReset});
+    if (!allowed) {
+        return; // the question stands until it can be answered
+    }
     YieldEvents(kResetYields);
     context_.link.call("ReadExposureCounter", {state_.m_CounterToReset});
-    screen_.hide({"fraResetCounterConfirm"});
+    showQuestion(false);
 }
 
 void ExposureCounters::YieldEvents(int count) {

@@ -30,6 +30,8 @@ private:
     void keep(std::int32_t counter, std::string_view value);
     void bindResetKeys();
     void askForReset();
+    /// While the question stands the reset keys are dead: its answer is about the counter it names.
+    void showQuestion(bool show);
     void resetCounter();
     void YieldEvents(int count);
 
