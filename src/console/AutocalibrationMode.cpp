@@ -19,7 +19,8 @@ constexpr std::int32_t kWait = 5;
 constexpr int kEntryDelay = 500;
 constexpr int kWorkstationTime = 3000;
 constexpr int kCalibrationTime = 3000;
-constexpr int kSeekPace = 500; // one answer of the generator before the next decision
+constexpr int kSeekPace = 500;      // one answer of the generator before the next decision
+constexpr int kSlowSeekPace = 4000; // for a generator whose answer took longer than that
 constexpr int kFocusFoundTime = 2000;
 constexpr int kParameterFoundTime = 4000;
 constexpr int kWaitPace = 5000;
@@ -126,8 +127,12 @@ void AutocalibrationMode::enter() {
     link_.setStatusUpdateEnable(false);
     state_.m_AutocalStarting = true;
     state_.m_AutocalOnStep = kSendWorkstation;
+    seekPace_ = kSeekPace;
     tmrAutocalON_.start(kEntryDelay);
     disableModeButtons();
+    if (isExposure(state_.m_LastPhase)) {
+        endEntryBeforeItBegan();
+    }
 }
 
 void AutocalibrationMode::onTick() {
@@ -146,10 +151,7 @@ void AutocalibrationMode::onTick() {
         seekTick();
         break;
     case kSendAutocalibration:
-        link_.call("ToggleAutocalibrationFeature");
-        state_.m_AutocalWaitCount = 1;
-        state_.m_AutocalOnStep = kWait;
-        tmrAutocalON_.setInterval(kWaitPace);
+        askForAutocalibration();
         break;
     case kWait:
         waitTick();
@@ -162,37 +164,43 @@ void AutocalibrationMode::onTick() {
 void AutocalibrationMode::seekTick() {
     if (state_.m_ServiceMode != 6) {
         calibrationRefused();
-    } else if (state_.m_SelAutocalmA ? seekFocus() : seekParameter()) {
-        state_.m_AutocalOnStep = kSendAutocalibration;
+    } else if (atPoint()) {
+        pointFound();
+    } else {
+        state_.m_AutocalOnStep = kSeek;
+        tmrAutocalON_.setInterval(seekPace_);
+        stepTowardsPoint();
     }
 }
 
-bool AutocalibrationMode::seekParameter() {
-    const bool onParameter = link_.get<std::int32_t>("CalibrationType") != 0;
-    const auto parameter = link_.get<std::int16_t>("CalibrationParameter");
-    if (onParameter && parameter == state_.m_AutocalParameter) {
-        tmrAutocalON_.setInterval(kParameterFoundTime);
-        link_.Flush();
-        return true;
+bool AutocalibrationMode::atPoint() const {
+    const GeneratorState& mirror = link_.mirror();
+    const bool onParameter = mirror.m_CalibrationType > 0;
+    if (!state_.m_SelAutocalmA) {
+        return onParameter && mirror.m_CalibrationParameter == state_.m_AutocalParameter;
     }
-    tmrAutocalON_.setInterval(kSeekPace);
-    // The parameters lie behind the stations.
-    link_.call(!onParameter || state_.m_AutocalParameter > parameter ? "MAUp" : "MADown");
-    return false;
-}
-
-bool AutocalibrationMode::seekFocus() {
-    const bool onLarge = state_.m_AutocalLargeFocus && link_.get<bool>("LargeFocus");
-    const bool onSmall = state_.m_AutocalSmallFocus && link_.get<bool>("SmallFocus");
-    const auto type = link_.get<std::int32_t>("CalibrationType");
     // A parameter may keep the focus of the station before it. What is calibrated must be what was asked for.
-    const bool onParameter = type > 0;
-    if ((onLarge || onSmall) && !onParameter) {
-        tmrAutocalON_.setInterval(kFocusFoundTime);
-        return true;
+    const bool onFocus = (state_.m_AutocalLargeFocus && mirror.m_LargeFocus == 1) ||
+                         (state_.m_AutocalSmallFocus && mirror.m_SmallFocus == 1);
+    return onFocus && !onParameter;
+}
+
+void AutocalibrationMode::pointFound() {
+    state_.m_AutocalOnStep = kSendAutocalibration;
+    tmrAutocalON_.setInterval(state_.m_SelAutocalmA ? kFocusFoundTime : kParameterFoundTime);
+    if (!state_.m_SelAutocalmA) {
+        link_.Flush();
     }
-    tmrAutocalON_.setInterval(kSeekPace);
-    if (type != 0) {
+}
+
+void AutocalibrationMode::stepTowardsPoint() {
+    const GeneratorState& mirror = link_.mirror();
+    const bool onStation = mirror.m_CalibrationType == 0;
+    if (!state_.m_SelAutocalmA) {
+        // The parameters lie behind the stations.
+        const bool up = onStation || state_.m_AutocalParameter > mirror.m_CalibrationParameter;
+        link_.call(up ? "MAUp" : "MADown");
+    } else if (!onStation) {
         link_.call("MADown");
     } else if (link_.facts().SolapeFocos) {
         // The stations of the focal spots overlap: no number of steps leads from one to the other.
@@ -200,7 +208,19 @@ bool AutocalibrationMode::seekFocus() {
     } else {
         link_.call(state_.m_AutocalSmallFocus ? "MADown" : "MAUp");
     }
-    return false;
+}
+
+void AutocalibrationMode::askForAutocalibration() {
+    if (!atPoint()) {
+        // The answer to a step came after the look that found the point: the list has gone past it.
+        seekPace_ = kSlowSeekPace;
+        seekTick();
+        return;
+    }
+    link_.call("ToggleAutocalibrationFeature");
+    state_.m_AutocalWaitCount = 1;
+    state_.m_AutocalOnStep = kWait;
+    tmrAutocalON_.setInterval(kWaitPace);
 }
 
 void AutocalibrationMode::waitTick() {
@@ -251,6 +271,15 @@ void AutocalibrationMode::giveUpEntry() {
     screen_.clearPrompt();
 }
 
+void AutocalibrationMode::endEntryBeforeItBegan() {
+    tmrAutocalON_.stop();
+    context_.events.Busy.raise(0);
+    state_.m_AutocalStarting = false;
+    screen_.clearPrompt();
+    link_.setStatusUpdateEnable(true);
+    ShowCalibrationButton(context_, true);
+}
+
 void AutocalibrationMode::handOver() {
     state_.m_AutocalStarting = false;
     tmrDelayAutocal_.stop();
@@ -283,8 +312,11 @@ void AutocalibrationMode::dismissed() {
 }
 
 void AutocalibrationMode::acknowledged(bool on) {
-    // The step stays behind when the entry has ended, so this shortens the ordinary exit as well.
-    if (on || state_.m_AutocalOnStep != kWait) {
+    // The step stays behind when the entry has ended, so this shortens the ordinary exit as well. Once all of
+    // it is over, a generator that says so again ends nothing.
+    const bool autocalibrating = tmrAutocalON_.running() || tmrAutocalOFF_.running() || link_.answering() ||
+                                 state_.m_ServiceMode == 9 || state_.m_LastPhase >= 11;
+    if (on || state_.m_AutocalOnStep != kWait || !autocalibrating) {
         return;
     }
     screen_.disable({"fraTorvaneSerial"});
@@ -295,6 +327,9 @@ void AutocalibrationMode::acknowledged(bool on) {
 
 void AutocalibrationMode::phaseReported(std::int32_t phase) {
     leftUnheard_ = false;
+    if (isExposure(phase) && tmrAutocalON_.running() && state_.m_AutocalOnStep == kSendWorkstation) {
+        endEntryBeforeItBegan();
+    }
     // These phases put words of their own on the prompt line, or take it away.
     if (phase == 1 || phase == 2 || phase >= 11) {
         tmrIniAutocal_.stop();

@@ -30,15 +30,20 @@ private:
     // The way in.
     void onTick();
     void seekTick();
-    /// One step of the generator's list towards the point; true when the list stands on it.
-    bool seekParameter();
-    bool seekFocus();
+    /// Where the generator's list stands is known, and it is the point that was asked for.
+    [[nodiscard]] bool atPoint() const;
+    void pointFound();
+    /// One step of the generator's list towards the point.
+    void stepTowardsPoint();
     void waitTick();
     void modeReached();
+    void askForAutocalibration();
     void calibrationRefused();
     void generatorNeverCame();
     /// What both failures of the entry have in common.
     void giveUpEntry();
+    /// An exposure came before the first command: nothing was said to the generator, and nothing is told.
+    void endEntryBeforeItBegan();
     void handOver();
 
     // What the generator and the keys of the link control say meanwhile.
@@ -72,6 +77,7 @@ private:
     Timer& tmrAutocalOFF_;
     Timer& tmrDelayAutocal_;
     Timer& tmrIniAutocal_;
+    int seekPace_ = 0;         ///< ms from one step of the list to the next look
     bool leftUnheard_ = false; ///< an exit has ended, and no report of it came
 };
 

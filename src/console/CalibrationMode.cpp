@@ -33,6 +33,11 @@ CalibrationMode::CalibrationMode(ConsoleContext& context, ConsolePanels& panels)
     };
     tmrCalON_.setTick([this] { onTick(); });
     tmrCalOFF_.setTick([this] { offTick(); });
+    context_.link.events().GeneratorPhaseChange.connect([this](std::int32_t phase) {
+        if (isExposure(phase) && tmrCalON_.running() && !commandSent_) {
+            endEntryBeforeItBegan();
+        }
+    });
 }
 
 void CalibrationMode::ToggleCalibrationMode() {
@@ -61,8 +66,7 @@ void CalibrationMode::leave() {
     state_.m_CalOffStep = 1;
     tmrCalOFF_.start(kLeaveWait);
     if (!context_.link.TempUserMode()) {
-        screen_.show({"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters"});
-        screen_.hide({"cmbGoToUserMode"});
+        showModeKeys();
     }
 }
 
@@ -83,6 +87,7 @@ void CalibrationMode::enter() {
     screen_.prompt(context_.texts.waitPrompt(context_.texts.sEnterCalibration));
     context_.link.call("Workstation", {state_.m_SelectedWorkstation});
     beginEntry(kReturnWait);
+    commandSent_ = true;
 }
 
 void CalibrationMode::workstationChosen(std::int16_t workstation) {
@@ -93,20 +98,40 @@ void CalibrationMode::workstationChosen(std::int16_t workstation) {
     screen_.prompt(context_.texts.waitPrompt(context_.texts.sEnterCalibration));
     context_.link.setStatusUpdateEnable(false);
     beginEntry(kChosenWait);
+    if (isExposure(state_.m_LastPhase)) {
+        endEntryBeforeItBegan();
+    }
 }
 
 void CalibrationMode::beginEntry(int firstWait) {
     state_.m_CalOnStep = 0;
+    commandSent_ = false;
     tmrCalON_.start(firstWait);
     state_.m_CalibrationStarting = true;
     screen_.hide({"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters"});
     screen_.show({"cmbGoToUserMode"});
 }
 
+void CalibrationMode::endEntryBeforeItBegan() {
+    tmrCalON_.stop();
+    context_.events.Busy.raise(0);
+    state_.m_CalibrationStarting = false;
+    screen_.clearPrompt();
+    showModeKeys();
+    context_.link.setStatusUpdateEnable(true);
+    ShowCalibrationButton(context_, true);
+}
+
+void CalibrationMode::showModeKeys() {
+    screen_.show({"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters"});
+    screen_.hide({"cmbGoToUserMode"});
+}
+
 void CalibrationMode::onTick() {
     switch (state_.m_CalOnStep) {
     case 0:
         context_.link.call("Workstation", {state_.m_SelectedWorkstation});
+        commandSent_ = true;
         state_.m_CalOnStep = 1;
         tmrCalON_.start(kWorkstationWait);
         break;
@@ -145,8 +170,7 @@ void CalibrationMode::notEntered() {
     context_.events.Busy.raise(0);
     screen_.enable(
         {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.show({"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.hide({"cmbGoToUserMode"});
+    showModeKeys();
     state_.m_CalOffStep = 2;
     state_.m_AutocalStarting = false;
     if (state_.m_LastPhase == kError) {

@@ -22,6 +22,10 @@ private:
     void workstationChosen(std::int16_t workstation);
     void onTick();
     void offTick();
+    /// An exposure came before the first command: nothing was said to the generator, and nothing is told.
+    void endEntryBeforeItBegan();
+    /// The rest layout's keys instead of the one that lends the machine.
+    void showModeKeys();
     void entered();
     void notEntered();
     void left();
@@ -32,6 +36,7 @@ private:
     ConsoleState& state_;
     Timer& tmrCalON_;
     Timer& tmrCalOFF_;
+    bool commandSent_ = false; ///< the entry has said something to the generator
 };
 
 } // namespace quillon

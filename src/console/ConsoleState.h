@@ -15,6 +15,11 @@ struct ConsoleEvents {
     Signal<> CannotOpenPort;
 };
 
+/// Preparation or an exposure: the generator takes no command of a service mode.
+[[nodiscard]] constexpr bool isExposure(std::int32_t phase) {
+    return phase >= 3 && phase <= 5;
+}
+
 /// The console's state: what its workflows know of each other and of the generator. Names are its own.
 struct ConsoleState {
     std::int32_t m_LastPhase = 0;   ///< phase of the previous report

@@ -44,6 +44,8 @@ ctrASelFocusOrParam::ctrASelFocusOrParam(Schedule& schedule)
         };
     };
     closes({"cmbOKFocus", "OK", chosen(SelAutocalmA_)});
+    // Until one of the focal spots is lit there is nothing to agree to.
+    at("cmbOKFocus").setEnabled(false);
     closes({"cmbOKParameter", "OK", chosen(SelAutocalParameter_)});
     closes({"cmbCancel", "Cancel", [this] { Cancel_ = true; }});
 }
@@ -53,6 +55,7 @@ void ctrASelFocusOrParam::select(bool small, bool chosen) {
     LargeFocus_ = !SmallFocus_;
     // Only a choice is shown. The generator may have neither selected, and then no key may claim it has.
     if (chosen) {
+        at("cmbOKFocus").setEnabled(true);
         at("cmbAutocalSmallFocus").setBackColour(SmallFocus_ ? buttonOnColour_ : buttonOffColour_);
         at("cmbAutocalLargeFocus").setBackColour(LargeFocus_ ? buttonOnColour_ : buttonOffColour_);
     }
