@@ -66,8 +66,6 @@ void ConfigurationMode::entered() {
         screen_.enable({"fraTorvaneSerial", "cmbConfiguration"});
     } else {
         panels_.ErrorMessage(state_.m_ProtocolError ? ErrorCode::Protocol : ErrorCode::DipSwitch);
-        screen_.enable(
-            {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
         state_.m_ConfigOffStep = 1;
     }
     screen_.clearPrompt();

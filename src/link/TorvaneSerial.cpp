@@ -14,7 +14,7 @@
 #include "model/ExposureControl.h"
 #include "model/Fluoroscopy.h"
 #include "model/ModelContext.h"
-#include "model/Phase.h"
+#include "model/PhaseReports.h"
 #include "model/Positioner.h"
 #include "model/Programs.h"
 #include "model/Records.h"
@@ -74,7 +74,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
 
     cGeneratorError errorTable;
     Service service;
-    Phase phase;
+    PhaseReports phase;
     Technique technique;
     ErrorsAndWarnings errors;
     ExposureControl exposureControl;

@@ -91,7 +91,12 @@ public:
 
     [[nodiscard]] bool visible() const;
     void setVisible(bool visible);
+    /// What was last written, or False while a lock is on the control. A frame goes on reading its own.
     [[nodiscard]] bool enabled() const;
+    /// What was last written, and holds once no lock is on the control.
+    [[nodiscard]] bool offered() const { return enabled_; }
+    /// A panel or a screen of its own keeps it, and all that lies on it, from the operator.
+    [[nodiscard]] bool locked() const { return locks_ > 0; }
     void setEnabled(bool enabled);
     [[nodiscard]] Twips left() const { return place().left; }
     [[nodiscard]] Twips top() const { return place().top; }
@@ -172,6 +177,7 @@ protected:
 
 private:
     friend class ControlHost;
+    friend class ControlLock;
 
     void require(Property property) const;
     template <typename T, typename V> void assign(Property property, T& member, V&& value);
@@ -198,6 +204,7 @@ private:
     int artSize_ = 0;
     bool visible_ = true;
     bool enabled_ = true;
+    int locks_ = 0;
     bool readOnly_ = false;
     bool multiLine_ = false;
     bool border_ = true;

@@ -37,7 +37,11 @@ ControlHost::ControlHost(Kind kind, std::string_view name, Schedule& schedule)
     setBackColour(kSurfaceColour);
 }
 
-ControlHost::~ControlHost() = default;
+ControlHost::~ControlHost() {
+    while (!controls_.empty()) {
+        controls_.pop_back(); // what was made last may hold a lock on what was made before
+    }
+}
 
 Control& ControlHost::take(std::unique_ptr<Control> control, Control* container) {
     Control& placed = *control;
@@ -97,6 +101,7 @@ bool ControlHost::removeKeyed(std::string_view key) {
     }
     ControlHost* host = entry->second;
     byKey_.erase(entry);
+    host->removed();
     if (ChangeSink* window = sink()) {
         window->controlRemoved(*host);
     }

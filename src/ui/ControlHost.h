@@ -62,6 +62,8 @@ public:
     /// Takes it off the screen at once; it may be running the handler that asks for this, so it lives until
     /// the present handler has ended. False when there is none.
     bool removeKeyed(std::string_view key);
+    /// It is being taken off its host: what it holds of its neighbours goes back to them now.
+    virtual void removed() {}
 
     /// Enumeration order.
     [[nodiscard]] const std::vector<std::unique_ptr<Control>>& controls() const { return controls_; }

@@ -24,7 +24,8 @@ bool Input::reachable(const Control& control) const {
         return false;
     }
     for (const Control* at = &control; at != nullptr; at = at->container()) {
-        if (!at->has(Property::Visible) || !at->visible() || (at->has(Property::Enabled) && !at->enabled())) {
+        if (at->locked() || !at->has(Property::Visible) || !at->visible() ||
+            (at->has(Property::Enabled) && !at->enabled())) {
             return false;
         }
         if (at->container() == nullptr && at->kind() != Kind::Form) {

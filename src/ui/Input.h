@@ -16,7 +16,8 @@ enum class Gesture : std::uint8_t { Press, Release, Type, Select, Slide };
 /// through this, so a test presses exactly as a finger does.
 class Input {
 public:
-    /// True when the control and everything around it is visible and enabled, and no message box is up.
+    /// True when the control and everything around it is visible, enabled and not locked, and no message box
+    /// is up.
     [[nodiscard]] bool reachable(const Control& control) const;
 
     // Each does its work only on a control that can be reached, and says whether it did.

@@ -43,7 +43,8 @@ struct ConsolePanels::Row {
     std::unique_ptr<ControlHost> (*make)(Schedule& schedule);
     std::string_view backColour;
     bool hasOnColour;
-    bool centred; ///< keeps its size instead of covering the link control
+    bool centred;                 ///< keeps its size instead of covering the link control
+    std::string_view spared = {}; ///< stays in reach beside it
 };
 
 namespace {
@@ -60,7 +61,7 @@ std::span<const ConsolePanels::Row> ConsolePanels::table() {
         Row{"SelWSAutocal", "ctrSelWS", "SelWS.ctrSelWS", &make<ctrSelWS>,
             "ConsoleBackColor", true, false},
         Row{"SelWSCal", "ctrSelWS", "SelWS.ctrSelWS", &make<ctrSelWS>,
-            "ConsoleBackColor", true, false},
+            "ConsoleBackColor", true, false, "cmbResetError"},
         Row{kSelectFocus, "ctrASelFocusOrParam", "ASFOrParam.ctrASelFocusOrParam", &make<ctrASelFocusOrParam>,
             "ConsoleBackColor", true, false},
         Row{"AutocalWarning", "ctrAWarning", "AWarning.ctrAWarning", &make<ctrAWarning>,
@@ -166,10 +167,6 @@ ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
                                                           std::int16_t parameter) {
         handler(closed, event, parameter);
         screen_.enable({"cmdExposure", "cmdPrep"});
-        // The states that the panel gave back may be older than the error: its reset is the only way on.
-        if (screen_.errorOnShow()) {
-            screen_.enable({"cmbResetError"});
-        }
     });
     return panel;
 }
@@ -185,7 +182,7 @@ void ConsolePanels::show(const Row& row, ModalPanel& panel) {
     }
     panel.bringToFront();
     panel.setVisible(true);
-    panel.UserControl_Show();
+    panel.UserControl_Show(row.spared);
 }
 
 void ConsolePanels::ErrorMessage(std::int16_t code) {

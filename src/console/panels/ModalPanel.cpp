@@ -1,5 +1,8 @@
 #include "console/panels/ModalPanel.h"
 
+#include <utility>
+#include <vector>
+
 #include "base/Numbers.h"
 
 namespace quillon {
@@ -35,10 +38,14 @@ ModalPanel::ModalPanel(Schedule& schedule, std::span<const ControlRow> rows, Pan
     }
 }
 
-void ModalPanel::UserControl_Show() {
-    if (ControlHost* console = host()) {
-        snapshot_.take(*console);
+void ModalPanel::UserControl_Show(std::string_view spared) {
+    std::vector<Control*> behind;
+    for (const auto& control : host()->controls()) {
+        if (control.get() != this && control->has(Property::Geometry) && control->name() != spared) {
+            behind.push_back(control.get());
+        }
     }
+    lock_ = ControlLock(std::move(behind));
 }
 
 void ModalPanel::paintButtons(std::string_view tag, Colour colour) {
@@ -54,9 +61,7 @@ void ModalPanel::closes(const ClosingKey& key) {
         if (key.results) {
             key.results();
         }
-        if (ControlHost* console = host()) {
-            snapshot_.restore(*console);
-        }
+        lock_.release();
         // The console takes the panel away in there, so nothing may follow.
         if (const Report report = report_) {
             report(*this, key.event, key.parameter ? key.parameter() : std::int16_t{0});

@@ -9,13 +9,13 @@
 #include "console/layout/PanelLayouts.h"
 #include "runtime/Operations.h"
 #include "ui/ControlHost.h"
-#include "ui/ModalSnapshot.h"
+#include "ui/ControlLock.h"
 #include "ui/ScalingLayout.h"
 
 namespace quillon {
 
-/// A dialog that lies on the console. While it is shown nothing else on its host can be used; it gives the
-/// host's states back just before it reports. Its members are reached by name.
+/// A dialog that lies on the console. While it is shown nothing else on its host can be used, whatever is
+/// enabled there meanwhile; the host is free again just before it reports. Its members are reached by name.
 class ModalPanel : public ControlHost {
 public:
     /// Told of the key that closed the panel: the event's name and its parameter, 0 where it has none.
@@ -28,8 +28,8 @@ public:
     };
 
     void setReport(Report report) { report_ = std::move(report); }
-    /// The panel was made visible: its host becomes modal.
-    void UserControl_Show();
+    /// The panel was made visible: its host becomes modal, but for one control that is left to the operator.
+    void UserControl_Show(std::string_view spared = {});
 
     [[nodiscard]] const Operations& operations() const { return operations_; }
     template <typename T> [[nodiscard]] T get(std::string_view member) const {
@@ -63,6 +63,7 @@ protected:
     void addStepper(const Stepper& row, std::int16_t& value);
 
     void resized() override { layout_.apply(*this); }
+    void removed() override { lock_.release(); }
 
     Operations operations_;
     Colour buttonOnColour_ = kActiveColour;
@@ -73,7 +74,7 @@ private:
 
     std::span<const TextRow> texts_;
     ScalingLayout layout_;
-    ModalSnapshot snapshot_;
+    ControlLock lock_;
     Report report_;
 };
 

@@ -118,10 +118,12 @@ TEST(ModalPanelTest, OnlyAChosenFocusIsPainted) {
     choice.panel->set("SmallFocus", false);
     EXPECT_EQ(focus(), "large");
     EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), kNormalColour);
+    EXPECT_FALSE((*choice.panel)["cmbOKFocus"].enabled());
     choice.panel->set("ButtonOnColor", 0x123456);
     choice.click("cmbAutocalLargeFocus");
     EXPECT_EQ(focus(), "large");
     EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), 0x123456U);
+    EXPECT_TRUE((*choice.panel)["cmbOKFocus"].enabled());
     choice.click("cmbAutocalSmallFocus");
     EXPECT_EQ(focus(), "small");
     EXPECT_EQ(choice.colour("cmbAutocalSmallFocus"), 0x123456U);

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/unit/ui/Screen.h"
-#include "ui/ModalSnapshot.h"
+#include "ui/ControlLock.h"
+#include "ui/Input.h"
 #include "ui/ScalingLayout.h"
 
 namespace quillon {
@@ -57,25 +58,26 @@ TEST_F(ScalingTest, LeavesWhatCameLater) {
     EXPECT_EQ(later.place(), (Place{1, 2, 3, 4}));
 }
 
-TEST(ModalSnapshot, GivesBackWhatItFound) {
+TEST(ControlLock, KeepsWhatIsWrittenUntilTheLastOneGoes) {
     TestScreen screen;
+    Input input;
     Control& off = screen.user.add(Kind::Button, "off");
     off.setEnabled(false);
-    screen.user.addTimer("tmr", 10).run();
-    screen.user.adopt(std::make_unique<ControlHost>(Kind::User, "panel", screen.time.schedule()));
-    ModalSnapshot snapshot;
-    snapshot.take(screen.user);
+    ControlLock first({&screen.key, &off, &screen.frame});
+    ControlLock second({&off});
     EXPECT_FALSE(screen.key.enabled());
-    EXPECT_TRUE(screen.frame.enabled());
-    EXPECT_TRUE(screen.user.timer("tmr").running());
-    off.setEnabled(true);
-    snapshot.restore(screen.user);
-    EXPECT_TRUE(screen.key.enabled());
-    EXPECT_FALSE(off.enabled());
-
+    EXPECT_TRUE(screen.frame.enabled()) << "a frame reads its own";
+    EXPECT_FALSE(input.reachable(screen.key)) << "and keeps what lies on it all the same";
     screen.key.setEnabled(false);
-    snapshot.restore(screen.user);
-    EXPECT_FALSE(screen.key.enabled()) << "the states are given back once";
+    off.setEnabled(true);
+    EXPECT_FALSE(off.enabled());
+    first.release();
+    EXPECT_FALSE(screen.key.enabled());
+    EXPECT_FALSE(off.enabled()) << "another lock is on it";
+    second = ControlLock();
+    EXPECT_TRUE(off.enabled());
+    first.release();
+    EXPECT_FALSE(off.locked()) << "given back once";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "model/Phase.h"
+#include "model/PhaseReports.h"
 
 #include <array>
 #include <cmath>
@@ -58,7 +58,7 @@ bool isKnown(std::int32_t phase) {
 
 } // namespace
 
-Phase::Phase(ModelContext& context, Service& service)
+PhaseReports::PhaseReports(ModelContext& context, Service& service)
     : context_(context), service_(service), link_(context.link), state_(context.state), panel_(context.panel),
       softwareSync_(containsNoCase(context.commandLine, "-swsync")) {
     context_.decoder.bind("fmessGeneratorPhase",
@@ -70,7 +70,7 @@ Phase::Phase(ModelContext& context, Service& service)
     panel_["cmdSWExposure"].on.click = [this] { context_.commands.send("SoftwareExposure", {true}); };
 }
 
-void Phase::bindSignals() {
+void PhaseReports::bindSignals() {
     for (const SignalRow& row : kSignals) {
         context_.decoder.bind(row.handler, [this, event = row.event](std::string_view value) {
             if (isNumeric(value) && link_.EventEnabled) {
@@ -85,7 +85,7 @@ void Phase::bindSignals() {
     });
 }
 
-void Phase::fmessGeneratorPhase(std::string_view value) {
+void PhaseReports::fmessGeneratorPhase(std::string_view value) {
     if (!isNumeric(value)) {
         return;
     }
@@ -115,7 +115,7 @@ void Phase::fmessGeneratorPhase(std::string_view value) {
     updateSoftwareExposureKey();
 }
 
-void Phase::enter(std::int32_t phase, std::int32_t old) {
+void PhaseReports::enter(std::int32_t phase, std::int32_t old) {
     link_.m_NoAnswerCount = 0;
     if (phase == 1 || phase == 2) {
         service_.abandonAnswer();
@@ -167,7 +167,7 @@ void Phase::enter(std::int32_t phase, std::int32_t old) {
     panel_["txtPHASE"].setCaption(kPhaseCaptions[static_cast<std::size_t>(phase - 1)]);
 }
 
-void Phase::resetModel() {
+void PhaseReports::resetModel() {
     // Texts are shown and must go; the numbers behind them stay until the next report.
     for (std::string* shown :
          {&state_.m_KVPDisplay, &state_.m_MADisplay, &state_.m_MSDisplay, &state_.m_MASDisplay,
@@ -196,7 +196,7 @@ void Phase::resetModel() {
     state_.m_LastError = 0;
 }
 
-void Phase::enterInitialization() {
+void PhaseReports::enterInitialization() {
     resetModel();
     for (const std::string_view lamp : kWarningLamps) {
         panel_[lamp].setVisible(false);
@@ -208,7 +208,7 @@ void Phase::enterInitialization() {
     link_.m_OperatingPhase = 1;
 }
 
-void Phase::enterNormalOperation(std::int32_t old) {
+void PhaseReports::enterNormalOperation(std::int32_t old) {
     link_.m_OperatingPhase = 2;
     context_.poll.run();
     if (old == 6) {
@@ -226,7 +226,7 @@ void Phase::enterNormalOperation(std::int32_t old) {
     }
 }
 
-void Phase::enterCalibration(std::int32_t old) {
+void PhaseReports::enterCalibration(std::int32_t old) {
     if (old == 2) {
         panel_["cmbToggleFocusConfirm"].setVisible(true);
         panel_["cmbToggleFocusDismiss"].setVisible(true);
@@ -246,7 +246,7 @@ void Phase::enterCalibration(std::int32_t old) {
     }
 }
 
-void Phase::enterConfiguration() {
+void PhaseReports::enterConfiguration() {
     link_.m_OperatingPhase = 8;
     context_.routines.PrepareConfigurationPage();
     panel_["cmbConfiguration"].setBackColour(kActiveColour);
@@ -257,7 +257,7 @@ void Phase::enterConfiguration() {
     link_.m_PhaseMask = 128;
 }
 
-void Phase::enterConfirmDismiss() {
+void PhaseReports::enterConfirmDismiss() {
     panel_["cmbToggleFocusConfirm"].setVisible(false);
     panel_["cmbToggleFocusDismiss"].setVisible(false);
     context_.events.AutocalConfirmDismiss.raise();
@@ -270,7 +270,7 @@ void Phase::enterConfirmDismiss() {
     }
 }
 
-void Phase::updateSoftwareExposureKey() {
+void PhaseReports::updateSoftwareExposureKey() {
     if (softwareSync_) {
         panel_["cmdSWExposure"].setVisible(link_.m_Phase == 3 &&
                                            (state_.m_WorkingMode == 1 || state_.m_WorkingMode == 2) &&
@@ -278,7 +278,7 @@ void Phase::updateSoftwareExposureKey() {
     }
 }
 
-void Phase::fmessHU(std::string_view value) {
+void PhaseReports::fmessHU(std::string_view value) {
     if (!isNumeric(value)) {
         return;
     }

@@ -11,10 +11,10 @@ class Service;
 
 /// The generator's phase ("ST"), its status signals ("PS", "SF", "PR", "XS", "XR", "XE") and the tube heat
 /// ("HE").
-class Phase {
+class PhaseReports {
 public:
     /// What the generator leaves of an autocalibration's question and answer is the service commands' to end.
-    Phase(ModelContext& context, Service& service);
+    PhaseReports(ModelContext& context, Service& service);
 
     /// "ST": a new phase reconfigures the panel and raises GeneratorPhaseChange; a repeated one only counts
     /// as a sign of life, except the two error phases, which are handled at every report.
