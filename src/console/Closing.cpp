@@ -97,7 +97,7 @@ void Closing::BeginClosing() {
 
 void Closing::goodbyeTick() {
     tmrGoodbye_.stop();
-    context_.link.setPortOpen(false);
+    context_.link.leavePort();
     context_.events.Goodbye.raise();
 }
 
@@ -105,7 +105,7 @@ void Closing::shutdownTick() {
     if (!context_.desktop.ask(kShutdownTitle, kShutdownQuestion)) {
         return;
     }
-    context_.link.setPortOpen(false);
+    context_.link.leavePort();
     if (!containsNoCase(context_.commandLine, kKeepPcOn) && context_.restartPc) {
         context_.restartPc();
     }
