@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace simulator {
 
@@ -14,9 +13,12 @@ namespace {
 
 constexpr double kLongestMs = 10000;
 
-std::string places(const char* format, double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, format, value);
+/// At least `width` characters, filled up in front.
+std::string places(double value, int decimals, std::size_t width = 0, char fill = ' ') {
+    std::string text = quillon::fixedDecimals(value, decimals);
+    if (text.size() < width) {
+        text.insert(0, width - text.size(), fill);
+    }
     return text;
 }
 
@@ -46,9 +48,9 @@ std::string millisecondsText(double ms) {
 
 std::string milliampSecondsText(double mas) {
     if (mas >= 99.95) {
-        return places("%.0f", mas);
+        return places(mas, 0);
     }
-    return places(mas < 1 ? "%.2f" : "%.1f", mas);
+    return places(mas, mas < 1 ? 2 : 1);
 }
 
 std::string doseText(double dose) {
@@ -71,13 +73,13 @@ std::string doseText(double dose) {
 std::string postDisplayText(double ma, double mas, double ms) {
     std::string text = quillon::fixedDigits(std::floor(ma), 4);
     if (mas < 0.9995) {
-        text += places("%.3f", mas).substr(1);
+        text += places(mas, 3).substr(1);
     } else if (mas < 9.995) {
-        text += places("%.2f", mas);
+        text += places(mas, 2);
     } else {
-        text += places(mas < 99.95 ? "%4.1f" : "%4.0f", mas);
+        text += places(mas, mas < 99.95 ? 1 : 0, 4);
     }
-    return text + places(ms < 999.95 ? "%05.1f" : "%05.0f", ms);
+    return text + places(ms, ms < 999.95 ? 1 : 0, 5, '0');
 }
 
 std::string converterText(int reading) {

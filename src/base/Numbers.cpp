@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 #include "base/Fault.h"
@@ -11,6 +10,8 @@
 namespace quillon {
 
 namespace {
+
+constexpr int kDigits = 15; // all that a person could have written
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -77,10 +78,17 @@ template <typename Integer> Integer toInteger(double value) {
     return static_cast<Integer>(nearest);
 }
 
-std::string printed(const char* format, double value) {
+/// The C library would print with the decimal sign of the user's country, which no generator understands.
+std::string printed(double value, std::chars_format format, int precision) {
     char buffer[400];
-    const int length = std::snprintf(buffer, sizeof buffer, format, value);
-    return std::string(buffer, static_cast<std::size_t>(length));
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, format, precision);
+    std::string text(buffer, result.ptr);
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z') {
+            c = static_cast<char>(c - 'a' + 'A');
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -124,7 +132,7 @@ double leadingNumber(std::string_view text) {
 }
 
 std::string decimalText(double value) {
-    return printed("%.15G", value == 0 ? 0.0 : value);
+    return printed(value == 0 ? 0.0 : value, std::chars_format::general, kDigits);
 }
 
 std::string decimalText(std::int32_t value) {
@@ -139,9 +147,13 @@ std::string signedText(double value) {
     return (value < 0 ? '-' : ' ') + digits;
 }
 
+std::string fixedDecimals(double value, int decimals) {
+    return printed(value, std::chars_format::fixed, decimals);
+}
+
 std::string fixedDigits(double value, int width) {
     const double nearest = std::nearbyint(value);
-    std::string digits = printed("%.0f", std::fabs(nearest));
+    std::string digits = fixedDecimals(std::fabs(nearest), 0);
     if (const auto wanted = static_cast<std::size_t>(width); digits.size() < wanted) {
         digits.insert(0, wanted - digits.size(), '0');
     }
@@ -159,7 +171,7 @@ std::string oneDecimal(std::string_view text) {
     const double value = toDouble(text);
     // Ties are told on the decimal digits that were written, not on their nearest binary fraction.
     const double tenths = std::fabs(value) < 1e14 ? std::nearbyint(value * 10) / 10 : value;
-    return printed("%.1f", tenths == 0 ? 0.0 : tenths);
+    return fixedDecimals(tenths == 0 ? 0.0 : tenths, 1);
 }
 
 } // namespace quillon

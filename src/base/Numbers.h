@@ -7,6 +7,7 @@
 namespace quillon {
 
 // Numbers and text, as they cross the wire, the files and the screen. Every wire format is built from these.
+// The decimal sign is a point, whatever the user's country writes.
 
 /// True when the whole text reads as a decimal number: blanks around it, a sign, a decimal point and an
 /// exponent allowed. Empty text is no number.
@@ -33,6 +34,9 @@ namespace quillon {
 
 /// A blank or a minus, then the digits, with no zero before the point: " 80", " .5", "-.5".
 [[nodiscard]] std::string signedText(double value);
+
+/// That many decimals, rounded: (2.5, 2) is "2.50".
+[[nodiscard]] std::string fixedDecimals(double value, int decimals);
 
 /// Whole digits, at least `width` of them, zero-padded, rounded with ties to even: (5, 3) is "005".
 /// The text form passes a text that is no number on unchanged.

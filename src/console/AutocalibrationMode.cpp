@@ -45,8 +45,8 @@ AutocalibrationMode::AutocalibrationMode(ConsoleContext& context, ConsolePanels&
       tmrAutocalOFF_(context.console.timer("tmrAutocalOFF")),
       tmrDelayAutocal_(context.console.timer("tmrDelayAutocal")),
       tmrIniAutocal_(context.console.timer("tmrIniAutocal")) {
-    context_.console["cmbAutocalibration"].on.release = [this] {
-        if (!screen_.errorOnShow() && !screen_.withdrawn("cmbAutocalibration")) {
+    context_.console["cmbAutocalibration"].on.click = [this] {
+        if (!screen_.errorOnShow() && !screen_.closing()) {
             state_.m_ProtocolError = false;
             ToggleAutocalibrationMode();
         }

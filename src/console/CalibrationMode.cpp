@@ -22,8 +22,8 @@ constexpr int kLeaveAgain = 4000;
 CalibrationMode::CalibrationMode(ConsoleContext& context, ConsolePanels& panels)
     : context_(context), panels_(panels), screen_(context), state_(context.state),
       tmrCalON_(context.console.timer("tmrCalON")), tmrCalOFF_(context.console.timer("tmrCalOFF")) {
-    context_.console["cmbManualCalibration"].on.release = [this] {
-        if (screen_.withdrawn("cmbManualCalibration")) {
+    context_.console["cmbManualCalibration"].on.click = [this] {
+        if (screen_.closing()) {
             return;
         }
         state_.m_ProtocolError = false;

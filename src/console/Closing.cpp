@@ -22,21 +22,45 @@ Closing::Closing(ConsoleContext& context, const Modes& modes)
       tmrGoodbye_(context.console.timer("tmrGoodbye")), tmrShutdown_(context.console.timer("tmrShutdown")) {
     ControlHandlers& key = context_.console["cmbClose"].on;
     key.press = [this] { closePressed(); };
-    key.release = [this] { closeReleased(); };
+    key.release = [this] { tmrShutdown_.stop(); };
+    key.click = [this] { closeClicked(); };
+    key.abandon = [this] { giveBack(); };
     // A box has come up, perhaps this key's own question: it must not be asked once more behind it.
-    key.cancel = [this] { tmrShutdown_.stop(); };
+    key.cancel = [this] {
+        tmrShutdown_.stop();
+        giveBack();
+    };
+    LinkEvents& events = context_.link.events();
+    events.WrongPhase.connect([this](const std::string&) { refused_ = true; });
+    events.GeneratorPhaseChange.connect([this](std::int32_t phase) {
+        if (owed_ && (phase == 2 || phase == 6 || phase == 8 || phase == 9)) {
+            giveBack();
+        }
+    });
     tmrGoodbye_.setTick([this] { goodbyeTick(); });
     tmrShutdown_.setTick([this] { shutdownTick(); });
 }
 
 void Closing::closePressed() {
+    if (screen_.closing()) {
+        return;
+    }
+    owed_ = false;
     context_.link.setRXEnable(false);
     tmrShutdown_.start(kShutdownHold);
 }
 
-void Closing::closeReleased() {
-    tmrShutdown_.stop();
-    if (screen_.errorOnShow() || screen_.withdrawn("cmbClose")) {
+void Closing::giveBack() {
+    if (screen_.closing()) {
+        return; // it gives back by itself
+    }
+    refused_ = false;
+    context_.link.setRXEnable(true);
+    owed_ = refused_;
+}
+
+void Closing::closeClicked() {
+    if (screen_.errorOnShow() || screen_.closing()) {
         return;
     }
     if (state_.m_ServiceMode == 8) {
@@ -73,7 +97,7 @@ void Closing::BeginClosing() {
 
 void Closing::goodbyeTick() {
     tmrGoodbye_.stop();
-    context_.link.setPortOpen(false);
+    context_.link.leavePort();
     context_.events.Goodbye.raise();
 }
 
@@ -81,7 +105,7 @@ void Closing::shutdownTick() {
     if (!context_.desktop.ask(kShutdownTitle, kShutdownQuestion)) {
         return;
     }
-    context_.link.setPortOpen(false);
+    context_.link.leavePort();
     if (!containsNoCase(context_.commandLine, kKeepPcOn) && context_.restartPc) {
         context_.restartPc();
     }

@@ -27,7 +27,10 @@ public:
 
 private:
     void closePressed();
-    void closeReleased();
+    void closeClicked();
+    /// The press led to nothing: X-rays are allowed again, after an exposure if it is one that refuses it
+    /// now.
+    void giveBack();
     void close();
     void goodbyeTick();
     void shutdownTick();
@@ -38,6 +41,8 @@ private:
     Modes modes_;
     Timer& tmrGoodbye_;
     Timer& tmrShutdown_;
+    bool refused_ = false; // the last command, by the phase
+    bool owed_ = false;    // X-rays are still to be allowed
 };
 
 } // namespace quillon

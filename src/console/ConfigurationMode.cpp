@@ -14,8 +14,8 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ConsolePanels& pan
     : context_(context), panels_(panels), screen_(context), state_(context.state),
       tmrConfigON_(context.console.timer("tmrConfigON")),
       tmrConfigOFF_(context.console.timer("tmrConfigOFF")) {
-    context_.console["cmbConfiguration"].on.release = [this] {
-        if (!screen_.errorOnShow() && !screen_.withdrawn("cmbConfiguration")) {
+    context_.console["cmbConfiguration"].on.click = [this] {
+        if (!screen_.errorOnShow() && !screen_.closing()) {
             if (state_.m_ServiceMode != kConfiguration) {
                 state_.m_ProtocolError = false;
             }

@@ -40,8 +40,12 @@ bool ConsoleScreen::errorOnShow() const {
     return !console_["lblError"].caption().empty();
 }
 
-bool ConsoleScreen::withdrawn(std::string_view key) const {
-    return !console_[key].enabled() || console_.timer("tmrGoodbye").running();
+bool ConsoleScreen::closing() const {
+    return console_.timer("tmrGoodbye").running();
+}
+
+bool ConsoleScreen::occupied() const {
+    return !console_["cmbClose"].enabled() || closing();
 }
 
 void ConsoleScreen::clearActualExposure() const {

@@ -47,10 +47,10 @@ public:
     /// Empties the prompt and hides it.
     void clearPrompt() const;
     [[nodiscard]] bool errorOnShow() const;
-    /// The key was disabled while a finger was on it: its release must not begin anything, since the
-    /// generator has moved on (an exposure, say) or another finger was quicker. So are all keys while the
-    /// console closes.
-    [[nodiscard]] bool withdrawn(std::string_view key) const;
+    /// The console is about to say goodbye: no key does anything any more.
+    [[nodiscard]] bool closing() const;
+    /// A workflow is under way, or the console closes: no positioner screen may come between.
+    [[nodiscard]] bool occupied() const;
     /// Empties the four values of the last exposure.
     void clearActualExposure() const;
 

@@ -41,8 +41,8 @@ ExposureCounters::ExposureCounters(ConsoleContext& context, ConsolePanels& panel
     : context_(context), panels_(panels), screen_(context), state_(context.state), console_(context.console),
       tmrReadExposureCounters_(context.console.timer("tmrReadExposureCounters")),
       tmrResetTubeCounter_(context.console.timer("tmrResetTubeCounter")) {
-    console_["cmbReadExposureCounters"].on.release = [this] {
-        if (!screen_.errorOnShow() && !screen_.withdrawn("cmbReadExposureCounters")) {
+    console_["cmbReadExposureCounters"].on.click = [this] {
+        if (!screen_.errorOnShow() && !screen_.closing()) {
             state_.m_ProtocolError = false;
             showQuestion(false);
             ToggleExposureCounterView();

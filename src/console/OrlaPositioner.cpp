@@ -95,7 +95,7 @@ OrlaPositioner::OrlaPositioner(ConsoleContext& context)
 }
 
 void OrlaPositioner::toggle() {
-    if (!m_OrlaActive && screen_.withdrawn("cmbClose")) {
+    if (!m_OrlaActive && screen_.occupied()) {
         return; // a workflow is under way, and will give back keys of its own
     }
     m_OrlaActive = !m_OrlaActive;

@@ -104,7 +104,7 @@ void RemotePositioner::connectSignals() {
 void RemotePositioner::toggle() {
     if (m_RemoteActive) {
         close();
-    } else if (screen_.withdrawn("cmbClose")) {
+    } else if (screen_.occupied()) {
         return; // a workflow is under way, and will give back keys of its own
     } else {
         open();

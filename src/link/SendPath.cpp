@@ -136,6 +136,16 @@ void SendPath::waitAfterRxTick() {
     m_WaitAfterRx = false;
 }
 
+void SendPath::drain() {
+    if (m_RetriesLeft < state_.numretries) {
+        m_Queue.dequeue(); // transmitted already
+    }
+    for (; !m_Queue.empty() && port_.isOpen(); m_Queue.dequeue()) {
+        transmit(m_Queue.front());
+    }
+    reset();
+}
+
 void SendPath::reset() {
     m_Queue.clear();
     timers_.tmrProtocolHandshaking.stop();

@@ -42,6 +42,9 @@ public:
     void fmessMessageAcknowledge();
     /// A message of the own table was handled: the next transmission waits until the line has been quiet.
     void messageHeard();
+    /// The last moment of the line: what waits is written at once and in its order. What has been on the line
+    /// and waits for its acknowledgement only is not said again.
+    void drain();
     /// The port was opened or closed: nothing that waited survives, and no timer waits for it.
     void reset();
 

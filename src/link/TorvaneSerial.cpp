@@ -259,6 +259,10 @@ void TorvaneSerialV3_07_QLC1::setPortOpen(bool open) {
     parts_->portControl.setPortOpen(open);
 }
 
+void TorvaneSerialV3_07_QLC1::leavePort() {
+    parts_->portControl.leave();
+}
+
 bool TorvaneSerialV3_07_QLC1::StatusUpdateEnable() const {
     return parts_->poll.StatusUpdateEnable();
 }

@@ -53,6 +53,8 @@ public:
 
     [[nodiscard]] bool PortOpen() const;
     void setPortOpen(bool open);
+    /// Closes the port for good: what still waits goes out before.
+    void leavePort();
     [[nodiscard]] bool StatusUpdateEnable() const;
     void setStatusUpdateEnable(bool enable);
     void setEventEnabled(bool enabled);

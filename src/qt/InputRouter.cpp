@@ -166,7 +166,7 @@ void InputRouter::letGo(int finger, bool over) {
     if (control.kind() == Kind::Slider) {
         input_.slide(control, control.value());
     } else if (control.kind() != Kind::List) {
-        input_.release(control);
+        input_.release(control, over);
     } else if (over && view != nullptr) {
         static_cast<ListView*>(view)->open();
     }
@@ -189,6 +189,10 @@ bool InputRouter::keyPressed(const QKeyEvent& event) {
     }
     if (focus_ == nullptr || !focusMarked_ || focus_->kind() == Kind::TextBox) {
         return false;
+    }
+    if (event.key() == Qt::Key_Escape && held_.contains(kSpaceKey)) {
+        letGo(kSpaceKey, false);
+        return true;
     }
     if (event.key() == Qt::Key_Space) {
         // A held key repeats by the panel's own clock and not by the keyboard's.

@@ -38,6 +38,7 @@ private:
     bool keyReleased(const QKeyEvent& event);
 
     void hold(int finger, Control& control);
+    /// `over`: the finger is still on what it pressed, so that a click may follow.
     void letGo(int finger, bool over);
     void letGoOfAll();
     void stepSlider(int steps);

@@ -1,7 +1,13 @@
 #include "qt/QtSerialPort.h"
 
+#include <QDeadlineTimer>
+
 #ifndef _WIN32
 #include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+
+#include <QThread>
 #endif
 
 #include "base/Numbers.h"
@@ -14,7 +20,25 @@ namespace quillon {
 namespace {
 
 constexpr int kWatchInterval = 1000;
+constexpr int kDrainTime = 1000; // ms that a close waits for the last bytes
 constexpr std::size_t kLongestPath = 255;
+
+/// Waits until all that was written is on the line. Without it the close would throw away what Qt still
+/// holds, and change the speed under what the system holds.
+void drain(QSerialPort& device) {
+    const QDeadlineTimer end(kDrainTime);
+    while (device.bytesToWrite() > 0 && device.waitForBytesWritten(static_cast<int>(end.remainingTime()))) {
+    }
+#ifndef _WIN32
+    int held = 0;
+    while (ioctl(device.handle(), TIOCOUTQ, &held) == 0 && held > 0 && !end.hasExpired()) {
+        QThread::msleep(1);
+    }
+    if (device.bytesToWrite() == 0 && held == 0) {
+        tcdrain(device.handle()); // the last few, which stand in the device itself
+    }
+#endif
+}
 
 } // namespace
 
@@ -81,6 +105,10 @@ bool QtSerialPort::open(int port, std::string_view settings) {
 void QtSerialPort::close() {
     wanted_ = false;
     watch_.stop();
+    if (device_ != nullptr) {
+        device_->disconnect(this); // nothing is heard any more
+        drain(*device_);
+    }
     dropDevice();
 }
 

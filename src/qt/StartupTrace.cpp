@@ -12,6 +12,8 @@
 #include <unistd.h>
 #endif
 
+#include "base/Numbers.h"
+
 namespace quillon {
 
 namespace {
@@ -31,7 +33,8 @@ double processAge() {
     if (at == std::string::npos || !(std::ifstream("/proc/uptime") >> now)) {
         return -1;
     }
-    const double start = std::stod(line.substr(at + 1)) / static_cast<double>(sysconf(_SC_CLK_TCK));
+    const double start =
+        leadingNumber(std::string_view(line).substr(at + 1)) / static_cast<double>(sysconf(_SC_CLK_TCK));
     return (now - start) * 1000;
 #else
     return -1;

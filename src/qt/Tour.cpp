@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QPixmap>
 
+#include "base/Numbers.h"
 #include "qt/Convert.h"
 
 namespace quillon {
@@ -42,8 +43,12 @@ std::string inOneLine(const QString& text) {
     return text.simplified().toStdString();
 }
 
+std::string secondsText(Milliseconds time) {
+    return fixedDecimals(static_cast<double>(time) / 1000, 1);
+}
+
 void say(const Clock& clock, const std::string& what) {
-    std::printf("%6.1f s  %s\n", static_cast<double>(clock.now()) / 1000, what.c_str());
+    std::printf("%6s s  %s\n", secondsText(clock.now()).c_str(), what.c_str());
     std::fflush(stdout);
 }
 
@@ -68,7 +73,9 @@ Tour::Tour(ControlHost& form, Screen& screen, Input& input, const Clock& clock, 
                                                  {"versions", "Quillon", "lblSoftwareVersion", {}},
                                                  {"error", "Quillon", "lblError", {}},
                                                  {"phase", "TorvaneSerial", "txtPHASE", {}},
-                                                 {"heat", "TorvaneSerial", "txtHU", {}}} {
+                                                 {"heat", "TorvaneSerial", "txtHU", {}},
+                                                 {"dose", "TorvaneSerial", "txtDose", {}},
+                                                 {"fail-safe", "TorvaneSerial", "txtCfgFailSafe", {}}} {
     for (const std::string_view key : kModeKeys) {
         watched_.push_back({"key " + std::string(key), "Quillon", std::string(key), {}});
     }
@@ -149,8 +156,8 @@ void Tour::finish() {
     timer_.stop();
     finished_ = true;
     if (passed()) {
-        std::printf("tour: passed, mode keys alive after %.1f s, %d pictures\n",
-                    static_cast<double>(ready_) / 1000, pictures_);
+        std::printf("tour: passed, mode keys alive after %s s, %d pictures\n", secondsText(ready_).c_str(),
+                    pictures_);
     } else {
         picture("end");
         std::printf("tour: FAILED, mode keys not alive within %.0f s, %d pictures\n",

@@ -21,6 +21,7 @@ public:
     /// Opens COM port `port` with settings such as "19200,n,8,1", after closing what was open. The result
     /// says whether the port stands open; no failure is reported in any other way.
     virtual bool open(int port, std::string_view settings) = 0;
+    /// What was written before goes out first, as far as the other end takes it.
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
     /// Queues the bytes for the line; what a vanished device cannot take is thrown away.

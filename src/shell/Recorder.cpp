@@ -273,7 +273,7 @@ void Recorder::gesture(Gesture gesture, const Control& control, std::string_view
     line += " " + nameOf(control);
     if (gesture == Gesture::Type || gesture == Gesture::Select) {
         line += " " + scenarioText(value);
-    } else if (gesture == Gesture::Slide) {
+    } else if (!value.empty()) {
         line.append(" ").append(value);
     }
     write(line);

@@ -72,7 +72,8 @@ struct ControlHandlers {
     std::function<void()> press;   ///< pointer down
     std::function<void()> release; ///< pointer up
     std::function<void()> click;   ///< pointer up over the control that was pressed
-    std::function<void()> cancel;  ///< the hold was broken off: neither release nor click follows
+    std::function<void()> abandon; ///< pointer up elsewhere, or over a control that is out of reach: no click
+    std::function<void()> cancel;  ///< the hold was broken off: nothing of the three above follows
     std::function<void()> change;  ///< typed text, a list's selection, a slider on the move
 };
 

@@ -46,15 +46,13 @@ bool Input::press(Control& control) {
     return true;
 }
 
-void Input::release(Control& control) {
+void Input::release(Control& control, bool over) {
     if (std::erase(held_, &control) == 0) {
         return;
     }
-    tell(Gesture::Release, control);
+    tell(Gesture::Release, control, over ? "" : "outside");
     run(control.on.release);
-    if (reachable(control)) {
-        run(control.on.click);
-    }
+    run(over && reachable(control) ? control.on.click : control.on.abandon);
 }
 
 bool Input::click(Control& control) {

@@ -30,10 +30,11 @@ public:
     /// Moves a slider without letting it go.
     bool drag(Control& control, std::int32_t value);
 
-    /// Lets go of what was pressed, whatever became of it meanwhile; the click follows if it can still be
-    /// reached. Nothing when this control was not pressed.
-    void release(Control& control);
-    /// Breaks every hold off: neither release nor click.
+    /// Lets go of what was pressed, whatever became of it meanwhile. The click follows if the pointer was
+    /// still `over` it and it can still be reached, and what gives the press up if not. Nothing when this
+    /// control was not pressed.
+    void release(Control& control, bool over = true);
+    /// Breaks every hold off: neither release nor what follows it.
     void cancel();
 
     /// A message box breaks off what is held and keeps everything else away until it closes.
@@ -44,7 +45,8 @@ public:
     void forget(const Control& control);
 
     /// Told of each gesture that does its work, before it does it; `value` is the text, the entry or the
-    /// number. A slider on the move is no gesture until it is let go.
+    /// number, and "outside" when the pointer had left what it lets go. A slider on the move is no gesture
+    /// until it is let go.
     std::function<void(Gesture gesture, const Control& control, std::string_view value)> onGesture;
 
 private:

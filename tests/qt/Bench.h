@@ -57,6 +57,7 @@ protected:
         control.on.press = [this, name] { log += name + " press, "; };
         control.on.release = [this, name] { log += name + " release, "; };
         control.on.click = [this, name] { log += name + " click, "; };
+        control.on.abandon = [this, name] { log += name + " abandon, "; };
         control.on.cancel = [this, name] { log += name + " cancel, "; };
         control.on.change = [this, name] { log += name + " change, "; };
     }

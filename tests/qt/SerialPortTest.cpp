@@ -1,3 +1,4 @@
+#include <chrono>
 #include <ctime>
 #include <optional>
 
@@ -108,6 +109,21 @@ TEST_F(SerialPortTest, WhatWaitsForTheLineIsBoundedAndLostInWholeFrames) {
     for (std::size_t at = 0; at < all.size(); at += frame.size()) {
         ASSERT_EQ(all.substr(at, frame.size()), frame);
     }
+}
+
+TEST_F(SerialPortTest, WhatWasWrittenIsOnTheLineWhenItIsClosed) {
+    plug();
+    ASSERT_TRUE(open());
+    port.write("RX0\r\n\x03");
+    port.write("RX1\r\n\x03");
+    port.close();
+    EXPECT_EQ(heard(12), "RX0\r\n\x03RX1\r\n\x03");
+
+    ASSERT_TRUE(open());
+    port.write(std::string(QtSerialPort::kWriteLimit, 'x')); // the other end takes nothing of it
+    const auto before = std::chrono::steady_clock::now();
+    port.close();
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(2));
 }
 
 TEST_F(SerialPortTest, AFirstOpenThatFailsSaysSo) {

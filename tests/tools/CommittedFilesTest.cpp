@@ -77,7 +77,7 @@ TEST_F(TextsTest, TextsReachPromptsCaptionsAndDialogs) {
     machine.port.receive("ST8\r\n");
     machine.port.receive("ST2\r\n");
     machine.time.advance(12'000);
-    application->console()["cmbConfiguration"].on.release();
+    application->console()["cmbConfiguration"].on.click();
     EXPECT_EQ(control("lblHelp").caption(), "a\r\nb\\n\\c\r\nPlease Wait");
 }
 

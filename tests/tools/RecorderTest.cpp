@@ -133,6 +133,11 @@ TEST_F(RecorderTest, AWholeSessionOnALateMachineComesBackToTheMillisecond) {
     pass(2'500);
     click(console(), "cmbClose");
     pass(20'000);
+    press(console(), "cmbClose");
+    recorder->catchUp();
+    application->input().release((*console())["cmbClose"], false);
+    pass(3'000);
+    ASSERT_FALSE(application->ended()) << "the finger slid off";
     click(console(), "cmbClose");
     pass(10'000);
     ASSERT_TRUE(application->ended());
@@ -143,6 +148,7 @@ TEST_F(RecorderTest, AWholeSessionOnALateMachineComesBackToTheMillisecond) {
     EXPECT_GT(linesWith(recording(), "tx \"C+\"").size(), 8U) << "the held key repeats";
     EXPECT_EQ(linesWith(recording(), "tx \"CV0077\"").size(), 1U);
     EXPECT_EQ(linesWith(played, " tx "), sent);
+    EXPECT_EQ(linesWith(recording(), "release Quillon.cmbClose outside").size(), 1U);
     EXPECT_THAT(linesWith(played, "refused"), IsEmpty());
     EXPECT_THAT(played, AllOf(StartsWith("0 opened 3"), EndsWith(" end\n")));
 }

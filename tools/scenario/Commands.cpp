@@ -167,10 +167,14 @@ void Script::press(Reader& reader) {
 
 void Script::release(Reader& reader) {
     const std::string_view name = reader.word();
+    const bool over = reader.atEnd();
+    if (!over && !equalsNoCase(reader.word(), "outside")) {
+        throw BadScript("release wants a control, and \"outside\" or nothing behind it");
+    }
     Control* target = rig_.find(name);
     if (target != nullptr) {
         pressed_.erase(nameOf(*target));
-        rig_.application().input().release(*target);
+        rig_.application().input().release(*target, over);
     } else if (const auto gone = pressed_.find(name); gone != pressed_.end()) {
         pressed_.erase(gone); // the press took it off the screen
     } else {

@@ -246,7 +246,7 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
             held_.erase(name);
         }
     } else if (word == "release") {
-        input.release(*control);
+        input.release(*control, value != "outside");
         held_.erase(name);
     } else if (word == "click") {
         input.click(*control);

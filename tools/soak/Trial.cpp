@@ -74,7 +74,7 @@ std::string Chance::next(Session& session) {
 
 std::string Chance::hand(Session& session) {
     if (!session.held().empty() && below(3) != 0) {
-        return "release " + *session.held().begin();
+        return "release " + *session.held().begin() + (below(4) == 0 ? " outside" : "");
     }
     std::vector<std::string> names = session.reachable();
     // Who closes the line by hand and leaves the page with the key has closed his only way back.

@@ -77,8 +77,9 @@ TEST(Numbers, WritesThemAsAPersonWould) {
     for (const auto& [value, decimal, withSign] :
          {Format{80, "80", " 80"}, Format{-3, "-3", "-3"}, Format{12.5, "12.5", " 12.5"},
           Format{0, "0", " 0"}, Format{-0.0, "0", " 0"}, Format{0.5, "0.5", " .5"},
-          Format{-0.5, "-0.5", "-.5"}, Format{0.1 + 0.2, "0.3", " .3"},
-          Format{100000, "100000", " 100000"}}) {
+          Format{-0.5, "-0.5", "-.5"}, Format{0.1 + 0.2, "0.3", " .3"}, Format{100000, "100000", " 100000"},
+          Format{123456789012345.6, "123456789012346", " 123456789012346"}, Format{1e15, "1E+15", " 1E+15"},
+          Format{0.00001, "1E-05", " 1E-05"}, Format{-1.5e-300, "-1.5E-300", "-1.5E-300"}}) {
         EXPECT_EQ(decimalText(value), decimal);
         EXPECT_EQ(signedText(value), withSign);
     }

@@ -29,11 +29,16 @@ TEST_F(TwoHands, DoNotBeginTwoThings) {
     EXPECT_FALSE(open("SelWSCal"));
 }
 
-// The generator goes on to an exposure under the finger: what the key would begin is not for that phase.
-TEST_F(TwoHands, AKeyThatAnExposureTookAwayDoesNothing) {
+// The generator goes on to an exposure under the finger: what the key would begin is not for that phase. Or
+// the finger slides off: its owner has thought better of it.
+TEST_F(TwoHands, AKeyThatWasTakenAwayOrLeftDoesNothing) {
     for (const char* key : {"cmbAutocalibration", "cmbManualCalibration", "cmbConfiguration",
                             "cmbReadExposureCounters", "cmbClose"}) {
         SCOPED_TRACE(key);
+        ASSERT_TRUE(hand().press(machine.console(key)));
+        hand().release(machine.console(key), false);
+        machine.wait(3000);
+        EXPECT_TRUE(machine.console("cmbClose").enabled()) << "nothing was begun";
         ASSERT_TRUE(hand().press(machine.console(key)));
         machine.hear("ST3");
         hand().release(machine.console(key));

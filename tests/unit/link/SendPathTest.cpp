@@ -133,6 +133,37 @@ TEST_F(SendPathTest, TheQueueIsBoundedAndNothingOfItSurvivesAClosedPort) {
     EXPECT_EQ(takeTimeline(), (Names{"65350 new"}));
 }
 
+TEST_F(SendPathTest, WhatWaitsGoesOutOnceAndInOrderWhenTheLineIsLeft) {
+    struct Row {
+        Milliseconds at; // 350 is the first transmission
+        const char* answer;
+        Names sent;
+    };
+    for (const Row& row : {Row{349, nullptr, {"349 RX0", "349 RX1", "349 ST"}},
+                           Row{350, nullptr, {"350 RX0", "350 RX1", "350 ST"}},
+                           Row{700, nullptr, {"350 RX0", "700 RX0", "700 RX1", "700 ST"}},
+                           Row{360, "AK", {"350 RX0", "360 RX1", "360 ST"}},
+                           Row{360, "HE10", {"350 RX0", "360 RX1", "360 ST"}}}) {
+        forget();
+        send("RX0", 16383, true);
+        send("RX1", 16383, true);
+        send("ST");
+        advance(row.at);
+        if (row.answer != nullptr) {
+            msg(row.answer);
+        }
+        link.leavePort();
+        EXPECT_FALSE(platform.port.isOpen());
+        link.setPortOpen(true);
+        advance(3000);
+        EXPECT_EQ(takeTimeline(), row.sent) << row.at;
+    }
+    link.setPortOpen(false);
+    send("RX1");
+    link.leavePort();
+    EXPECT_TRUE(takeTimeline().empty()) << "a line that is closed takes nothing";
+}
+
 TEST_F(SendPathTest, ATimeoutOfNothingCountsAsTheUsualOne) {
     link.call("SendMessage", {std::string("a"), 16383, false, 0});
     link.call("SendMessage", {std::string("b"), 16383, false, -5});

@@ -22,7 +22,8 @@ protected:
         const auto note = [this, &control](const char* what) {
             return [this, &control, what] { happened.push_back(control.name() + " " + what); };
         };
-        control.on = {note("press"), note("release"), note("click"), note("cancel"), note("change")};
+        control.on = {note("press"),   note("release"), note("click"),
+                      note("abandon"), note("cancel"),  note("change")};
     }
 
     TestScreen screen;
@@ -58,7 +59,15 @@ TEST_F(InputTest, AReleaseReachesWhatWasPressedButTheClickDoesNot) {
     screen.key.setEnabled(false);
     input.release(screen.key);
     input.release(screen.key);
-    EXPECT_THAT(happened, ElementsAre("key press", "key release"));
+    EXPECT_THAT(happened, ElementsAre("key press", "key release", "key abandon"));
+    screen.key.setEnabled(true);
+    happened.clear();
+    std::vector<std::string> told;
+    input.onGesture = [&told](Gesture, const Control&, std::string_view value) { told.emplace_back(value); };
+    input.press(screen.key);
+    input.release(screen.key, false);
+    EXPECT_THAT(happened, ElementsAre("key press", "key release", "key abandon")) << "it slid off";
+    EXPECT_THAT(told, ElementsAre("", "outside"));
 }
 
 TEST_F(InputTest, HoldsMayOverlap) {
