@@ -10,11 +10,12 @@ constexpr std::string_view kWarning = "AutocalWarning";
 constexpr std::string_view kOk = "OK";
 
 // Steps of tmrAutocalON, and how long each gives the generator, in ms.
-constexpr std::int32_t kSendWorkstation = 1;
-constexpr std::int32_t kSendCalibration = 2;
-constexpr std::int32_t kSeek = 3;
-constexpr std::int32_t kSendAutocalibration = 4;
-constexpr std::int32_t kWait = 5;
+constexpr int kSendWorkstation = 1;
+constexpr int kSendCalibration = 2;
+constexpr int kFirstSeek = 3;
+constexpr int kSeek = 4;
+constexpr int kSendAutocalibration = 5;
+constexpr int kWait = 6;
 
 constexpr int kEntryDelay = 500;
 constexpr int kWorkstationTime = 3000;
@@ -24,36 +25,39 @@ constexpr int kSlowSeekPace = 4000; // for a generator whose answer took longer 
 constexpr int kFocusFoundTime = 2000;
 constexpr int kParameterFoundTime = 4000;
 constexpr int kWaitPace = 5000;
-constexpr std::int16_t kWaitLimit = 20; // ticks
+constexpr int kWaitLimit = 20; // ticks
 
 // Steps of tmrAutocalOFF.
-constexpr std::int32_t kStopAutocalibration = 0;
-constexpr std::int32_t kStopCalibration = 1;
-constexpr std::int32_t kFinish = 2;
+constexpr int kStopAutocalibration = 0;
+constexpr int kStopCalibration = 1;
+constexpr int kFinish = 2;
 
 constexpr int kExitDelay = 1000;
 constexpr int kStationsStopTime = 15000;
 constexpr int kParameterStopTime = 20000;
 
 constexpr int kBlinkPace = 500;
+constexpr int kHandOverDelay = 4500; // from the mode to the operator
 
 } // namespace
 
-AutocalibrationMode::AutocalibrationMode(ConsoleContext& context, ConsolePanels& panels)
-    : context_(context), panels_(panels), screen_(context), state_(context.state), link_(context.link),
-      lblHelp_(context.console["lblHelp"]), tmrAutocalON_(context.console.timer("tmrAutocalON")),
+AutocalibrationMode::AutocalibrationMode(ConsoleContext& context, ServiceSession& session,
+                                         ConsolePanels& panels)
+    : context_(context), session_(session), panels_(panels), screen_(context), state_(context.state),
+      link_(context.link), lblHelp_(context.console["lblHelp"]),
+      tmrAutocalON_(context.console.timer("tmrAutocalON")),
       tmrAutocalOFF_(context.console.timer("tmrAutocalOFF")),
       tmrDelayAutocal_(context.console.timer("tmrDelayAutocal")),
       tmrIniAutocal_(context.console.timer("tmrIniAutocal")) {
     context_.console["cmbAutocalibration"].on.click = [this] {
-        if (!screen_.errorOnShow() && !screen_.closing()) {
+        if (!screen_.errorOnShow() && !session_.is(Run::Closing)) {
             state_.m_ProtocolError = false;
             ToggleAutocalibrationMode();
         }
     };
     tmrAutocalON_.setTick([this] { onTick(); });
     tmrAutocalOFF_.setTick([this] { offTick(); });
-    tmrDelayAutocal_.setTick([this] { handOver(); });
+    tmrDelayAutocal_.setTick([this] { handOverTick(); });
     tmrIniAutocal_.setTick([this] { blink(); });
     connectSignals();
 }
@@ -63,16 +67,14 @@ void AutocalibrationMode::connectSignals() {
     events.AutocalibrationConfirm.connect([this] { confirmed(); });
     events.AutocalibrationDismiss.connect([this] { dismissed(); });
     events.AutocalibrationACK.connect([this](bool on) { acknowledged(on); });
-    events.GeneratorPhaseChange.connect([this](std::int32_t phase) { phaseReported(phase); });
 }
 
 void AutocalibrationMode::ToggleAutocalibrationMode() {
-    if (state_.m_ServiceMode == 2) {
-        link_.setStatusUpdateEnable(false);
-        screen_.disable({"fraTorvaneSerial"});
-        context_.events.Busy.raise(1);
+    if (session_.mode() == Phase::NormalOperation) {
+        session_.begin(Run::ChoosingAutocalibration, Moment::AutocalibrationChoice,
+                       {.undo = [this] { session_.showPositionerKey(); }});
         askWorkstation();
-    } else if (state_.m_ServiceMode == 9) {
+    } else if (session_.mode() == Phase::Autocalibration) {
         leave();
     }
 }
@@ -91,7 +93,7 @@ void AutocalibrationMode::askWorkstation() {
 void AutocalibrationMode::askPoint() {
     panels_.open(kSelectPoint, [this](ModalPanel& panel, std::string_view event, std::int16_t) {
         if (event != kOk) {
-            cancelled(kSelectPoint);
+            cancelled();
             return;
         }
         state_.m_SelAutocalmA = panel.get<bool>("SelAutocalmA");
@@ -107,7 +109,7 @@ void AutocalibrationMode::askPoint() {
 void AutocalibrationMode::warn() {
     panels_.open(kWarning, [this](ModalPanel&, std::string_view event, std::int16_t) {
         if (event != kOk) {
-            cancelled(kWarning);
+            cancelled();
             return;
         }
         panels_.remove(kWarning);
@@ -115,37 +117,49 @@ void AutocalibrationMode::warn() {
     });
 }
 
-void AutocalibrationMode::cancelled(std::string_view key) {
-    context_.events.Busy.raise(0);
-    panels_.remove(key);
+void AutocalibrationMode::cancelled() {
+    session_.end(Moment::AutocalibrationCancelled);
     ShowCalibrationButton(context_, true);
 }
 
 void AutocalibrationMode::enter() {
-    screen_.disable({"fraTorvaneSerial"});
-    screen_.prompt(context_.texts.waitPrompt(context_.texts.sEnterAutocal));
-    link_.setStatusUpdateEnable(false);
-    state_.m_AutocalStarting = true;
-    state_.m_AutocalOnStep = kSendWorkstation;
-    seekPace_ = kSeekPace;
-    tmrAutocalON_.start(kEntryDelay);
-    disableModeButtons();
-    if (isExposure(state_.m_LastPhase)) {
-        endEntryBeforeItBegan();
+    if (!session_.canEnter()) {
+        session_.breakOff();
+        return;
     }
+    session_.turn(Run::EnteringAutocalibration, Moment::AutocalibrationChosen,
+                  {.undo =
+                       [this] {
+                           tmrAutocalON_.stop();
+                           session_.showPositionerKey();
+                       },
+                   .untold = [this] { return onStep_ == kSendWorkstation; },
+                   .givenUp = [this] { generatorNeverCame(); }});
+    screen_.prompt(context_.texts.waitPrompt(context_.texts.sEnterAutocal));
+    onStep_ = kSendWorkstation;
+    seekPace_ = kSeekPace;
+    handOverOwed_ = false;
+    tmrAutocalON_.start(kEntryDelay);
 }
 
 void AutocalibrationMode::onTick() {
-    switch (state_.m_AutocalOnStep) {
+    switch (onStep_) {
     case kSendWorkstation:
         link_.call("Workstation", {state_.m_SelectedWorkstation});
-        state_.m_AutocalOnStep = kSendCalibration;
+        onStep_ = kSendCalibration;
         tmrAutocalON_.start(kWorkstationTime);
         break;
     case kSendCalibration:
-        link_.call("ToggleCalibrationFeature");
-        state_.m_AutocalOnStep = kSeek;
+        // A generator that is there already would be led out again.
+        if (session_.mode() != Phase::Calibration) {
+            link_.call("ToggleCalibrationFeature");
+        }
+        onStep_ = kFirstSeek;
         tmrAutocalON_.start(kCalibrationTime);
+        break;
+    case kFirstSeek:
+        session_.waitPatiently();
+        seekTick();
         break;
     case kSeek:
         seekTick();
@@ -162,12 +176,12 @@ void AutocalibrationMode::onTick() {
 }
 
 void AutocalibrationMode::seekTick() {
-    if (state_.m_ServiceMode != 6) {
+    if (session_.mode() != Phase::Calibration) {
         calibrationRefused();
     } else if (atPoint()) {
         pointFound();
     } else {
-        state_.m_AutocalOnStep = kSeek;
+        onStep_ = kSeek;
         tmrAutocalON_.setInterval(seekPace_);
         stepTowardsPoint();
     }
@@ -186,7 +200,7 @@ bool AutocalibrationMode::atPoint() const {
 }
 
 void AutocalibrationMode::pointFound() {
-    state_.m_AutocalOnStep = kSendAutocalibration;
+    onStep_ = kSendAutocalibration;
     tmrAutocalON_.setInterval(state_.m_SelAutocalmA ? kFocusFoundTime : kParameterFoundTime);
     if (!state_.m_SelAutocalmA) {
         link_.Flush();
@@ -218,40 +232,40 @@ void AutocalibrationMode::askForAutocalibration() {
         return;
     }
     link_.call("ToggleAutocalibrationFeature");
-    state_.m_AutocalWaitCount = 1;
-    state_.m_AutocalOnStep = kWait;
+    session_.stopWaiting();
+    waitCount_ = 1;
+    onStep_ = kWait;
     tmrAutocalON_.setInterval(kWaitPace);
 }
 
 void AutocalibrationMode::waitTick() {
-    link_.setRXEnable(true);
-    ++state_.m_AutocalWaitCount;
-    if (state_.m_LastPhase == 11) {
+    session_.at(Moment::AutocalibrationWaits);
+    ++waitCount_;
+    const bool gone = session_.is(Run::EnteringAutocalibration) && session_.mode() == Phase::NormalOperation;
+    if (session_.lastPhase() == Phase::ConfirmDismiss) {
         // The operator may take any time to answer.
-        state_.m_AutocalWaitCount = 0;
-    } else if (state_.m_AutocalWaitCount == kWaitLimit ||
-               (state_.m_ProtocolError && state_.m_ServiceMode != 9)) {
-        generatorNeverCame();
-    } else if (state_.m_ServiceMode == 9) {
+        waitCount_ = 0;
+    } else if (session_.is(Run::LeavingAutocalibration)) {
+        return; // the exit has the console
+    } else if (session_.mode() == Phase::Autocalibration) {
         modeReached();
+    } else if (waitCount_ == kWaitLimit || gone || state_.m_ProtocolError) {
+        generatorNeverCame();
     }
 }
 
 void AutocalibrationMode::modeReached() {
     tmrIniAutocal_.stop();
-    link_.setStatusUpdateEnable(true);
+    session_.at(Moment::AutocalibrationReached);
     tmrAutocalON_.stop();
-    screen_.enable({"fraTorvaneSerial"});
-    if (!tmrDelayAutocal_.running()) {
-        // A generator that came by way of Ready is never handed over; the console must close all the same.
-        state_.m_AutocalStarting = false;
+    if (session_.is(Run::EnteringAutocalibration) && !tmrDelayAutocal_.running() && !handOverOwed_) {
+        handOver(); // it came by way of Ready, and nothing else hands it over
     }
 }
 
 void AutocalibrationMode::calibrationRefused() {
-    const std::int16_t code = state_.m_ProtocolError ? ErrorCode::Protocol : ErrorCode::DipSwitch;
     giveUpEntry();
-    panels_.ErrorMessage(code);
+    panels_.ErrorMessage(panels_.failureCode());
 }
 
 void AutocalibrationMode::generatorNeverCame() {
@@ -263,165 +277,139 @@ void AutocalibrationMode::generatorNeverCame() {
 
 void AutocalibrationMode::giveUpEntry() {
     tmrAutocalON_.stop();
-    tmrIniAutocal_.stop();
-    context_.events.Busy.raise(0);
-    state_.m_AutocalStarting = false;
-    enableModeButtons();
-    state_.m_AutocalOffStep = kFinish;
-    screen_.clearPrompt();
+    session_.end(Moment::AutocalibrationNotReached);
 }
 
-void AutocalibrationMode::endEntryBeforeItBegan() {
-    tmrAutocalON_.stop();
-    context_.events.Busy.raise(0);
-    state_.m_AutocalStarting = false;
-    screen_.clearPrompt();
-    link_.setStatusUpdateEnable(true);
-    ShowCalibrationButton(context_, true);
+void AutocalibrationMode::modeBegins() {
+    if (session_.idle()) {
+        session_.become(Run::HandingOver);
+    }
+    if (session_.is(Run::HandingOver) || session_.is(Run::EnteringAutocalibration)) {
+        handOverOwed_ = false;
+        tmrDelayAutocal_.start(kHandOverDelay);
+    }
+}
+
+void AutocalibrationMode::modeReported(bool result) {
+    const bool pending = session_.is(Run::HandingOver) || session_.is(Run::EnteringAutocalibration);
+    if (pending && (result || handOverOwed_)) {
+        handOver();
+    }
+}
+
+void AutocalibrationMode::handOverTick() {
+    tmrDelayAutocal_.stop();
+    if (session_.lastPhase() == Phase::Autocalibration) {
+        handOver();
+    } else {
+        handOverOwed_ = true; // nobody is asked for an exposure that is being made
+    }
 }
 
 void AutocalibrationMode::handOver() {
-    state_.m_AutocalStarting = false;
-    tmrDelayAutocal_.stop();
-    tmrIniAutocal_.stop();
-    screen_.on({"cmbAutocalibration"});
-    screen_.enable({"cmbClose"});
-    link_.setStatusUpdateEnable(true);
-    screen_.enable({"cmbAutocalibration"});
+    handOverOwed_ = false;
+    session_.end(Moment::AutocalibrationHandedOver);
     screen_.prompt(context_.texts.sPressPrepExpose);
-    context_.events.Busy.raise(0);
+}
+
+void AutocalibrationMode::questionAsked() {
+    if (session_.is(Run::EnteringAutocalibration)) {
+        session_.waitPatiently();
+    }
 }
 
 void AutocalibrationMode::confirmed() {
-    if (state_.m_LastPhase <= 2) {
-        return; // the generator took its question back while the finger was on the key
-    }
-    screen_.disable({"fraTorvaneSerial"});
-    lblHelp_.setCaption(initPrompt());
+    session_.at(Moment::AutocalibrationConfirmed);
+    questionAsked();
+    screen_.prompt(initPrompt());
     tmrIniAutocal_.start(kBlinkPace);
 }
 
 void AutocalibrationMode::blink() {
-    lblHelp_.setCaption(lblHelp_.caption().empty() ? initPrompt() : std::string());
+    screen_.prompt(lblHelp_.caption().empty() ? initPrompt() : std::string());
 }
 
 void AutocalibrationMode::dismissed() {
     tmrIniAutocal_.stop();
-    screen_.disable({"fraTorvaneSerial"});
+    session_.at(Moment::AutocalibrationConfirmed);
+    questionAsked();
     screen_.prompt(context_.texts.waitPrompt(context_.texts.sStopAutocal));
 }
 
 void AutocalibrationMode::acknowledged(bool on) {
     // The step stays behind when the entry has ended, so this shortens the ordinary exit as well. Once all of
-    // it is over, a generator that says so again ends nothing.
-    const bool autocalibrating = tmrAutocalON_.running() || tmrAutocalOFF_.running() || link_.answering() ||
-                                 state_.m_ServiceMode == 9 || state_.m_LastPhase >= 11;
-    if (on || state_.m_AutocalOnStep != kWait || !autocalibrating) {
+    // it is over, or another run has the console, a generator that says so again ends nothing.
+    const bool ours = session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver) ||
+                      session_.is(Run::LeavingAutocalibration);
+    const bool ends = ours || (session_.idle() && (tmrAutocalON_.running() || link_.answering() ||
+                                                   session_.mode() == Phase::Autocalibration ||
+                                                   session_.lastPhase() >= Phase::ConfirmDismiss));
+    if (on || onStep_ != kWait || !ends) {
         return;
     }
-    screen_.disable({"fraTorvaneSerial"});
-    screen_.prompt(exitPrompt());
-    state_.m_AutocalStarting = false;
+    const std::string prompt = exitPrompt();
+    session_.turn(Run::LeavingAutocalibration, Moment::AutocalibrationEnded);
+    screen_.prompt(prompt);
     startLeaving(kStopCalibration);
 }
 
-void AutocalibrationMode::phaseReported(std::int32_t phase) {
-    leftUnheard_ = false;
-    if (isExposure(phase) && tmrAutocalON_.running() && state_.m_AutocalOnStep == kSendWorkstation) {
-        endEntryBeforeItBegan();
-    }
-    // These phases put words of their own on the prompt line, or take it away.
-    if (phase == 1 || phase == 2 || phase >= 11) {
-        tmrIniAutocal_.stop();
-    }
-}
-
 void AutocalibrationMode::leave() {
-    screen_.disable({"fraTorvaneSerial"});
-    screen_.prompt(exitPrompt());
-    state_.m_AutocalStarting = false;
-    state_.m_CalibrationStarting = false;
+    session_.openLine();
+    const std::string prompt = exitPrompt();
+    session_.begin(Run::LeavingAutocalibration, Moment::AutocalibrationLeft);
+    screen_.prompt(prompt);
     startLeaving(kStopAutocalibration);
-    disableModeButtons();
-    context_.events.Busy.raise(1);
 }
 
-void AutocalibrationMode::startLeaving(std::int32_t step) {
+void AutocalibrationMode::startLeaving(int step) {
     tmrIniAutocal_.stop();
-    link_.setStatusUpdateEnable(false);
-    state_.m_AutocalOffStep = step;
+    tmrDelayAutocal_.stop();
+    offStep_ = step;
     tmrAutocalOFF_.start(kExitDelay);
 }
 
 void AutocalibrationMode::offTick() {
-    switch (state_.m_AutocalOffStep) {
+    switch (offStep_) {
     case kStopAutocalibration:
         link_.call("Autocalibration", {false});
-        state_.m_AutocalOffStep = kStopCalibration;
+        offStep_ = kStopCalibration;
         tmrAutocalOFF_.start(state_.m_SelAutocalmA ? kStationsStopTime : kParameterStopTime);
         break;
     case kStopCalibration:
-        if (state_.m_LastPhase == 6 || state_.m_LastPhase == 7) {
+        if (session_.lastPhase() == Phase::Calibration || session_.lastPhase() == Phase::Error) {
             link_.call("calibration", {false});
-            state_.m_AutocalOffStep = kFinish;
+            offStep_ = kFinish;
         } else {
             endLeaving();
-            if (leftUnheard_) {
-                link_.setStatusUpdateEnable(true); // left twice, and no answer: it has to be asked
-            }
-            leftUnheard_ = true;
-            reportUnfinished();
         }
         break;
     default:
         endLeavingAfterCalibration();
-        reportUnfinished();
         break;
     }
 }
 
 void AutocalibrationMode::endLeaving() {
-    tmrAutocalOFF_.stop();
-    tmrIniAutocal_.stop();
-    context_.events.Busy.raise(0);
-    state_.m_AutocalStarting = false;
-    enableModeButtons();
-    screen_.off({"cmbAutocalibration"});
-    screen_.clearPrompt();
+    const bool ready = session_.lastPhase() == Phase::NormalOperation;
+    session_.end(ready ? Moment::AutocalibrationDoneInReady : Moment::AutocalibrationDone);
+    if (!ready) {
+        panels_.tellProtocolError();
+    }
 }
 
 void AutocalibrationMode::endLeavingAfterCalibration() {
-    link_.setRXEnable(false);
-    endLeaving();
     tmrAutocalON_.stop();
-    tmrDelayAutocal_.stop(); // nobody is to be asked for an exposure in Ready
-    if (state_.m_LastPhase == 2) {
-        link_.setStatusUpdateEnable(true);
-    } else {
+    session_.end(Moment::CalibrationBehindItDone);
+    if (session_.lastPhase() != Phase::NormalOperation) {
         screen_.hide({"fraTorvaneSerial"});
         ShowCalibrationButton(context_, true);
+        panels_.tellProtocolError();
     }
-}
-
-void AutocalibrationMode::reportUnfinished() {
-    if (state_.m_ProtocolError && state_.m_LastPhase != 2) {
-        panels_.ErrorMessage(ErrorCode::Protocol);
-    }
-}
-
-void AutocalibrationMode::enableModeButtons() {
-    screen_.enable({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration",
-                    "cmbReadExposureCounters", "cmbClose"});
-}
-
-void AutocalibrationMode::disableModeButtons() {
-    screen_.disable({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration",
-                     "cmbReadExposureCounters", "cmbClose"});
 }
 
 std::string AutocalibrationMode::exitPrompt() const {
     const ConsoleTexts& texts = context_.texts;
-    const bool aborted = state_.m_LastPhase != 13 && link_.get<std::int32_t>("CalibrationType") == 0;
+    const bool aborted = session_.lastPhase() != Phase::AutocalOk && link_.mirror().m_CalibrationType == 0;
     return texts.waitPrompt(aborted ? texts.sStopAutocal : texts.sExitAutocal);
 }
 

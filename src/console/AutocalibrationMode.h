@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 #include "console/panels/ConsolePanels.h"
 
 namespace quillon {
@@ -12,10 +12,16 @@ namespace quillon {
 /// what to do, one stepped timer leads the generator there, another one leads it back.
 class AutocalibrationMode {
 public:
-    AutocalibrationMode(ConsoleContext& context, ConsolePanels& panels);
+    AutocalibrationMode(ConsoleContext& context, ServiceSession& session, ConsolePanels& panels);
 
     /// Opens the first panel, or leaves the mode that runs. Nothing in any other mode.
     void ToggleAutocalibrationMode();
+    /// The generator has gone from calibration into autocalibration, asked or not.
+    void modeBegins();
+    /// It reports the mode once more, or a result: a hand-over that found it elsewhere is made up for.
+    void modeReported(bool result);
+    /// Its question whether to begin stands.
+    void questionAsked();
 
 private:
     void connectSignals();
@@ -24,7 +30,7 @@ private:
     void askWorkstation();
     void askPoint();
     void warn();
-    void cancelled(std::string_view key);
+    void cancelled();
     void enter();
 
     // The way in.
@@ -40,34 +46,28 @@ private:
     void askForAutocalibration();
     void calibrationRefused();
     void generatorNeverCame();
-    /// What both failures of the entry have in common.
     void giveUpEntry();
-    /// An exposure came before the first command: nothing was said to the generator, and nothing is told.
-    void endEntryBeforeItBegan();
+    void handOverTick();
     void handOver();
 
     // What the generator and the keys of the link control say meanwhile.
     void confirmed();
     void dismissed();
     void acknowledged(bool on);
-    void phaseReported(std::int32_t phase);
     void blink();
 
     // The way out.
     void leave();
-    void startLeaving(std::int32_t step);
+    void startLeaving(int step);
     void offTick();
     void endLeaving();
     void endLeavingAfterCalibration();
-    /// Tells of a protocol error when the generator has not come back to normal operation.
-    void reportUnfinished();
 
-    void enableModeButtons();
-    void disableModeButtons();
     [[nodiscard]] std::string exitPrompt() const;
     [[nodiscard]] std::string initPrompt() const;
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsolePanels& panels_;
     ConsoleScreen screen_;
     ConsoleState& state_;
@@ -77,8 +77,11 @@ private:
     Timer& tmrAutocalOFF_;
     Timer& tmrDelayAutocal_;
     Timer& tmrIniAutocal_;
-    int seekPace_ = 0;         ///< ms from one step of the list to the next look
-    bool leftUnheard_ = false; ///< an exit has ended, and no report of it came
+    int onStep_ = 0;
+    int offStep_ = 0;
+    int waitCount_ = 0; ///< ticks in the wait for the generator
+    int seekPace_ = 0;  ///< ms from one step of the list to the next look
+    bool handOverOwed_ = false;
 };
 
 } // namespace quillon

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 #include "console/panels/ConsolePanels.h"
 
 namespace quillon {
@@ -9,34 +9,40 @@ namespace quillon {
 /// lent to its users.
 class CalibrationMode {
 public:
-    CalibrationMode(ConsoleContext& context, ConsolePanels& panels);
+    CalibrationMode(ConsoleContext& context, ServiceSession& session, ConsolePanels& panels);
 
     /// Enters from normal operation, leaves when calibration runs, and does nothing in any other mode.
     void ToggleCalibrationMode();
+    /// It is being left, and the generator has not followed yet.
+    [[nodiscard]] bool leaving() const { return tmrCalOFF_.running(); }
 
 private:
     void enter();
+    void comeBack();
     void leave();
+    void workstationChosen(std::int16_t workstation);
     /// The timed part of the entry, once the workstation is known.
     void beginEntry(int firstWait);
-    void workstationChosen(std::int16_t workstation);
+    [[nodiscard]] RunHooks entryHooks();
+    [[nodiscard]] RunHooks exitHooks();
+    void sendWorkstation();
     void onTick();
     void offTick();
-    /// An exposure came before the first command: nothing was said to the generator, and nothing is told.
-    void endEntryBeforeItBegan();
-    /// The rest layout's keys instead of the one that lends the machine.
-    void showModeKeys();
     void entered();
     void notEntered();
     void left();
+    /// The rest layout's keys, or the one that lends the machine.
+    void showModeKeys(bool show);
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsolePanels& panels_;
     ConsoleScreen screen_;
-    ConsoleState& state_;
     Timer& tmrCalON_;
     Timer& tmrCalOFF_;
-    bool commandSent_ = false; ///< the entry has said something to the generator
+    int onStep_ = 0;
+    bool workstationSent_ = false;
+    bool exitSent_ = false;
 };
 
 } // namespace quillon

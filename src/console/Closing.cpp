@@ -17,81 +17,82 @@ constexpr std::string_view kKeepPcOn = "-d";
 
 } // namespace
 
-Closing::Closing(ConsoleContext& context, const Modes& modes)
-    : context_(context), screen_(context), state_(context.state), modes_(modes),
+Closing::Closing(ConsoleContext& context, ServiceSession& session, const Modes& modes)
+    : context_(context), session_(session), screen_(context), modes_(modes),
       tmrGoodbye_(context.console.timer("tmrGoodbye")), tmrShutdown_(context.console.timer("tmrShutdown")) {
     ControlHandlers& key = context_.console["cmbClose"].on;
     key.press = [this] { closePressed(); };
     key.release = [this] { tmrShutdown_.stop(); };
     key.click = [this] { closeClicked(); };
-    key.abandon = [this] { giveBack(); };
+    key.abandon = [this] { pressedForNothing(); };
     // A box has come up, perhaps this key's own question: it must not be asked once more behind it.
     key.cancel = [this] {
         tmrShutdown_.stop();
-        giveBack();
+        pressedForNothing();
     };
-    LinkEvents& events = context_.link.events();
-    events.WrongPhase.connect([this](const std::string&) { refused_ = true; });
-    events.GeneratorPhaseChange.connect([this](std::int32_t phase) {
-        if (owed_ && (phase == 2 || phase == 6 || phase == 8 || phase == 9)) {
-            giveBack();
-        }
-    });
     tmrGoodbye_.setTick([this] { goodbyeTick(); });
     tmrShutdown_.setTick([this] { shutdownTick(); });
 }
 
 void Closing::closePressed() {
-    if (screen_.closing()) {
-        return;
+    if (!session_.is(Run::Closing)) {
+        session_.at(Moment::ClosePressed);
+        tmrShutdown_.start(kShutdownHold);
     }
-    owed_ = false;
-    context_.link.setRXEnable(false);
-    tmrShutdown_.start(kShutdownHold);
 }
 
-void Closing::giveBack() {
-    if (screen_.closing()) {
-        return; // it gives back by itself
+void Closing::pressedForNothing() {
+    if (!session_.is(Run::Closing)) {
+        session_.giveXRaysBack();
     }
-    refused_ = false;
-    context_.link.setRXEnable(true);
-    owed_ = refused_;
 }
 
 void Closing::closeClicked() {
-    if (screen_.errorOnShow() || screen_.closing()) {
+    if (screen_.errorOnShow() || session_.is(Run::Closing)) {
         return;
     }
-    if (state_.m_ServiceMode == 8) {
-        modes_.configuration.ToggleConfigurationMode();
-    } else if (state_.m_ServiceMode == 6) {
-        modes_.calibration.ToggleCalibrationMode();
-        context_.link.setTempUserMode(false);
-    } else if (state_.m_ServiceMode == 9) {
-        modes_.autocalibration.ToggleAutocalibrationMode();
-    } else if (state_.m_CountersActive) {
-        modes_.counters.ToggleExposureCounterView();
-    } else if (context_.link.TempUserMode()) {
-        state_.m_ProtocolError = false;
-        modes_.calibration.ToggleCalibrationMode();
-        context_.link.setTempUserMode(false);
-    } else if (!state_.m_AutocalStarting) {
+    session_.closeScreen();
+    if (session_.giveUp()) {
+        session_.giveXRaysBack();
+    } else if (session_.poweringUp()) {
+        close(); // whatever stood before is over
+    } else if (!leave()) {
         close();
     }
 }
 
+bool Closing::leave() {
+    const bool waits = answerOf(session_.run(), Way::CloseKey) == Answer::Waits;
+    if (session_.mode() == Phase::Configuration) {
+        modes_.configuration.ToggleConfigurationMode();
+    } else if (session_.mode() == Phase::Autocalibration) {
+        modes_.autocalibration.ToggleAutocalibrationMode();
+    } else if (waits) {
+        session_.giveXRaysBack();
+    } else if (session_.mode() == Phase::Calibration) {
+        modes_.calibration.ToggleCalibrationMode();
+        session_.loan().takeBack();
+    } else if (session_.countersActive()) {
+        modes_.counters.ToggleExposureCounterView();
+    } else if (session_.lent()) {
+        context_.state.m_ProtocolError = false;
+        modes_.calibration.ToggleCalibrationMode();
+    } else {
+        return false;
+    }
+    return true;
+}
+
 void Closing::close() {
+    BeginClosing();
     screen_.prompt(context_.texts.sClosing);
-    context_.link.setTempUserMode(false);
+    session_.loan().takeBack();
     screen_.hide({"cmbReadExposureCounters", "cmbGoToUserMode"});
     screen_.show({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration"});
-    BeginClosing();
 }
 
 void Closing::BeginClosing() {
-    context_.link.setRXEnable(true);
-    context_.link.setStatusUpdateEnable(false);
+    session_.begin(Run::Closing, Moment::ClosingBegins);
     tmrGoodbye_.start(kGoodbyeDelay);
 }
 

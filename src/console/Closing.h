@@ -3,8 +3,8 @@
 #include "console/AutocalibrationMode.h"
 #include "console/CalibrationMode.h"
 #include "console/ConfigurationMode.h"
-#include "console/ConsoleContext.h"
 #include "console/ExposureCounters.h"
+#include "console/ServiceSession.h"
 
 namespace quillon {
 
@@ -20,7 +20,7 @@ public:
         ExposureCounters& counters;
     };
 
-    Closing(ConsoleContext& context, const Modes& modes);
+    Closing(ConsoleContext& context, ServiceSession& session, const Modes& modes);
 
     /// The console says goodbye one second from now.
     void BeginClosing();
@@ -28,21 +28,20 @@ public:
 private:
     void closePressed();
     void closeClicked();
-    /// The press led to nothing: X-rays are allowed again, after an exposure if it is one that refuses it
-    /// now.
-    void giveBack();
+    /// The press led to nothing: X-rays are allowed again.
+    void pressedForNothing();
+    /// Leaves the mode that is reached, or what else is open. False when nothing is.
+    bool leave();
     void close();
     void goodbyeTick();
     void shutdownTick();
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
-    ConsoleState& state_;
     Modes modes_;
     Timer& tmrGoodbye_;
     Timer& tmrShutdown_;
-    bool refused_ = false; // the last command, by the phase
-    bool owed_ = false;    // X-rays are still to be allowed
 };
 
 } // namespace quillon

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "console/ConsoleContext.h"
+#include <string_view>
+
+#include "console/ServiceSession.h"
 #include "console/panels/ConsolePanels.h"
 
 namespace quillon {
@@ -9,21 +11,20 @@ namespace quillon {
 /// silent for a fixed time, and then the phase that was reported meanwhile decides.
 class ConfigurationMode {
 public:
-    ConfigurationMode(ConsoleContext& context, ConsolePanels& panels);
+    ConfigurationMode(ConsoleContext& context, ServiceSession& session, ConsolePanels& panels);
 
     /// Enters from normal operation, leaves when configuration runs, and does nothing in any other mode.
     void ToggleConfigurationMode();
 
 private:
-    void enter();
-    void leave();
+    void tell(bool enable, std::string_view prompt, Timer& wait);
     void entered();
     void left();
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsolePanels& panels_;
     ConsoleScreen screen_;
-    ConsoleState& state_;
     Timer& tmrConfigON_;
     Timer& tmrConfigOFF_;
 };

@@ -8,12 +8,6 @@ void ConsoleScreen::setVisible(Names names, bool visible) const {
     }
 }
 
-void ConsoleScreen::setEnabled(Names names, bool enabled) const {
-    for (const std::string_view name : names) {
-        console_[name].setEnabled(enabled);
-    }
-}
-
 void ConsoleScreen::off(Names names) const {
     for (const std::string_view name : names) {
         console_[name].setBackColour(context_.state.ButtonOffColor);
@@ -38,14 +32,6 @@ void ConsoleScreen::clearPrompt() const {
 
 bool ConsoleScreen::errorOnShow() const {
     return !console_["lblError"].caption().empty();
-}
-
-bool ConsoleScreen::closing() const {
-    return console_.timer("tmrGoodbye").running();
-}
-
-bool ConsoleScreen::occupied() const {
-    return !console_["cmbClose"].enabled() || closing();
 }
 
 void ConsoleScreen::clearActualExposure() const {

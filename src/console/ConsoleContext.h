@@ -36,8 +36,6 @@ public:
     using Names = std::initializer_list<std::string_view>;
     void show(Names names) const { setVisible(names, true); }
     void hide(Names names) const { setVisible(names, false); }
-    void enable(Names names) const { setEnabled(names, true); }
-    void disable(Names names) const { setEnabled(names, false); }
     /// Paints buttons in the colour of a button at rest, or of the active mode.
     void off(Names names) const;
     void on(Names names) const;
@@ -47,16 +45,11 @@ public:
     /// Empties the prompt and hides it.
     void clearPrompt() const;
     [[nodiscard]] bool errorOnShow() const;
-    /// The console is about to say goodbye: no key does anything any more.
-    [[nodiscard]] bool closing() const;
-    /// A workflow is under way, or the console closes: no positioner screen may come between.
-    [[nodiscard]] bool occupied() const;
     /// Empties the four values of the last exposure.
     void clearActualExposure() const;
 
 private:
     void setVisible(Names names, bool visible) const;
-    void setEnabled(Names names, bool enabled) const;
 
     ConsoleContext& context_;
     ControlHost& console_;

@@ -15,34 +15,15 @@ struct ConsoleEvents {
     Signal<> CannotOpenPort;
 };
 
-/// Preparation or an exposure: the generator takes no command of a service mode.
-[[nodiscard]] constexpr bool isExposure(std::int32_t phase) {
-    return phase >= 3 && phase <= 5;
-}
-
-/// The console's state: what its workflows know of each other and of the generator. Names are its own.
+/// The console's properties, and what its workflows have chosen and read. Names are its own. Where the
+/// generator stands and what the console is doing is the session's.
 struct ConsoleState {
-    std::int32_t m_LastPhase = 0;   ///< phase of the previous report
-    std::int32_t m_ServiceMode = 0; ///< the last of 2, 6, 8, 9 that was reported; 1 at the start
     bool m_PowerUpSeen = false;
-    bool loanCutOff = false; ///< the generator was lost on its way into user mode
-    bool m_AutocalStarting = false;
-    bool m_CalibrationStarting = false;
     std::int32_t m_SelectedWorkstation = 0;
     bool m_AutocalSmallFocus = false;
     bool m_AutocalLargeFocus = false;
     std::int16_t m_AutocalParameter = 0;
     bool m_SelAutocalmA = false;
-    std::int32_t m_AutocalOnStep = 0;
-    std::int32_t m_AutocalOffStep = 0;
-    std::int16_t m_AutocalWaitCount = 0;
-    std::int32_t m_CalOnStep = 0;
-    std::int32_t m_CalOffStep = 0;
-    std::int32_t m_ConfigOnStep = 0;
-    std::int32_t m_ConfigOffStep = 0;
-    std::int32_t m_ReadCountersStep = 0;
-    bool m_CountersActive = false;
-    bool m_CountersComplete = false;
     std::string m_CounterTube1;
     std::string m_CounterTube2;
     std::string m_CounterTube3;
@@ -50,7 +31,6 @@ struct ConsoleState {
     std::int32_t m_CounterToReset = 0;
     std::string m_LastKVPDisplay;
     bool m_ProtocolError = false;
-    bool m_SavedModeEnabled = false; ///< a positioner screen gives it back to the mode buttons
 
     Colour ButtonOnColor = 0;
     Colour ButtonOffColor = 0;

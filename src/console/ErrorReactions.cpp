@@ -11,9 +11,9 @@ constexpr std::int16_t kGeneratorLost = 33;
 
 } // namespace
 
-ErrorReactions::ErrorReactions(ConsoleContext& context)
-    : context_(context), screen_(context), state_(context.state), lblError_(context.console["lblError"]),
-      lblErrorDescription_(context.console["lblErrorDescription"]),
+ErrorReactions::ErrorReactions(ConsoleContext& context, ServiceSession& session)
+    : context_(context), session_(session), screen_(context), state_(context.state),
+      lblError_(context.console["lblError"]), lblErrorDescription_(context.console["lblErrorDescription"]),
       cmbResetError_(context.console["cmbResetError"]), tmrError_(context.console.timer("tmrError")) {
     LinkEvents& events = context_.link.events();
     events.GeneratorERROR.connect([this](std::int16_t code, const std::string& description, std::int16_t) {
@@ -36,32 +36,23 @@ void ErrorReactions::generatorError(std::int16_t code, std::string_view descript
         generatorLost();
     } else if (code != 0) {
         lblError_.setCaption(decimalText(code));
-        cmbResetError_.setEnabled(true);
+        session_.at(Moment::ErrorReported);
         tmrError_.start(kFlashInterval);
         describe(description);
     }
 }
 
 void ErrorReactions::generatorLost() {
-    if (state_.m_LastPhase == 1) {
+    if (session_.lastPhase() == Phase::Initialization) {
         return;
     }
-    state_.m_LastPhase = 1;
+    session_.lost();
+    session_.at(Moment::Lost);
     screen_.prompt(context_.texts.sCommError);
-    screen_.disable(
-        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.off({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters",
-                 "cmbGoToUserMode"});
     screen_.show(
         {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
     screen_.hide({"cmbGoToUserMode", "fraActualExposureParameters", "fraTorvaneSerial"});
-    screen_.enable({"cmbGoToUserMode"});
     screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
-    screen_.enable({"cmbClose"});
-    context_.link.setTempUserMode(false);
-    // On the way into user mode that can only be taken back once the generator is Ready.
-    state_.loanCutOff = context_.link.TempUserMode();
-    screen_.enable({"cmbResetError"});
 }
 
 void ErrorReactions::flash() {
@@ -76,10 +67,10 @@ void ErrorReactions::resetKey() {
     }
     lblError_.setCaption("");
     screen_.off({"cmbResetError"});
-    if (state_.m_LastPhase != 8) {
+    if (session_.lastPhase() != Phase::Configuration) {
         context_.link.call("ResetError");
-        if (context_.link.TempUserMode()) {
-            context_.link.setRXEnable(true);
+        if (session_.lent()) {
+            session_.at(Moment::ErrorResetForTheUsers);
         }
     }
     screen_.hide({"fraActualExposureParameters"});

@@ -3,14 +3,14 @@
 #include <cstdint>
 #include <string_view>
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 
 namespace quillon {
 
 /// Errors of the generator on the console, the loss of the generator, and the key that resets them.
 class ErrorReactions {
 public:
-    explicit ErrorReactions(ConsoleContext& context);
+    ErrorReactions(ConsoleContext& context, ServiceSession& session);
 
 private:
     void generatorError(std::int16_t code, std::string_view description);
@@ -22,6 +22,7 @@ private:
     void describe(std::string_view words);
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
     ConsoleState& state_;
     Control& lblError_;

@@ -37,12 +37,12 @@ constexpr std::array kCounters{
 
 } // namespace
 
-ExposureCounters::ExposureCounters(ConsoleContext& context, ConsolePanels& panels)
-    : context_(context), panels_(panels), screen_(context), state_(context.state), console_(context.console),
-      tmrReadExposureCounters_(context.console.timer("tmrReadExposureCounters")),
+ExposureCounters::ExposureCounters(ConsoleContext& context, ServiceSession& session, ConsolePanels& panels)
+    : context_(context), session_(session), panels_(panels), screen_(context), state_(context.state),
+      console_(context.console), tmrReadExposureCounters_(context.console.timer("tmrReadExposureCounters")),
       tmrResetTubeCounter_(context.console.timer("tmrResetTubeCounter")) {
     console_["cmbReadExposureCounters"].on.click = [this] {
-        if (!screen_.errorOnShow() && !screen_.closing()) {
+        if (!screen_.errorOnShow() && !session_.is(Run::Closing)) {
             state_.m_ProtocolError = false;
             showQuestion(false);
             ToggleExposureCounterView();
@@ -55,7 +55,7 @@ ExposureCounters::ExposureCounters(ConsoleContext& context, ConsolePanels& panel
 }
 
 void ExposureCounters::ToggleExposureCounterView() {
-    if (state_.m_CountersActive) {
+    if (session_.countersActive()) {
         close();
     } else {
         open();
@@ -66,30 +66,33 @@ void ExposureCounters::open() {
     if (state_.ResetCounterEnable) {
         screen_.show({"cmdResetT1", "cmdResetT2", "cmdResetFluoro"});
     }
-    screen_.disable({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration",
-                     "cmbReadExposureCounters", "cmbClose"});
-    state_.m_CountersComplete = false;
-    state_.m_CountersActive = true;
-    context_.link.setStatusUpdateEnable(false);
+    screen_.hide({"lblT3RAD", "lblTube3", "cmdResetT3"}); // they come with a value of their own
+    session_.begin(Run::ReadingCounters, Moment::CountersAsked, hooks());
     screen_.prompt(context_.texts.waitPrompt(context_.texts.sReadingExpCounters));
     tmrReadExposureCounters_.start(kReadingPace);
-    state_.m_ReadCountersStep = 1;
-    console_["cmbClose"].setCaption(context_.texts.m_ExitCaption);
-    context_.events.Busy.raise(1);
+    step_ = 1;
 }
 
 void ExposureCounters::close() {
-    state_.m_CountersActive = false;
-    screen_.enable(
-        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.off({"cmbReadExposureCounters"});
+    session_.end(Moment::CountersClosed);
+    clearScreen();
     ShowCalibrationButton(context_, true);
+}
+
+void ExposureCounters::clearScreen() {
+    showQuestion(false);
     screen_.hide({"fraExposureCounters"});
-    console_["cmbClose"].setCaption(context_.texts.scmbClose);
-    screen_.enable({"cmbClose"});
     for (const CounterRow& row : kCounters) {
         console_[row.valueLabel].setCaption("");
     }
+}
+
+RunHooks ExposureCounters::hooks() {
+    return {.undo = [this] {
+        session_.at(Moment::CountersGone);
+        clearScreen();
+        session_.showPositionerKey();
+    }};
 }
 
 void ExposureCounters::readTick() {
@@ -100,23 +103,23 @@ void ExposureCounters::readTick() {
     const auto read = [this](std::int32_t counter) {
         context_.link.call("ReadExposureCounter", {counter, true});
     };
-    switch (state_.m_ReadCountersStep) {
+    switch (step_) {
     case 1:
         read(kTube1);
-        state_.m_ReadCountersStep = 2;
+        step_ = 2;
         break;
     case 2:
         read(kTube2);
-        state_.m_ReadCountersStep = context_.link.facts().ThirdTube ? 3 : 4;
+        step_ = context_.link.facts().ThirdTube ? 3 : 4;
         break;
     case 3:
         read(kTube3);
-        state_.m_ReadCountersStep = 4;
+        step_ = 4;
         break;
     case 4:
         // The last one: its answer brings the screen up.
         read(kFluoro);
-        state_.m_ReadCountersStep = 5;
+        step_ = 5;
         break;
     default:
         endReading();
@@ -126,26 +129,21 @@ void ExposureCounters::readTick() {
 
 void ExposureCounters::endReading() {
     tmrReadExposureCounters_.stop();
-    if (state_.m_CountersActive && !state_.m_CountersComplete) {
-        // Without the last answer this is the operator's only way out.
-        screen_.enable(
-            {"cmbManualCalibration", "cmbAutocalibration", "cmbConfiguration", "cmbReadExposureCounters"});
-    }
-    context_.link.setStatusUpdateEnable(true);
+    // Without the last answer the keys are the operator's only way out.
+    session_.at(session_.is(Run::ReadingCounters) ? Moment::CountersIncomplete : Moment::CountersRead);
 }
 
 void ExposureCounters::abortReading() {
     tmrReadExposureCounters_.stop();
-    if (state_.m_CountersActive) {
+    if (session_.countersActive()) {
         close();
     }
-    context_.link.setStatusUpdateEnable(true);
-    context_.events.Busy.raise(0);
+    session_.at(Moment::CountersFailed);
     panels_.ErrorMessage(ErrorCode::Protocol);
 }
 
 void ExposureCounters::exposureCounter(std::int32_t counter, std::string_view value) {
-    if (!state_.m_CountersActive) {
+    if (!session_.countersActive()) {
         return;
     }
     switch (counter) {
@@ -192,14 +190,12 @@ void ExposureCounters::showThirdTube(std::string_view value) {
 }
 
 void ExposureCounters::showScreen() {
-    screen_.on({"cmbReadExposureCounters"});
-    screen_.enable({"cmbReadExposureCounters"});
-    state_.m_CountersComplete = true;
+    const bool exposing = isExposure(session_.lastPhase());
+    session_.turn(Run::ShowingCounters, exposing ? Moment::CountersShownInExposure : Moment::CountersShown,
+                  hooks());
+    session_.closeScreen(); // its key goes, too
     screen_.show({"fraExposureCounters"});
     ShowCalibrationButton(context_, false);
-    screen_.enable({"cmbClose"});
-    screen_.clearPrompt();
-    context_.events.Busy.raise(0);
 }
 
 void ExposureCounters::bindResetKeys() {
@@ -238,7 +234,9 @@ void ExposureCounters::resetCounter() {
         return; // the question stands until it can be answered
     }
     YieldEvents(kResetYields);
-    context_.link.call("ReadExposureCounter", {state_.m_CounterToReset});
+    if (session_.countersActive()) { // what was heard meanwhile may have ended them
+        context_.link.call("ReadExposureCounter", {state_.m_CounterToReset});
+    }
     showQuestion(false);
 }
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 #include "console/panels/ConsolePanels.h"
 
 namespace quillon {
@@ -12,7 +12,7 @@ namespace quillon {
 /// that is held long and a question.
 class ExposureCounters {
 public:
-    ExposureCounters(ConsoleContext& context, ConsolePanels& panels);
+    ExposureCounters(ConsoleContext& context, ServiceSession& session, ConsolePanels& panels);
 
     /// Begins a reading, or takes the screen away.
     void ToggleExposureCounterView();
@@ -20,6 +20,9 @@ public:
 private:
     void open();
     void close();
+    /// The screen goes and forgets what it showed.
+    void clearScreen();
+    [[nodiscard]] RunHooks hooks();
     void readTick();
     void endReading();
     void abortReading();
@@ -36,12 +39,14 @@ private:
     void YieldEvents(int count);
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsolePanels& panels_;
     ConsoleScreen screen_;
     ConsoleState& state_;
     ControlHost& console_;
     Timer& tmrReadExposureCounters_;
     Timer& tmrResetTubeCounter_;
+    int step_ = 0;
 };
 
 } // namespace quillon

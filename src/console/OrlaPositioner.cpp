@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <string>
 
@@ -75,13 +76,15 @@ bool accepted(Accepts accepts, std::string_view text) {
         return true;
     }
     const double value = valueOf(text);
-    return (value > 0 || (value == 0 && accepts == Accepts::ZeroAndAbove)) && value <= kHighest;
+    // What would be sent as zero is no end position, however little it is above it.
+    const double lowest = accepts == Accepts::ZeroAndAbove ? 0 : 1;
+    return value >= 0 && value <= kHighest && std::nearbyint(value) >= lowest;
 }
 
 } // namespace
 
-OrlaPositioner::OrlaPositioner(ConsoleContext& context)
-    : context_(context), screen_(context), state_(context.state), console_(context.console) {
+OrlaPositioner::OrlaPositioner(ConsoleContext& context, ServiceSession& session)
+    : context_(context), session_(session), screen_(context), console_(context.console) {
     console_["cmdOrla"].on.press = [this] { toggle(); };
     for (std::size_t axis = 0; axis < kAxes.size(); ++axis) {
         console_[kAxes[axis].button].on.press = [this, axis] {
@@ -95,18 +98,17 @@ OrlaPositioner::OrlaPositioner(ConsoleContext& context)
 }
 
 void OrlaPositioner::toggle() {
-    if (!m_OrlaActive && screen_.occupied()) {
-        return; // a workflow is under way, and will give back keys of its own
-    }
-    m_OrlaActive = !m_OrlaActive;
     if (m_OrlaActive) {
-        state_.m_SavedModeEnabled = console_["cmbManualCalibration"].enabled();
+        session_.closeScreen();
+    } else if (!session_.is(Run::Closing)) {
+        session_.openScreen([this] { show(false); });
+        show(true);
     }
-    console_["fraOrla"].setVisible(m_OrlaActive);
-    for (const std::string_view button :
-         {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"}) {
-        console_[button].setEnabled(!m_OrlaActive && state_.m_SavedModeEnabled);
-    }
+}
+
+void OrlaPositioner::show(bool open) {
+    m_OrlaActive = open;
+    console_["fraOrla"].setVisible(open);
     SelectOrlaAxis(0);
 }
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 
 namespace quillon {
 
@@ -11,19 +11,20 @@ namespace quillon {
 /// positions, and the reading that the positioner reports for each.
 class OrlaPositioner {
 public:
-    explicit OrlaPositioner(ConsoleContext& context);
+    OrlaPositioner(ConsoleContext& context, ServiceSession& session);
 
     /// Shows the reading of one position, as the positioner answers: axis, sign, value, reading.
     void fmessOrla(std::string_view text);
 
 private:
     void toggle();
+    void show(bool open);
     void SelectOrlaAxis(std::int32_t axis);
     void set(std::size_t position);
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
-    ConsoleState& state_;
     ControlHost& console_;
 
     bool m_OrlaActive = false;

@@ -1,19 +1,21 @@
 #include "console/PhaseReactions.h"
 
-#include <algorithm>
-#include <array>
-
 namespace quillon {
 
 namespace {
 
 constexpr int kLinkControlDelay = 500; // ms from the report to the link control's panel
-constexpr int kAutocalDelay = 4500;    // ms until autocalibration is handed to the operator
+
+/// Behind these normal operation finds a mode's working area on the screen.
+constexpr Phases kOfAMode{Phase::Calibration,    Phase::Configuration, Phase::Autocalibration,
+                          Phase::ConfirmDismiss, Phase::AutocalError,  Phase::AutocalOk};
 
 } // namespace
 
-PhaseReactions::PhaseReactions(ConsoleContext& context, StartOfService& start)
-    : context_(context), screen_(context), state_(context.state), console_(context.console), start_(start),
+PhaseReactions::PhaseReactions(ConsoleContext& context, ServiceSession& session, StartOfService& start,
+                               AutocalibrationMode& autocalibration)
+    : context_(context), session_(session), screen_(context), state_(context.state),
+      console_(context.console), start_(start), autocalibration_(autocalibration),
       cmdPrep_(context.console["cmdPrep"]), cmdExposure_(context.console["cmdExposure"]),
       tmrDelay_(context.console.timer("tmrDelay")) {
     tmrDelay_.setTick([this] { showLinkControl(); });
@@ -22,10 +24,7 @@ PhaseReactions::PhaseReactions(ConsoleContext& context, StartOfService& start)
 
 void PhaseReactions::connectSignals() {
     LinkEvents& events = context_.link.events();
-    events.GeneratorPhaseChange.connect([this](std::int32_t phase) {
-        phaseChange(phase);
-        state_.m_LastPhase = phase;
-    });
+    events.GeneratorPhaseChange.connect([this](std::int32_t phase) { phaseChange(Phase{phase}); });
     events.ReadyStatusChange.connect(
         [this](bool ready) { cmdPrep_.setBackColour(ready ? kPreparationColour : state_.ButtonOffColor); });
     events.XRayStatusChange.connect([this](bool lit) { lightExposure(lit); });
@@ -33,10 +32,9 @@ void PhaseReactions::connectSignals() {
     events.AutocalConfirmDismiss.connect([this] { askToConfirm(); });
     events.Beep.connect([this](const std::string&) { context_.desktop.beep(); });
     events.KVPChangeValue.connect([this](const std::string& value) { state_.m_LastKVPDisplay = value; });
-    events.MASChangeDisplay.connect(
-        [this](const std::string&) { context_.link.setStatusUpdateEnable(true); });
+    events.MASChangeDisplay.connect([this](const std::string&) { session_.at(Moment::ValueReported); });
     events.PostDisplay.connect([this](const std::string& mA, const std::string& ms, const std::string& mAs) {
-        if (context_.link.TempUserMode()) {
+        if (session_.lent()) {
             screen_.show({"fraActualExposureParameters"});
             console_["lblActKVP"].setCaption(state_.m_LastKVPDisplay);
             console_["lblActMA"].setCaption(mA);
@@ -46,60 +44,72 @@ void PhaseReactions::connectSignals() {
     });
 }
 
-void PhaseReactions::phaseChange(std::int32_t newStatus) {
-    const ConsoleTexts& texts = context_.texts;
-    if (console_["lblHelp"].caption() == texts.sCommError && newStatus != 1 && newStatus != 11) {
-        // It answers again. Not every phase writes words of its own over those of the loss, as these two do.
+void PhaseReactions::phaseChange(Phase phase) {
+    const bool wasLost = session_.isLost();
+    session_.reported(phase);
+    if (console_["lblHelp"].caption() == context_.texts.sCommError && phase != Phase::Initialization) {
+        // It answers again. Not every phase writes words of its own over those of the loss.
         screen_.clearPrompt();
     }
-    if (state_.m_LastPhase == 11 && (newStatus == 6 || newStatus == 9) && !context_.link.answering()) {
+    if (session_.lastPhase() == Phase::ConfirmDismiss && !context_.link.answering() &&
+        (phase == Phase::Calibration || phase == Phase::Autocalibration)) {
         // It has taken its question back, and may go anywhere from here.
-        screen_.clearPrompt();
-        context_.link.setStatusUpdateEnable(true);
+        session_.at(Moment::QuestionWithdrawn);
     }
-    switch (newStatus) {
-    case 1:
+    react(phase);
+    if (session_.idle() && session_.mode() == Phase::Autocalibration &&
+        (phase == Phase::Autocalibration || phase == Phase::AutocalError || phase == Phase::AutocalOk)) {
+        // The operator must be able to leave, whatever came before.
+        session_.at(Moment::AutocalibrationIsFree);
+        if (wasLost && phase == Phase::Autocalibration) {
+            screen_.prompt(context_.texts.sPressPrepExpose);
+        }
+    }
+    session_.settled(phase);
+}
+
+void PhaseReactions::react(Phase phase) {
+    const ConsoleTexts& texts = context_.texts;
+    switch (phase) {
+    case Phase::Initialization:
         initialization();
         break;
-    case 2:
+    case Phase::NormalOperation:
         normalOperation();
         break;
-    case 3:
+    case Phase::Preparation:
         preparation();
         break;
-    case 4:
-    case 5:
+    case Phase::RadExposure:
+    case Phase::FluoroExposure:
         lightExposure(true);
         break;
-    case 6:
+    case Phase::Calibration:
         calibration();
         break;
-    case 7:
-        screen_.enable({"cmbResetError"});
+    case Phase::Error:
+        session_.at(Moment::ErrorReported);
         break;
-    case 8:
+    case Phase::Configuration:
         configuration();
         break;
-    case 9:
+    case Phase::Autocalibration:
         autocalibration();
         break;
-    case 11:
+    case Phase::ConfirmDismiss:
         screen_.prompt(std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
+        autocalibration_.questionAsked();
         break;
-    case 12:
-        screen_.prompt(std::string(texts.sAutocal).append(kLineBreak).append(texts.sAutocalERROR));
+    case Phase::AutocalError:
+        result(texts.sAutocalERROR);
         break;
-    case 13:
-        screen_.prompt(std::string(texts.sAutocal).append(kLineBreak).append(texts.sAutocalOK));
+    case Phase::AutocalOk:
+        result(texts.sAutocalOK);
         break;
-    default:
+    case Phase::TubeTooHot:
+    case Phase::None:
+    case Phase::Unheard:
         break;
-    }
-    const bool fromExposure = state_.m_LastPhase == 3 || state_.m_LastPhase == 4;
-    const bool result = state_.m_ServiceMode == 9 && (newStatus == 12 || newStatus == 13);
-    if ((newStatus == 9 && fromExposure) || result) {
-        // The operator must be able to leave once exposures were made.
-        screen_.enable({"cmbAutocalibration", "cmbClose"});
     }
 }
 
@@ -123,50 +133,33 @@ void PhaseReactions::initialization() {
     lightPreparation(false);
     lightExposure(false);
     context_.link.setVisible(false);
-    screen_.hide({"fraTorvaneSerial"});
-    screen_.disable({"fraTorvaneSerial"});
-    screen_.disable(
-        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.off({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters",
-                 "cmbGoToUserMode"});
-    screen_.show({"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.hide({"fraExposureCounters", "cmbGoToUserMode"});
-    screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
+    session_.at(Moment::PoweringUp);
+    screen_.hide({"fraTorvaneSerial", "fraExposureCounters", "cmbGoToUserMode"});
+    screen_.show({"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters", "imgQuillonConsole",
+                  "lblQuillonConsole"});
     state_.m_PowerUpSeen = true;
 }
 
 void PhaseReactions::normalOperation() {
-    if (state_.loanCutOff) {
-        state_.loanCutOff = false;
-        context_.link.setTempUserMode(false);
-    }
-    const bool userMode = context_.link.TempUserMode();
-    const bool movingToUserMode = console_.timer("tmrGotoUserMode").running();
-    if (state_.m_LastPhase != 1 && state_.m_LastPhase != 7) {
-        const bool workflow =
-            console_.timer("tmrWaitRefresh").running() || console_.timer("tmrConfigOFF").running() ||
-            console_.timer("tmrCalOFF").running() || console_.timer("tmrAutocalOFF").running();
-        if (!workflow && !console_["fraExposureCounters"].visible() && !userMode) {
-            screen_.enable({"cmbManualCalibration"});
-        }
-    } else {
-        // The refresh writes the phase of before; what follows still needs to see it.
-        const std::int32_t before = state_.m_LastPhase;
+    const bool lent = session_.lent();
+    const bool movingToUserMode = session_.is(Run::Lending);
+    const Phase before = session_.lastPhase();
+    // The refresh writes the phase of before; what follows still needs to see it.
+    if (before == Phase::Initialization || before == Phase::Error) {
         start_.refreshAfterPowerUp();
-        state_.m_LastPhase = before;
-    }
-    if (userMode && state_.m_ServiceMode == 6) {
-        if (!movingToUserMode) {
-            screen_.enable({"fraTorvaneSerial"});
-            screen_.on({"cmbGoToUserMode"});
-            screen_.show({"fraActualExposureParameters"});
-            screen_.clearActualExposure();
+    } else {
+        start_.refreshIfOwed();
+        if (session_.idle() && !start_.refreshing() && !lent) {
+            session_.at(Moment::ReadyAndIdle);
         }
-    } else if (userMode) {
-        screen_.enable({"cmbManualCalibration"});
     }
-    if (console_["lblHelp"].visible()) {
-        screen_.clearPrompt();
+    session_.setLastPhase(before);
+    if (lent && session_.mode() != Phase::Calibration) {
+        session_.at(Moment::ReadyAndIdle);
+    } else if (lent && !movingToUserMode) {
+        session_.at(Moment::ReadyForTheUsers);
+        screen_.show({"fraActualExposureParameters"});
+        screen_.clearActualExposure();
     }
     if (cmdPrep_.tag() == "ON") {
         lightPreparation(false);
@@ -174,23 +167,23 @@ void PhaseReactions::normalOperation() {
     if (cmdExposure_.tag() == "ON") {
         lightExposure(false);
     }
-    if (state_.m_LastPhase == 6 || state_.m_LastPhase == 8 || state_.m_LastPhase == 9) {
-        if (!userMode) {
-            context_.link.setVisible(false);
-            screen_.hide({"fraTorvaneSerial"});
-            screen_.disable({"fraTorvaneSerial"});
-            ShowCalibrationButton(context_, true);
-        }
-        screen_.show({"lblQuillonConsole"});
-        if (state_.GeneratorVisible) {
-            screen_.show({"imgQuillonConsole"});
-        }
-        screen_.clearPrompt();
+    if (kOfAMode.has(before) || isServiceMode(session_.mode())) {
+        modeIsOver();
     }
-    state_.m_ServiceMode = 2;
-    if (!movingToUserMode) {
-        screen_.enable({"cmbClose"});
-        console_["cmbClose"].setCaption(context_.texts.scmbClose);
+    session_.setMode(Phase::NormalOperation);
+    session_.at(movingToUserMode ? Moment::ReadyBeforeTheUsersCame : Moment::Ready);
+}
+
+void PhaseReactions::modeIsOver() {
+    if (!session_.lent()) {
+        context_.link.setVisible(false);
+        session_.at(Moment::ModeIsOver);
+        screen_.hide({"fraTorvaneSerial"});
+        ShowCalibrationButton(context_, true);
+    }
+    screen_.show({"lblQuillonConsole"});
+    if (state_.GeneratorVisible) {
+        screen_.show({"imgQuillonConsole"});
     }
 }
 
@@ -200,99 +193,91 @@ void PhaseReactions::preparation() {
         console_["lblError"].setCaption("");
         screen_.off({"cmbResetError"});
     }
-    if (state_.m_LastPhase == 2) {
+    if (session_.lastPhase() == Phase::NormalOperation) {
         screen_.hide({"fraActualExposureParameters"});
-        if (context_.link.TempUserMode()) {
+        if (session_.lent()) {
             screen_.clearActualExposure();
         }
     }
     lightPreparation(true);
-    pollAgain();
-    screen_.disable({"cmbManualCalibration", "cmbGoToUserMode", "cmbAutocalibration", "cmbConfiguration",
-                     "cmbReadExposureCounters", "cmbClose"});
-}
-
-/// A cancelled choice leaves the poll off. From a preparation on only a report gives the keys back, and one
-/// that is lost must not be the last.
-void PhaseReactions::pollAgain() {
-    constexpr std::array kHoldThePoll{"tmrConfigON",
-                                      "tmrConfigOFF",
-                                      "tmrCalON",
-                                      "tmrCalOFF",
-                                      "tmrAutocalON",
-                                      "tmrAutocalOFF",
-                                      "tmrReadExposureCounters",
-                                      "tmrGoodbye"};
-    const auto running = [this](const char* timer) { return console_.timer(timer).running(); };
-    if (state_.m_ServiceMode == 2 && !context_.link.StatusUpdateEnable() &&
-        std::ranges::none_of(kHoldThePoll, running)) {
-        context_.link.setStatusUpdateEnable(true);
-    }
+    session_.at(Moment::Preparation);
 }
 
 void PhaseReactions::calibration() {
-    if (!state_.m_AutocalStarting) {
+    const bool entering = session_.is(Run::EnteringAutocalibration);
+    const bool leaving = session_.is(Run::LeavingAutocalibration);
+    if (!entering) {
         lightPreparation(false);
-        if (!console_.timer("tmrAutocalOFF").running() && !state_.m_CalibrationStarting) {
-            screen_.enable({"cmbManualCalibration", "cmbGoToUserMode", "cmbClose"});
-            screen_.off({"cmbReadExposureCounters"});
-            screen_.disable({"cmbReadExposureCounters"});
-            screen_.on({"cmbManualCalibration"});
-            screen_.enable({"fraTorvaneSerial"});
-            screen_.off({"cmbAutocalibration", "cmbGoToUserMode"});
-            console_.timer("tmrCalON").stop();
+        if (!leaving && !session_.is(Run::EnteringCalibration)) {
+            session_.at(Moment::CalibrationIsFree);
             screen_.hide({"fraActualExposureParameters", "fraExposureCounters"});
         }
     }
-    if (state_.m_ServiceMode != 9) {
-        screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
-        tmrDelay_.start(kLinkControlDelay);
+    if (session_.mode() == Phase::Autocalibration && !leaving) {
+        screen_.clearPrompt(); // what it asked the operator for belonged to the mode that is over
     }
-    if (state_.m_ServiceMode == 2) {
-        screen_.off({"cmbGoToUserMode"});
+    if (session_.mode() != Phase::Autocalibration || !console_["fraTorvaneSerial"].visible()) {
+        hideRestPicture();
+        bringLinkControl();
+    }
+    if (session_.mode() == Phase::NormalOperation) {
         screen_.hide({"fraActualExposureParameters"});
     }
-    state_.m_ServiceMode = 6;
-    console_["cmbClose"].setCaption(context_.texts.m_ExitCaption);
+    session_.setMode(Phase::Calibration);
+    session_.at(Moment::InCalibration);
 }
 
 void PhaseReactions::configuration() {
-    console_.timer("tmrDelayShow").stop();
-    screen_.enable({"fraTorvaneSerial", "cmbConfiguration"});
-    screen_.show({"cmbConfiguration"});
-    screen_.on({"cmbConfiguration"});
-    screen_.disable({"cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.off({"cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters", "cmbGoToUserMode"});
-    screen_.show({"cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.hide({"cmbGoToUserMode", "lblErrorDescription"});
-    screen_.enable({"cmbGoToUserMode"});
-    screen_.clearPrompt();
-    screen_.hide({"fraActualExposureParameters", "lblQuillonConsole", "imgQuillonConsole"});
-    tmrDelay_.start(kLinkControlDelay);
-    if (state_.m_CountersActive) {
-        screen_.enable({"cmbClose"}); // taken by the reading, whose last answer does not come in this phase
-    }
-    state_.m_ServiceMode = 8;
-    console_["cmbClose"].setCaption(context_.texts.m_ExitCaption);
+    start_.greetNobody();
+    session_.at(Moment::InConfiguration);
+    screen_.show(
+        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
+    screen_.hide({"cmbGoToUserMode", "lblErrorDescription", "fraActualExposureParameters"});
+    hideRestPicture();
+    bringLinkControl();
+    session_.setMode(Phase::Configuration);
 }
 
 void PhaseReactions::autocalibration() {
-    if (state_.m_ServiceMode == 6) {
-        console_.timer("tmrDelayAutocal").start(kAutocalDelay);
-        screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
+    const bool begins = session_.mode() == Phase::Calibration;
+    if (begins) {
+        autocalibration_.modeBegins();
     }
-    state_.m_ServiceMode = 9;
-    console_["cmbClose"].setCaption(context_.texts.m_ExitCaption);
+    if (begins || session_.lastPhase() == Phase::Initialization) {
+        hideRestPicture();
+        if (!console_["fraTorvaneSerial"].visible() && !tmrDelay_.running()) {
+            bringLinkControl(); // the line was lost, or the entry given up, before it came
+        }
+    }
+    session_.setMode(Phase::Autocalibration);
+    session_.at(Moment::InAutocalibration);
+    autocalibration_.modeReported(false);
+}
+
+void PhaseReactions::result(const std::string& words) {
+    if (session_.mode() == Phase::Autocalibration) {
+        autocalibration_.modeReported(true);
+    }
+    screen_.prompt(std::string(context_.texts.sAutocal).append(kLineBreak).append(words));
 }
 
 void PhaseReactions::askToConfirm() {
-    screen_.enable({"fraTorvaneSerial"});
-    if (!console_["fraTorvaneSerial"].visible() && state_.m_ServiceMode == 6 && !tmrDelay_.running()) {
+    session_.at(Moment::QuestionAsked);
+    if (!console_["fraTorvaneSerial"].visible() && session_.mode() == Phase::Calibration &&
+        !tmrDelay_.running()) {
         // The entry was given up before the generator asked; its question must be in reach all the same.
-        screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
+        hideRestPicture();
         screen_.show({"lblHelp"});
         showLinkControl();
     }
+}
+
+void PhaseReactions::hideRestPicture() {
+    screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
+}
+
+void PhaseReactions::bringLinkControl() {
+    tmrDelay_.start(kLinkControlDelay);
 }
 
 void PhaseReactions::showLinkControl() {
@@ -300,6 +285,7 @@ void PhaseReactions::showLinkControl() {
     screen_.show({"fraTorvaneSerial"});
     context_.link.UserControl_Show();
     tmrDelay_.stop();
+    session_.closeScreen(); // its key goes, too
     ShowCalibrationButton(context_, false);
 }
 

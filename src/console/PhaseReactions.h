@@ -1,8 +1,9 @@
 #pragma once
 
-#include <cstdint>
+#include <string>
 
-#include "console/ConsoleContext.h"
+#include "console/AutocalibrationMode.h"
+#include "console/ServiceSession.h"
 #include "console/StartOfService.h"
 
 namespace quillon {
@@ -10,28 +11,36 @@ namespace quillon {
 /// What the console does when the generator reports a phase, and what it shows of an exposure.
 class PhaseReactions {
 public:
-    PhaseReactions(ConsoleContext& context, StartOfService& start);
+    PhaseReactions(ConsoleContext& context, ServiceSession& session, StartOfService& start,
+                   AutocalibrationMode& autocalibration);
 
 private:
-    void phaseChange(std::int32_t newStatus);
+    void phaseChange(Phase phase);
+    void react(Phase phase);
     void initialization();
     void normalOperation();
+    void modeIsOver();
     void preparation();
-    void pollAgain();
     void calibration();
     void configuration();
     void autocalibration();
+    void result(const std::string& words);
     void lightPreparation(bool lit);
     void lightExposure(bool lit);
     void askToConfirm();
+    void hideRestPicture();
+    /// The link control comes up a moment from now.
+    void bringLinkControl();
     void showLinkControl();
     void connectSignals();
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
     ConsoleState& state_;
     ControlHost& console_;
     StartOfService& start_;
+    AutocalibrationMode& autocalibration_;
     Control& cmdPrep_;
     Control& cmdExposure_;
     Timer& tmrDelay_;

@@ -55,7 +55,7 @@ std::optional<std::int16_t> numberIn(Control& box) {
     }
 }
 
-/// Whether the number fits the field of a stored point; the box that holds it is marked when not.
+/// Whether the number fits the four digits of its field; the box that holds it is marked when not.
 bool fitsField(int number, Control& box) {
     const bool fits = number >= 0 && number <= kFieldLimit;
     if (!fits) {
@@ -66,8 +66,8 @@ bool fitsField(int number, Control& box) {
 
 } // namespace
 
-RemotePositioner::RemotePositioner(ConsoleContext& context)
-    : context_(context), screen_(context), state_(context.state), console_(context.console),
+RemotePositioner::RemotePositioner(ConsoleContext& context, ServiceSession& session)
+    : context_(context), session_(session), screen_(context), console_(context.console),
       TxtParamCalib_(context.console["TxtParamCalib"]),
       TxtADCValueCalib_(context.console["TxtADCValueCalib"]), txtRemoteSID_(context.console["txtRemoteSID"]),
       tmrRequestADC_(context.console.timer("tmrRequestADC")) {
@@ -103,36 +103,30 @@ void RemotePositioner::connectSignals() {
 
 void RemotePositioner::toggle() {
     if (m_RemoteActive) {
-        close();
-    } else if (screen_.occupied()) {
-        return; // a workflow is under way, and will give back keys of its own
-    } else {
+        session_.closeScreen();
+    } else if (!session_.is(Run::Closing)) {
+        session_.openScreen([this] { close(); });
         open();
     }
-    m_CalibPoint = 1;
 }
 
 void RemotePositioner::open() {
-    state_.m_SavedModeEnabled = console_["cmbManualCalibration"].enabled();
     m_RemoteActive = true;
+    m_CalibPoint = 1;
     screen_.show({"fraRemote"});
+    write(TxtADCValueCalib_, ""); // a reading of before is none of the point that is stored next
     tmrRequestADC_.run();
     context_.link.call("URSEnterServiceMode", {1});
-    screen_.disable(
-        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
     context_.link.call("URSCalibrationGet");
     context_.link.call("URSGetStoredSID");
 }
 
 void RemotePositioner::close() {
     m_RemoteActive = false;
+    m_CalibPoint = 1;
     screen_.hide({"fraRemote"});
     context_.link.call("URSEnterServiceMode", {0});
     tmrRequestADC_.stop();
-    for (const std::string_view button :
-         {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"}) {
-        console_[button].setEnabled(state_.m_SavedModeEnabled);
-    }
 }
 
 void RemotePositioner::stepParameter(int step) {
@@ -191,7 +185,8 @@ void RemotePositioner::stepSID(int step) {
 }
 
 void RemotePositioner::storeSID() {
-    if (const std::optional<std::int16_t> sid = numberIn(txtRemoteSID_)) {
+    const std::optional<std::int16_t> sid = numberIn(txtRemoteSID_);
+    if (sid && fitsField(*sid, txtRemoteSID_)) {
         context_.link.call("URSSetNewRemoteSID", {*sid});
     }
 }

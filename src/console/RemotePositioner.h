@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 
 namespace quillon {
 
@@ -12,7 +12,7 @@ namespace quillon {
 /// belongs to it, and the SID.
 class RemotePositioner {
 public:
-    explicit RemotePositioner(ConsoleContext& context);
+    RemotePositioner(ConsoleContext& context, ServiceSession& session);
 
 private:
     void bindKeys();
@@ -29,8 +29,8 @@ private:
     void showSID(std::int16_t sid);
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
-    ConsoleState& state_;
     ControlHost& console_;
     Control& TxtParamCalib_;
     Control& TxtADCValueCalib_;

@@ -10,8 +10,8 @@ constexpr int kRefreshWait = 10000;  // ms
 
 } // namespace
 
-StartOfService::StartOfService(ConsoleContext& context)
-    : context_(context), screen_(context), state_(context.state),
+StartOfService::StartOfService(ConsoleContext& context, ServiceSession& session)
+    : context_(context), session_(session), screen_(context), state_(context.state),
       tmrDelayShow_(context.console.timer("tmrDelayShow")),
       tmrWaitStartGenerator_(context.console.timer("tmrWaitStartGenerator")),
       tmrWaitRefresh_(context.console.timer("tmrWaitRefresh")) {
@@ -19,8 +19,9 @@ StartOfService::StartOfService(ConsoleContext& context)
     tmrWaitRefresh_.setTick([this] { waitRefreshTick(); });
     tmrWaitStartGenerator_.setTick([this] {
         // The generator may have left normal operation while it was waited for.
-        if (state_.m_LastPhase == 2) {
-            RefreshConsole();
+        refreshOwed_ = true;
+        if (session_.lastPhase() == Phase::NormalOperation) {
+            refreshIfOwed();
         }
         tmrWaitStartGenerator_.stop();
     });
@@ -37,43 +38,31 @@ void StartOfService::PortOpen(bool newStatus) {
         context_.events.CannotOpenPort.raise();
         return;
     }
-    state_.m_LastPhase = 1;
+    session_.setLastPhase(Phase::Initialization);
     context_.link.call("GeneratorPhaseRequest");
-    context_.link.setStatusUpdateEnable(true);
+    session_.at(Moment::PortOpened);
 }
 
 void StartOfService::UserControl_Show() {
     state_.ButtonOnColor = kActiveColour;
     state_.ButtonOffColor = kNormalColour;
     state_.ConsoleBackColor = kSurfaceColour;
-    if (state_.m_LastPhase == 0) {
-        state_.m_LastPhase = 1;
+    if (session_.lastPhase() == Phase::None) {
+        session_.setLastPhase(Phase::Initialization);
     }
-    state_.m_ServiceMode = 1;
+    session_.setMode(Phase::Initialization);
+    session_.drop();
     state_.m_ProtocolError = false;
-    for (const std::string_view timer :
-         {"tmrDelay", "tmrGoodbye", "tmrAutocalON", "tmrAutocalOFF", "tmrCalON", "tmrCalOFF", "tmrConfigON",
-          "tmrConfigOFF", "tmrDelayAutocal", "tmrReadExposureCounters", "tmrError"}) {
-        context_.console.timer(timer).stop();
-    }
-    screen_.disable({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration",
-                     "cmbReadExposureCounters", "cmbGoToUserMode"});
+    context_.console.timer("tmrError").stop();
+    session_.at(Moment::Shown);
     screen_.hide({"cmbGoToUserMode"});
     TorvaneSerialV3_07_QLC1& link = context_.link;
     link.setEventEnabled(true);
     link.setDebugActive(false);
     link.setHandshaking(true);
     link.setVisible(false);
-    screen_.hide({"fraTorvaneSerial"});
-    screen_.disable({"fraTorvaneSerial"});
+    screen_.hide({"fraTorvaneSerial", "fraExposureCounters"});
     link.setFromGUI(true);
-    state_.m_AutocalOffStep = 2;
-    state_.m_CalOffStep = 2;
-    state_.m_ConfigOffStep = 1;
-    state_.m_AutocalStarting = false;
-    state_.m_CountersActive = false;
-    state_.m_CountersComplete = false;
-    screen_.hide({"fraExposureCounters"});
     tmrDelayShow_.start(kGreetingDelay);
 }
 
@@ -82,7 +71,7 @@ void StartOfService::showRestLayout() {
                   "cmbManualCalibration", "cmbAutocalibration", "cmbResetError", "lblError",
                   "lblSoftwareVersion"});
     // A generator found in calibration has the working area already.
-    if (state_.m_ServiceMode != 6 && state_.m_ServiceMode != 9) {
+    if (session_.mode() != Phase::Calibration && session_.mode() != Phase::Autocalibration) {
         screen_.show({"lblQuillonConsole", "imgQuillonConsole"});
     }
 }
@@ -91,7 +80,7 @@ void StartOfService::delayShowTick() {
     tmrDelayShow_.stop();
     showRestLayout();
     screen_.hide({"lblErrorDescription", "lblHelp", "cmbGoToUserMode"});
-    if (state_.m_LastPhase != 2) {
+    if (session_.lastPhase() != Phase::NormalOperation) {
         screen_.prompt(context_.texts.sPowerUpGenerator);
     }
     screen_.hide({"fraExposureCounters"});
@@ -105,8 +94,15 @@ void StartOfService::refreshAfterPowerUp() {
     }
 }
 
+void StartOfService::refreshIfOwed() {
+    if (refreshOwed_) {
+        RefreshConsole();
+    }
+}
+
 void StartOfService::RefreshConsole() {
-    state_.m_LastPhase = 2;
+    refreshOwed_ = false;
+    session_.setLastPhase(Phase::NormalOperation);
     for (const std::string_view request :
          {"FlRefresh", "RADRefresh", "TMReq", "GeneratorSoftwareVersionRequest"}) {
         context_.link.call(request);
@@ -115,24 +111,11 @@ void StartOfService::RefreshConsole() {
 }
 
 void StartOfService::waitRefreshTick() {
-    const bool positionerOpen =
-        context_.console["fraOrla"].visible() || context_.console["fraRemote"].visible();
-    if (state_.m_LastPhase == 2 && positionerOpen) {
-        state_.m_SavedModeEnabled = true; // they come with its closing
-    } else if (state_.m_LastPhase == 2) {
-        for (const std::string_view button :
-             {"cmbManualCalibration", "cmbAutocalibration", "cmbConfiguration", "cmbReadExposureCounters"}) {
-            screen_.enable({button});
-            screen_.off({button});
-        }
+    if (session_.lastPhase() == Phase::NormalOperation && session_.isFree()) {
+        session_.at(Moment::RefreshDone);
     }
     tmrWaitRefresh_.stop();
-    Timer& arrival = context_.console.timer("tmrGotoUserMode");
-    if (arrival.running() && state_.m_ServiceMode == 2) {
-        // A report of Ready leaves this key to the arrival in user mode, which does not come any more.
-        screen_.enable({"cmbClose"});
-    }
-    arrival.stop();
+    session_.cancelLending();
 }
 
 void StartOfService::showVersions(std::string_view generator) {

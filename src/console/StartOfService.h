@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 
 namespace quillon {
 
@@ -10,7 +10,7 @@ namespace quillon {
 /// software versions.
 class StartOfService {
 public:
-    explicit StartOfService(ConsoleContext& context);
+    StartOfService(ConsoleContext& context, ServiceSession& session);
 
     /// The console is on show from now on.
     void UserControl_Show();
@@ -21,6 +21,12 @@ public:
     void RefreshConsole();
     /// A generator that was just powered up is given five seconds before the refresh.
     void refreshAfterPowerUp();
+    /// Normal operation again: makes the refresh that found another phase at the end of its wait.
+    void refreshIfOwed();
+    /// The mode keys wait for the end of a refresh.
+    [[nodiscard]] bool refreshing() const { return tmrWaitRefresh_.running(); }
+    /// The greeting of a generator that is not there is not wanted any more.
+    void greetNobody() { tmrDelayShow_.stop(); }
 
 private:
     void showRestLayout();
@@ -29,11 +35,13 @@ private:
     void showVersions(std::string_view generator);
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
     ConsoleState& state_;
     Timer& tmrDelayShow_;
     Timer& tmrWaitStartGenerator_;
     Timer& tmrWaitRefresh_;
+    bool refreshOwed_ = false;
 };
 
 } // namespace quillon

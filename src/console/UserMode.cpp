@@ -9,8 +9,8 @@ constexpr int kArrivalDelay = 9000; // ms until the machine is handed over
 
 } // namespace
 
-UserMode::UserMode(ConsoleContext& context, CalibrationMode& calibration)
-    : context_(context), screen_(context), calibration_(calibration),
+UserMode::UserMode(ConsoleContext& context, ServiceSession& session, CalibrationMode& calibration)
+    : context_(context), session_(session), screen_(context), calibration_(calibration),
       tmrFlRefresh_(context.console.timer("tmrFlRefresh")),
       tmrGotoUserMode_(context.console.timer("tmrGotoUserMode")) {
     context_.console["cmbGoToUserMode"].on.click = [this] { goToUserMode(); };
@@ -19,15 +19,14 @@ UserMode::UserMode(ConsoleContext& context, CalibrationMode& calibration)
 }
 
 void UserMode::goToUserMode() {
-    if (screen_.errorOnShow()) {
+    if (screen_.errorOnShow() || session_.is(Run::Closing)) {
         return;
     }
-    context_.link.setRXEnable(true);
-    context_.link.setTempUserMode(true);
+    session_.at(Moment::UsersAsked);
+    session_.loan().lend();
     calibration_.ToggleCalibrationMode();
     tmrFlRefresh_.start(kRefreshDelay);
     tmrGotoUserMode_.start(kArrivalDelay);
-    screen_.disable({"cmbManualCalibration"});
     screen_.hide({"fraActualExposureParameters"});
 }
 
@@ -38,15 +37,14 @@ void UserMode::refreshTick() {
 
 void UserMode::arrivalTick() {
     tmrGotoUserMode_.stop();
-    if (context_.state.m_ServiceMode != 2 || !context_.link.TempUserMode()) {
-        return;
+    if (session_.mode() == Phase::NormalOperation && session_.lent()) {
+        session_.end(Moment::UsersCome);
+        screen_.clearActualExposure();
+    } else if (calibration_.leaving()) {
+        session_.become(Run::LeavingCalibration); // the machine is handed over when it follows
+    } else {
+        session_.breakOff();
     }
-    screen_.enable({"fraTorvaneSerial"});
-    context_.link.setRXEnable(true);
-    screen_.on({"cmbGoToUserMode"});
-    screen_.clearActualExposure();
-    context_.console["cmbClose"].setCaption(context_.texts.m_ExitCaption);
-    screen_.enable({"cmbClose", "cmbManualCalibration"});
 }
 
 } // namespace quillon

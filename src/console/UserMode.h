@@ -9,7 +9,7 @@ namespace quillon {
 /// without choosing a workstation again.
 class UserMode {
 public:
-    UserMode(ConsoleContext& context, CalibrationMode& calibration);
+    UserMode(ConsoleContext& context, ServiceSession& session, CalibrationMode& calibration);
 
 private:
     void goToUserMode();
@@ -17,6 +17,7 @@ private:
     void arrivalTick();
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
     CalibrationMode& calibration_;
     Timer& tmrFlRefresh_;

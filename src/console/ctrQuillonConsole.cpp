@@ -13,6 +13,7 @@
 #include "console/OrlaPositioner.h"
 #include "console/PhaseReactions.h"
 #include "console/RemotePositioner.h"
+#include "console/ServiceSession.h"
 #include "console/StartOfService.h"
 #include "console/UserMode.h"
 #include "console/layout/ConsoleControls.h"
@@ -81,9 +82,8 @@ struct ctrQuillonConsole::Parts {
     ConsoleContext context;
     ScalingLayout layout;
 
+    ServiceSession session;
     StartOfService start;
-    PhaseReactions phases;
-    ErrorReactions errors;
     ConsolePanels panels;
     ConfigurationMode configuration;
     CalibrationMode calibration;
@@ -91,6 +91,8 @@ struct ctrQuillonConsole::Parts {
     ExposureCounters counters;
     UserMode userMode;
     Closing closing;
+    PhaseReactions phases;
+    ErrorReactions errors;
     RemotePositioner remotePositioner;
     OrlaPositioner orlaPositioner;
 };
@@ -120,11 +122,13 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
                                                                          given.positionerToCalibrate,
                                                                          given.restartPc,
                                                                          given.commandLine},
-      start(context), phases(context, start), errors(context), panels(context),
-      configuration(context, panels), calibration(context, panels), autocalibration(context, panels),
-      counters(context, panels), userMode(context, calibration),
-      closing(context, {configuration, calibration, autocalibration, counters}), remotePositioner(context),
-      orlaPositioner(context) {
+      session(context), start(context, session), panels(context, session),
+      configuration(context, session, panels), calibration(context, session, panels),
+      autocalibration(context, session, panels), counters(context, session, panels),
+      userMode(context, session, calibration),
+      closing(context, session, {configuration, calibration, autocalibration, counters}),
+      phases(context, session, start, autocalibration), errors(context, session),
+      remotePositioner(context, session), orlaPositioner(context, session) {
     initialize();
     addProperties();
 }
@@ -279,6 +283,10 @@ ctrQuillonConsole::~ctrQuillonConsole() {
 
 TorvaneSerialV3_07_QLC1& ctrQuillonConsole::link() {
     return parts_->link;
+}
+
+const ServiceSession& ctrQuillonConsole::session() const {
+    return parts_->session;
 }
 
 const Operations& ctrQuillonConsole::operations() const {

@@ -16,6 +16,8 @@
 
 namespace quillon {
 
+class ServiceSession;
+
 /// The service console: what the engineer sees and touches. It owns no protocol; it is the workflows around
 /// the generator's modes, each a class of its own, on one screen.
 class ctrQuillonConsole final : public ControlHost {
@@ -34,6 +36,8 @@ public:
     ~ctrQuillonConsole() override;
 
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
+    /// Where the generator stands and what the console is doing.
+    [[nodiscard]] const ServiceSession& session() const;
     /// Public operations, properties and texts by name.
     [[nodiscard]] const Operations& operations() const;
     /// Those of them that are the operator's texts, the dialogs' included.

@@ -79,7 +79,8 @@ const ConsolePanels::Row* ConsolePanels::find(std::string_view key) {
     return row == table().end() ? nullptr : &*row;
 }
 
-ConsolePanels::ConsolePanels(ConsoleContext& context) : context_(context), screen_(context) {
+ConsolePanels::ConsolePanels(ConsoleContext& context, ServiceSession& session)
+    : context_(context), session_(session), screen_(context) {
     Schedule& schedule = context_.console.schedule();
     for (const Row& row : table()) {
         const auto make = [&schedule, make = row.make] { return make(schedule); };
@@ -166,7 +167,9 @@ ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
     panel->setReport([this, handler = std::move(handler)](ModalPanel& closed, std::string_view event,
                                                           std::int16_t parameter) {
         handler(closed, event, parameter);
-        screen_.enable({"cmdExposure", "cmdPrep"});
+        for (const std::string_view lamp : {"cmdExposure", "cmdPrep"}) {
+            context_.console[lamp].setEnabled(true);
+        }
     });
     return panel;
 }
@@ -185,19 +188,27 @@ void ConsolePanels::show(const Row& row, ModalPanel& panel) {
     panel.UserControl_Show(row.spared);
 }
 
+std::int16_t ConsolePanels::failureCode() const {
+    return context_.state.m_ProtocolError ? ErrorCode::Protocol : ErrorCode::DipSwitch;
+}
+
+void ConsolePanels::tellProtocolError() {
+    if (context_.state.m_ProtocolError) {
+        ErrorMessage(ErrorCode::Protocol);
+    }
+}
+
 void ConsolePanels::ErrorMessage(std::int16_t code) {
     context_.state.m_ProtocolError = false;
-    screen_.enable({"cmbClose"});
-    context_.console["cmbClose"].setCaption(context_.texts.scmbClose);
+    session_.at(Moment::MessageOpens);
     screen_.hide({"fraTorvaneSerial"});
-    screen_.clearPrompt();
     ShowCalibrationButton(context_, true);
 
     const Row& row = *find(kError);
     ModalPanel* panel = create(row, [this](ModalPanel&, std::string_view, std::int16_t) {
         remove(kError);
         // The workflow that failed may have left the poll off: only the generator knows where it stands now.
-        context_.link.setStatusUpdateEnable(true);
+        session_.at(Moment::MessageAcknowledged);
         screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
         context_.console.timer("tmrWaitRefresh").run();
     });

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "console/ConsoleContext.h"
+#include "console/ServiceSession.h"
 #include "console/panels/ModalPanel.h"
 
 namespace quillon {
@@ -26,7 +26,7 @@ struct ErrorCode {
 /// and removed when it has reported.
 class ConsolePanels {
 public:
-    explicit ConsolePanels(ConsoleContext& context);
+    ConsolePanels(ConsoleContext& context, ServiceSession& session);
 
     /// Opens the panel of a key: "SelWSCal", "SelWSAutocal", "AutocalSelFocusOrParameter", "AutocalWarning".
     /// The lamps' keys are enabled after every report, whatever the handler did.
@@ -36,6 +36,10 @@ public:
     /// Ends what is on the screen and tells the operator of a failure, by one of ErrorCode's numbers. The
     /// buttons come back by the refresh wait that begins with the operator's acknowledgement.
     void ErrorMessage(std::int16_t code);
+    /// What to tell of a mode that was not reached.
+    [[nodiscard]] std::int16_t failureCode() const;
+    /// Tells of a protocol error, if there was one.
+    void tellProtocolError();
 
     /// The names by which the dialogs' texts can be replaced, such as "ctrAWarning.sWarning1". A dialog gets
     /// its texts when it opens.
@@ -52,6 +56,7 @@ private:
     void show(const Row& row, ModalPanel& panel);
 
     ConsoleContext& context_;
+    ServiceSession& session_;
     ConsoleScreen screen_;
     ControlFactory factory_;
     /// The replaced texts by class and member; nothing where the dialog's own text stands.

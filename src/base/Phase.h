@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+
+namespace quillon {
+
+/// What the generator says that it is doing; the values are the numbers of its reports ("ST"). A number that
+/// is not among them is kept as it came.
+enum class Phase : std::int32_t {
+    Unheard = -1, ///< started over, and nothing said since
+    None = 0,     ///< nothing said yet
+    Initialization = 1,
+    NormalOperation = 2,
+    Preparation = 3,
+    RadExposure = 4,
+    FluoroExposure = 5,
+    Calibration = 6,
+    Error = 7,
+    Configuration = 8,
+    Autocalibration = 9,
+    TubeTooHot = 10,
+    ConfirmDismiss = 11,
+    AutocalError = 12,
+    AutocalOk = 13,
+};
+
+[[nodiscard]] constexpr std::int32_t numberOf(Phase phase) {
+    return static_cast<std::int32_t>(phase);
+}
+
+/// One of those that the generator reports.
+[[nodiscard]] constexpr bool isKnown(Phase phase) {
+    return phase >= Phase::Initialization && phase <= Phase::AutocalOk;
+}
+
+/// Preparation or an exposure: the generator takes no command of a service mode.
+[[nodiscard]] constexpr bool isExposure(Phase phase) {
+    return phase >= Phase::Preparation && phase <= Phase::FluoroExposure;
+}
+
+/// One of the modes that a service engineer takes the generator into.
+[[nodiscard]] constexpr bool isServiceMode(Phase phase) {
+    return phase == Phase::Calibration || phase == Phase::Configuration || phase == Phase::Autocalibration;
+}
+
+/// A set of phases.
+class Phases {
+public:
+    constexpr Phases() = default;
+    constexpr Phases(std::initializer_list<Phase> phases) {
+        for (const Phase phase : phases) {
+            bits_ |= 1U << static_cast<unsigned>(numberOf(phase));
+        }
+    }
+    [[nodiscard]] constexpr bool has(Phase phase) const {
+        return isKnown(phase) && (bits_ >> static_cast<unsigned>(numberOf(phase)) & 1U) != 0;
+    }
+
+private:
+    std::uint32_t bits_ = 0;
+};
+
+} // namespace quillon

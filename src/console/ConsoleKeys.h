@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace quillon {
+
+/// The console's keys that the workflows give and take. The frame of the link control counts as one.
+enum class Key : std::uint8_t {
+    Configuration,
+    ManualCalibration,
+    Autocalibration,
+    ReadCounters,
+    GoToUserMode,
+    Close,
+    ResetError,
+    LinkControl,
+};
+inline constexpr std::array<std::string_view, 8> kKeyNames{"cmbConfiguration",   "cmbManualCalibration",
+                                                           "cmbAutocalibration", "cmbReadExposureCounters",
+                                                           "cmbGoToUserMode",    "cmbClose",
+                                                           "cmbResetError",      "fraTorvaneSerial"};
+
+[[nodiscard]] constexpr std::string_view nameOf(Key key) {
+    return kKeyNames[static_cast<std::size_t>(key)];
+}
+
+/// A set of keys.
+class Keys {
+public:
+    constexpr Keys() = default;
+    constexpr Keys(Key key) : bits_(static_cast<std::uint8_t>(1U << static_cast<unsigned>(key))) {}
+    [[nodiscard]] constexpr Keys operator|(Keys other) const {
+        Keys both;
+        both.bits_ = static_cast<std::uint8_t>(bits_ | other.bits_);
+        return both;
+    }
+    [[nodiscard]] constexpr Keys without(Keys taken) const {
+        Keys rest;
+        rest.bits_ = static_cast<std::uint8_t>(bits_ & ~taken.bits_);
+        return rest;
+    }
+    [[nodiscard]] constexpr bool has(Key key) const {
+        return (bits_ >> static_cast<unsigned>(key) & 1U) != 0;
+    }
+
+private:
+    std::uint8_t bits_ = 0;
+};
+[[nodiscard]] constexpr Keys operator|(Key a, Key b) {
+    return Keys(a) | Keys(b);
+}
+
+inline constexpr Keys kModeKeys =
+    Key::Configuration | Key::ManualCalibration | Key::Autocalibration | Key::ReadCounters;
+
+} // namespace quillon

@@ -1,0 +1,51 @@
+#include "console/Runs.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr Answer goes = Answer::GoesOn;
+constexpr Answer ends = Answer::Ends;
+constexpr Answer asks = Answer::Asks;
+constexpr Answer mode = Answer::ByMode;
+constexpr Answer wait = Answer::Waits;
+
+// A start anew and a loss end whatever was under way with the machine as it was. A phase ends a run that has
+// no business in it. A run that began with a command goes on to the look at what has come of it.
+// clang-format off
+constexpr std::array<RunRow, kRuns> kTable{{
+    // run                          name                       timers                                                      panels                                                          1     2     3-5   6     8     9     lost  Close
+    {Run::None,                    "nothing",                  {},                                                         {},                                                            {goes, goes, goes, goes, goes, goes, goes, mode}},
+    {Run::EnteringConfiguration,   "entering configuration",   {"tmrConfigON"},                                            {},                                                            {ends, goes, goes, goes, goes, goes, ends, mode}},
+    {Run::LeavingConfiguration,    "leaving configuration",    {"tmrConfigOFF"},                                           {},                                                            {ends, goes, goes, goes, goes, goes, ends, mode}},
+    {Run::ChoosingWorkstation,     "choosing a workstation",   {},                                                         {"SelWSCal"},                                                  {ends, goes, goes, goes, goes, goes, ends, mode}},
+    {Run::EnteringCalibration,     "entering calibration",     {"tmrCalON"},                                               {},                                                            {ends, goes, asks, goes, goes, goes, ends, mode}},
+    {Run::LeavingCalibration,      "leaving calibration",      {"tmrCalOFF"},                                              {},                                                            {ends, goes, goes, asks, goes, goes, ends, mode}},
+    {Run::Lending,                 "lending",                  {"tmrCalOFF", "tmrGotoUserMode", "tmrFlRefresh"},           {},                                                            {ends, goes, goes, asks, goes, goes, ends, mode}},
+    {Run::ChoosingAutocalibration, "choosing autocalibration", {},                                                         {"SelWSAutocal", "AutocalSelFocusOrParameter", "AutocalWarning"}, {ends, goes, goes, goes, goes, goes, ends, mode}},
+    {Run::EnteringAutocalibration, "entering autocalibration", {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, goes, asks, goes, goes, goes, ends, wait}},
+    {Run::HandingOver,             "handing over",             {"tmrDelayAutocal"},                                        {},                                                            {ends, ends, goes, ends, goes, goes, goes, mode}},
+    {Run::LeavingAutocalibration,  "leaving autocalibration",  {"tmrAutocalOFF"},                                          {},                                                            {ends, goes, goes, goes, goes, goes, ends, mode}},
+    {Run::ReadingCounters,         "reading counters",         {"tmrReadExposureCounters"},                                {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
+    {Run::ShowingCounters,         "showing counters",         {"tmrResetTubeCounter"},                                    {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
+    {Run::Closing,                 "closing",                  {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes, wait}},
+}};
+// clang-format on
+
+constexpr bool inOrder() {
+    for (std::size_t i = 0; i < kTable.size(); ++i) {
+        if (static_cast<std::size_t>(kTable[i].run) != i) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(inOrder());
+
+} // namespace
+
+const RunRow& rowOf(Run run) {
+    return kTable.at(static_cast<std::size_t>(run));
+}
+
+} // namespace quillon

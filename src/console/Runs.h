@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace quillon {
+
+/// What the console is doing. One thing at a time; None while it leaves the machine to the operator.
+enum class Run : std::uint8_t {
+    None,
+    EnteringConfiguration,
+    LeavingConfiguration,
+    ChoosingWorkstation,
+    EnteringCalibration,
+    LeavingCalibration,
+    Lending, ///< out of calibration, to the users of the machine
+    ChoosingAutocalibration,
+    EnteringAutocalibration, ///< up to the hand-over to the operator
+    HandingOver,             ///< the generator began by itself
+    LeavingAutocalibration,
+    ReadingCounters,
+    ShowingCounters,
+    Closing,
+};
+inline constexpr std::size_t kRuns = 14;
+
+/// What can happen to it from outside.
+enum class Way : std::uint8_t {
+    Restart,         ///< phase 1
+    Ready,           ///< phase 2
+    Exposure,        ///< phases 3, 4 and 5
+    Calibration,     ///< phase 6
+    Configuration,   ///< phase 8
+    Autocalibration, ///< phase 9
+    Lost,            ///< nothing was heard for too long
+    CloseKey,        ///< cmbClose, where it can be reached
+};
+inline constexpr std::size_t kWays = 8;
+
+/// What becomes of the run.
+enum class Answer : std::uint8_t {
+    GoesOn, ///< to its own next step, which finds the phase that was reported
+    Ends,   ///< at once; what it took is given back
+    Asks,   ///< ends when nothing of it has reached the generator yet
+    ByMode, ///< the key leaves the mode that is reached, or closes: another run takes the place of this one
+    Waits,  ///< the key leaves a mode that is reached, and does nothing before
+};
+
+/// The belongings of a run: what stops and what is taken away with it, whatever ends it.
+struct RunRow {
+    Run run;
+    std::string_view name;
+    std::array<std::string_view, 3> timers;
+    std::array<std::string_view, 3> panels;
+    std::array<Answer, kWays> answers;
+};
+
+[[nodiscard]] const RunRow& rowOf(Run run);
+[[nodiscard]] inline Answer answerOf(Run run, Way way) {
+    return rowOf(run).answers.at(static_cast<std::size_t>(way));
+}
+
+} // namespace quillon

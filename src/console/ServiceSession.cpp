@@ -1,0 +1,354 @@
+#include "console/ServiceSession.h"
+
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "base/Numbers.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int kPatience = 60000; // ms
+
+/// A wait that may outlive the run that began it, and what ends it besides.
+struct WaitRow {
+    std::string_view timer;
+    Phases endedBy;
+    bool byLoss;
+    bool byNextRun;
+    bool notWhileLent;
+};
+
+// clang-format off
+constexpr std::array kWaitRows{
+    // wait                            ended by phases                                                       a loss  the next run  not while lent
+    WaitRow{"tmrDelay",                {Phase::Initialization, Phase::NormalOperation},                      true,   false,        true},
+    WaitRow{"tmrDelayAutocal",         {Phase::Initialization, Phase::NormalOperation, Phase::Calibration},  false,  true,         false},
+    WaitRow{"tmrIniAutocal",           {Phase::Initialization, Phase::NormalOperation, Phase::ConfirmDismiss,
+                                        Phase::AutocalError, Phase::AutocalOk},                              true,   true,         false},
+    WaitRow{"tmrAutocalON",            {Phase::Initialization},                                              true,   true,         false},
+    WaitRow{"tmrReadExposureCounters", {Phase::Initialization, Phase::Calibration, Phase::Configuration,
+                                        Phase::Autocalibration},                                             true,   true,         false},
+};
+// clang-format on
+
+std::optional<Way> wayOf(Phase phase) {
+    switch (phase) {
+    case Phase::Initialization:
+        return Way::Restart;
+    case Phase::NormalOperation:
+        return Way::Ready;
+    case Phase::Preparation:
+    case Phase::RadExposure:
+    case Phase::FluoroExposure:
+        return Way::Exposure;
+    case Phase::Calibration:
+        return Way::Calibration;
+    case Phase::Configuration:
+        return Way::Configuration;
+    case Phase::Autocalibration:
+        return Way::Autocalibration;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void Loan::lend() {
+    returning_ = false;
+    link_.setTempUserMode(true);
+}
+
+void Loan::takeBack() {
+    link_.setTempUserMode(false);
+    returning_ = link_.TempUserMode();
+}
+
+void Loan::reported(Phase phase) {
+    if (phase == Phase::NormalOperation && returning_) {
+        takeBack();
+    }
+}
+
+ServiceSession::ServiceSession(ConsoleContext& context)
+    : context_(context), screen_(context), loan_(context.link), patience_(context.console.schedule()) {
+    patience_.setTick([this] {
+        patience_.stop();
+        patienceOver_ = true;
+        at(Moment::PatienceIsOver);
+    });
+}
+
+bool ServiceSession::isFree() const {
+    return idle() || is(Run::ChoosingWorkstation) || is(Run::ChoosingAutocalibration);
+}
+
+void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
+    const RunHooks before = std::exchange(hooks_, {});
+    stopParts();
+    for (const WaitRow& wait : kWaitRows) {
+        if (wait.byNextRun) {
+            context_.console.timer(wait.timer).stop();
+        }
+    }
+    if (before.undo) {
+        before.undo();
+    }
+    run_ = run;
+    hooks_ = std::move(hooks);
+    at(moment);
+}
+
+void ServiceSession::turn(Run run, Moment moment, RunHooks hooks) {
+    patience_.stop();
+    patienceOver_ = false;
+    run_ = run;
+    hooks_ = std::move(hooks);
+    at(moment);
+}
+
+void ServiceSession::end(Moment moment) {
+    hooks_ = {};
+    stopParts();
+    run_ = Run::None;
+    at(moment);
+}
+
+void ServiceSession::breakOff(Moment moment) {
+    const RunHooks before = std::exchange(hooks_, {});
+    stopParts();
+    run_ = Run::None;
+    at(moment);
+    if (before.undo) {
+        before.undo();
+    }
+}
+
+void ServiceSession::cancelLending() {
+    if (!is(Run::Lending)) {
+        return;
+    }
+    context_.console.timer("tmrGotoUserMode").stop();
+    if (mode_ == Phase::NormalOperation) {
+        // A report of Ready has left this key to the arrival, which does not come any more.
+        at(Moment::UsersCancelled);
+    }
+    if (context_.console.timer("tmrCalOFF").running()) {
+        become(Run::LeavingCalibration);
+    } else {
+        breakOff();
+    }
+}
+
+void ServiceSession::drop() {
+    hooks_ = {};
+    stopParts();
+    for (const WaitRow& wait : kWaitRows) {
+        context_.console.timer(wait.timer).stop();
+    }
+    run_ = Run::None;
+}
+
+/// The one place where the belongings of a run go.
+void ServiceSession::stopParts() {
+    patience_.stop();
+    patienceOver_ = false;
+    const RunRow& row = rowOf(run_);
+    for (const std::string_view timer : row.timers) {
+        if (!timer.empty()) {
+            context_.console.timer(timer).stop();
+        }
+    }
+    for (const std::string_view panel : row.panels) {
+        if (!panel.empty()) {
+            context_.console.removeKeyed(panel);
+        }
+    }
+}
+
+/// Keys of the workflows are dead during an exposure: what is given meanwhile comes with its end.
+void ServiceSession::give(Keys keys) {
+    constexpr Keys kDeadInExposure = kModeKeys | Key::GoToUserMode | Key::Close;
+    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
+        const auto key = static_cast<Key>(i);
+        if (!keys.has(key)) {
+            continue;
+        }
+        if (isExposure(lastPhase_) && kDeadInExposure.has(key)) {
+            afterExposure_ = afterExposure_ | key;
+        } else {
+            context_.console[kKeyNames[i]].setEnabled(true);
+        }
+    }
+}
+
+void ServiceSession::paint(const MomentRow& row) {
+    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
+        Control& key = context_.console[kKeyNames[i]];
+        const auto name = static_cast<Key>(i);
+        if (row.off.has(name)) {
+            key.setEnabled(false);
+        }
+        if (row.atRest.has(name)) {
+            key.setBackColour(context_.state.ButtonOffColor);
+        }
+        if (row.active.has(name)) {
+            key.setBackColour(context_.state.ButtonOnColor);
+        }
+    }
+}
+
+void ServiceSession::at(Moment moment) {
+    const MomentRow& row = rowOf(moment);
+    afterExposure_ = afterExposure_.without(row.off);
+    paint(row);
+    give(row.on);
+    if (row.prompt == Prompt::Cleared) {
+        screen_.clearPrompt();
+    }
+    if (row.caption != Caption::Stays) {
+        context_.console["cmbClose"].setCaption(row.caption == Caption::Exit ? context_.texts.m_ExitCaption
+                                                                             : context_.texts.scmbClose);
+    }
+    if (row.rx != Rx::Stays) {
+        context_.link.setRXEnable(row.rx != Rx::Off);
+        xRaysOwed_ = row.rx == Rx::GivenBack && !context_.link.allows("RX");
+    }
+    if (row.poll == Poll::Held || row.poll == Poll::Free || (row.poll == Poll::Unparked && !pollHeld_)) {
+        pollHeld_ = row.poll == Poll::Held;
+        context_.link.setStatusUpdateEnable(!pollHeld_);
+    } else if (row.poll == Poll::Parked) {
+        pollHeld_ = false;
+    }
+    if (row.busy == Busy::Taken) {
+        busy_ = true;
+        context_.events.Busy.raise(1);
+    } else if (row.busy == Busy::Given || (row.busy == Busy::Settled && busy_)) {
+        busy_ = false;
+        context_.events.Busy.raise(0);
+    }
+}
+
+void ServiceSession::waitPatiently() {
+    if (!patienceOver_) {
+        patience_.start(kPatience);
+    }
+}
+
+void ServiceSession::stopWaiting() {
+    patience_.stop();
+}
+
+void ServiceSession::giveXRaysBack() {
+    at(Moment::XRaysGivenBack);
+    xRaysOwed_ = xRaysOwed_ || lost_;
+}
+
+void ServiceSession::openLine() {
+    if (!context_.link.PortOpen()) {
+        context_.link.setPortOpen(true);
+    }
+}
+
+bool ServiceSession::giveUp() {
+    if (!patienceOver_) {
+        return false;
+    }
+    const std::function<void()> givenUp = hooks_.givenUp;
+    if (givenUp) {
+        givenUp();
+    } else {
+        breakOff();
+    }
+    return true;
+}
+
+void ServiceSession::answer(Way way) {
+    const Answer answer = answerOf(run_, way);
+    if (answer == Answer::Ends || (answer == Answer::Asks && hooks_.untold && hooks_.untold())) {
+        breakOff(way == Way::Exposure ? Moment::BrokenOffByExposure : Moment::BrokenOff);
+    }
+}
+
+void ServiceSession::reported(Phase phase) {
+    lost_ = false;
+    poweringUp_ = phase == Phase::Initialization;
+    loan_.reported(phase);
+    for (const WaitRow& wait : kWaitRows) {
+        if (wait.endedBy.has(phase) && !(wait.notWhileLent && lent())) {
+            context_.console.timer(wait.timer).stop();
+        }
+    }
+    if (phase == Phase::Initialization || phase == Phase::Calibration || phase == Phase::Configuration) {
+        closeScreen();
+    }
+    if (const std::optional<Way> way = wayOf(phase)) {
+        answer(*way);
+    }
+    const bool elsewhere = phase == Phase::Initialization || phase == Phase::Configuration ||
+                           phase == Phase::Autocalibration ||
+                           (phase == Phase::Calibration && !is(Run::Lending));
+    if (lent() && elsewhere) {
+        loan_.takeBack();
+    }
+    if (xRaysOwed_ && isKnown(phase) && context_.link.allows("RX")) {
+        xRaysOwed_ = false;
+        context_.link.setRXEnable(true);
+    }
+}
+
+void ServiceSession::settled(Phase phase) {
+    lastPhase_ = phase;
+    if (!isExposure(phase)) {
+        give(std::exchange(afterExposure_, {}));
+        if (patienceOver_) {
+            at(Moment::PatienceIsOver);
+        }
+    }
+}
+
+void ServiceSession::lost() {
+    lost_ = true;
+    poweringUp_ = false;
+    lastPhase_ = Phase::Initialization;
+    afterExposure_ = {};
+    for (const WaitRow& wait : kWaitRows) {
+        if (wait.byLoss) {
+            context_.console.timer(wait.timer).stop();
+        }
+    }
+    answer(Way::Lost);
+    loan_.takeBack();
+}
+
+void ServiceSession::openScreen(std::function<void()> close) {
+    closeScreen();
+    std::vector<Control*> keys;
+    const bool offered = context_.console[nameOf(Key::ManualCalibration)].offered();
+    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
+        if (kModeKeys.has(static_cast<Key>(i))) {
+            keys.push_back(&context_.console[kKeyNames[i]]);
+            keys.back()->setEnabled(offered);
+        }
+    }
+    screenLock_ = ControlLock(std::move(keys));
+    screenClose_ = std::move(close);
+}
+
+void ServiceSession::closeScreen() {
+    screenLock_.release();
+    if (const auto close = std::exchange(screenClose_, {})) {
+        close();
+    }
+}
+
+std::string ServiceSession::describe() const {
+    return "mode " + decimalText(numberOf(mode_)) + ", phase " + decimalText(numberOf(lastPhase_)) + ", " +
+           std::string(rowOf(run_).name) + (lent() ? ", lent" : "");
+}
+
+} // namespace quillon

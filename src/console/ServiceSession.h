@@ -1,0 +1,140 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "base/Phase.h"
+#include "console/ConsoleContext.h"
+#include "console/Moments.h"
+#include "console/Runs.h"
+#include "ui/ControlLock.h"
+
+namespace quillon {
+
+/// The machine with its users. It can be given to them in calibration only, and taken back in normal
+/// operation only: asked for earlier, the return waits for that.
+class Loan {
+public:
+    explicit Loan(TorvaneSerialV3_07_QLC1& link) : link_(link) {}
+    [[nodiscard]] bool lent() const { return link_.TempUserMode() && !returning_; }
+    void lend();
+    void takeBack();
+    /// Before anything else is made of a report.
+    void reported(Phase phase);
+
+private:
+    TorvaneSerialV3_07_QLC1& link_;
+    bool returning_ = false;
+};
+
+/// What a run has to say when it does not reach its own end.
+struct RunHooks {
+    std::function<void()> undo = {}; ///< it does not reach its own end: what is its own on the screen goes
+    std::function<bool()> untold =
+        {}; ///< whether the generator was told nothing yet, or was told and does not follow
+    std::function<void()> givenUp = {}; ///< the operator has waited for a minute and pressed cmbClose
+};
+
+/// What the engineer has with the machine: where the generator stands, and what the console is doing, one run
+/// at a time. Nobody else keeps either, and whatever ends a run, it is ended here.
+class ServiceSession {
+public:
+    explicit ServiceSession(ConsoleContext& context);
+
+    // Where the generator stands.
+    /// The last of 2, 6, 8 and 9 that was reported.
+    [[nodiscard]] Phase mode() const { return mode_; }
+    void setMode(Phase mode) { mode_ = mode; }
+    /// The last report; 1 after a loss and at the start.
+    [[nodiscard]] Phase lastPhase() const { return lastPhase_; }
+    void setLastPhase(Phase phase) { lastPhase_ = phase; }
+    /// The generator said that it starts, and nothing since.
+    [[nodiscard]] bool poweringUp() const { return poweringUp_; }
+    /// Nothing was heard for too long, and nothing since.
+    [[nodiscard]] bool isLost() const { return lost_; }
+
+    // What the console is doing.
+    [[nodiscard]] Run run() const { return run_; }
+    [[nodiscard]] bool is(Run run) const { return run_ == run; }
+    [[nodiscard]] bool idle() const { return run_ == Run::None; }
+    /// A mode can be entered: normal operation, and no exposure.
+    [[nodiscard]] bool canEnter() const { return mode_ == Phase::NormalOperation && !isExposure(lastPhase_); }
+    /// Keys that a wait gives are given: no run is under way, or one that waits for the operator's choice.
+    [[nodiscard]] bool isFree() const;
+    [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
+
+    /// Ends what runs and begins another run; the moment's row is given and taken.
+    void begin(Run run, Moment moment, RunHooks hooks = {});
+    /// The same workflow goes on as another run: nothing of it stops.
+    void turn(Run run, Moment moment, RunHooks hooks = {});
+    /// A moment of the run that goes on, or of no run.
+    void at(Moment moment);
+    /// The run's own end.
+    void end(Moment moment);
+    /// The run is known by another name from now on, and nothing else changes.
+    void become(Run run) { run_ = run; }
+    /// Ends the run before its own end.
+    void breakOff(Moment moment = Moment::BrokenOff);
+    /// The refresh ends the way to the users, and with it the wait that would have ended it.
+    void cancelLending();
+    /// All of it is over without a word: the console appears anew.
+    void drop();
+
+    /// A wait that may never end begins: a minute from now cmbClose is given. An earlier minute is forgotten.
+    void waitPatiently();
+    /// It has an end again; a minute that is over stays over.
+    void stopWaiting();
+    /// cmbClose ends the run, if the minute is over. False when it is not.
+    bool giveUp();
+
+    /// A phase was reported: ends what has no business in it. Before the reaction to it.
+    void reported(Phase phase);
+    /// After the reaction.
+    void settled(Phase phase);
+    /// The generator was lost.
+    void lost();
+
+    /// A screen of its own keeps the mode keys: first the other three follow cmbManualCalibration, then all
+    /// four are locked. One screen at a time; `close` is called when it goes, whatever takes it away.
+    void openScreen(std::function<void()> close);
+    void closeScreen();
+
+    [[nodiscard]] Loan& loan() { return loan_; }
+    [[nodiscard]] bool lent() const { return loan_.lent(); }
+    /// X-rays are allowed again, at once or with the next report of a phase in which the generator can be
+    /// told.
+    void giveXRaysBack();
+    /// A positioner's key stands beside the picture at rest only.
+    void showPositionerKey() { ShowCalibrationButton(context_, !isServiceMode(mode_)); }
+    /// A line that was closed by hand is opened, so that the generator can be told.
+    void openLine();
+
+    /// Mode, last phase and run in words, for a log.
+    [[nodiscard]] std::string describe() const;
+
+private:
+    void stopParts();
+    void give(Keys keys);
+    void paint(const MomentRow& row);
+    void answer(Way way);
+
+    ConsoleContext& context_;
+    ConsoleScreen screen_;
+    Loan loan_;
+    Timer patience_;
+    Phase mode_ = Phase::None;
+    Phase lastPhase_ = Phase::None;
+    Run run_ = Run::None;
+    RunHooks hooks_;
+    ControlLock screenLock_;
+    std::function<void()> screenClose_;
+    bool poweringUp_ = false;
+    bool lost_ = false;
+    bool patienceOver_ = false;
+    Keys afterExposure_; ///< what was given during an exposure
+    bool pollHeld_ = false;
+    bool busy_ = false;
+    bool xRaysOwed_ = false;
+};
+
+} // namespace quillon
