@@ -105,7 +105,8 @@ Descriptor endSignals() {
 class Session {
 public:
     explicit Session(const Arguments& arguments)
-        : daemon_(arguments.daemon), verbose_(arguments.verbose), linkPath_(arguments.link),
+        : daemon_(arguments.daemon), verbose_(arguments.verbose), pieces_(arguments.options.baud > 0),
+          linkPath_(arguments.link),
           generator_(
               arguments.options, [this](std::string_view bytes) { send(bytes); }, now()) {
         plugIn();
@@ -168,7 +169,12 @@ private:
 
     void send(std::string_view bytes) {
         if (terminal_) {
-            trace("tx", bytes);
+            sent_ += bytes;
+            // A message that comes in pieces is traced when it is out; several pieces may end one.
+            if (!pieces_ || bytes.ends_with('\n') || bytes.ends_with('\x03')) {
+                trace("tx", sent_);
+                sent_.clear();
+            }
             terminal_->write(bytes);
         }
     }
@@ -226,6 +232,8 @@ private:
     bool daemon_;
     bool verbose_;
     bool listening_ = true;
+    const bool pieces_; ///< messages come in pieces
+    std::string sent_;
     std::string typed_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::string linkPath_;
