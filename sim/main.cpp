@@ -106,7 +106,7 @@ class Session {
 public:
     explicit Session(const Arguments& arguments)
         : daemon_(arguments.daemon), verbose_(arguments.verbose), pieces_(arguments.options.baud > 0),
-          linkPath_(arguments.link),
+          lastByte_(arguments.options.end == MessageEnd::Lf ? '\n' : '\x03'), linkPath_(arguments.link),
           generator_(
               arguments.options, [this](std::string_view bytes) { send(bytes); }, now()) {
         plugIn();
@@ -169,13 +169,23 @@ private:
 
     void send(std::string_view bytes) {
         if (terminal_) {
-            sent_ += bytes;
-            // A message that comes in pieces is traced when it is out; several pieces may end one.
-            if (!pieces_ || bytes.ends_with('\n') || bytes.ends_with('\x03')) {
+            traceSent(bytes);
+            terminal_->write(bytes);
+        }
+    }
+
+    /// On a line with a pace messages come in pieces, and each is traced once it is out.
+    void traceSent(std::string_view bytes) {
+        if (!pieces_) {
+            trace("tx", bytes);
+            return;
+        }
+        for (const char byte : bytes) {
+            sent_ += byte;
+            if (byte == lastByte_) {
                 trace("tx", sent_);
                 sent_.clear();
             }
-            terminal_->write(bytes);
         }
     }
 
@@ -232,7 +242,8 @@ private:
     bool daemon_;
     bool verbose_;
     bool listening_ = true;
-    const bool pieces_; ///< messages come in pieces
+    const bool pieces_;
+    const char lastByte_; ///< of a message
     std::string sent_;
     std::string typed_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
