@@ -50,8 +50,8 @@ constexpr std::array<std::string_view, 7> kWarningLamps{
     "txtDoorOpenWarning", "txtGeneratorOverloadWarning", "txtTubeOverloadWarning", "txtRotorWarning",
     "txtOverheatWarning", "txtTechniqueWarning",         "txtCollimatorWarning"};
 
-// Texts of the generator as it was, besides the values on the pages.
-constexpr std::array<std::string_view, 4> kReportedTexts{"lblWarning", "txtInfo", "txtWorkingMode", "txtHU"};
+// Texts of the generator as it was, besides the values on the pages. A tube that was hot still is.
+constexpr std::array<std::string_view, 3> kReportedTexts{"lblWarning", "txtInfo", "txtWorkingMode"};
 
 constexpr std::int16_t kSilenceLimit = 30;
 constexpr std::int16_t kNoDescriptionType = 2;
