@@ -19,7 +19,7 @@ bool answeredByValue(std::string_view text) {
 } // namespace
 
 Assembly::Assembly(Options options)
-    : machine(std::move(options)), power(machine), tube(machine), technique(machine),
+    : machine(std::move(options)), power(machine, [this] { stopRays(); }), tube(machine), technique(machine),
       exposureControl(machine), records(machine), fluoroscopy(machine,
                                                               [this](double kvp, double ma) {
                                                                   records.addFluoroSecond(kvp, ma);
@@ -30,7 +30,8 @@ Assembly::Assembly(Options options)
       exposure(machine, surroundings()),
       autocalibration(machine, calibration, [this] { return exposure.expose(); }),
       serviceModes(machine, [this] { autocalibration.leave(); }), positioner(machine),
-      faults(machine, [this] { return stopForError(); }) {
+      faults(
+          machine, [this] { return stopForError(); }, [this] { stopRays(); }) {
     commands_.enroll(power, Power::rows());
     commands_.enroll(tube, Tube::rows());
     commands_.enroll(technique, Technique::rows());
@@ -62,6 +63,7 @@ void Assembly::takeFrame(std::string_view text) {
         return;
     }
     const Verdict verdict = commands_.run(text, machine.phase());
+    power.heard();
     switch (verdict) {
     case Verdict::Taken:
         ++tally_.taken;
@@ -108,6 +110,13 @@ void Assembly::halt() {
     fluoroscopy.halt();
     autocalibration.halt();
     serviceModes.halt();
+}
+
+void Assembly::stopRays() {
+    exposure.interrupt();
+    if (machine.phase() == 5) {
+        fluoroscopy.stop();
+    }
 }
 
 int Assembly::stopForError() {

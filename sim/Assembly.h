@@ -69,6 +69,7 @@ public:
 
 private:
     void coldStart();
+    void stopRays();
     [[nodiscard]] int stopForError();
     [[nodiscard]] Exposure::Surroundings surroundings();
     [[nodiscard]] Shot plan();

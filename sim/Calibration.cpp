@@ -14,7 +14,7 @@ namespace {
 constexpr double kSmallStations[] = {10, 16, 25, 50, 80, 100, 160};
 constexpr double kLargeStations[] = {50, 80, 100, 160, 200, 320, 400, 640};
 constexpr int kParameters = 32;
-constexpr int kHighestValue = 1023;
+constexpr int kHighestValue = 4095;
 constexpr double kLowestKvp = 40;
 constexpr double kHighestKvp = 150;
 constexpr double kShortestMs = 10;

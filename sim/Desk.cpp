@@ -53,6 +53,9 @@ std::string forcePhase(Assembly& g, std::string_view text) {
     if (!phase) {
         return "?phase takes 1 to 13";
     }
+    if (g.machine.phase() == 1 && *phase != 1) {
+        g.power.skip();
+    }
     g.halt();
     g.machine.enter(*phase);
     return {};

@@ -66,6 +66,13 @@ std::string Exposure::release() {
     return {};
 }
 
+void Exposure::interrupt() {
+    const bool preparing = machine_.phase() == 3;
+    if (release().empty() && preparing) {
+        surroundings_.over(false);
+    }
+}
+
 void Exposure::halt() {
     machine_.agenda.cancel(next_);
     ready_ = wanted_ = false;

@@ -39,6 +39,10 @@ public:
     std::string expose();
     std::string release();
 
+    /// A preparation or an exposure under way ends as if the switch had been let go, and it takes a new press
+    /// to begin again: the door was opened, or the console forbade X-rays.
+    void interrupt();
+
     /// Everything stops where it stands, unreported: an error came, or the power went.
     void halt();
 

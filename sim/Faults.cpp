@@ -53,10 +53,14 @@ void Faults::raiseInterlock(int number) {
 
 void Faults::setLamp(std::string_view name, bool on) {
     const auto lamp = std::ranges::find(kLamps, name, &Lamp::name);
-    if (lamp == kLamps) {
+    const bool door = lamp == kLamps;
+    if (door) {
         doorOpen_ = on;
     }
     machine_.say(std::string(lamp->mnemonic) + (on ? "1" : "0"));
+    if (door && on) {
+        doorOpened_();
+    }
 }
 
 bool Faults::hasLamp(std::string_view name) {

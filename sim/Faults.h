@@ -13,8 +13,10 @@ namespace simulator {
 /// Errors, warnings, interlocks and the standing conditions of the machine's lamps.
 class Faults {
 public:
-    /// `stop` stops whatever runs when an error comes, and tells the phase to go on in after its reset.
-    Faults(Machine& machine, std::function<int()> stop) : machine_(machine), stop_(std::move(stop)) {}
+    /// `stop` stops whatever runs when an error comes, and tells the phase to go on in after its reset;
+    /// `doorOpened` is told when the door opens.
+    Faults(Machine& machine, std::function<int()> stop, std::function<void()> doorOpened)
+        : machine_(machine), stop_(std::move(stop)), doorOpened_(std::move(doorOpened)) {}
 
     [[nodiscard]] static std::span<const Row<Faults>> rows();
     void powerUp();
@@ -48,6 +50,7 @@ private:
 
     Machine& machine_;
     std::function<int()> stop_;
+    std::function<void()> doorOpened_;
     int code_ = 0;
     int interlock_ = 0;
     int resume_ = 2;

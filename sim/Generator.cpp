@@ -2,13 +2,24 @@
 
 #include "sim/Assembly.h"
 #include "sim/Desk.h"
+#include "sim/Line.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulator {
 
+/// Both directions of the line.
+struct Generator::Wires {
+    explicit Wires(const Options& options) : fromConsole(options), toConsole(options) {}
+
+    Line fromConsole;
+    Line toConsole;
+};
+
 Generator::Generator(Options options, Output output, std::int64_t nowMs)
-    : assembly_(std::make_unique<Assembly>(std::move(options))), output_(std::move(output)) {
+    : assembly_(std::make_unique<Assembly>(std::move(options))),
+      wires_(std::make_unique<Wires>(assembly_->machine.options)), output_(std::move(output)) {
     Machine& machine = assembly_->machine;
     machine.setNow(nowMs);
     assembly_->tube.setPercent(machine.options.heatPercent);
@@ -22,8 +33,16 @@ Generator& Generator::operator=(Generator&&) noexcept = default;
 
 void Generator::receive(std::string_view bytes, std::int64_t nowMs) {
     advance(nowMs);
+    if (wires_->fromConsole.paced()) {
+        wires_->fromConsole.put(bytes, nowMs);
+    } else {
+        feed(bytes);
+    }
+}
+
+void Generator::feed(std::string_view bytes) {
     if (assembly_->machine.phase() != 0) {
-        assembly_->parser.receive(bytes, nowMs,
+        assembly_->parser.receive(bytes, assembly_->machine.now(),
                                   [this](std::string_view text) { assembly_->takeFrame(text); });
     }
 }
@@ -35,10 +54,12 @@ void Generator::advance(std::int64_t nowMs) {
             break;
         }
         machine.setNow(std::max(machine.now(), *due));
-        if (machine.outbox.nextDue() == due) {
-            if (const std::string bytes = machine.outbox.takeNext(); !bytes.empty()) {
-                output_(bytes);
-            }
+        if (wires_->fromConsole.nextDue() == due) {
+            feed(wires_->fromConsole.take(machine.now()));
+        } else if (wires_->toConsole.nextDue() == due) {
+            output_(wires_->toConsole.take(machine.now()));
+        } else if (machine.outbox.nextDue() == due) {
+            send();
         } else {
             machine.agenda.takeNext()();
             machine.outbox.release(machine.now());
@@ -47,19 +68,34 @@ void Generator::advance(std::int64_t nowMs) {
     machine.setNow(std::max(machine.now(), nowMs));
 }
 
-std::optional<std::int64_t> Generator::nextDue() const {
-    const auto message = assembly_->machine.outbox.nextDue();
-    const auto action = assembly_->machine.agenda.nextDue();
-    if (message && action) {
-        return std::min(*message, *action);
+void Generator::send() {
+    const std::string bytes = assembly_->machine.outbox.takeNext();
+    if (wires_->toConsole.paced()) {
+        wires_->toConsole.put(bytes, assembly_->machine.now());
+    } else if (!bytes.empty()) {
+        output_(bytes);
     }
-    return message ? message : action;
+}
+
+std::optional<std::int64_t> Generator::nextDue() const {
+    std::optional<std::int64_t> first;
+    for (const auto& due : {assembly_->machine.outbox.nextDue(), assembly_->machine.agenda.nextDue(),
+                            wires_->fromConsole.nextDue(), wires_->toConsole.nextDue()}) {
+        if (due && (!first || *due < *first)) {
+            first = due;
+        }
+    }
+    return first;
 }
 
 std::string Generator::command(std::string_view line, std::int64_t nowMs) {
     advance(nowMs);
     std::string answer = carryOut(*assembly_, line);
     assembly_->machine.outbox.release(assembly_->machine.now());
+    if (assembly_->machine.phase() == 0) {
+        wires_->fromConsole.clear();
+        wires_->toConsole.clear();
+    }
     return answer;
 }
 

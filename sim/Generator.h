@@ -39,7 +39,13 @@ public:
     [[nodiscard]] static std::string commandsHelp();
 
 private:
+    struct Wires;
+
+    void feed(std::string_view bytes);
+    void send();
+
     std::unique_ptr<Assembly> assembly_;
+    std::unique_ptr<Wires> wires_;
     Output output_;
 };
 

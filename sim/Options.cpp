@@ -84,6 +84,10 @@ bool takeEnd(Options& o, std::string_view v) {
     return takeChoice(o.end, v, choices);
 }
 
+bool takeLine(Options& o, std::string_view v) {
+    return take(o.baud, v, 0, 0) || take(o.baud, v, 300, 115'200);
+}
+
 bool takeKind(Options& o, std::string_view v) {
     static constexpr Choice<GeneratorKind> choices[] = {{"rad", GeneratorKind::Rad},
                                                         {"rf", GeneratorKind::RadFluoro}};
@@ -143,6 +147,7 @@ constexpr Key kKeys[] = {
     {"noise",         "PERCENT",                "share of the messages with garbage beside them (0)",        number<&Options::noisePercent, 0, 100>},
     {"silent",        "0|1",                    "works but says nothing (0)",                                flag<&Options::silent>},
     {"end",           "lf|etx|lfetx",           "what follows the CR of a message (lf)",                     takeEnd},
+    {"line",          "0|300..115200",          "baud rate the bytes are paced at, in pieces; 0: no pace (0)", takeLine},
     {"modechange",    "MS",                     "time to change into a service mode and back (300)",         number<&Options::modeMs, 0, kLongestMs>},
     {"dipswitch",     "0|1",                    "0: service modes are acknowledged but not entered (1)",     flag<&Options::dipSwitch>},
     {"type",          "rad|rf",                 "with fluoroscopy or without (rf)",                          takeKind},

@@ -23,6 +23,7 @@ struct Options {
     int noisePercent = 0;
     bool silent = false;
     MessageEnd end = MessageEnd::Lf;
+    int baud = 0; ///< pace of the line, both ways; 0 takes no time
 
     // The machine.
     std::int64_t powerUpMs = 3000;

@@ -1,20 +1,30 @@
 #include "sim/Power.h"
 
+#include <utility>
+
 namespace simulator {
+
+namespace {
+
+constexpr std::int64_t kPatienceMs = 5000; // well above the time that the console's tries take
+
+} // namespace
 
 std::span<const Row<Power>> Power::rows() {
     // clang-format off
     static constexpr Row<Power> rows[] = {
-        {"ST",  kEveryPhase,               Takes::Nothing, &Power::tellPhase},
-        {"VR?", in(2, 6, 8),               Takes::Nothing, &Power::tellVersion},
-        {"RX",  in(2, 3, 6, 7, 8, 9, 10),  Takes::Number,  &Power::allowRays},
+        {"ST",  kEveryPhase,  Takes::Nothing, &Power::tellPhase},
+        {"VR?", in(2, 6, 8),  Takes::Nothing, &Power::tellVersion},
+        {"RX",  in(2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13), Takes::Number, &Power::allowRays},
     };
     // clang-format on
     return rows;
 }
 
 void Power::start() {
-    raysAllowed_ = true;
+    raysAllowed_ = false;
+    asking_ = true;
+    askAgainMs_ = machine_.now() + machine_.options.powerUpMs + kPatienceMs;
     machine_.go(1);
     machine_.after(machine_.options.powerUpMs, [this] {
         if (machine_.phase() != 1) {
@@ -22,8 +32,26 @@ void Power::start() {
         }
         machine_.enter(2);
         // The console keeps the enable state over a restart of the machine.
-        machine_.say("RX?");
+        if (asking_) {
+            askForRays();
+        }
     });
+}
+
+void Power::skip() {
+    raysAllowed_ = true;
+    asking_ = false;
+}
+
+void Power::askForRays() {
+    askAgainMs_ = machine_.now() + kPatienceMs;
+    machine_.say("RX?");
+}
+
+void Power::heard() {
+    if (asking_ && machine_.phase() > 1 && machine_.now() >= askAgainMs_) {
+        askForRays();
+    }
 }
 
 bool Power::tellPhase(const Request&) {
@@ -37,7 +65,11 @@ bool Power::tellVersion(const Request&) {
 }
 
 bool Power::allowRays(const Request& request) {
+    asking_ = false;
     raysAllowed_ = *request.number != 0;
+    if (!raysAllowed_) {
+        raysForbidden_();
+    }
     return true;
 }
 

@@ -105,7 +105,8 @@ Descriptor endSignals() {
 class Session {
 public:
     explicit Session(const Arguments& arguments)
-        : daemon_(arguments.daemon), verbose_(arguments.verbose), linkPath_(arguments.link),
+        : daemon_(arguments.daemon), verbose_(arguments.verbose), pieces_(arguments.options.baud > 0),
+          lastByte_(arguments.options.end == MessageEnd::Lf ? '\n' : '\x03'), linkPath_(arguments.link),
           generator_(
               arguments.options, [this](std::string_view bytes) { send(bytes); }, now()) {
         plugIn();
@@ -168,8 +169,23 @@ private:
 
     void send(std::string_view bytes) {
         if (terminal_) {
-            trace("tx", bytes);
+            traceSent(bytes);
             terminal_->write(bytes);
+        }
+    }
+
+    /// On a line with a pace messages come in pieces, and each is traced once it is out.
+    void traceSent(std::string_view bytes) {
+        if (!pieces_) {
+            trace("tx", bytes);
+            return;
+        }
+        for (const char byte : bytes) {
+            sent_ += byte;
+            if (byte == lastByte_) {
+                trace("tx", sent_);
+                sent_.clear();
+            }
         }
     }
 
@@ -226,6 +242,9 @@ private:
     bool daemon_;
     bool verbose_;
     bool listening_ = true;
+    const bool pieces_;
+    const char lastByte_; ///< of a message
+    std::string sent_;
     std::string typed_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::string linkPath_;

@@ -37,8 +37,7 @@ void cGeneratorError::Setup(std::string_view txtfilePath) {
     m_Table.clear();
     m_Problem.reset();
 
-    const std::string_view name = txtfilePath.substr(txtfilePath.find_last_of("\\/") + 1);
-    std::optional<std::string> content = m_Folder.read(name, kLargestFile);
+    std::optional<std::string> content = m_Folder.read(txtfilePath, kLargestFile);
     if (!content) {
         m_Problem = kCannotOpen;
         return;
@@ -46,7 +45,7 @@ void cGeneratorError::Setup(std::string_view txtfilePath) {
     if (content->starts_with(kByteOrderMark)) {
         content->erase(0, kByteOrderMark.size());
     }
-    // Files of older installations stand in the code page already; what is no UTF-8 is taken as it is.
+    // What is no UTF-8 is taken as the code page.
     const std::string text = codePageFromUtf8(*content).value_or(*content);
     const auto lines = split(text, "\r\n");
     if (lines.size() < 2) {
@@ -65,12 +64,12 @@ void cGeneratorError::Setup(std::string_view txtfilePath) {
     m_Enable = true;
 }
 
-const cGeneratorError::Row* cGeneratorError::find(std::int32_t error_code, std::size_t fields) const {
+const cGeneratorError::Row* cGeneratorError::find(std::int32_t error_code) const {
     if (error_code == 0 || !m_Enable || !m_Ready) {
         return nullptr;
     }
     for (const Row& row : m_Table) {
-        if (row.size() >= fields && toDouble(row[kCode]) == error_code) {
+        if (toDouble(row[kCode]) == error_code) {
             return &row;
         }
     }
@@ -78,13 +77,14 @@ const cGeneratorError::Row* cGeneratorError::find(std::int32_t error_code, std::
 }
 
 std::string cGeneratorError::Description(std::int32_t error_code) const {
-    const Row* row = find(error_code, kDescription + 1);
+    const Row* row = find(error_code);
     return row == nullptr ? std::string{} : (*row)[kDescription];
 }
 
 std::int32_t cGeneratorError::ErrorType(std::int32_t error_code) const {
-    const Row* row = find(error_code, kClass + 1);
-    if (row == nullptr) {
+    // Of the row that gives the words, even where it has no class: those of two rows make no error.
+    const Row* row = find(error_code);
+    if (row == nullptr || row->size() <= kClass) {
         return kNoClass;
     }
     const std::string_view type = trim((*row)[kClass]);

@@ -26,8 +26,8 @@ public:
 
     explicit cGeneratorError(const Folder& folder) : m_Folder(folder) {}
 
-    /// Reads a file of the executable's directory, which may be given with its whole path, and replaces the
-    /// table. A file that can't be used leaves the table empty and is reported in problem() only.
+    /// Reads a file, by name in the executable's directory or by its path, and replaces the table. A file
+    /// that can't be used leaves the table empty and is reported in problem() only.
     void Setup(std::string_view txtfilePath = kDefaultFile);
 
     /// Empty when the table has nothing to say.
@@ -44,7 +44,7 @@ public:
 private:
     using Row = std::vector<std::string>;
 
-    [[nodiscard]] const Row* find(std::int32_t error_code, std::size_t fields) const;
+    [[nodiscard]] const Row* find(std::int32_t error_code) const;
 
     const Folder& m_Folder;
     std::vector<Row> m_Table;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <string>
 
 #include "base/Fault.h"
@@ -169,10 +170,16 @@ std::string inForm(ValueForm form, const Value& value) {
     return {};
 }
 
-/// A value that the form can't take is the caller's fault.
-std::string formatted(ValueForm form, const Value& value) {
+/// As far as a time-out goes.
+std::int16_t twice(std::int16_t interval) {
+    using Limits = std::numeric_limits<std::int16_t>;
+    return static_cast<std::int16_t>(std::clamp<int>(interval * 2, Limits::min(), Limits::max()));
+}
+
+/// A value that can't be converted as it has to be is the caller's fault.
+template <typename Conversion> auto accepted(Conversion convert) {
     try {
-        return inForm(form, value);
+        return convert();
     } catch (const Fault&) {
         throw Fault(Fault::kArgumentsRefused);
     }
@@ -209,14 +216,15 @@ void Commands::send(const CommandRow& row, std::span<const Value> arguments) con
     if (arguments.size() < values || arguments.size() > most) {
         throw Fault(Fault::kArgumentsRefused);
     }
-    const bool asked = arguments.size() > values && valueTo<bool>(arguments[values]);
+    const bool asked =
+        arguments.size() > values && accepted([&] { return valueTo<bool>(arguments[values]); });
     const bool acknowledge = row.acknowledge != Never && (state_.Handshaking || asked);
     const std::string_view mnemonic = state_.Handshaking || row.plain.empty() ? row.mnemonic : row.plain;
 
     std::string message(mnemonic);
     message.append(row.suffix);
     if (values > 0) {
-        message.append(formatted(row.value, arguments[0]));
+        message.append(accepted([&] { return inForm(row.value, arguments[0]); }));
     }
     const std::int16_t phases = phasesOf(mnemonic);
     switch (row.urgency) {
@@ -224,8 +232,7 @@ void Commands::send(const CommandRow& row, std::span<const Value> arguments) con
         send_.SendMessage(message, phases, acknowledge);
         break;
     case ModeChange:
-        send_.SendMessage(message, phases, acknowledge,
-                          static_cast<std::int16_t>(state_.RetriesInterval * 2));
+        send_.SendMessage(message, phases, acknowledge, twice(state_.RetriesInterval));
         break;
     case Urgency::Autocalibration:
         send_.SendMessage(message, phases, acknowledge, kAutocalibrationTimeout, true);

@@ -108,10 +108,10 @@ void ExposureControl::addOperations() {
     operations.add("AECCommandWithDefaults", [this](bool left, bool center, bool right) {
         AECCommand(left, center, right, kUnchanged, kUnchanged);
     });
-    operations.add("AECDensityUp", [this] { AECDensityUp(); });
-    operations.add("AECDensityDown", [this] { AECDensityDown(); });
-    operations.add("AECDensityUpLocal", [this] { AECDensityUpLocal(); });
-    operations.add("AECDensityDownLocal", [this] { AECDensityDownLocal(); });
+    operations.add("AECDensityUp", [this] { stepAndSend(1); });
+    operations.add("AECDensityDown", [this] { stepAndSend(-1); });
+    operations.add("AECDensityUpLocal", [this] { stepLocally(1); });
+    operations.add("AECDensityDownLocal", [this] { stepLocally(-1); });
 
     for (std::size_t field = 0; field < kFields.size(); ++field) {
         operations.addReadOnly(kFields[field].property, [this, field] { return state_.m_AECFields[field]; });
@@ -123,7 +123,8 @@ void ExposureControl::addOperations() {
 }
 
 void ExposureControl::SetAECDensity(std::int32_t Density) {
-    if (Density >= 0 && Density <= state_.m_MaxAECDensity) {
+    // Before the range is known no step means anything.
+    if (state_.m_MaxAECDensity > 0 && Density >= 0 && Density <= state_.m_MaxAECDensity) {
         context_.send.SendMessageWithDefaults("FN" + decimalText(Density), phasesOf("FN"));
     }
 }
@@ -141,30 +142,25 @@ void ExposureControl::AECCommand(bool fieldLeft, bool fieldCenter, bool fieldRig
     context_.send.SendMessageWithDefaults(message, phasesOf("AEC"));
 }
 
-void ExposureControl::stepDensity(std::int32_t by) {
+bool ExposureControl::stepDensity(std::int32_t by) {
+    if (state_.m_MaxAECDensity <= 0) {
+        return false;
+    }
     // A density beyond a range that has shrunk meanwhile goes to its end.
-    const std::int32_t most = std::max(state_.m_MaxAECDensity, 0);
-    state_.m_AECDensity = std::clamp(state_.m_AECDensity + by, 0, most);
+    state_.m_AECDensity = std::clamp(state_.m_AECDensity + by, 0, state_.m_MaxAECDensity);
+    return true;
 }
 
-void ExposureControl::AECDensityUp() {
-    stepDensity(1);
-    SetAECDensity(state_.m_AECDensity);
+void ExposureControl::stepAndSend(std::int32_t by) {
+    if (stepDensity(by)) {
+        SetAECDensity(state_.m_AECDensity);
+    }
 }
 
-void ExposureControl::AECDensityDown() {
-    stepDensity(-1);
-    SetAECDensity(state_.m_AECDensity);
-}
-
-void ExposureControl::AECDensityUpLocal() {
-    stepDensity(1);
-    context_.events.AECDensityChange.raise(state_.m_AECDensity, true);
-}
-
-void ExposureControl::AECDensityDownLocal() {
-    stepDensity(-1);
-    context_.events.AECDensityChange.raise(state_.m_AECDensity, true);
+void ExposureControl::stepLocally(std::int32_t by) {
+    if (stepDensity(by)) {
+        context_.events.AECDensityChange.raise(state_.m_AECDensity, true);
+    }
 }
 
 std::int32_t ExposureControl::AECFilmScreen() const {

@@ -27,14 +27,6 @@ public:
                     std::int32_t Density);
     static constexpr std::int32_t kUnchanged = 1000;
 
-    /// One step within the generator's range, sent at once.
-    void AECDensityUp();
-    void AECDensityDown();
-    /// The same step on this side alone, for a key that is held: the host hears of it, the generator does
-    /// not.
-    void AECDensityUpLocal();
-    void AECDensityDownLocal();
-
     /// The highest film screen that is on; 0 also when none is.
     [[nodiscard]] std::int32_t AECFilmScreen() const;
     /// Tells the range by the index of its highest key, where "MD" tells its highest step.
@@ -51,7 +43,11 @@ private:
     void fmessBrightness(std::string_view value);
 
     void takeField(std::size_t field, bool on);
-    void stepDensity(std::int32_t by);
+    /// A step within the generator's range; False while that is not known.
+    bool stepDensity(std::int32_t by);
+    void stepAndSend(std::int32_t by);
+    /// For a key that is held: the host hears of the step, the generator does not.
+    void stepLocally(std::int32_t by);
 
     ModelContext& context_;
     GeneratorState& state_;

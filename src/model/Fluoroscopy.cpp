@@ -50,7 +50,7 @@ constexpr std::int16_t kRetries = 5;
 
 /// A report of a value.
 struct Fluoroscopy::ValueRow {
-    enum class Repeated { Handled, Dropped };
+    enum class Repeated { Handled, OnlyShown };
 
     std::string_view handler;
     ShownValue value;
@@ -81,9 +81,9 @@ void Fluoroscopy::bindValues() {
     static constexpr std::array kValues{
         ValueRow{"fmessFlKVPValue",    kKVP,  &Events::FlKVPChangeValue,    true,  Handled,
                  &Self::kVpReported},
-        ValueRow{"fmessFlKVPDisplay",  kKVP,  &Events::FlKVPChangeDisplay,  false, Dropped},
-        ValueRow{"fmessFlTimeValue",   kTime, &Events::FlTimeChangeValue,   true,  Dropped},
-        ValueRow{"fmessFlTimeDisplay", kTime, &Events::FlTimeChangeDisplay, false, Dropped},
+        ValueRow{"fmessFlKVPDisplay",  kKVP,  &Events::FlKVPChangeDisplay,  false, OnlyShown},
+        ValueRow{"fmessFlTimeValue",   kTime, &Events::FlTimeChangeValue,   true,  OnlyShown},
+        ValueRow{"fmessFlTimeDisplay", kTime, &Events::FlTimeChangeDisplay, false, OnlyShown},
         ValueRow{"fmessFlPPSValue",    kPPS,  &Events::FLPPSChangeValue,    true,  Handled,
                  &Self::ppsReported},
         ValueRow{"fmessFlPPSDisplay",  kPPS,  &Events::FlPPSChangeDisplay,  false, Handled,
@@ -219,7 +219,12 @@ void Fluoroscopy::FlContinuousToggle() {
 void Fluoroscopy::fmessValue(const ValueRow& row, Control& field, std::string_view value) {
     const bool numeric = isNumeric(value);
     std::string& text = state_.*row.value.text;
-    if ((row.needsNumber && !numeric) || (row.repeated == ValueRow::Repeated::Dropped && value == text)) {
+    if (row.needsNumber && !numeric) {
+        return;
+    }
+    if (row.repeated == ValueRow::Repeated::OnlyShown && value == text) {
+        // A working mode without fluoroscopy has emptied the field meanwhile.
+        field.setCaption(text);
         return;
     }
     text = trimLeft(value);
@@ -280,14 +285,13 @@ void Fluoroscopy::fmessFlContrast(std::string_view value) {
         return;
     }
     const std::int32_t step = toInt32(first);
-    if (step == state_.m_FlContrast) {
-        return;
-    }
+    const bool repeated = step == state_.m_FlContrast;
     state_.m_FlContrast = step;
-    if (!toBoolean(flag)) {
+    contrastShown_ = repeated ? contrastShown_ : toBoolean(flag);
+    if (!contrastShown_ || !toBoolean(flag)) {
         return;
     }
-    if (link_.EventEnabled) {
+    if (!repeated && link_.EventEnabled) {
         context_.events.FlContrastChange.raise(step);
     }
     if (const auto index = static_cast<std::size_t>(step); index < kContrasts.size()) {

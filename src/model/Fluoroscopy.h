@@ -64,6 +64,7 @@ private:
     Control& txtFlContrast_;
     Control& txtRAD_RF_;
 
+    bool contrastShown_ = false; // the generator has let the present step be shown
     bool FLKVPDoubleHandshaking_ = false;
     bool m_FlKVPRetryUp = false; // a step awaits the report of the kVp
     bool m_FlKVPRetryDown = false;

@@ -76,7 +76,9 @@ struct GeneratorState {
     std::int32_t m_DismissStep = 0;
     std::int32_t m_CalibrationType = -1; ///< 0 an mA station, 1 a parameter, 2 parameter 06
     std::int16_t m_CalibrationParameter = 0;
-    std::int32_t m_Workstation = 0; ///< 1 to 8; 0 none
+    std::int32_t m_CalibrationValue = 0;    ///< as reported, also beyond the slider's range
+    std::int32_t m_CalibrationRange = 4095; ///< of the slider at an mA station
+    std::int32_t m_Workstation = 0;         ///< 1 to 8; 0 none
     std::int32_t m_WorkingMode = 0;
     bool m_HardwareSync = false;
 

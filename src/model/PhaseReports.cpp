@@ -7,6 +7,7 @@
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "link/OutboundTable.h"
+#include "model/CalibrationSlider.h"
 #include "model/Commands.h"
 #include "model/Service.h"
 
@@ -48,6 +49,9 @@ constexpr std::array kSignals{
 constexpr std::array<std::string_view, 7> kWarningLamps{
     "txtDoorOpenWarning", "txtGeneratorOverloadWarning", "txtTubeOverloadWarning", "txtRotorWarning",
     "txtOverheatWarning", "txtTechniqueWarning",         "txtCollimatorWarning"};
+
+// Texts of the generator as it was, besides the values on the pages. A tube that was hot still is.
+constexpr std::array<std::string_view, 3> kReportedTexts{"lblWarning", "txtInfo", "txtWorkingMode"};
 
 constexpr std::int16_t kSilenceLimit = 30;
 constexpr std::int16_t kNoDescriptionType = 2;
@@ -127,6 +131,7 @@ void PhaseReports::enter(std::int32_t phase, std::int32_t old) {
         // again.
         state_.m_CalibrationType = -1;
         state_.m_CalibrationParameter = 0;
+        setCalibrationRange(state_, panel_["sldCalValue"], state_.m_CalibrationRange);
     }
     switch (phase) {
     case 1:
@@ -201,6 +206,11 @@ void PhaseReports::enterInitialization() {
     for (const std::string_view lamp : kWarningLamps) {
         panel_[lamp].setVisible(false);
     }
+    for (const std::string_view label : kReportedTexts) {
+        panel_[label].setCaption("");
+    }
+    panel_["cmbResetError"].setCaption("Reset Error");
+    panel_["cmbConfiguration"].setCaption("ON");
     context_.routines.resetPages();
     context_.routines.ResetPanelKeys();
     context_.poll.end();

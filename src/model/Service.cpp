@@ -5,6 +5,7 @@
 
 #include "base/Numbers.h"
 #include "link/OutboundTable.h"
+#include "model/CalibrationSlider.h"
 #include "model/Commands.h"
 
 namespace quillon {
@@ -153,7 +154,8 @@ void Service::ToggleAutocalibrationFeature() {
 
 void Service::setCalibrationDataSize(std::int16_t Bits) {
     if (Bits == 8 || Bits == 10 || Bits == 12) {
-        sldCalValue_.setMaximum((1 << Bits) - 1);
+        state_.m_CalibrationRange = (1 << Bits) - 1;
+        setCalibrationRange(state_, sldCalValue_, state_.m_CalibrationRange);
     }
 }
 
@@ -207,9 +209,7 @@ void Service::fmessWorkstationDetectorSType(std::string_view value) {
 
 void Service::fmessCalibrationValue(std::string_view value) {
     txtCalValue_.setCaption(value);
-    const std::int32_t number = toInt32(value);
-    sldCalValue_.setValue(number);
-    sldCalValue_.setSelectionStart(number);
+    showCalibrationValue(state_, sldCalValue_, toInt32(value));
 }
 
 void Service::fmessAutocalibration(std::string_view value) {

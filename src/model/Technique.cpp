@@ -6,6 +6,7 @@
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "link/OutboundTable.h"
+#include "model/CalibrationSlider.h"
 #include "model/Characters.h"
 #include "model/Commands.h"
 
@@ -62,7 +63,8 @@ struct Technique::Report {
     const Quantity& quantity;
     Takes takes;
     bool (*toService)(std::int32_t operatingPhase);
-    void (Self::*serve)(Control& field); ///< empty where the service field simply shows the text
+    /// Empty where the service field simply shows the text.
+    void (Self::*serve)(Control& field, bool repeated);
     Signal<std::string> Events::*event;
 };
 
@@ -222,25 +224,24 @@ void Technique::TMReq() {
 
 void Technique::report(const Report& row, std::string_view value, Control& normal, Control& service) {
     std::string& text = state_.*row.quantity.text;
-    if (row.takes == NewTexts && value == text) {
-        return;
-    }
+    // What repeats the stored text is no news, but the field may have been emptied, or it is another one now.
+    const bool repeated = row.takes == NewTexts && value == text;
     if ((row.takes == Numbers || row.takes == NumbersKept) && !isNumeric(value)) {
         if (row.takes == NumbersKept) {
             text = trimLeft(value);
         }
         return;
     }
-    if (!(this->*row.quantity.store)(value)) {
+    if (!repeated && !(this->*row.quantity.store)(value)) {
         return;
     }
     if (!row.toService(link_.m_OperatingPhase)) {
         normal.setCaption(text);
-        if (link_.EventEnabled) {
+        if (!repeated && link_.EventEnabled) {
             (context_.events.*row.event).raise(text);
         }
     } else if (row.serve != nullptr) {
-        (this->*row.serve)(service);
+        (this->*row.serve)(service, repeated);
     } else {
         service.setCaption(text);
     }
@@ -280,14 +281,14 @@ bool Technique::storeMAS(std::string_view value) {
     return true;
 }
 
-void Technique::serveKVP(Control& field) {
+void Technique::serveKVP(Control& field, bool /*repeated*/) {
     // Between the wish for an autocalibration and its start the generator still reports the old station.
     if (state_.m_AutocalState != 1) {
         field.setCaption(state_.m_KVPDisplay);
     }
 }
 
-void Technique::serveKVPDisplay(Control& field) {
+void Technique::serveKVPDisplay(Control& field, bool repeated) {
     if (link_.m_OperatingPhase != 9) {
         return;
     }
@@ -300,7 +301,7 @@ void Technique::serveKVPDisplay(Control& field) {
     }
     if (state_.m_AutocalState != 4 || state_.m_CalibrationType == 2) {
         field.setCaption(text);
-    } else if (state_.m_CalibrationType == 0 && link_.m_Phase != 12 && link_.m_Phase != 13) {
+    } else if (!repeated && state_.m_CalibrationType == 0 && link_.m_Phase != 12 && link_.m_Phase != 13) {
         // While a station is calibrated the kVp display counts exposures and tells the filament current.
         constexpr std::int16_t kMostExposures = 10;
         constexpr std::int16_t kLeastFilamentCurrent = 151;
@@ -312,19 +313,20 @@ void Technique::serveKVPDisplay(Control& field) {
     }
 }
 
-void Technique::serveMA(Control& field) {
+void Technique::serveMA(Control& field, bool /*repeated*/) {
     if (link_.m_OperatingPhase == 6 && state_.m_CalibrationType != 0) {
         state_.m_CalibrationType = 0;
         context_.events.CalibrationMA.raise();
-        sldCalValue_.setVisible(true);
-        showFocusKeys(true);
+        selectStation();
     }
     field.setCaption(state_.m_MADisplay);
 }
 
-void Technique::serveMADisplay(Control& field) {
+void Technique::serveMADisplay(Control& field, bool repeated) {
     std::string& item = state_.m_MADisplay;
-    if (link_.m_OperatingPhase == 6 && !item.empty()) {
+    // The item may have been forgotten since: then it is news.
+    const bool known = repeated && state_.m_CalibrationType >= 0;
+    if (!known && link_.m_OperatingPhase == 6 && !item.empty()) {
         if (item.starts_with('E')) {
             selectParameter(characters(item, 2, 3));
         } else {
@@ -336,8 +338,9 @@ void Technique::serveMADisplay(Control& field) {
 }
 
 void Technique::selectStation() {
-    sldCalValue_.setVisible(true);
     state_.m_CalibrationType = 0;
+    setCalibrationRange(state_, sldCalValue_, state_.m_CalibrationRange);
+    sldCalValue_.setVisible(true);
     showFocusKeys(true);
 }
 
@@ -350,9 +353,8 @@ void Technique::selectParameter(std::string_view number) {
     }
     // The list counts from 0 and its keys from 1: parameter n has the range that is kept under n + 1.
     const std::int32_t range = toInt32(leadingNumber(ranges[entry]));
-    if (range != 0) {
-        sldCalValue_.setMaximum(range);
-    }
+    // A parameter without a range must not keep the one of the parameter before.
+    setCalibrationRange(state_, sldCalValue_, range != 0 ? range : state_.m_CalibrationRange);
     sldCalValue_.setVisible(range != 0);
     if (number == "03" || number == "05" || number == "21") {
         state_.m_CalSliderInAutocal = true;

@@ -54,11 +54,11 @@ private:
     bool storeMS(std::string_view value);
     bool storeMAS(std::string_view value);
 
-    // What a report does while the service fields are in use.
-    void serveKVP(Control& field);
-    void serveKVPDisplay(Control& field);
-    void serveMA(Control& field);
-    void serveMADisplay(Control& field);
+    // What a report does while the service fields are in use; a repeated one is only shown.
+    void serveKVP(Control& field, bool repeated);
+    void serveKVPDisplay(Control& field, bool repeated);
+    void serveMA(Control& field, bool repeated);
+    void serveMADisplay(Control& field, bool repeated);
 
     void selectStation();
     void selectParameter(std::string_view number);

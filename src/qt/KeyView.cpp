@@ -8,13 +8,9 @@
 
 namespace quillon {
 
-bool KeyView::isLamp() const {
-    return control().art() == "preparation" || control().art() == "exposure";
-}
-
 void KeyView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (isLamp()) {
+    if (control().lamp()) {
         paintLamp(painter);
     } else {
         paintKey(painter);
@@ -32,7 +28,7 @@ bool KeyView::isAlarm() const {
 
 QColor KeyView::face() const {
     const QColor own = screenColour(control().backColour());
-    if (isLamp()) {
+    if (control().lamp()) {
         return isOn() ? own : groundColour(control());
     }
     if (!isEnabled()) {
@@ -45,7 +41,7 @@ QColor KeyView::face() const {
 }
 
 QColor KeyView::ink() const {
-    const bool strong = isLamp() ? isOn() : isEnabled();
+    const bool strong = control().lamp() ? isOn() : isEnabled();
     return QColor::fromRgb(strong ? kInk : kMutedInk);
 }
 
@@ -54,7 +50,7 @@ int KeyView::barHeight() const {
 }
 
 QRect KeyView::contentPlace() const {
-    if (isLamp()) {
+    if (control().lamp()) {
         return rect().adjusted(6, 6, -6, -6);
     }
     const int shift = pressed() ? 2 : 0;
@@ -99,7 +95,6 @@ void KeyView::paintBar(QPainter& painter, const QColor& colour) const {
 }
 
 void KeyView::paintLamp(QPainter& painter) const {
-    // Lamps are told by the generator and never by a finger, so they look alike whether enabled or not.
     const QRectF place = facePlace();
     paintPlate(painter, place, face(), QColor::fromRgb(isOn() ? kInk : kFaintEdge), isOn() ? 3 : 1, 6);
     paintContent(painter);
@@ -115,7 +110,7 @@ void KeyView::paintContent(QPainter& painter) const {
     const int edge = std::min({place.width(), place.height(), wanted > 0 ? wanted : place.height()});
     QRectF box(0, 0, edge, edge);
     box.moveCenter(QRectF(place).center());
-    paintArt(painter, control().art(), isLamp() ? box : QRectF(place), ink());
+    paintArt(painter, control().art(), control().lamp() ? box : QRectF(place), ink());
 }
 
 } // namespace quillon

@@ -4,8 +4,7 @@
 
 namespace quillon {
 
-/// A key, or a lamp where the picture is one of the exposure signs. What state it is in shows in its shape as
-/// well as in its colour.
+/// A key, or a lamp. What state it is in shows in its shape as well as in its colour.
 class KeyView final : public ControlView {
 public:
     using ControlView::ControlView;
@@ -16,7 +15,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    [[nodiscard]] bool isLamp() const;
     [[nodiscard]] bool isOn() const;
     [[nodiscard]] bool isAlarm() const;
     /// The colour that its content stands on.

@@ -46,7 +46,7 @@ LabelView::LabelView(Control& control, QWidget* parent)
 
 LabelView::Role LabelView::roleOf(const Control& control) {
     const std::string& name = control.name();
-    if ((name.starts_with("txt") && name.ends_with("Warning")) || name == "lblWarning") {
+    if (control.lamp()) {
         return Role::Lamp;
     }
     if (startsWithOneOf(name, kValues)) {
@@ -73,7 +73,7 @@ QColor LabelView::ground() const {
     if (own && control().backColour() != kWindowColour) {
         return screenColour(control().backColour());
     }
-    if (!isEnabled()) {
+    if (looksDisabled()) {
         return groundColour(control());
     }
     return QColor::fromRgb(role_ == Role::Lamp ? kLampFace : kField);
@@ -83,7 +83,7 @@ std::optional<Words> LabelView::words() const {
     Words words{rect(),
                 toQtLines(control().caption()).trimmed(),
                 consoleFont(control().fontSize(), role_ != Role::Text),
-                QColor::fromRgb(!isEnabled()           ? kMutedInk
+                QColor::fromRgb(looksDisabled()        ? kMutedInk
                                 : role_ == Role::Alarm ? kAlarmInk
                                                        : kInk),
                 ground(),

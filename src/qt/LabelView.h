@@ -4,8 +4,8 @@
 
 namespace quillon {
 
-/// A label: plain text, a field that shows a value, a warning lamp, a prompt. Which it is goes by its name;
-/// all are opaque.
+/// A label: plain text, a field that shows a value, a warning lamp, a prompt. Which of the others it is goes
+/// by its name; all are opaque.
 class LabelView final : public ControlView {
 public:
     LabelView(Control& control, QWidget* parent);
@@ -21,6 +21,7 @@ private:
 
     /// It stands on a plate: a value, or a lamp that is lit.
     [[nodiscard]] bool hasPlate() const;
+    [[nodiscard]] bool looksDisabled() const { return role_ != Role::Lamp && !isEnabled(); }
     [[nodiscard]] QColor ground() const;
 
     Role role_;

@@ -52,7 +52,7 @@ QString DiskFolder::home() {
 }
 
 std::optional<std::string> DiskFolder::read(std::string_view name, std::size_t limit) const {
-    QFile file(directory_.filePath(toQt(name)));
+    QFile file(directory_.filePath(toQt(name).replace(QLatin1Char('\\'), QLatin1Char('/'))));
     if (!file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }

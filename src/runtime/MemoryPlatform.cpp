@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/Text.h"
+
 namespace quillon {
 
 bool MemorySerialPort::open(int port, std::string_view settings) {
@@ -96,7 +98,12 @@ private:
 } // namespace
 
 std::optional<std::string> MemoryFolder::read(std::string_view name, std::size_t limit) const {
-    const std::string* file = find(name);
+    const std::size_t begin = name.find_last_of("\\/") + 1;
+    const std::string_view directory = name.substr(0, begin);
+    const bool other = std::any_of(files_.begin(), files_.end(), [directory](const auto& file) {
+        return !directory.empty() && equalsNoCase(file.first.substr(0, directory.size()), directory);
+    });
+    const std::string* file = find(other ? name : name.substr(begin));
     return file == nullptr || file->size() > limit ? std::nullopt : std::optional(*file);
 }
 

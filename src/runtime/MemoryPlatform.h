@@ -74,6 +74,8 @@ private:
     bool readOnly_ = false;
 };
 
+/// Files in memory. One put under a path lies in that other directory; a directory where none was put is the
+/// executable's.
 class MemoryFolder final : public Folder {
 public:
     [[nodiscard]] std::optional<std::string> read(std::string_view name, std::size_t limit) const override;

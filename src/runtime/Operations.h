@@ -99,8 +99,6 @@ private:
         try {
             if constexpr (std::is_same_v<Plain, std::string_view>) {
                 return valueTo<std::string>(value);
-            } else if constexpr (std::is_same_v<Plain, std::uint32_t>) {
-                return static_cast<std::uint32_t>(static_cast<std::int64_t>(valueTo<double>(value)));
             } else {
                 return valueTo<Plain>(value);
             }

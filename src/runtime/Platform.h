@@ -57,7 +57,8 @@ public:
 class Folder {
 public:
     virtual ~Folder() = default;
-    /// The whole file, byte for byte; nothing when it can't be read or is larger than `limit` bytes.
+    /// The whole file, byte for byte; nothing when it can't be read or is larger than `limit` bytes. The name
+    /// may be a path, with / or \ between its parts: a whole one leads where it says, any other begins here.
     [[nodiscard]] virtual std::optional<std::string> read(std::string_view name, std::size_t limit) const = 0;
     /// Opens a file for writing from its start, replacing what was there; empty when that fails.
     [[nodiscard]] virtual std::unique_ptr<TextSink> create(std::string_view name) = 0;

@@ -1,5 +1,9 @@
 #include "runtime/Value.h"
 
+#include <cmath>
+#include <limits>
+
+#include "base/Fault.h"
 #include "base/Numbers.h"
 
 namespace quillon {
@@ -31,6 +35,18 @@ template <> std::int16_t valueTo(const Value& value) {
 
 template <> std::int32_t valueTo(const Value& value) {
     return toInt32(number(value));
+}
+
+template <> std::uint32_t valueTo(const Value& value) {
+    const double bits = std::nearbyint(number(value));
+    if (bits < 0) {
+        return static_cast<std::uint32_t>(toInt32(bits));
+    }
+    // Written so that a NaN fails as well.
+    if (!(bits <= std::numeric_limits<std::uint32_t>::max())) {
+        throw Fault(Fault::kOverflow);
+    }
+    return static_cast<std::uint32_t>(bits);
 }
 
 template <> double valueTo(const Value& value) {

@@ -16,6 +16,8 @@ template <typename T> [[nodiscard]] T valueTo(const Value& value);
 template <> [[nodiscard]] bool valueTo(const Value& value);
 template <> [[nodiscard]] std::int16_t valueTo(const Value& value);
 template <> [[nodiscard]] std::int32_t valueTo(const Value& value);
+/// For colours: 32 bits, written without a sign or, as toValue() does, with one.
+template <> [[nodiscard]] std::uint32_t valueTo(const Value& value);
 template <> [[nodiscard]] double valueTo(const Value& value);
 template <> [[nodiscard]] std::string valueTo(const Value& value);
 

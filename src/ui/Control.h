@@ -147,6 +147,11 @@ public:
     [[nodiscard]] int artSize() const { return artSize_; }
     void setArtSize(int size);
 
+    /// Lit by the generator and never by a finger: it looks the same whether it is enabled or not. Written
+    /// when the control is made.
+    [[nodiscard]] bool lamp() const { return lamp_; }
+    void setLamp(bool lamp) { lamp_ = lamp; }
+
     /// A text box that shows and does not take text.
     [[nodiscard]] bool readOnly() const { return readOnly_; }
     void setReadOnly(bool readOnly);
@@ -206,6 +211,7 @@ private:
     bool visible_ = true;
     bool enabled_ = true;
     int locks_ = 0;
+    bool lamp_ = false;
     bool readOnly_ = false;
     bool multiLine_ = false;
     bool border_ = true;

@@ -38,6 +38,7 @@ void addControls(ControlHost& host, std::span<const ControlRow> rows) {
         } else if (control.has(Property::Text) && !control.has(Property::Items)) {
             control.setText(row.caption);
         }
+        control.setLamp(row.lamp);
         if (control.has(Property::Art)) {
             control.setArt(row.art);
         }

@@ -8,7 +8,7 @@
 namespace quillon {
 
 /// One control of a screen's table. `index` -1 means none; `container` names the frame it lies on, such as
-/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name.
+/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name; `lamp` as in Control.
 struct ControlRow {
     Kind kind;
     std::string_view name;
@@ -19,7 +19,14 @@ struct ControlRow {
     std::string_view caption;
     bool visible = true;
     std::string_view art = {};
+    bool lamp = false;
 };
+
+/// The row of a lamp.
+constexpr ControlRow lamp(ControlRow row) {
+    row.lamp = true;
+    return row;
+}
 
 /// Makes the controls of a table on the host, in the table's order. A container must stand above what it
 /// holds.

@@ -23,10 +23,11 @@ fail() {
     exit 1
 }
 
-# plug_in [KEY=VALUE...]: the generator takes the other end of the line; the wire's traffic goes to $home/wire.
+# plug_in [KEY=VALUE...]: the generator takes the other end of the line, whose bytes take their time as on a real
+# one, so that messages come in pieces; the wire's traffic goes to $home/wire.
 plug_in() {
     [[ -p $commands ]] || { mkfifo "$commands"; exec 3<>"$commands"; }
-    "$generator" --link "$link" --verbose "$@" <"$commands" >"$home/sim.out" 2>>"$home/wire" 3>&- &
+    "$generator" --link "$link" --verbose line=19200 "$@" <"$commands" >"$home/sim.out" 2>>"$home/wire" 3>&- &
     generator_pid=$!
     wait_for 5 'the generator did not start' test -e "$link"
 }

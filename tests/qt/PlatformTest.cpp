@@ -1,12 +1,14 @@
 #include <fstream>
 #include <iterator>
 
+#include <QDir>
 #include <QFile>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 
 #include "Bench.h"
+#include "qt/Convert.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtRuntime.h"
 #include "qt/QtStores.h"
@@ -88,6 +90,12 @@ TEST(DiskFolder, ReadsWithinItsLimitAndWritesThrough) {
     EXPECT_EQ(folder.read("temp.ini", 8), std::string("[TM]\r\n\0\xFF", 8)) << "while it is still open";
     EXPECT_FALSE(folder.read("temp.ini", 7).has_value());
     EXPECT_EQ(DiskFolder(directory.filePath("missing")).create("log.txt"), nullptr);
+
+    // A path leads elsewhere, however its parts are separated.
+    const QTemporaryDir other;
+    ASSERT_NE(DiskFolder(other.path()).create("temp.ini"), nullptr);
+    EXPECT_EQ(folder.read(fromQt(other.filePath("temp.ini")), 8), "");
+    EXPECT_TRUE(folder.read("..\\" + fromQt(QDir(directory.path()).dirName()) + "\\temp.ini", 8).has_value());
 }
 
 TEST(QtUserStore, KeepsValuesByApplicationSectionAndKey) {

@@ -81,9 +81,12 @@ private:
     Generator generator_;
 };
 
-/// Up and in phase 2, with nothing waiting on the line.
+/// Up and in phase 2, X-rays allowed, with nothing waiting on the line.
 struct UpBench : Bench {
-    explicit UpBench(std::initializer_list<std::string_view> settings = {}) : Bench(settings) { wait(4000); }
+    explicit UpBench(std::initializer_list<std::string_view> settings = {}) : Bench(settings) {
+        wait(4000);
+        ask("RX1");
+    }
 };
 
 /// The same in calibration.

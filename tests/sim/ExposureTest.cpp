@@ -39,16 +39,58 @@ TEST(Exposure, TheConsoleCanGiveTheWord) {
     EXPECT_TRUE(holds(lines, "XR1"));
 }
 
-TEST(Exposure, NeedsTheConsolesLeaveAndAClosedDoor) {
-    UpBench bench;
-    EXPECT_EQ(bench.ask("RX0"), Lines{"AK"});
+TEST(Exposure, StopsAndStaysAwayWhileTheDoorIsOpenOrTheConsoleForbidsIt) {
+    struct Case {
+        std::string_view begin;
+        std::int64_t ms;
+        Lines end; ///< what is told in the end
+    };
+    const Case kCases[] = {
+        {"prepare", 500, {"PS0", "ST2"}},
+        {"prepare", 1500, {"PR0", "PS0", "ST2"}},
+        {"expose", 500, {"XS0", "PS0", "ST2"}},
+        {"expose", 1500, {"XR0", "XE1", "PD010050.0500.0", "MXS50.0", "XS0", "PR0", "PS0", "ST2"}},
+        {"fluoro on", 500, {"FLX0", "FLT0", "ST2"}}};
+    for (const bool door : {true, false}) {
+        for (const auto& [begin, ms, end] : kCases) {
+            SCOPED_TRACE(std::string(door ? "door, " : "RX, ") + std::string(begin) + " " +
+                         std::to_string(ms));
+            UpBench bench;
+            bench.ask("MS 1000");
+            bench.after(begin, ms);
+            Lines told = door ? bench.after("door 1", 5000) : bench.ask("RX0", 5000);
+            ASSERT_FALSE(told.empty());
+            EXPECT_EQ(told.front(), door ? "DL1" : "AK");
+            EXPECT_EQ(Lines(told.begin() + 1, told.end()), end);
+            EXPECT_EQ(bench.desk(begin).substr(0, 1), "?");
+            EXPECT_EQ(door ? bench.after("door 0", 5000) : bench.ask("RX1", 5000), Lines{door ? "DL0" : "AK"})
+                << "nothing begins by itself";
+            EXPECT_EQ(bench.desk(begin), "");
+        }
+    }
+}
+
+TEST(Exposure, AnAutocalibrationGoesOnOnceTheDoorIsClosed) {
+    CalibratingBench bench({"autoexpose=1", "exposures=1"});
+    bench.ask("CAU1", 2000);
+    bench.ask("CAU1", 8000); // in the first preparation
+    EXPECT_TRUE(holds(bench.after("door 1", 100), "ST9"));
+    EXPECT_EQ(bench.wait(10'000), Lines{});
+    EXPECT_TRUE(holds(bench.after("door 0", 10'000), "ST13"));
+}
+
+TEST(Exposure, WaitsAfterPowerUpUntilTheConsoleHasAllowedIt) {
+    Bench bench;
+    EXPECT_TRUE(holds(bench.wait(4000), "RX?"));
     EXPECT_EQ(bench.desk("expose").substr(0, 1), "?");
+    EXPECT_EQ(bench.ask("ST", 7000), Lines{"ST2"}) << "it waits for the answer";
+    EXPECT_EQ(bench.ask("ST"), (Lines{"ST2", "RX?"})) << "a console that missed the question is asked again";
+    EXPECT_EQ(bench.ask("RX0"), Lines{"AK"});
     EXPECT_EQ(bench.desk("fluoro on").substr(0, 1), "?");
+    EXPECT_EQ(bench.ask("ST", 7000), Lines{"ST2"}) << "answered";
     bench.ask("RX1");
-    bench.desk("door 1");
-    EXPECT_EQ(bench.desk("prepare"), "?the door is open");
-    bench.desk("door 0");
-    EXPECT_EQ(bench.desk("prepare"), "");
+    EXPECT_EQ(bench.desk("expose"), "");
+    EXPECT_EQ(Bench({"startphase=2"}).desk("expose"), "") << "it was allowed long ago";
 }
 
 TEST(Exposure, TheChamberCutsItShort) {
@@ -110,7 +152,7 @@ TEST(Faults, AnErrorStandsUntilItsReset) {
 TEST(Faults, AnErrorEndsThePowerUp) {
     Bench bench;
     EXPECT_EQ(bench.after("error 1", 10'000), (Lines{"ST1", "ST7", "ER1"}));
-    EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
+    EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2", "RX?"}));
 }
 
 TEST(Faults, AnErrorStopsTheExposure) {

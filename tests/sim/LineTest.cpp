@@ -65,6 +65,20 @@ TEST(Answers, TheEndOfAMessageCanBeChosen) {
     EXPECT_EQ(both.bytes(), "ST2\r\n\x03");
 }
 
+TEST(Answers, TakeTheirTimeOnALineWithAPace) {
+    UpBench bench({"line=19200", "ack=0", "answer=0"});
+    bench.raw("KV?\r\n\x03KV+\r\n\x03");
+    // Six bytes of a frame, four of the acknowledgement, six of the value: 0.52 ms each.
+    std::string pieces;
+    for (int ms = 1; ms <= 14; ++ms) {
+        const std::size_t before = bench.bytes().size();
+        bench.generator().advance(bench.now() + ms);
+        pieces += std::to_string(bench.bytes().size() - before);
+    }
+    EXPECT_EQ(pieces, "00001222222222");
+    EXPECT_EQ(bench.wait(14 + 100), (Lines{"AK", "KV70", "AK", "KV71"}));
+}
+
 TEST(Frames, MayComeInPiecesOrTogether) {
     UpBench bench;
     for (const char byte : std::string("ST\r\n\x03")) {

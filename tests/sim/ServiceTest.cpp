@@ -102,7 +102,9 @@ TEST(Calibration, ValuesAreChangedStoredAndReadBack) {
     EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV310"}));
     EXPECT_EQ(bench.ask("CV0500"), (Lines{"AK", "CV500"}));
     EXPECT_EQ(bench.ask("CS"), (Lines{"AK", "CV500"}));
-    EXPECT_EQ(bench.ask("CV1024"), Lines{});
+    EXPECT_EQ(bench.ask("CV4096"), Lines{});
+    EXPECT_EQ(bench.ask("CV4095"), (Lines{"AK", "CV4095"}));
+    EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV500"}));
     for (const auto& [asked, value] :
          {std::pair{"KV?", "KV70"}, {"MS?", "MS100"}, {"MX?", "MX1.0"}, {"FO?", "FO11"}}) {
         EXPECT_EQ(bench.ask(asked).at(1), value);

@@ -37,7 +37,7 @@ inline constexpr auto kRadPageRows = std::to_array<ControlRow>({
     {Kind::Button, "cmbTM",                     2, kRadPage, {1950, 2085, 900, 510}, 10, "2P", false},
     {Kind::Button, "cmbTM",                     3, kRadPage, {2895, 2085, 900, 510}, 10, "3P", false},
     {Kind::Button, "cmdSWExposure",            -1, kRadPage, {3840, 2085, 900, 510}, 10, "Expose", false},
-    {Kind::Label,  "lblWarning",               -1, kRadPage, {60, 2640, 4680, 285}, 10, "", false},
+    lamp({Kind::Label, "lblWarning",           -1, kRadPage, {60, 2640, 4680, 285}, 10, "", false}),
     {Kind::Frame,  "fraReadExposureCounter",   -1, kRadPage, {60, 2970, 2310, 1260}, 8, "Exposure Counters"},
     {Kind::List,   "comboReadExposureCounter", -1, "fraReadExposureCounter", {60, 225, 1440, 540}, 10, ""},
     {Kind::Button, "cmbReadExposureCounter",   -1, "fraReadExposureCounter", {1560, 225, 690, 540}, 10,

@@ -50,7 +50,15 @@ TEST_F(ExposureControlTest, DigitalModesLightTheTwinKeys) {
 }
 
 TEST_F(ExposureControlTest, DensityOfAnUnknownRangeAsksForIt) {
-    prepare({"ST2"});
+    prepare({"ST2", "FI11"});
+    for (const std::string_view step :
+         {"AECDensityUp", "AECDensityDown", "AECDensityUpLocal", "AECDensityDownLocal"}) {
+        link.call(step);
+    }
+    link.call("SetAECDensity", {0});
+    hold("cmbAECDensityUp", 700);
+    EXPECT_THAT(sentSoon(), IsEmpty()) << "no step means anything yet";
+    EXPECT_THAT(takeEvents(), IsEmpty());
     receive({"FN41", "FN41"});
     EXPECT_THAT(sentSoon(), ElementsAre("MD?", "AF"));
     receive({"MD4", "MDx", "FN51"});

@@ -44,6 +44,18 @@ TEST_F(FluoroscopyTest, ValuesReachFieldPropertyAndHost) {
     expectReports({{"FLK60", "txtFlKVP", "60", {}}});
 }
 
+TEST_F(FluoroscopyTest, AValueThatIsReportedAgainShowsInAFieldThatWasEmptied) {
+    const std::vector<std::pair<std::string_view, std::string_view>> reports{
+        {"FLK80", "txtFlKVP"},      {"FLKS80", "txtFlKVP"},      {"FLT12", "txtFlTime"},
+        {"FLTS12", "txtFlTime"},    {"FLMA20", "txtFlMA"},       {"FLP3", "txtFlPPS"},
+        {"FLC11", "txtFlContrast"}, {"KVT2", "txtFlKVPTracking"}};
+    for (const auto& [message, field] : reports) {
+        prepare({"ST2", message, "WM0"});
+        EXPECT_EQ(caption(field), "") << message;
+        EXPECT_NE(captionAfter(message, field), "") << message;
+    }
+}
+
 TEST_F(FluoroscopyTest, PulseRateZeroMeansContinuous) {
     const auto continuous = [this](std::string_view message) {
         msg(message);
@@ -100,7 +112,7 @@ TEST_F(FluoroscopyTest, MagnificationStepsHaveAKeyEachButTheLast) {
 TEST_F(FluoroscopyTest, ContrastIsShownWhenItsFlagSaysSo) {
     expectReports({{"FLC01", "txtFlContrast", "Low", {"FlContrastChange(0)"}},
                    {"FLC10", "txtFlContrast", "Low", {}},
-                   {"FLC11", "txtFlContrast", "Low", {}}, // stored already
+                   {"FLC11", "txtFlContrast", "Low", {}}, // stored already, and not to be shown
                    {"FLC21", "txtFlContrast", "VeryHigh", {"FlContrastChange(2)"}},
                    {"FLC1", "txtFlContrast", "VeryHigh", {}},
                    {"FLC11", "txtFlContrast", "High", {"FlContrastChange(1)"}},

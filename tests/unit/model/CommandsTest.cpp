@@ -122,6 +122,14 @@ TEST_F(CommandsTest, EachIsRefusedOutsideItsPhases) {
 TEST_F(CommandsTest, WhatIsNoCommandAndWhatNoMessageCanCarryIsRefused) {
     EXPECT_EQ(faultOf([] { (void)phasesOf("none"); }), Fault::kNotFound);
     EXPECT_EQ(faultOf([this] { link.call("SetFlPPS", {40000}); }), Fault::kArgumentsRefused);
+    for (const std::string_view wish : {"yes", "", "1e999"}) {
+        EXPECT_EQ(faultOf([&] {
+                      link.call("Workstation", {1, std::string(wish)});
+                  }),
+                  Fault::kArgumentsRefused);
+    }
+    settle();
+    EXPECT_THAT(sent, testing::IsEmpty());
 }
 
 TEST_F(CommandsTest, AnAutocalibrationThrowsAwayWhatWaits) {

@@ -134,6 +134,24 @@ TEST_F(ErrorsTest, LampsAreLitAndDarkened) {
     }
 }
 
+TEST_F(ErrorsTest, APowerUpLeavesNothingButTheHeatOfWhatWasReported) {
+    for (const std::string_view message : {"ST8", "ST2", "WN17", "INFhello", "WM5", "HE45", "ER12"}) {
+        msg(message);
+    }
+    link.timer("tmrBlink").run();
+    advance(500);
+    ASSERT_EQ(caption("cmbResetError"), "ERROR 12");
+    ASSERT_EQ(caption("cmbConfiguration"), "OFF");
+    msg("ST1");
+    for (const std::string_view text : {"lblWarning", "txtInfo", "txtWorkingMode"}) {
+        EXPECT_EQ(caption(text), "") << text;
+    }
+    EXPECT_EQ(caption("cmbResetError"), "Reset Error");
+    EXPECT_EQ(caption("cmbConfiguration"), "ON");
+    EXPECT_EQ(caption("txtPHASE"), "Initialization");
+    EXPECT_EQ(caption("txtHU"), "HU 45%") << "the tube is as hot as it was";
+}
+
 TEST_F(ErrorsTest, AConfirmedAutocalibrationKeepsTheTubeLampDark) {
     phase(2);
     phase(6);

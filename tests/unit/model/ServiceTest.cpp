@@ -152,6 +152,7 @@ TEST_F(ServiceTest, TheCalibrationValueMovesTheSliderAndTheSliderSendsIt) {
     EXPECT_EQ(captionAfter("CV0512", "txtCalValue"), "0512");
     EXPECT_EQ(control("sldCalValue").value(), 512);
     EXPECT_EQ(control("sldCalValue").selectionStart(), 512);
+    EXPECT_EQ(control("sldCalValue").toolTip(), "512");
     EXPECT_EQ(captionAfter("CVx", "txtCalValue"), "0512");
     EXPECT_EQ(control("sldCalValue").value(), 512);
 

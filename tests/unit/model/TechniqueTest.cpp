@@ -162,13 +162,14 @@ TEST_F(TechniqueTest, TextsThatAreNoNumbers) {
     }
 }
 
-TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsDropped) {
+TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
     phase(2);
-    for (const std::string_view mnemonic : {"KVS", "MAS", "MSS"}) {
+    for (const auto& [mnemonic, field] : {std::pair{"KVS", "txtKVp"}, {"MAS", "txtMA"}, {"MSS", "txtMS"}}) {
         SCOPED_TRACE(mnemonic);
         const std::string message = std::string(mnemonic) + "77";
         msg(message);
-        msg(message);
+        control(field).setCaption("");
+        EXPECT_EQ(captionAfter(message, field), "77");
         EXPECT_EQ(events.size(), 1);
         // A blank in front makes the text another one.
         msg(std::string(mnemonic) + " 77");
@@ -178,6 +179,56 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsDropped) {
     msg("MXS7.0");
     msg("MXS7.0");
     EXPECT_EQ(events.size(), 2);
+
+    // The same text in the fields of calibration, and on the way back, where another one stood.
+    phase(6);
+    forget();
+    EXPECT_EQ(captionAfter("MSS 77", "txtMSCal"), "77");
+    EXPECT_EQ(captionAfter("MSS77", "txtMSCal"), "77");
+    EXPECT_EQ(captionAfter("MASE01", "txtMACal"), "E01");
+    EXPECT_EQ(captionAfter("MASE01", "txtMACal"), "E01");
+    EXPECT_THAT(events, ElementsAre("CalibrationParameters(1)"));
+    phase(9);
+    EXPECT_EQ(captionAfter("KVS81", "txtKVPCal"), "81");
+    control("txtKVPCal").setCaption("");
+    EXPECT_EQ(captionAfter("KVS81", "txtKVPCal"), "81");
+}
+
+TEST_F(TechniqueTest, TheRangeOfAParameterEndsWithIt) {
+    platform.folder.put("temp.ini", "[Extended]\r\nE03=255\r\n");
+    link.call("ReadInitConfiguration");
+    Control& slider = control("sldCalValue");
+    const auto toParameter = [&] {
+        phase(2);
+        phase(6);
+        msg("MASE02");
+        EXPECT_EQ(slider.maximum(), 255);
+    };
+    for (const std::string_view end : {"MA100", "MAS100", "MASE03", "ST1", "ST2", "ST8"}) {
+        toParameter();
+        msg(end);
+        EXPECT_EQ(slider.maximum(), 4095) << end;
+    }
+    put("CalibrationDataSize", 10);
+    toParameter();
+    // A value of the station that comes before the station itself is not cut off by the range.
+    msg("CV310");
+    EXPECT_EQ(slider.toolTip(), "255");
+    msg("MA100");
+    EXPECT_EQ(slider.maximum(), 1023) << "as the host has told it";
+    EXPECT_EQ(slider.toolTip(), "310");
+    forget();
+    slider.on.release();
+    settle();
+    EXPECT_THAT(sent, ElementsAre("CV0310"));
+    msg("MASE02");
+    EXPECT_EQ(slider.toolTip(), "255") << "the narrower range has moved it";
+    phase(9);
+    phase(2);
+    phase(6);
+    forget();
+    msg("MASE02");
+    EXPECT_THAT(events, ElementsAre("CalibrationParameters(2)")) << "forgotten meanwhile, so it is news";
 }
 
 TEST_F(TechniqueTest, FourZerosAreTenSeconds) {

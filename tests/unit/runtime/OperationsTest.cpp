@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 
 #include "tests/unit/base/Faults.h"
@@ -57,8 +58,15 @@ TEST_F(OperationsTest, PropertiesAreReadAndWrittenByName) {
     operations.set("RETRIES", std::string("9"));
     EXPECT_EQ(retries, 9);
     EXPECT_EQ(operations.get("retries"), Value(std::int32_t{9}));
-    operations.set("colour", 4294967295.0);
-    EXPECT_EQ(colour, 0xFFFFFFFF);
+    for (const auto& [value, bits] :
+         {std::pair{4294967295.0, 0xFFFFFFFFU}, {-2147483633.0, 0x8000000FU}, {12632256.0, 0xC0C0C0U}}) {
+        operations.set("colour", value);
+        EXPECT_EQ(colour, bits);
+    }
+    for (const double value : {4294967296.0, -2147483649.0, 1e300, std::nan("")}) {
+        EXPECT_EQ(faultOf([&] { operations.set("colour", value); }), Fault::kArgumentsRefused) << value;
+    }
+    EXPECT_EQ(colour, 0xC0C0C0U);
     EXPECT_FALSE(operations.canGet("Colour"));
     EXPECT_FALSE(operations.canSet("Version"));
     EXPECT_EQ(faultOf([&] { operations.set("Version", true); }), Fault::kNotFound);

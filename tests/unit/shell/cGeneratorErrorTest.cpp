@@ -34,6 +34,7 @@ TEST_F(cGeneratorErrorTest, AnswersFromTheFirstRowThatFits) {
           "14=A=B=1\r\n"
           "15=other class=7\r\n"
           "16=no class\r\n"
+          "16=words of another row=2\r\n"
           "1e999=too large=1\r\n"
           "-17=T\xC3\xBCr=0\r\n");
     for (const auto& [code, description, type] :
@@ -62,6 +63,16 @@ TEST_F(cGeneratorErrorTest, AFileThatCannotBeUsedLeavesItEmpty) {
     EXPECT_EQ(table.ErrorType(12), 3);
     setup("13=Rotor=2\r\n");
     EXPECT_EQ(table.Description(12), "") << "nothing is left of the file before";
+}
+
+TEST_F(cGeneratorErrorTest, TheFileMayLieInAnotherDirectory) {
+    folder.put("D:\\Texts\\error_info.txt", "12=Porte ouverte=2\r\n");
+    setup("12=Door open=1\r\n");
+    EXPECT_EQ(table.Description(12), "Door open");
+    table.Setup("D:\\Texts\\error_info.txt");
+    EXPECT_EQ(table.Description(12), "Porte ouverte");
+    table.Setup("D:\\Texts\\other.txt");
+    EXPECT_EQ(table.problem()->number, 513);
 }
 
 TEST_F(cGeneratorErrorTest, TextsOfTheCodePageAreTakenAsTheyAre) {
