@@ -51,6 +51,7 @@ private:
     void handshakingTick();
     void waitAfterRxTick();
     void transmit(const QueuedMessage& message);
+    void frameLeft(std::string_view frame, bool sent);
 
     LinkState& state_;
     LinkEvents& events_;

@@ -227,6 +227,7 @@ TorvaneSerialV3_07_QLC1::TorvaneSerialV3_07_QLC1(const Context& context)
 TorvaneSerialV3_07_QLC1::~TorvaneSerialV3_07_QLC1() {
     parts_->port.setReceiver({});
     parts_->port.close();
+    parts_->port.setOutcome({});
 }
 
 LinkEvents& TorvaneSerialV3_07_QLC1::events() {

@@ -2,6 +2,7 @@
 
 #ifndef _WIN32
 #include <poll.h>
+#include <sys/ioctl.h>
 #endif
 
 #include "base/Numbers.h"
@@ -14,6 +15,7 @@ namespace quillon {
 namespace {
 
 constexpr int kWatchInterval = 1000;
+constexpr int kRetryInterval = 5; // about two short frames at 19200 baud
 constexpr std::size_t kLongestPath = 255;
 
 } // namespace
@@ -59,8 +61,12 @@ QString devicePath(int port, const Folder& folder) {
 #endif
 }
 
-QtSerialPort::QtSerialPort(const Folder& folder) : folder_(folder) {
+QtSerialPort::QtSerialPort(const Folder& folder, const Clock& clock)
+    : folder_(folder), clock_(clock),
+      backlog_([this](std::string_view frame, bool sent) { tellOutcome(frame, sent); }) {
     connect(&watch_, &QTimer::timeout, this, [this] { watch(); });
+    connect(&retry_, &QTimer::timeout, this, [this] { pass(); });
+    retry_.setInterval(kRetryInterval);
 }
 
 bool QtSerialPort::open(int port, std::string_view settings) {
@@ -84,11 +90,64 @@ void QtSerialPort::close() {
     dropDevice();
 }
 
-void QtSerialPort::write(std::string_view bytes) {
-    const auto size = static_cast<qint64>(bytes.size());
-    if (device_ != nullptr && device_->bytesToWrite() + size <= kWriteLimit) {
-        device_->write(bytes.data(), size);
+void QtSerialPort::write(std::string_view frame) {
+    if (!wanted_) {
+        return;
     }
+    backlog_.add(frame, clock_.now());
+    if (device_ == nullptr) {
+        backlog_.clear();
+    } else {
+        pass();
+    }
+}
+
+void QtSerialPort::pass() {
+    backlog_.pass(clock_.now(), [this](std::string_view frame) { return take(frame); });
+    if (backlog_.empty()) {
+        retry_.stop();
+    } else if (!retry_.isActive()) {
+        retry_.start();
+    }
+}
+
+/// The device may fail in here; what waits is lost then, this frame included.
+bool QtSerialPort::take(std::string_view frame) {
+    if (inDevice() > 0 || !hasRoom()) {
+        return false;
+    }
+    device_->write(frame.data(), static_cast<qint64>(frame.size()));
+    if (device_ != nullptr) {
+        device_->flush();
+    }
+    return device_ != nullptr;
+}
+
+/// Bytes that the device has taken and that are not out yet.
+qint64 QtSerialPort::inDevice() const {
+    if (device_ == nullptr) {
+        return 0;
+    }
+    int queued = 0;
+#ifndef _WIN32
+    if (ioctl(device_->handle(), TIOCOUTQ, &queued) != 0) {
+        queued = 0; // the driver does not know
+    }
+#endif
+    return device_->bytesToWrite() + queued;
+}
+
+/// Without room a frame would lie in Qt's buffer, out of reach, for as long as the far end takes nothing.
+bool QtSerialPort::hasRoom() const {
+#ifdef _WIN32
+    return device_ != nullptr;
+#else
+    if (device_ == nullptr) {
+        return false;
+    }
+    pollfd line{device_->handle(), POLLOUT, 0};
+    return poll(&line, 1, 0) > 0 && (line.revents & POLLOUT) != 0;
+#endif
 }
 
 bool QtSerialPort::connectDevice() {
@@ -118,11 +177,13 @@ void QtSerialPort::dropDevice() {
     if (device_ == nullptr) {
         return;
     }
+    retry_.stop();
     // It may be in the middle of telling its error: silenced at once, and destroyed afterwards.
     QSerialPort* device = device_.release();
     device->disconnect(this);
     device->close();
     device->deleteLater();
+    backlog_.clear();
 }
 
 void QtSerialPort::deviceLost() {

@@ -27,10 +27,15 @@ void MemorySerialPort::write(std::string_view bytes) {
     if (!isOpen()) {
         return;
     }
+    if (gone_) {
+        tellOutcome(bytes, false);
+        return;
+    }
     written_ += bytes;
     if (onWritten) {
         onWritten(bytes);
     }
+    tellOutcome(bytes, true);
 }
 
 void MemorySerialPort::receive(std::string_view bytes) {

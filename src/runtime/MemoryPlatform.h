@@ -34,6 +34,8 @@ public:
     void receive(std::string_view bytes);
     /// From now on COM port `port` can't be opened, or can be again. An open port stays open.
     void setFailing(int port, bool failing);
+    /// From now on the device is gone, or back: what is written meanwhile is lost.
+    void setGone(bool gone) { gone_ = gone; }
     /// Everything written since the last call.
     std::string takeWritten();
 
@@ -44,6 +46,7 @@ public:
 private:
     std::optional<int> openPort_;
     std::set<int> failing_;
+    bool gone_ = false;
     std::string written_;
 };
 

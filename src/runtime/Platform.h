@@ -16,6 +16,7 @@ namespace quillon {
 class SerialPort {
 public:
     using Receiver = std::function<void(std::string_view bytes)>;
+    using Outcome = std::function<void(std::string_view frame, bool sent)>;
 
     virtual ~SerialPort() = default;
     /// Opens COM port `port` with settings such as "19200,n,8,1", after closing what was open. The result
@@ -23,13 +24,25 @@ public:
     virtual bool open(int port, std::string_view settings) = 0;
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
-    /// Queues the bytes for the line; what a vanished device cannot take is thrown away.
-    virtual void write(std::string_view bytes) = 0;
+    /// Hands one frame to the line. What a device does not take in good time, or at all, is thrown away.
+    virtual void write(std::string_view frame) = 0;
     /// Called with the bytes of each receive event, in order, never from inside write().
     void setReceiver(Receiver receiver) { receiver_ = std::move(receiver); }
+    /// Told what became of each frame written to an open port, once and in order, as a rule from inside
+    /// write(): the device has taken it, or it was thrown away.
+    void setOutcome(Outcome outcome) { outcome_ = std::move(outcome); }
 
 protected:
+    void tellOutcome(std::string_view frame, bool sent) const {
+        if (outcome_) {
+            outcome_(frame, sent);
+        }
+    }
+
     Receiver receiver_;
+
+private:
+    Outcome outcome_;
 };
 
 /// The per-user store of key and value, addressed by application, section and key.

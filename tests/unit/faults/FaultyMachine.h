@@ -41,9 +41,11 @@ struct FaultyMachine {
         }
         [[nodiscard]] bool isOpen() const override { return opened; }
         void write(std::string_view bytes) override {
-            if (!machine.write.fails()) {
+            const bool sent = !machine.write.fails();
+            if (sent) {
                 machine.memory.port.write(bytes);
             }
+            tellOutcome(bytes, sent);
         }
         void receive(std::string_view bytes) {
             if (opened && receiver_ && !machine.read.fails()) {
