@@ -149,11 +149,12 @@ void MemoryDesktop::setScreen(int width, int height) {
     height_ = height;
 }
 
-void MemoryPowerControl::exitWindows(bool restart, bool force) {
+Refusal MemoryPowerControl::exitWindows(bool restart, bool force) {
     exits_.push_back({restart, force});
     if (onExit) {
         onExit(exits_.back());
     }
+    return refusal_;
 }
 
 void VirtualTime::advance(Milliseconds ms, const std::function<bool()>& stop) {

@@ -145,12 +145,16 @@ public:
         bool operator==(const Exit&) const = default;
     };
 
-    void exitWindows(bool restart, bool force) override;
+    [[nodiscard]] Refusal exitWindows(bool restart, bool force) override;
 
+    /// From now on the system refuses; nothing for one that does as it is asked.
+    void setRefusal(Refusal refusal) { refusal_ = std::move(refusal); }
+    /// What was asked for, refused or not.
     [[nodiscard]] const std::vector<Exit>& exits() const { return exits_; }
     std::function<void(const Exit&)> onExit;
 
 private:
+    Refusal refusal_;
     std::vector<Exit> exits_;
 };
 

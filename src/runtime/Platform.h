@@ -94,11 +94,15 @@ public:
     virtual void beep() = 0;
 };
 
+/// Why something was not done, in words for the operator; nothing when it was.
+using Refusal = std::optional<std::string>;
+
 /// Restarting the PC.
 class PowerControl {
 public:
     virtual ~PowerControl() = default;
-    virtual void exitWindows(bool restart, bool force) = 0;
+    /// Asks the system to shut down or to restart; the system then ends this program like all others.
+    [[nodiscard]] virtual Refusal exitWindows(bool restart, bool force) = 0;
 };
 
 } // namespace quillon

@@ -8,13 +8,10 @@
 #include "console/ctrQuillonConsole.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
-#include "shell/System.h"
 #include "shell/frmMain.h"
 
 namespace quillon {
 namespace {
-
-using testing::ElementsAre;
 
 /// The application on a machine in memory.
 class StartTest : public testing::Test {
@@ -171,12 +168,6 @@ TEST_F(StartTest, TheHandLetsGoOfWhatGoes) {
     application->console().removeKeyed("Extra");
     application->input().release(key);
     EXPECT_EQ(releases, 0);
-}
-
-TEST(System, HandsTheRestartOn) {
-    MemoryPowerControl power;
-    System(power).ExitWindows(true, false);
-    EXPECT_THAT(power.exits(), ElementsAre(MemoryPowerControl::Exit{true, false}));
 }
 
 } // namespace
