@@ -29,6 +29,8 @@ public:
     void sent(std::string_view message);
     /// A frame was written that the device did not take.
     void notSent(std::string_view message);
+    /// Something about the port itself.
+    void noted(std::string_view text);
     /// A frame came, with the CR that ends its last message. Nothing happens for an empty one.
     void received(std::string_view frame);
 

@@ -98,7 +98,7 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
                                                                                 log.received(text);
                                                                                 decoder.DecodeMessages(text);
                                                                             }),
-      portControl(panel, given.port, settings, events, send, poll), commands(state, send, operations),
+      portControl(panel, given.port, settings, events, send, poll, log), commands(state, send, operations),
       pages(panel, generator, fromGUI),
       frame(panel), context{state, generator, settings, facts,        events,
                             send,  poll,      commands, decoder,      operations,

@@ -1,5 +1,10 @@
 #include "qt/QtSerialPort.h"
 
+#include <cstdio>
+
+#include <QFileInfo>
+#include <QLockFile>
+
 #ifndef _WIN32
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -17,6 +22,36 @@ namespace {
 constexpr int kWatchInterval = 1000;
 constexpr int kRetryInterval = 5; // about two short frames at 19200 baud
 constexpr std::size_t kLongestPath = 255;
+
+/// Who has locked the device; empty when nobody has. A lock stays behind when its owner was killed, and
+/// another account may not remove it.
+QString lockOf(const QString& portName) {
+    for (const char* directory : {"/var/lock", "/run/lock", "/var/spool/lock", "/tmp", "/var/tmp"}) {
+        const QString file =
+            QStringLiteral("%1/LCK..%2").arg(QLatin1String(directory), QString(portName).replace(u'/', u'_'));
+        if (!QFileInfo::exists(file)) {
+            continue;
+        }
+        qint64 process = 0;
+        QString host;
+        QString program;
+        const QString owner = QLockFile(file).getLockInfo(&process, &host, &program)
+                                  ? QStringLiteral("process %1 (%2), ").arg(process).arg(program)
+                                  : QString();
+        return owner + file;
+    }
+    return {};
+}
+
+std::string reasonOf(const QSerialPort& device, const QString& path) {
+    QString reason = path + ": " + device.errorString();
+    if (device.error() == QSerialPort::PermissionError) {
+        if (const QString owner = lockOf(device.portName()); !owner.isEmpty()) {
+            reason += ", locked by " + owner;
+        }
+    }
+    return fromQt(reason);
+}
 
 } // namespace
 
@@ -72,14 +107,18 @@ QtSerialPort::QtSerialPort(const Folder& folder, const Clock& clock)
 bool QtSerialPort::open(int port, std::string_view settings) {
     close();
     const std::optional<LineSettings> line = LineSettings::parse(settings);
-    if (!line) {
-        return false;
+    if (line) {
+        port_ = port;
+        settings_ = *line;
+        wanted_ = connectDevice();
+    } else {
+        failure_ = "no settings of a line: " + std::string(settings);
     }
-    port_ = port;
-    settings_ = *line;
-    wanted_ = connectDevice();
     if (wanted_) {
         watch_.start(kWatchInterval);
+    } else {
+        failure_.insert(0, "COM" + std::to_string(port) + ": ");
+        std::fprintf(stderr, "quillon: %s\n", failure_.c_str());
     }
     return wanted_;
 }
@@ -158,6 +197,7 @@ bool QtSerialPort::connectDevice() {
     device->setStopBits(settings_.stopBits);
     device->setFlowControl(QSerialPort::NoFlowControl);
     if (!device->open(QIODevice::ReadWrite)) {
+        failure_ = reasonOf(*device, devicePath(port_, folder_));
         return false;
     }
     // A line hears nothing while it is closed, whatever the system kept of that time.

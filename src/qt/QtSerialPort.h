@@ -37,6 +37,7 @@ public:
     QtSerialPort(const Folder& folder, const Clock& clock);
 
     bool open(int port, std::string_view settings) override;
+    [[nodiscard]] std::string failure() const override { return failure_; }
     void close() override;
     [[nodiscard]] bool isOpen() const override { return wanted_; }
     void write(std::string_view frame) override;
@@ -68,6 +69,7 @@ private:
     QTimer retry_; // runs while something waits
     int port_ = 0;
     LineSettings settings_{};
+    std::string failure_;
     bool wanted_ = false;
     int losses_ = 0;
 };

@@ -20,8 +20,10 @@ public:
 
     virtual ~SerialPort() = default;
     /// Opens COM port `port` with settings such as "19200,n,8,1", after closing what was open. The result
-    /// says whether the port stands open; no failure is reported in any other way.
+    /// says whether the port stands open.
     virtual bool open(int port, std::string_view settings) = 0;
+    /// Which device the last open() failed at and why, for a log; empty when there is no more to tell.
+    [[nodiscard]] virtual std::string failure() const { return {}; }
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
     /// Hands one frame to the line. What a device does not take in good time, or at all, is thrown away.

@@ -104,6 +104,7 @@ public:
         recorder_.opened(port, succeeded);
         return succeeded;
     }
+    [[nodiscard]] std::string failure() const override { return line_.failure(); }
     void close() override { line_.close(); }
     [[nodiscard]] bool isOpen() const override { return line_.isOpen(); }
     void write(std::string_view frame) override {

@@ -2,6 +2,8 @@
 #include <ctime>
 #include <optional>
 
+#include <unistd.h>
+
 #include <QTemporaryDir>
 
 #include "Bench.h"
@@ -123,11 +125,23 @@ TEST_F(SerialPortTest, AFarEndThatReadsAgainGetsNoOldFrames) {
 TEST_F(SerialPortTest, AFirstOpenThatFailsSaysSo) {
     EXPECT_FALSE(open());
     EXPECT_FALSE(port.isOpen());
+    EXPECT_EQ(port.failure(), "COM3: " + link + ": No such file or directory");
     waitFor([] { return false; }, 1100);
     EXPECT_FALSE(port.connected()) << "what was never open is not tried again";
     plug();
     EXPECT_FALSE(port.open(3, "fast,n,8,1"));
+    EXPECT_EQ(port.failure(), "COM3: no settings of a line: fast,n,8,1");
     EXPECT_TRUE(open());
+}
+
+TEST_F(SerialPortTest, ADeviceInUseIsToldWithItsOwner) {
+    plug();
+    QtSerialPort other(folder, clock);
+    ASSERT_TRUE(other.open(3, "19200,n,8,1"));
+    EXPECT_FALSE(open());
+    EXPECT_THAT(port.failure(),
+                testing::AllOf(testing::StartsWith("COM3: " + link + ": "),
+                               testing::HasSubstr("locked by process " + std::to_string(getpid()))));
 }
 
 TEST_F(SerialPortTest, PortsAreNamedByTheIniFileOrTheSystem) {

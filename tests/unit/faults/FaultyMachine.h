@@ -35,6 +35,7 @@ struct FaultyMachine {
             close();
             return opened = !machine.open.fails() && machine.memory.port.open(port, settings);
         }
+        [[nodiscard]] std::string failure() const override { return "COM1: gone"; }
         void close() override {
             opened = false;
             machine.memory.port.close();

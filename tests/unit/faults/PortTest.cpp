@@ -68,11 +68,14 @@ TEST(Port, WritesThatFailForGoodAreToldAsALostGeneratorOnce) {
 
 TEST(Port, TheLogTellsWhatTheDeviceTookAndWhatItDidNot) {
     FaultyMachine machine;
+    machine.open.failing = 1;
     machine.write = {2, false};
     machine.start("-logFile");
+    machine.application->console().PortOpen(true);
     machine.wait(4000);
     EXPECT_EQ(machine.memory.port.takeWritten(), "ST\r\n\x03ST\r\n\x03");
-    EXPECT_EQ(*machine.memory.folder.find("log.txt"), "(Tx)ST\r\n\r\n(Nx)HU\r\n\r\n(Tx)ST\r\n\r\n");
+    EXPECT_EQ(*machine.memory.folder.find("log.txt"),
+              "(--)COM1: gone\r\n\r\n(Tx)ST\r\n\r\n(Nx)HU\r\n\r\n(Tx)ST\r\n\r\n");
 }
 
 // Noise can turn a report into one of a phase that does not exist. The poll must go on, or nobody would ever
