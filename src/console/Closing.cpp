@@ -1,5 +1,7 @@
 #include "console/Closing.h"
 
+#include <string>
+
 #include "base/Text.h"
 
 namespace quillon {
@@ -11,6 +13,7 @@ constexpr int kShutdownHold = 4000; // ms the key has to be held
 
 constexpr std::string_view kShutdownTitle = "Torvane Generator Service";
 constexpr std::string_view kShutdownQuestion = "Close the port and restart the PC?";
+constexpr std::string_view kRestartRefused = "The PC was not restarted: ";
 
 /// Anywhere on the command line this keeps the PC on.
 constexpr std::string_view kKeepPcOn = "-d";
@@ -107,8 +110,16 @@ void Closing::shutdownTick() {
         return;
     }
     context_.link.leavePort();
-    if (!containsNoCase(context_.commandLine, kKeepPcOn) && context_.restartPc) {
-        context_.restartPc();
+    if (containsNoCase(context_.commandLine, kKeepPcOn) || !context_.restartPc) {
+        return;
+    }
+    if (const Refusal refusal = context_.restartPc()) {
+        // First the line: the machine is not left alone while the box stands.
+        context_.link.setPortOpen(true);
+        if (!context_.link.PortOpen()) {
+            context_.events.CannotOpenPort.raise();
+        }
+        context_.desktop.message(BoxKind::Critical, kShutdownTitle, std::string(kRestartRefused) + *refusal);
     }
 }
 

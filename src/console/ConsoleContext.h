@@ -24,7 +24,7 @@ struct ConsoleContext {
     Desktop& desktop;
     EventLoop& loop;
     std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner
-    std::function<void()> restartPc;
+    std::function<Refusal()> restartPc;
     std::string commandLine;
 };
 

@@ -140,7 +140,8 @@ void ServiceSession::cancelLending() {
     if (context_.console.timer("tmrCalOFF").running()) {
         become(Run::LeavingCalibration);
     } else {
-        breakOff();
+        hooks_ = {};
+        run_ = Run::None;
     }
 }
 

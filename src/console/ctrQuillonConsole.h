@@ -28,7 +28,7 @@ public:
         Desktop& desktop;
         std::string commandLine;
         std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner
-        std::function<void()> restartPc;
+        std::function<Refusal()> restartPc;
     };
 
     /// Creates the console with all its controls around the link control.

@@ -47,6 +47,14 @@ void CommunicationLog::sent(std::string_view message) {
     record("(Tx)", message);
 }
 
+void CommunicationLog::notSent(std::string_view message) {
+    record("(Nx)", message);
+}
+
+void CommunicationLog::noted(std::string_view text) {
+    record("(--)", text);
+}
+
 void CommunicationLog::received(std::string_view frame) {
     if (!frame.empty()) {
         // The last character is the CR of the last message; those between messages stay.

@@ -25,8 +25,12 @@ public:
     void toggleDebug();
     void clearDebug();
 
-    /// A frame was written to the port, the empty one included.
+    /// A frame was handed to the device, the empty one included.
     void sent(std::string_view message);
+    /// A frame was written that the device did not take.
+    void notSent(std::string_view message);
+    /// Something about the port itself.
+    void noted(std::string_view text);
     /// A frame came, with the CR that ends its last message. Nothing happens for an empty one.
     void received(std::string_view frame);
 

@@ -1,10 +1,12 @@
 #include "link/PortControl.h"
 
+#include <string>
+
 namespace quillon {
 
 PortControl::PortControl(ControlHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
-                         SendPath& send, StatusPoll& poll)
-    : SerialCom_(port), settings_(settings), events_(events), send_(send), poll_(poll),
+                         SendPath& send, StatusPoll& poll, CommunicationLog& log)
+    : SerialCom_(port), settings_(settings), events_(events), send_(send), poll_(poll), log_(log),
       cmbCommOnOff_(panel["cmbCommOnOff"]), tmrBlink_(panel.timer("tmrBlink")) {
     cmbCommOnOff_.on.click = [this] {
         const bool closing = m_PortOpen;
@@ -36,6 +38,9 @@ void PortControl::open() {
     settings_.show();
     if (!SerialCom_.open(settings_.port, settings_.portSettings())) {
         showClosed();
+        if (const std::string why = SerialCom_.failure(); !why.empty()) {
+            log_.noted(why);
+        }
         events_.CannotOpenPort.raise(settings_.port);
         return;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/CommunicationLog.h"
 #include "link/LinkEvents.h"
 #include "link/LinkSettings.h"
 #include "link/SendPath.h"
@@ -14,7 +15,7 @@ class PortControl {
 public:
     /// `panel` holds the key and the lists of the Comm page, and the timer of the blinking keys.
     PortControl(ControlHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
-                SendPath& send, StatusPoll& poll);
+                SendPath& send, StatusPoll& poll, CommunicationLog& log);
 
     [[nodiscard]] bool PortOpen() const { return m_PortOpen; }
     /// Opens the stored port with the stored settings, closing first what is open, or closes it. A port that
@@ -33,6 +34,7 @@ private:
     LinkEvents& events_;
     SendPath& send_;
     StatusPoll& poll_;
+    CommunicationLog& log_;
     Control& cmbCommOnOff_;
     Timer& tmrBlink_;
     bool m_PortOpen = false;

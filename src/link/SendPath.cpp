@@ -20,6 +20,7 @@ SendPath::SendPath(LinkState& state, LinkEvents& events, SerialPort& port, Commu
     : state_(state), events_(events), port_(port), log_(log), timers_(timers) {
     timers_.tmrProtocolHandshaking.setTick([this] { handshakingTick(); });
     timers_.tmrWaitAfterRx.setTick([this] { waitAfterRxTick(); });
+    port_.setOutcome([this](std::string_view frame, bool sent) { frameLeft(frame, sent); });
 }
 
 bool SendPath::allows(std::int16_t Phase) const {
@@ -66,7 +67,15 @@ void SendPath::transmit(const QueuedMessage& message) {
     frame.append(message.Message).append(kFrameEnd);
     port_.write(frame);
     --m_RetriesLeft;
-    log_.sent(message.Message);
+}
+
+void SendPath::frameLeft(std::string_view frame, bool sent) {
+    frame.remove_suffix(kFrameEnd.size());
+    if (sent) {
+        log_.sent(frame);
+    } else {
+        log_.notSent(frame);
+    }
 }
 
 void SendPath::handshakingTick() {

@@ -56,6 +56,7 @@ private:
     void handshakingTick();
     void waitAfterRxTick();
     void transmit(const QueuedMessage& message);
+    void frameLeft(std::string_view frame, bool sent);
 
     LinkState& state_;
     LinkEvents& events_;

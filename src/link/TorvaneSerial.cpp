@@ -100,7 +100,7 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
                    log.received(text);
                    decoder.DecodeMessages(text);
                }),
-      portControl(panel, given.port, settings, events, send, poll), commands(state, send, operations),
+      portControl(panel, given.port, settings, events, send, poll, log), commands(state, send, operations),
       pages(panel, generator, fromGUI),
       frame(panel), context{state, generator, settings, facts,        events,
                             send,  poll,      commands, decoder,      operations,
@@ -229,6 +229,7 @@ TorvaneSerialV3_07_QLC1::TorvaneSerialV3_07_QLC1(const Context& context)
 TorvaneSerialV3_07_QLC1::~TorvaneSerialV3_07_QLC1() {
     parts_->port.setReceiver({});
     parts_->port.close();
+    parts_->port.setOutcome({});
 }
 
 LinkEvents& TorvaneSerialV3_07_QLC1::events() {

@@ -5,27 +5,40 @@
 #else
 #include <QDBusConnection>
 #include <QDBusMessage>
+
+#include "qt/Convert.h"
 #endif
 
 namespace quillon {
 
 #ifdef _WIN32
 
-void QtPower::exitWindows(bool restart, bool force) {
-    WindowsPower().exitWindows(restart, force);
+Refusal QtPower::exitWindows(bool restart, bool force) {
+    return WindowsPower().exitWindows(restart, force);
 }
 
 #else
 
-void QtPower::exitWindows(bool restart, bool /*force*/) {
-    // The session manager closes what is open by itself; it may ask for a right that this user lacks, and
-    // then nothing happens, as with a refusal anywhere else.
+namespace {
+
+constexpr int kPatience = 5000; // ms
+
+} // namespace
+
+Refusal QtPower::exitWindows(bool restart, bool /*force*/) {
+    // The session manager closes what is open by itself, unless it misses a right of this account. It says
+    // so at once, as it is not to ask anybody.
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
         QStringLiteral("org.freedesktop.login1.Manager"),
         restart ? QStringLiteral("Reboot") : QStringLiteral("PowerOff"));
     call << false;
-    QDBusConnection::systemBus().send(call);
+    const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, kPatience);
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        return std::nullopt;
+    }
+    const QString why = reply.errorMessage();
+    return why.isEmpty() ? "no answer" : fromQt(why);
 }
 
 #endif

@@ -7,7 +7,7 @@ namespace quillon {
 /// Restarts or switches off this PC through its system's own service.
 class QtPower final : public PowerControl {
 public:
-    void exitWindows(bool restart, bool force) override;
+    [[nodiscard]] Refusal exitWindows(bool restart, bool force) override;
 };
 
 } // namespace quillon

@@ -1,13 +1,16 @@
 #include "qt/QtSerialPort.h"
 
+#include <cstdio>
+
 #include <QDeadlineTimer>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QThread>
 
 #ifndef _WIN32
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
-
-#include <QThread>
 #endif
 
 #include "base/Numbers.h"
@@ -20,7 +23,8 @@ namespace quillon {
 namespace {
 
 constexpr int kWatchInterval = 1000;
-constexpr int kDrainTime = 1000; // ms that a close waits for the last bytes
+constexpr int kDrainTime = 1000;  // ms that a close waits for the last bytes
+constexpr int kRetryInterval = 5; // about two short frames at 19200 baud
 constexpr std::size_t kLongestPath = 255;
 
 /// Waits until all that was written is on the line. Without it the close would throw away what Qt still
@@ -38,6 +42,36 @@ void drain(QSerialPort& device) {
         tcdrain(device.handle()); // the last few, which stand in the device itself
     }
 #endif
+}
+
+/// Who has locked the device; empty when nobody has. A lock stays behind when its owner was killed, and
+/// another account may not remove it.
+QString lockOf(const QString& portName) {
+    for (const char* directory : {"/var/lock", "/run/lock", "/var/spool/lock", "/tmp", "/var/tmp"}) {
+        const QString file =
+            QStringLiteral("%1/LCK..%2").arg(QLatin1String(directory), QString(portName).replace(u'/', u'_'));
+        if (!QFileInfo::exists(file)) {
+            continue;
+        }
+        qint64 process = 0;
+        QString host;
+        QString program;
+        const QString owner = QLockFile(file).getLockInfo(&process, &host, &program)
+                                  ? QStringLiteral("process %1 (%2), ").arg(process).arg(program)
+                                  : QString();
+        return owner + file;
+    }
+    return {};
+}
+
+std::string reasonOf(const QSerialPort& device, const QString& path) {
+    QString reason = path + ": " + device.errorString();
+    if (device.error() == QSerialPort::PermissionError) {
+        if (const QString owner = lockOf(device.portName()); !owner.isEmpty()) {
+            reason += ", locked by " + owner;
+        }
+    }
+    return fromQt(reason);
 }
 
 } // namespace
@@ -83,21 +117,29 @@ QString devicePath(int port, const Folder& folder) {
 #endif
 }
 
-QtSerialPort::QtSerialPort(const Folder& folder) : folder_(folder) {
+QtSerialPort::QtSerialPort(const Folder& folder, const Clock& clock)
+    : folder_(folder), clock_(clock),
+      backlog_([this](std::string_view frame, bool sent) { tellOutcome(frame, sent); }) {
     connect(&watch_, &QTimer::timeout, this, [this] { watch(); });
+    connect(&retry_, &QTimer::timeout, this, [this] { pass(); });
+    retry_.setInterval(kRetryInterval);
 }
 
 bool QtSerialPort::open(int port, std::string_view settings) {
     close();
     const std::optional<LineSettings> line = LineSettings::parse(settings);
-    if (!line) {
-        return false;
+    if (line) {
+        port_ = port;
+        settings_ = *line;
+        wanted_ = connectDevice();
+    } else {
+        failure_ = "no settings of a line: " + std::string(settings);
     }
-    port_ = port;
-    settings_ = *line;
-    wanted_ = connectDevice();
     if (wanted_) {
         watch_.start(kWatchInterval);
+    } else {
+        failure_.insert(0, "COM" + std::to_string(port) + ": ");
+        std::fprintf(stderr, "quillon: %s\n", failure_.c_str());
     }
     return wanted_;
 }
@@ -105,6 +147,13 @@ bool QtSerialPort::open(int port, std::string_view settings) {
 void QtSerialPort::close() {
     wanted_ = false;
     watch_.stop();
+    const QDeadlineTimer end(kDrainTime);
+    while (device_ != nullptr && !backlog_.empty() && !end.hasExpired()) {
+        if (device_->bytesToWrite() == 0 || !device_->waitForBytesWritten(1)) {
+            QThread::msleep(1);
+        }
+        pass();
+    }
     if (device_ != nullptr) {
         device_->disconnect(this); // nothing is heard any more
         drain(*device_);
@@ -112,11 +161,64 @@ void QtSerialPort::close() {
     dropDevice();
 }
 
-void QtSerialPort::write(std::string_view bytes) {
-    const auto size = static_cast<qint64>(bytes.size());
-    if (device_ != nullptr && device_->bytesToWrite() + size <= kWriteLimit) {
-        device_->write(bytes.data(), size);
+void QtSerialPort::write(std::string_view frame) {
+    if (!wanted_) {
+        return;
     }
+    backlog_.add(frame, clock_.now());
+    if (device_ == nullptr) {
+        backlog_.clear();
+    } else {
+        pass();
+    }
+}
+
+void QtSerialPort::pass() {
+    backlog_.pass(clock_.now(), [this](std::string_view frame) { return take(frame); });
+    if (backlog_.empty()) {
+        retry_.stop();
+    } else if (!retry_.isActive()) {
+        retry_.start();
+    }
+}
+
+/// The device may fail in here; what waits is lost then, this frame included.
+bool QtSerialPort::take(std::string_view frame) {
+    if (inDevice() > 0 || !hasRoom()) {
+        return false;
+    }
+    device_->write(frame.data(), static_cast<qint64>(frame.size()));
+    if (device_ != nullptr) {
+        device_->flush();
+    }
+    return device_ != nullptr;
+}
+
+/// Bytes that the device has taken and that are not out yet.
+qint64 QtSerialPort::inDevice() const {
+    if (device_ == nullptr) {
+        return 0;
+    }
+    int queued = 0;
+#ifndef _WIN32
+    if (ioctl(device_->handle(), TIOCOUTQ, &queued) != 0) {
+        queued = 0; // the driver does not know
+    }
+#endif
+    return device_->bytesToWrite() + queued;
+}
+
+/// Without room a frame would lie in Qt's buffer, out of reach, for as long as the far end takes nothing.
+bool QtSerialPort::hasRoom() const {
+#ifdef _WIN32
+    return device_ != nullptr;
+#else
+    if (device_ == nullptr) {
+        return false;
+    }
+    pollfd line{device_->handle(), POLLOUT, 0};
+    return poll(&line, 1, 0) > 0 && (line.revents & POLLOUT) != 0;
+#endif
 }
 
 bool QtSerialPort::connectDevice() {
@@ -127,6 +229,7 @@ bool QtSerialPort::connectDevice() {
     device->setStopBits(settings_.stopBits);
     device->setFlowControl(QSerialPort::NoFlowControl);
     if (!device->open(QIODevice::ReadWrite)) {
+        failure_ = reasonOf(*device, devicePath(port_, folder_));
         return false;
     }
     // A line hears nothing while it is closed, whatever the system kept of that time.
@@ -146,11 +249,13 @@ void QtSerialPort::dropDevice() {
     if (device_ == nullptr) {
         return;
     }
+    retry_.stop();
     // It may be in the middle of telling its error: silenced at once, and destroyed afterwards.
     QSerialPort* device = device_.release();
     device->disconnect(this);
     device->close();
     device->deleteLater();
+    backlog_.clear();
 }
 
 void QtSerialPort::deviceLost() {

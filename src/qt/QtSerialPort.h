@@ -6,6 +6,8 @@
 #include <QSerialPort>
 #include <QTimer>
 
+#include "runtime/Clock.h"
+#include "runtime/OutputBacklog.h"
 #include "runtime/Platform.h"
 
 namespace quillon {
@@ -27,21 +29,23 @@ struct LineSettings {
 
 /// A serial line of this PC. A device that vanishes is closed at the first sign and tried again once a
 /// second; to the link the port stays open all the time, and the line is silent.
+///
+/// The device gets a frame when the one before it is out, so that nearly all that waits, waits here, where it
+/// is dropped when it has become too old. What a device has taken cannot be called back.
 class QtSerialPort final : public QObject, public SerialPort {
 public:
-    /// So many bytes wait for the line at most; a write that does not fit is thrown away as a whole.
-    static constexpr qint64 kWriteLimit = qint64{64} * 1024;
-
-    explicit QtSerialPort(const Folder& folder);
+    QtSerialPort(const Folder& folder, const Clock& clock);
 
     bool open(int port, std::string_view settings) override;
+    [[nodiscard]] std::string failure() const override { return failure_; }
     void close() override;
     [[nodiscard]] bool isOpen() const override { return wanted_; }
-    void write(std::string_view bytes) override;
+    void write(std::string_view frame) override;
 
     /// The device is there; false while it is waited for.
     [[nodiscard]] bool connected() const { return device_ != nullptr; }
-    [[nodiscard]] qint64 waiting() const { return device_ == nullptr ? 0 : device_->bytesToWrite(); }
+    /// Bytes that are not out on the line yet, those in the system's own queue included.
+    [[nodiscard]] qint64 waiting() const { return static_cast<qint64>(backlog_.size()) + inDevice(); }
     /// How often a device has vanished while open.
     [[nodiscard]] int losses() const { return losses_; }
 
@@ -51,13 +55,21 @@ private:
     void deviceLost();
     void watch();
     void receive();
+    void pass();
+    bool take(std::string_view frame);
+    [[nodiscard]] qint64 inDevice() const;
+    [[nodiscard]] bool hasRoom() const;
     [[nodiscard]] bool hungUp() const;
 
     const Folder& folder_;
+    const Clock& clock_;
+    OutputBacklog backlog_;
     std::unique_ptr<QSerialPort> device_;
     QTimer watch_;
+    QTimer retry_; // runs while something waits
     int port_ = 0;
     LineSettings settings_{};
+    std::string failure_;
     bool wanted_ = false;
     int losses_ = 0;
 };

@@ -129,7 +129,7 @@ int run(const Options& options) {
     const QtScheduleDriver driver(schedule);
     QtEventLoop loop(schedule);
     DiskFolder folder(DiskFolder::home());
-    QtSerialPort port(folder);
+    QtSerialPort port(folder, clock);
     QtUserStore store(std::make_unique<QSettings>());
     QtDesktop desktop;
     QtPower power;

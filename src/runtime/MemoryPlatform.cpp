@@ -29,10 +29,15 @@ void MemorySerialPort::write(std::string_view bytes) {
     if (!isOpen()) {
         return;
     }
+    if (gone_) {
+        tellOutcome(bytes, false);
+        return;
+    }
     written_ += bytes;
     if (onWritten) {
         onWritten(bytes);
     }
+    tellOutcome(bytes, true);
 }
 
 void MemorySerialPort::receive(std::string_view bytes) {
@@ -151,11 +156,12 @@ void MemoryDesktop::setScreen(int width, int height) {
     height_ = height;
 }
 
-void MemoryPowerControl::exitWindows(bool restart, bool force) {
+Refusal MemoryPowerControl::exitWindows(bool restart, bool force) {
     exits_.push_back({restart, force});
     if (onExit) {
         onExit(exits_.back());
     }
+    return refusal_;
 }
 
 void VirtualTime::advance(Milliseconds ms, const std::function<bool()>& stop) {

@@ -34,6 +34,8 @@ public:
     void receive(std::string_view bytes);
     /// From now on COM port `port` can't be opened, or can be again. An open port stays open.
     void setFailing(int port, bool failing);
+    /// From now on the device is gone, or back: what is written meanwhile is lost.
+    void setGone(bool gone) { gone_ = gone; }
     /// Everything written since the last call.
     std::string takeWritten();
 
@@ -44,6 +46,7 @@ public:
 private:
     std::optional<int> openPort_;
     std::set<int> failing_;
+    bool gone_ = false;
     std::string written_;
 };
 
@@ -144,12 +147,16 @@ public:
         bool operator==(const Exit&) const = default;
     };
 
-    void exitWindows(bool restart, bool force) override;
+    [[nodiscard]] Refusal exitWindows(bool restart, bool force) override;
 
+    /// From now on the system refuses; nothing for one that does as it is asked.
+    void setRefusal(Refusal refusal) { refusal_ = std::move(refusal); }
+    /// What was asked for, refused or not.
     [[nodiscard]] const std::vector<Exit>& exits() const { return exits_; }
     std::function<void(const Exit&)> onExit;
 
 private:
+    Refusal refusal_;
     std::vector<Exit> exits_;
 };
 

@@ -16,21 +16,36 @@ namespace quillon {
 class SerialPort {
 public:
     using Receiver = std::function<void(std::string_view bytes)>;
+    using Outcome = std::function<void(std::string_view frame, bool sent)>;
 
     virtual ~SerialPort() = default;
     /// Opens COM port `port` with settings such as "19200,n,8,1", after closing what was open. The result
-    /// says whether the port stands open; no failure is reported in any other way.
+    /// says whether the port stands open.
     virtual bool open(int port, std::string_view settings) = 0;
+    /// Which device the last open() failed at and why, for a log; empty when there is no more to tell.
+    [[nodiscard]] virtual std::string failure() const { return {}; }
     /// What was written before goes out first, as far as the other end takes it.
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
-    /// Queues the bytes for the line; what a vanished device cannot take is thrown away.
-    virtual void write(std::string_view bytes) = 0;
+    /// Hands one frame to the line. What a device does not take in good time, or at all, is thrown away.
+    virtual void write(std::string_view frame) = 0;
     /// Called with the bytes of each receive event, in order, never from inside write().
     void setReceiver(Receiver receiver) { receiver_ = std::move(receiver); }
+    /// Told what became of each frame written to an open port, once and in order, as a rule from inside
+    /// write(): the device has taken it, or it was thrown away.
+    void setOutcome(Outcome outcome) { outcome_ = std::move(outcome); }
 
 protected:
+    void tellOutcome(std::string_view frame, bool sent) const {
+        if (outcome_) {
+            outcome_(frame, sent);
+        }
+    }
+
     Receiver receiver_;
+
+private:
+    Outcome outcome_;
 };
 
 /// The per-user store of key and value, addressed by application, section and key.
@@ -83,11 +98,15 @@ public:
     virtual void beep() = 0;
 };
 
+/// Why something was not done, in words for the operator; nothing when it was.
+using Refusal = std::optional<std::string>;
+
 /// Restarting the PC.
 class PowerControl {
 public:
     virtual ~PowerControl() = default;
-    virtual void exitWindows(bool restart, bool force) = 0;
+    /// Asks the system to shut down or to restart; the system then ends this program like all others.
+    [[nodiscard]] virtual Refusal exitWindows(bool restart, bool force) = 0;
 };
 
 } // namespace quillon

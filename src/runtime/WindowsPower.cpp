@@ -22,11 +22,14 @@ void allowShutdown() {
 
 } // namespace
 
-void WindowsPower::exitWindows(bool restart, bool force) {
+Refusal WindowsPower::exitWindows(bool restart, bool force) {
     allowShutdown();
     constexpr DWORD kNoReason = 0xFFFFFFFF;
     const UINT kind = restart ? EWX_SHUTDOWN | EWX_REBOOT : EWX_SHUTDOWN;
-    ExitWindowsEx(kind | (force ? EWX_FORCE : 0U), kNoReason);
+    if (ExitWindowsEx(kind | (force ? EWX_FORCE : 0U), kNoReason) != 0) {
+        return std::nullopt;
+    }
+    return "Windows error " + std::to_string(GetLastError());
 }
 
 } // namespace quillon

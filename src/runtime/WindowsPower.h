@@ -7,7 +7,7 @@ namespace quillon {
 /// Restarts or switches off a PC that runs Windows.
 class WindowsPower final : public PowerControl {
 public:
-    void exitWindows(bool restart, bool force) override;
+    [[nodiscard]] Refusal exitWindows(bool restart, bool force) override;
 };
 
 } // namespace quillon

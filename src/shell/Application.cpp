@@ -103,7 +103,7 @@ private:
         auto console = std::make_unique<ctrQuillonConsole>(
             ctrQuillonConsole::Context{platform.schedule, platform.loop, desktop, commandLine,
                                        [this] { return main == nullptr ? 0 : main->PositionerToCalibrate; },
-                                       [this] { system.ExitWindows(true, false); }},
+                                       [this] { return system.ExitWindows(true, false); }},
             std::move(link));
         return std::make_unique<frmMain>(
             frmMain::Context{platform.schedule, platform.folder, desktop, commandLine}, std::move(console));

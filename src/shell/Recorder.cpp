@@ -87,23 +87,31 @@ class Recorder::Port final : public SerialPort {
 public:
     explicit Port(Recorder& recorder) : recorder_(recorder), line_(recorder.machine_.port) {
         line_.setReceiver([this](std::string_view bytes) { recorder_.received(bytes); });
+        line_.setOutcome([this](std::string_view frame, bool sent) {
+            if (!sent) {
+                recorder_.comment("lost " + scenarioText(textOf(frame)));
+            }
+            tellOutcome(frame, sent);
+        });
     }
-    ~Port() override { line_.setReceiver({}); }
+    ~Port() override {
+        line_.setReceiver({});
+        line_.setOutcome({});
+    }
 
     bool open(int port, std::string_view settings) override {
         const bool succeeded = line_.open(port, settings);
         recorder_.opened(port, succeeded);
         return succeeded;
     }
+    [[nodiscard]] std::string failure() const override { return line_.failure(); }
     void close() override { line_.close(); }
     [[nodiscard]] bool isOpen() const override { return line_.isOpen(); }
-    void write(std::string_view bytes) override {
+    void write(std::string_view frame) override {
         if (line_.isOpen()) {
-            const std::string_view text =
-                bytes.substr(0, bytes.size() - std::min(bytes.size(), kFrameEnd.size()));
-            recorder_.comment("tx " + scenarioText(text));
+            recorder_.comment("tx " + scenarioText(textOf(frame)));
         }
-        line_.write(bytes);
+        line_.write(frame);
     }
     void hand(std::string_view bytes) {
         if (receiver_) {
@@ -112,6 +120,10 @@ public:
     }
 
 private:
+    static std::string_view textOf(std::string_view frame) {
+        return frame.substr(0, frame.size() - std::min(frame.size(), kFrameEnd.size()));
+    }
+
     Recorder& recorder_;
     SerialPort& line_;
 };

@@ -9,8 +9,8 @@ class System {
 public:
     explicit System(PowerControl& power) : power_(power) {}
 
-    /// Shuts the PC down or restarts it; `force` does not wait for other programs. Nothing is reported back.
-    void ExitWindows(bool restart, bool force) { power_.exitWindows(restart, force); }
+    /// Shuts the PC down or restarts it; `force` does not wait for other programs.
+    [[nodiscard]] Refusal ExitWindows(bool restart, bool force) { return power_.exitWindows(restart, force); }
 
 private:
     PowerControl& power_;

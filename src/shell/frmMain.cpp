@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "base/Fault.h"
 #include "base/Numbers.h"
@@ -22,14 +23,24 @@ constexpr std::size_t kLongestValue = 255;
 
 constexpr Twips kDesignWidth = 9510;
 constexpr Twips kDesignHeight = 6840;
-constexpr Twips kScreenMargin = 180; ///< what a window fitted to the screen leaves free, each way
-constexpr Twips kBelowConsole = 250; ///< what a window of a requested size leaves free below the console
+constexpr Twips kScreenMargin = 180;      ///< what a window fitted to the screen leaves free, each way
+constexpr Twips kBelowConsole = 250;      ///< what a window of a requested size leaves free below the console
+constexpr std::int16_t kSmallestEdge = 1; ///< a window below it could be neither seen nor left
 constexpr std::int16_t kLastPort = 6;
 constexpr std::int32_t kOrla = 1;
 constexpr std::int32_t kRemote = 2;
 
 bool isYes(std::string_view value) {
     return value == "YES";
+}
+
+/// Nothing when it is no number of 16 bits.
+std::optional<std::int16_t> numberIn(std::string_view value) {
+    try {
+        return toInt16(value);
+    } catch (const Fault&) {
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -134,11 +145,11 @@ void frmMain::readFitToScreen(std::string_view value) {
 }
 
 void frmMain::readWidth(std::string_view value) {
-    widthKnown_ = readNumber("Width", value, m_Width);
+    widthKnown_ = readNumber("Width", value, m_Width, kSmallestEdge);
 }
 
 void frmMain::readHeight(std::string_view value) {
-    if (readNumber("Height", value, m_Height) && widthKnown_) {
+    if (readNumber("Height", value, m_Height, kSmallestEdge) && widthKnown_) {
         m_SizeRequested = true;
     }
 }
@@ -161,14 +172,15 @@ void frmMain::readRemote(std::string_view value) {
     }
 }
 
-bool frmMain::readNumber(std::string_view name, std::string_view value, std::int16_t& number) {
-    try {
-        number = toInt16(value);
-        return true;
-    } catch (const Fault&) {
+bool frmMain::readNumber(std::string_view name, std::string_view value, std::int16_t& number,
+                         std::int16_t least) {
+    const auto read = numberIn(value);
+    if (!read || *read < least) {
         tell(BoxKind::Info, "Not a valid number: " + std::string(name) + " " + std::string(value));
         return false;
     }
+    number = *read;
+    return true;
 }
 
 void frmMain::applyPort() {

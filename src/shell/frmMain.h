@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -68,7 +69,9 @@ private:
     void readIconSize(std::string_view value);
     void readOrla(std::string_view value);
     void readRemote(std::string_view value);
-    bool readNumber(std::string_view name, std::string_view value, std::int16_t& number);
+    /// False, and a message, for what is no number of 16 bits or below `least`; `number` stays then.
+    bool readNumber(std::string_view name, std::string_view value, std::int16_t& number,
+                    std::int16_t least = std::numeric_limits<std::int16_t>::min());
 
     void applyPort();
     void applySpeed();

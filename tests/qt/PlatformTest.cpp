@@ -1,6 +1,7 @@
 #include <fstream>
 #include <iterator>
 
+#include <QDBusConnection>
 #include <QDir>
 #include <QFile>
 #include <QMessageBox>
@@ -10,6 +11,7 @@
 #include "Bench.h"
 #include "qt/Convert.h"
 #include "qt/QtDesktop.h"
+#include "qt/QtPower.h"
 #include "qt/QtRuntime.h"
 #include "qt/QtStores.h"
 
@@ -77,6 +79,16 @@ TEST(QtDesktop, OneBoxIsUpAtATimeAndTimeGoesOn) {
     desktop.message(BoxKind::Critical, "first", "1");
     order.emplace_back("first");
     EXPECT_EQ(order, (std::vector<std::string>{"second yes", "first"}));
+}
+
+// A system bus that is not there refuses everything, and nothing of this PC can be reached through it.
+TEST(QtPower, ARestartThatNobodyCarriesOutIsRefusedWithTheReason) {
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere/bus");
+    ASSERT_FALSE(QDBusConnection::systemBus().isConnected());
+    const Refusal refusal = QtPower().exitWindows(true, false);
+    ASSERT_TRUE(refusal.has_value());
+    EXPECT_NE(*refusal, "");
+    EXPECT_NE(*refusal, "no answer");
 }
 
 TEST(DiskFolder, ReadsWithinItsLimitAndWritesThrough) {

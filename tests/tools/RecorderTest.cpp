@@ -153,6 +153,17 @@ TEST_F(RecorderTest, AWholeSessionOnALateMachineComesBackToTheMillisecond) {
     EXPECT_THAT(played, AllOf(StartsWith("0 opened 3"), EndsWith(" end\n")));
 }
 
+TEST_F(RecorderTest, WhatTheDeviceDidNotTakeIsToldBesideTheFrameAndInTheLog) {
+    start("-logFile");
+    pass(600);
+    machine.port.setGone(true);
+    pass(1400);
+    const auto lost = linesWith(recording(), " lost ", 2);
+    ASSERT_THAT(lost, SizeIs(1));
+    EXPECT_THAT(recording(), HasSubstr("tx \"HU\"\n# " + lost[0]));
+    EXPECT_EQ(*machine.folder.find("log.txt"), "(Tx)ST\r\n\r\n(Nx)HU\r\n\r\n");
+}
+
 TEST_F(RecorderTest, TheHeaderHoldsWhatTheSessionStartedFrom) {
     machine.folder.put("temp.ini", "[TM]\nTM=3\n end \n");
     machine.desktop.setScreen(800, 600);

@@ -117,6 +117,22 @@ TEST(LogReader, DamageIsToldAndTheRestIsRead) {
     EXPECT_THAT(texts(readSession("(Rx)ST2\n\n(Tx)\n\n")), ElementsAre("<ST2", ">")) << "an edited copy";
 }
 
+TEST(LogReader, AFrameThatWasLostIsNoTransmission) {
+    const std::string log = "(Nx)CF1\r\n\r\n(Tx)CF1\r\n\r\n(--)the port\r\n\r\n(Rx)AK\r\n\r\n";
+    EXPECT_THAT(listing(readSession(log)),
+                AllOf(HasSubstr("     1  -x  CF1"),
+                      HasSubstr("  not sent: the device did not take it\n     2  ->  CF1"),
+                      HasSubstr("  acknowledged by 4\n     3  --  the port\n"), HasSubstr("for 2\n")));
+    std::ostringstream out;
+    const std::string scenario = scenarioOf(readSession(log));
+    Script script(scenario, out);
+    EXPECT_TRUE(script.run());
+
+    const std::string recording = "# Recorded by Quillon 1\nstart\n# 350 tx \"CF1\"\n# 700 tx \"HU\"\n"
+                                  "# 2400 lost \"CF1\"\n";
+    EXPECT_THAT(listing(readSession(recording)), AllOf(HasSubstr("350  -x  CF1"), HasSubstr("700  ->  HU")));
+}
+
 TEST(Listing, EachMessageIsExplained) {
     const auto in = [](std::string_view message) { return explained(Direction::In, message); };
     const auto out = [](std::string_view message) { return explained(Direction::Out, message); };

@@ -124,6 +124,9 @@ private:
         if (entry.kind == Entry::Kind::Sent) {
             item.meaning = explained(Direction::Out, text);
             sent(item);
+        } else if (entry.kind == Entry::Kind::Lost) {
+            item.meaning = explained(Direction::Out, text);
+            item.note = "not sent: the device did not take it";
         } else if (entry.kind == Entry::Kind::Received) {
             item.meaning = explained(Direction::In, text);
             if (equalsNoCase(text, kAcknowledgement)) {
@@ -185,6 +188,22 @@ std::string padded(std::string text, std::size_t width) {
     return text;
 }
 
+std::string_view arrowOf(Entry::Kind kind) {
+    switch (kind) {
+    case Entry::Kind::Sent:
+        return "->";
+    case Entry::Kind::Lost:
+        return "-x";
+    case Entry::Kind::Received:
+        return "<-";
+    case Entry::Kind::Operator:
+        return "**";
+    case Entry::Kind::Note:
+        break;
+    }
+    return "--";
+}
+
 std::string printable(std::string_view text) {
     std::string plain;
     for (const char c : text) {
@@ -227,10 +246,10 @@ std::string listing(const Session& session) {
             std::string time = std::to_string(item.time.value_or(0));
             line += "  " + time.insert(0, time.size() < 9 ? 9 - time.size() : 0, ' ');
         }
-        if (item.kind == Entry::Kind::Operator) {
-            line += "  **  " + printable(item.text);
+        line += "  " + std::string(arrowOf(item.kind)) + "  ";
+        if (item.kind == Entry::Kind::Operator || item.kind == Entry::Kind::Note) {
+            line += printable(item.text);
         } else {
-            line += item.kind == Entry::Kind::Sent ? "  ->  " : "  <-  ";
             line += padded(printable(item.text), kTextWidth) + "  " +
                     padded(printable(item.meaning), kMeaningWidth) + "  " + item.note;
         }

@@ -36,9 +36,14 @@ std::string scenarioOf(const Session& log) {
     std::string text(kHead);
     Milliseconds sinceFrame = 0;
     for (const Entry& entry : log.entries) {
-        if (entry.kind == Entry::Kind::Sent) {
+        if (entry.kind == Entry::Kind::Note) {
+            text += "# " + scenarioText(entry.text) + "\n";
+        } else if (entry.kind != Entry::Kind::Received) {
+            // A device that took nothing changed nothing of the console's pace.
+            const bool sent = entry.kind == Entry::Kind::Sent;
             text += waitLine((isPoll(entry.text) ? kPollDelay : kSendDelay) - sinceFrame);
-            text += "# tx " + scenarioText(entry.text) + "  " + explained(Direction::Out, entry.text) + "\n";
+            text += (sent ? "# tx " : "# lost ") + scenarioText(entry.text) + "  " +
+                    explained(Direction::Out, entry.text) + "\n";
             sinceFrame = 0;
         } else {
             text += waitLine(kAnswerDelay);

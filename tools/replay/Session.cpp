@@ -12,8 +12,19 @@ namespace {
 constexpr std::string_view kRecordingMark = "# Recorded by ";
 constexpr std::size_t kViewLimit = 2048; // characters of the debug view that survive the next line
 
-bool isMark(std::string_view text) {
-    return text.starts_with("(Tx)") || text.starts_with("(Rx)");
+struct Mark {
+    std::string_view text;
+    Entry::Kind kind;
+};
+
+constexpr std::array kMarks{Mark{"(Tx)", Entry::Kind::Sent}, Mark{"(Rx)", Entry::Kind::Received},
+                            Mark{"(Nx)", Entry::Kind::Lost}, Mark{"(--)", Entry::Kind::Note}};
+
+/// The mark that a record begins with, if it is one.
+const Mark* markOf(std::string_view text) {
+    const auto* const found =
+        std::ranges::find_if(kMarks, [text](const Mark& mark) { return text.starts_with(mark.text); });
+    return found == kMarks.end() ? nullptr : found;
 }
 
 std::string lineProblem(std::size_t line, std::string_view what) {
@@ -29,12 +40,13 @@ public:
 
     Session read() {
         while (!rest_.empty()) {
-            if (!isMark(rest_)) {
+            const Mark* mark = markOf(rest_);
+            if (mark == nullptr) {
                 skipToMark();
                 continue;
             }
             const std::string line(rest_.substr(0, rest_.find(end_)));
-            addEntry(line);
+            session_.entries.push_back({mark->kind, line.substr(mark->text.size())});
             take(line.size() + end_.size());
             takeView(line);
         }
@@ -42,12 +54,6 @@ public:
     }
 
 private:
-    void addEntry(std::string_view line) {
-        const bool sent = line.starts_with("(Tx)");
-        session_.entries.push_back(
-            {sent ? Entry::Kind::Sent : Entry::Kind::Received, std::string(line.substr(4))});
-    }
-
     void takeView(const std::string& line) {
         const std::string top = line + std::string(end_);
         // With the view on, the new line stands on the old text, or on nothing when it was wiped; with the
@@ -68,7 +74,7 @@ private:
     void skipToMark() {
         session_.problems.push_back(lineProblem(line_, "no record begins here"));
         std::size_t next = rest_.find(end_);
-        while (next != std::string_view::npos && !isMark(rest_.substr(next + end_.size()))) {
+        while (next != std::string_view::npos && markOf(rest_.substr(next + end_.size())) == nullptr) {
             next = rest_.find(end_, next + end_.size());
         }
         take(next == std::string_view::npos ? rest_.size() : next + end_.size());
@@ -147,12 +153,28 @@ private:
         }
     }
 
-    /// "TIME tx TEXT"; everything else is for the reader of the file.
+    /// "TIME tx TEXT" or "TIME lost TEXT"; everything else is for the reader of the file.
     void readComment(std::string_view text) {
         const auto blank = text.find(' ');
-        if (blank != std::string_view::npos && text.substr(blank + 1).starts_with("tx ")) {
-            session_.entries.push_back(
-                {Entry::Kind::Sent, unquoted(text.substr(blank)), number(text.substr(0, blank))});
+        if (blank == std::string_view::npos) {
+            return;
+        }
+        const std::string_view rest = text.substr(blank + 1);
+        if (rest.starts_with("tx ")) {
+            session_.entries.push_back({Entry::Kind::Sent, unquoted(rest), number(text.substr(0, blank))});
+        } else if (rest.starts_with("lost ")) {
+            lose(unquoted(rest));
+        }
+    }
+
+    /// A frame stands where the console wrote it, this where the device had not taken it.
+    void lose(const std::string& frame) {
+        const auto found =
+            std::find_if(session_.entries.rbegin(), session_.entries.rend(), [&frame](const Entry& entry) {
+                return entry.kind == Entry::Kind::Sent && entry.text == frame;
+            });
+        if (found != session_.entries.rend()) {
+            found->kind = Entry::Kind::Lost;
         }
     }
 

@@ -13,8 +13,10 @@ namespace quillon {
 struct Entry {
     enum class Kind {
         Sent,     ///< a frame of the console, without its end bytes
+        Lost,     ///< such a frame, but the device did not take it
         Received, ///< a frame of the generator; messages that it holds beside the first stand behind CRs
         Operator, ///< what the operator did, as a scenario tells it
+        Note,     ///< what the console says of the port
     };
     Kind kind;
     std::string text;

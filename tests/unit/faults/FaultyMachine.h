@@ -35,15 +35,18 @@ struct FaultyMachine {
             close();
             return opened = !machine.open.fails() && machine.memory.port.open(port, settings);
         }
+        [[nodiscard]] std::string failure() const override { return "COM1: gone"; }
         void close() override {
             opened = false;
             machine.memory.port.close();
         }
         [[nodiscard]] bool isOpen() const override { return opened; }
         void write(std::string_view bytes) override {
-            if (!machine.write.fails()) {
+            const bool sent = !machine.write.fails();
+            if (sent) {
                 machine.memory.port.write(bytes);
             }
+            tellOutcome(bytes, sent);
         }
         void receive(std::string_view bytes) {
             if (opened && receiver_ && !machine.read.fails()) {

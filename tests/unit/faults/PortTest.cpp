@@ -66,6 +66,18 @@ TEST(Port, WritesThatFailForGoodAreToldAsALostGeneratorOnce) {
     EXPECT_TRUE(machine.console("cmbConfiguration").enabled());
 }
 
+TEST(Port, TheLogTellsWhatTheDeviceTookAndWhatItDidNot) {
+    FaultyMachine machine;
+    machine.open.failing = 1;
+    machine.write = {2, false};
+    machine.start("-logFile");
+    machine.application->console().PortOpen(true);
+    machine.wait(4000);
+    EXPECT_EQ(machine.memory.port.takeWritten(), "ST\r\n\x03ST\r\n\x03");
+    EXPECT_EQ(*machine.memory.folder.find("log.txt"),
+              "(--)COM1: gone\r\n\r\n(Tx)ST\r\n\r\n(Nx)HU\r\n\r\n(Tx)ST\r\n\r\n");
+}
+
 // Noise can turn a report into one of a phase that does not exist. The poll must go on, or nobody would ever
 // learn the true phase.
 TEST(Port, AGarbledPhaseDoesNotSilenceThePoll) {

@@ -60,6 +60,30 @@ INSTANTIATE_TEST_SUITE_P(CommandLines, RestartSwitch,
                                          SwitchCase{"-d", false}, SwitchCase{"-P1 -D", false},
                                          SwitchCase{"-debug", false}));
 
+TEST_F(ClosingTest, AfterARestartThatIsRefusedTheConsoleWorksOn) {
+    start();
+    machine.power.setRefusal("Access denied");
+    std::vector<std::string> boxes;
+    machine.desktop.onBox = [this, &boxes](const MemoryDesktop::Shown& box) {
+        boxes.push_back(box.title + ": " + box.text + (machine.port.isOpen() ? "" : " (port closed)"));
+    };
+    machine.desktop.answer(Answer::Yes);
+    holdClose(4000);
+    EXPECT_THAT(machine.power.exits(), ElementsAre(MemoryPowerControl::Exit{true, false}));
+    EXPECT_THAT(boxes, ElementsAre("Torvane Generator Service: Close the port and restart the PC?",
+                                   "Torvane Generator Service: The PC was not restarted: Access denied"));
+    forget();
+    wait(3000);
+    EXPECT_THAT(sent, Contains("ST")) << "the poll goes on";
+    EXPECT_TRUE(control("cmbConfiguration").enabled());
+
+    machine.port.setFailing(1, true);
+    machine.desktop.answer(Answer::Yes);
+    holdClose(4000);
+    ASSERT_EQ(boxes.size(), 5U);
+    EXPECT_EQ(boxes[3], "Torvane Generator Service: Cannot Open Port: 1 (port closed)");
+}
+
 TEST_F(ClosingTest, ARefreshThatEndsMeanwhileCancelsTheMoveToTheUsers) {
     start();
     report("ST6");

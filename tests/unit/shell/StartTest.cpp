@@ -8,13 +8,10 @@
 #include "console/ctrQuillonConsole.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
-#include "shell/System.h"
 #include "shell/frmMain.h"
 
 namespace quillon {
 namespace {
-
-using testing::ElementsAre;
 
 /// The application on a machine in memory.
 class StartTest : public testing::Test {
@@ -86,6 +83,10 @@ INSTANTIATE_TEST_SUITE_P(CommandLineAndFile, StartTable, testing::Values(
     Row{"P6 -",           "PORT=5",      "6 19200,n,8,1", "(COM6, 19200, 8, 1)", {}},
     Row{"-P2-P4",         "",            "4 19200,n,8,1", "(COM4, 19200, 8, 1)", {}},
     Row{"-S4800",         "",            "1 19200,n,8,1", "(COM1, 4800, 8, 1)",  {"Not a valid baudrate: 4800"}},
+    Row{"-P99 -S0",       "",            "2 19200,n,8,1", "(COM99, 0, 8, 1)",    {"Cannot open port COM99",
+                                                                                  "Not a valid baudrate: 0"}},
+    Row{"-Sabc -P1e9",    "",            "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {"Not a valid number: -S abc",
+                                                                                  "Not a valid number: -P 1e9"}},
     Row{"-S115200 -P",    "",            "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {"Not a valid number: -S 115200",
                                                                                   "Not a valid number: -P "}},
     Row{"-logFile",       "PORT=5",      "1 19200,n,8,1", "(COM1, 19200, 8, 1)",
@@ -126,6 +127,9 @@ INSTANTIATE_TEST_SUITE_P(File, SizeTable, testing::Values(
     Size{"FitToScreen=yes",                              {0, 0, 9510, 6840},   6840,  false, 0},
     Size{"Height=9000",                                  {0, 0, 9510, 6840},   6840,  false, 0},
     Size{"Width=12000",                                  {0, 0, 9510, 6840},   6840,  false, 1},
+    Size{"Width=0\nHeight=9000",                         {0, 0, 9510, 6840},   6840,  false, 1},
+    Size{"Width=12000\nHeight=-1",                       {0, 0, 9510, 6840},   6840,  false, 1},
+    Size{"Width=0.4\nHeight=0\nFitToScreen=YES",         {0, 0, 15180, 11340}, 11090, false, 2},
     Size{"Width=99999\nHeight=tall\nICON_SIZE=x",        {0, 0, 9510, 6840},   6840,  false, 3}
 ));
 // clang-format on
@@ -164,12 +168,6 @@ TEST_F(StartTest, TheHandLetsGoOfWhatGoes) {
     application->console().removeKeyed("Extra");
     application->input().release(key);
     EXPECT_EQ(releases, 0);
-}
-
-TEST(System, HandsTheRestartOn) {
-    MemoryPowerControl power;
-    System(power).ExitWindows(true, false);
-    EXPECT_THAT(power.exits(), ElementsAre(MemoryPowerControl::Exit{true, false}));
 }
 
 } // namespace
