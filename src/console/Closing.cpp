@@ -1,5 +1,7 @@
 #include "console/Closing.h"
 
+#include <utility>
+
 #include "base/Text.h"
 
 namespace quillon {
@@ -7,6 +9,7 @@ namespace quillon {
 namespace {
 
 constexpr int kGoodbyeDelay = 1000; // ms
+constexpr int kLeaveTime = 3000;    // ms that a mode gets to be left when the system ends the program
 constexpr int kShutdownHold = 4000; // ms the key has to be held
 
 constexpr std::string_view kShutdownTitle = "Torvane Generator Service";
@@ -32,11 +35,8 @@ Closing::Closing(ConsoleContext& context, const Modes& modes)
     };
     LinkEvents& events = context_.link.events();
     events.WrongPhase.connect([this](const std::string&) { refused_ = true; });
-    events.GeneratorPhaseChange.connect([this](std::int32_t phase) {
-        if (owed_ && (phase == 2 || phase == 6 || phase == 8 || phase == 9)) {
-            giveBack();
-        }
-    });
+    events.GeneratorPhaseChange.connect([this](std::int32_t phase) { phaseReported(phase); });
+    context_.operations.add("LeaveNow", [this] { LeaveNow(); });
     tmrGoodbye_.setTick([this] { goodbyeTick(); });
     tmrShutdown_.setTick([this] { shutdownTick(); });
 }
@@ -51,12 +51,27 @@ void Closing::closePressed() {
 }
 
 void Closing::giveBack() {
-    if (screen_.closing()) {
-        return; // it gives back by itself
+    if (!screen_.closing()) { // which gives back by itself
+        allowRays();
     }
+}
+
+void Closing::allowRays() {
     refused_ = false;
     context_.link.setRXEnable(true);
     owed_ = refused_;
+}
+
+void Closing::phaseReported(std::int32_t phase) {
+    if (leaving_) {
+        if (std::exchange(stood_, phase) != phase) {
+            leave(phase);
+        }
+        screen_.prompt(context_.texts.sClosing);
+    }
+    if (owed_ && (phase == 2 || phase == 6 || phase == 8 || phase == 9)) {
+        allowRays();
+    }
 }
 
 void Closing::closeClicked() {
@@ -95,8 +110,76 @@ void Closing::BeginClosing() {
     tmrGoodbye_.start(kGoodbyeDelay);
 }
 
+void Closing::LeaveNow() {
+    if (screen_.closing()) {
+        return;
+    }
+    const std::vector<std::int32_t> modes = modesToLeave();
+    stopAllTimers();
+    if (Control* window = context_.console.container()) {
+        window->setEnabled(false); // nothing is in reach any more
+    }
+    state_.m_CalibrationStarting = false;
+    state_.m_AutocalStarting = false;
+    state_.m_AutocalOnStep = 0;
+    leaving_ = true;
+    stood_ = state_.m_LastPhase;
+    for (const std::int32_t mode : modes) {
+        leave(mode);
+    }
+    if (context_.console["fraRemote"].visible()) {
+        context_.link.call("URSEnterServiceMode", {0});
+    }
+    context_.link.setTempUserMode(false);
+    allowRays();
+    context_.link.setStatusUpdateEnable(!modes.empty());
+    screen_.prompt(context_.texts.sClosing);
+    tmrGoodbye_.start(modes.empty() ? kGoodbyeDelay : kLeaveTime);
+}
+
+std::vector<std::int32_t> Closing::modesToLeave() const {
+    const std::int32_t mode = state_.m_ServiceMode;
+    const bool starting = state_.m_CalibrationStarting || state_.m_AutocalStarting;
+    std::vector<std::int32_t> modes;
+    if (mode == 9 || state_.m_LastPhase >= 11 || (mode == 6 && state_.m_AutocalStarting)) {
+        modes.push_back(9);
+    }
+    if (mode == 6 || (mode == 2 && starting)) {
+        modes.push_back(6);
+    }
+    if (mode == 8 || context_.console.timer("tmrConfigON").running()) {
+        modes.push_back(8);
+    }
+    return modes;
+}
+
+void Closing::leave(std::int32_t phase) {
+    if (phase == 6) {
+        context_.link.call("calibration", {false});
+    } else if (phase == 8) {
+        context_.link.call("Configuration", {false});
+    } else if (phase == 9 || phase >= 11) {
+        context_.link.call("Autocalibration", {false});
+        owed_ = true; // that command has thrown away what waited
+    }
+}
+
+void Closing::stopAllTimers() {
+    for (const auto& control : context_.console.controls()) {
+        if (auto* timer = dynamic_cast<TimerControl*>(control.get())) {
+            timer->timer().stop();
+        }
+    }
+    // An answer to the question of an autocalibration would be repeated.
+    context_.link.timer("tmrConfirm").stop();
+    context_.link.timer("tmrDismiss").stop();
+}
+
 void Closing::goodbyeTick() {
     tmrGoodbye_.stop();
+    if (leaving_ && state_.m_ServiceMode == 9) {
+        leave(6); // it has not been seen to follow; it may all the same
+    }
     context_.link.leavePort();
     context_.events.Goodbye.raise();
 }

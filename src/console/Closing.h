@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "console/AutocalibrationMode.h"
 #include "console/CalibrationMode.h"
 #include "console/ConfigurationMode.h"
@@ -24,13 +27,24 @@ public:
 
     /// The console says goodbye one second from now.
     void BeginClosing();
+    /// The system wants the program to end. What the console took is given back, the mode is left as far as
+    /// its commands go out within 3 s, and the console says goodbye whatever became of it. Nothing else
+    /// happens meanwhile. No effect when it closes already.
+    void LeaveNow();
 
 private:
     void closePressed();
     void closeClicked();
-    /// The press led to nothing: X-rays are allowed again, after an exposure if it is one that refuses it
-    /// now.
+    /// The press led to nothing.
     void giveBack();
+    /// X-rays are allowed again: now, or later when this phase refuses it.
+    void allowRays();
+    void phaseReported(std::int32_t phase);
+    /// Where the generator stands or may soon stand.
+    [[nodiscard]] std::vector<std::int32_t> modesToLeave() const;
+    /// Sends what leads out of that phase.
+    void leave(std::int32_t phase);
+    void stopAllTimers();
     void close();
     void goodbyeTick();
     void shutdownTick();
@@ -43,6 +57,8 @@ private:
     Timer& tmrShutdown_;
     bool refused_ = false; // the last command, by the phase
     bool owed_ = false;    // X-rays are still to be allowed
+    bool leaving_ = false;
+    std::int32_t stood_ = 0; // the phase that was left last
 };
 
 } // namespace quillon

@@ -300,6 +300,10 @@ void ctrQuillonConsole::PortOpen(bool newStatus) {
     parts_->start.PortOpen(newStatus);
 }
 
+void ctrQuillonConsole::LeaveNow() {
+    parts_->closing.LeaveNow();
+}
+
 void ctrQuillonConsole::IniErrorDescription(std::string_view sFile) {
     parts_->link.operations().set("ErrorInfoFile", std::string(sFile));
 }

@@ -62,6 +62,9 @@ void SendPath::transmit(const QueuedMessage& message) {
     frame.append(message.Message).append(kFrameEnd);
     port_.write(frame);
     --m_RetriesLeft;
+    if (message.Message.starts_with("RX")) {
+        lastRaysMessage_ = message.Message;
+    }
     log_.sent(message.Message);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "link/CommunicationLog.h"
@@ -48,6 +49,8 @@ public:
     /// The port was opened or closed: nothing that waited survives, and no timer waits for it.
     void reset();
 
+    /// The last message about X-rays that went out.
+    [[nodiscard]] std::string_view lastRaysMessage() const { return lastRaysMessage_; }
     [[nodiscard]] std::int16_t queueCount() const { return m_Queue.count(); }
 
 private:
@@ -66,6 +69,7 @@ private:
     bool m_AckReceived = false;
     bool m_SendImmediate = false;
     bool m_WaitAfterRx = false;
+    std::string lastRaysMessage_;
 };
 
 } // namespace quillon

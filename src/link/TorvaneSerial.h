@@ -50,7 +50,7 @@ public:
 
     [[nodiscard]] bool PortOpen() const;
     void setPortOpen(bool open);
-    /// Closes the port for good: what still waits goes out before.
+    /// Closes the port for good: what still waits goes out before, and the generator may expose again.
     void leavePort();
     [[nodiscard]] bool StatusUpdateEnable() const;
     void setStatusUpdateEnable(bool enable);
