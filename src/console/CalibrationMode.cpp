@@ -157,7 +157,8 @@ void CalibrationMode::leave() {
 RunHooks CalibrationMode::exitHooks() {
     return {.undo =
                 [this] {
-                    if (exitSent_) {
+                    // The run that takes its place gives them back, or the next exit.
+                    if (exitSent_ && session_.idle()) {
                         session_.giveXRaysBack();
                     }
                 },
@@ -171,7 +172,11 @@ RunHooks CalibrationMode::exitHooks() {
 }
 
 void CalibrationMode::offTick() {
-    if (!exitSent_) {
+    if (!exitSent_ && session_.lastPhase() >= Phase::ConfirmDismiss) {
+        // It takes no other way out while it asks whether to autocalibrate, or tells how it went.
+        context_.link.call("Autocalibration", {false});
+        tmrCalOFF_.start(kLeaveAgain);
+    } else if (!exitSent_) {
         context_.link.call("calibration", {false});
         exitSent_ = true;
         tmrCalOFF_.start(kLeaveAgain);

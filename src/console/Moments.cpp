@@ -47,6 +47,7 @@ constexpr std::array kRows{
     MomentRow{Moment::ClosePressed,                none,           none,          none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Off},
     MomentRow{Moment::XRaysGivenBack,              none,           none,          none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::GivenBack},
     MomentRow{Moment::ClosingBegins,               none,           none,          none,      none,  Poll::Held,     Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::On},
+    MomentRow{Moment::LeavingNow,                  none,           none,          none,      none,  Poll::Free,     Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Stays},
 
     MomentRow{Moment::BrokenOff,                   X,              none,          none,      none,  Poll::Free,     Busy::Settled, Prompt::Cleared, Caption::Stays, Rx::Stays},
     MomentRow{Moment::BrokenOffByExposure,         none,           none,          none,      none,  Poll::Free,     Busy::Settled, Prompt::Cleared, Caption::Stays, Rx::Stays},

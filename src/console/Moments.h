@@ -36,6 +36,7 @@ enum class Moment : std::uint8_t {
     ClosePressed,
     XRaysGivenBack,
     ClosingBegins,
+    LeavingNow,
     // What a workflow was is over, and not by its own end
     BrokenOff,
     BrokenOffByExposure,

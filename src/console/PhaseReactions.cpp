@@ -97,7 +97,7 @@ void PhaseReactions::react(Phase phase) {
         autocalibration();
         break;
     case Phase::ConfirmDismiss:
-        screen_.prompt(std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
+        promptToAnswer();
         autocalibration_.questionAsked();
         break;
     case Phase::AutocalError:
@@ -267,9 +267,14 @@ void PhaseReactions::askToConfirm() {
         !tmrDelay_.running()) {
         // The entry was given up before the generator asked; its question must be in reach all the same.
         hideRestPicture();
-        screen_.show({"lblHelp"});
+        promptToAnswer();
         showLinkControl();
     }
+}
+
+void PhaseReactions::promptToAnswer() {
+    const ConsoleTexts& texts = context_.texts;
+    screen_.prompt(std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
 }
 
 void PhaseReactions::hideRestPicture() {

@@ -28,6 +28,7 @@ private:
     void lightPreparation(bool lit);
     void lightExposure(bool lit);
     void askToConfirm();
+    void promptToAnswer();
     void hideRestPicture();
     /// The link control comes up a moment from now.
     void bringLinkControl();

@@ -104,6 +104,8 @@ public:
     /// X-rays are allowed again, at once or with the next report of a phase in which the generator can be
     /// told.
     void giveXRaysBack();
+    /// With the next such report in any case: what was said before may be lost.
+    void oweXRays() { xRaysOwed_ = true; }
     /// A positioner's key stands beside the picture at rest only.
     void showPositionerKey() { ShowCalibrationButton(context_, !isServiceMode(mode_)); }
     /// A line that was closed by hand is opened, so that the generator can be told.

@@ -8,6 +8,7 @@
 #include "console/Closing.h"
 #include "console/ConfigurationMode.h"
 #include "console/ConsoleContext.h"
+#include "console/Departure.h"
 #include "console/ErrorReactions.h"
 #include "console/ExposureCounters.h"
 #include "console/OrlaPositioner.h"
@@ -95,6 +96,7 @@ struct ctrQuillonConsole::Parts {
     ErrorReactions errors;
     RemotePositioner remotePositioner;
     OrlaPositioner orlaPositioner;
+    Departure departure; ///< hears of a phase behind the reactions to it
 };
 
 namespace {
@@ -128,7 +130,7 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       userMode(context, session, calibration),
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
-      remotePositioner(context, session), orlaPositioner(context, session) {
+      remotePositioner(context, session), orlaPositioner(context, session), departure(context, session) {
     initialize();
     addProperties();
 }
@@ -306,6 +308,10 @@ void ctrQuillonConsole::UserControl_Show() {
 
 void ctrQuillonConsole::PortOpen(bool newStatus) {
     parts_->start.PortOpen(newStatus);
+}
+
+void ctrQuillonConsole::LeaveNow() {
+    parts_->departure.LeaveNow();
 }
 
 void ctrQuillonConsole::IniErrorDescription(std::string_view sFile) {

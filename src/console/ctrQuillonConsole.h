@@ -47,6 +47,8 @@ public:
     /// The console appears: the wait for the generator begins.
     void UserControl_Show();
     void PortOpen(bool newStatus);
+    /// The system wants the program to end: see Closing.
+    void LeaveNow();
     /// Hands the path of the error table to the link control.
     void IniErrorDescription(std::string_view sFile);
 

@@ -29,11 +29,6 @@ void PortControl::setPortOpen(bool wanted) {
     tmrBlink_.run();
 }
 
-void PortControl::leave() {
-    send_.drain();
-    setPortOpen(false);
-}
-
 void PortControl::open() {
     settings_.show();
     if (!SerialCom_.open(settings_.port, settings_.portSettings())) {

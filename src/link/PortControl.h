@@ -21,8 +21,6 @@ public:
     /// Opens the stored port with the stored settings, closing first what is open, or closes it. A port that
     /// does not open raises CannotOpenPort.
     void setPortOpen(bool open);
-    /// Closes the port for good: what still waits goes out before.
-    void leave();
 
 private:
     void open();

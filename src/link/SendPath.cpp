@@ -67,6 +67,9 @@ void SendPath::transmit(const QueuedMessage& message) {
     frame.append(message.Message).append(kFrameEnd);
     port_.write(frame);
     --m_RetriesLeft;
+    if (message.Message.starts_with("RX")) {
+        lastRaysMessage_ = message.Message;
+    }
 }
 
 void SendPath::frameLeft(std::string_view frame, bool sent) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "link/CommunicationLog.h"
@@ -50,6 +51,8 @@ public:
 
     /// Whether the present phase lets a message with this mask out.
     [[nodiscard]] bool allows(std::int16_t Phase) const;
+    /// The last message about X-rays that went out.
+    [[nodiscard]] std::string_view lastRaysMessage() const { return lastRaysMessage_; }
     [[nodiscard]] std::int16_t queueCount() const { return m_Queue.count(); }
 
 private:
@@ -69,6 +72,7 @@ private:
     bool m_AckReceived = false;
     bool m_SendImmediate = false;
     bool m_WaitAfterRx = false;
+    std::string lastRaysMessage_;
 };
 
 } // namespace quillon

@@ -261,7 +261,14 @@ void TorvaneSerialV3_07_QLC1::setPortOpen(bool open) {
 }
 
 void TorvaneSerialV3_07_QLC1::leavePort() {
-    parts_->portControl.leave();
+    SendPath& send = parts_->send;
+    send.drain();
+    // One that waited already has kept a later one of the same word out, behind its opposite.
+    if (send.lastRaysMessage() == "RX0") {
+        setRXEnable(true);
+        send.drain();
+    }
+    setPortOpen(false);
 }
 
 bool TorvaneSerialV3_07_QLC1::StatusUpdateEnable() const {
@@ -310,6 +317,10 @@ bool TorvaneSerialV3_07_QLC1::allows(std::string_view mnemonic) const {
 
 bool TorvaneSerialV3_07_QLC1::answering() const {
     return parts_->service.answering();
+}
+
+void TorvaneSerialV3_07_QLC1::repeatQuestion() {
+    parts_->phase.repeatQuestion();
 }
 
 const GeneratorState& TorvaneSerialV3_07_QLC1::mirror() const {

@@ -53,7 +53,7 @@ public:
 
     [[nodiscard]] bool PortOpen() const;
     void setPortOpen(bool open);
-    /// Closes the port for good: what still waits goes out before.
+    /// Closes the port for good: what still waits goes out before, and the generator may expose again.
     void leavePort();
     [[nodiscard]] bool StatusUpdateEnable() const;
     void setStatusUpdateEnable(bool enable);
@@ -73,6 +73,8 @@ public:
     [[nodiscard]] bool allows(std::string_view mnemonic) const;
     /// The operator's answer to the question whether to autocalibrate is on its way to the generator.
     [[nodiscard]] bool answering() const;
+    /// A question that still stands there is asked once more; nothing when none does.
+    void repeatQuestion();
 
     /// Queues a message under a mask of phases.
     void SendMessage(std::string_view message, std::int16_t Phase, bool WithACK = false);

@@ -280,6 +280,13 @@ void PhaseReports::enterConfirmDismiss() {
     }
 }
 
+void PhaseReports::repeatQuestion() {
+    if (link_.m_Phase == 11) {
+        service_.abandonAnswer();
+        enterConfirmDismiss();
+    }
+}
+
 void PhaseReports::updateSoftwareExposureKey() {
     if (softwareSync_) {
         panel_["cmdSWExposure"].setVisible(link_.m_Phase == 3 &&

@@ -19,6 +19,9 @@ public:
     /// "ST": a new phase reconfigures the panel and raises GeneratorPhaseChange; a repeated one only counts
     /// as a sign of life, except the two error phases, which are handled at every report.
     void fmessGeneratorPhase(std::string_view value);
+    /// The question whether to autocalibrate stands in the generator: its keys and its event come once more,
+    /// and an answer that was not taken is forgotten. Nothing in another phase.
+    void repeatQuestion();
     /// "HE": percent of the tube's heat capacity. HUUpdate carries what is shown.
     void fmessHU(std::string_view value);
 

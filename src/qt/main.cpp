@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
@@ -7,11 +8,13 @@
 #include <vector>
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QEvent>
 
 #include "base/CodePage.h"
 #include "base/Fault.h"
 #include "qt/Convert.h"
+#include "qt/EndRequest.h"
 #include "qt/Look.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtPower.h"
@@ -119,6 +122,31 @@ std::unique_ptr<Recorder> recorderFor(const Platform& machine, const std::string
     return std::make_unique<Recorder>(machine, std::move(file), commandLine);
 }
 
+/// The system wants the program to end: the generator is given back first.
+void leave(Application& application, Recorder* recorder) {
+    if (recorder != nullptr) {
+        recorder->catchUp();
+    }
+    application.input().releaseAll();
+    if (recorder != nullptr) {
+        recorder->leaveRequested();
+    }
+    application.leave();
+}
+
+/// The same where the process is gone as soon as this returns.
+void leaveAndWait(Application& application, Recorder* recorder) {
+    constexpr int kPatience = 5000;
+    if (application.ended()) {
+        return;
+    }
+    leave(application, recorder);
+    const QDeadlineTimer end(kPatience);
+    while (!application.ended() && !end.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    }
+}
+
 int run(const Options& options) {
     const SteadyClock clock;
     std::optional<BoxCloser> boxCloser;
@@ -133,6 +161,11 @@ int run(const Options& options) {
     QtUserStore store(std::make_unique<QSettings>());
     QtDesktop desktop;
     QtPower power;
+    EndRequest endRequest;
+    endRequest.onAgain = [&port] {
+        port.close();
+        std::_Exit(EXIT_SUCCESS);
+    };
 
     const Platform machine{schedule, loop, port, store, folder, desktop, power};
     const std::unique_ptr<Recorder> recorder = recorderFor(machine, options.commandLine);
@@ -171,6 +204,10 @@ int run(const Options& options) {
     if (recorder) {
         recorder->begin(application.input());
         catchUp.emplace(*recorder);
+    }
+    endRequest.onFirst = [&application, &recorder] { leave(application, recorder.get()); };
+    if (!tour) {
+        endRequest.onSessionEnd = [&application, &recorder] { leaveAndWait(application, recorder.get()); };
     }
     if (!application.ended() && !(tour && tour->finished())) {
         QApplication::exec();

@@ -161,6 +161,11 @@ void Application::requestClose() {
     main().Form_QueryUnload();
 }
 
+void Application::leave() {
+    input().releaseAll();
+    console().LeaveNow();
+}
+
 bool Application::ended() const {
     return impl_->main->unloaded();
 }

@@ -51,6 +51,9 @@ public:
     void resizeWindow(Twips width, Twips height);
     /// The window's close button: refused until the console has said goodbye.
     void requestClose();
+    /// The system wants the program to end: the generator is given back and the window unloads by itself,
+    /// within a few seconds.
+    void leave();
     /// The window has unloaded: the process ends.
     [[nodiscard]] bool ended() const;
     /// Called once when it unloads.

@@ -277,6 +277,12 @@ void Recorder::closeRequested() {
     wakeAt(machine_.schedule.now());
 }
 
+void Recorder::leaveRequested() {
+    catchUp();
+    write("call Quillon.LeaveNow");
+    wakeAt(machine_.schedule.now());
+}
+
 void Recorder::gesture(Gesture gesture, const Control& control, std::string_view value) {
     // While the port is closed the key may be the one that opens it, and whether that fails has to stand in
     // front of it. Else the line is in the file before the handler runs, in case it is the program's last.

@@ -44,6 +44,8 @@ public:
     void catchUp();
     void windowResized(Twips width, Twips height);
     void closeRequested();
+    /// The system wants the program to end. What is held is to be let go before.
+    void leaveRequested();
 
 private:
     class Port;

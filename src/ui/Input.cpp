@@ -55,6 +55,12 @@ void Input::release(Control& control, bool over) {
     run(over && reachable(control) ? control.on.click : control.on.abandon);
 }
 
+void Input::releaseAll() {
+    while (!held_.empty()) {
+        release(*held_.back(), false);
+    }
+}
+
 bool Input::click(Control& control) {
     if (!press(control)) {
         return false;

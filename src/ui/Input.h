@@ -34,6 +34,8 @@ public:
     /// still `over` it and it can still be reached, and what gives the press up if not. Nothing when this
     /// control was not pressed.
     void release(Control& control, bool over = true);
+    /// The program is about to end: lets go of everything that is held, without a click.
+    void releaseAll();
     /// Breaks every hold off: neither release nor what follows it.
     void cancel();
 

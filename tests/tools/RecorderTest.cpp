@@ -164,6 +164,24 @@ TEST_F(RecorderTest, WhatTheDeviceDidNotTakeIsToldBesideTheFrameAndInTheLog) {
     EXPECT_EQ(*machine.folder.find("log.txt"), "(Tx)ST\r\n\r\n(Nx)HU\r\n\r\n");
 }
 
+TEST_F(RecorderTest, TheEndOfTheProgramComesBackWithWhatWasHeld) {
+    start();
+    machine.port.receive("ST2\r\n");
+    pass(12'000);
+    press(console(), "cmbClose");
+    pass(400);
+    recorder->catchUp();
+    application->input().releaseAll();
+    recorder->leaveRequested();
+    application->leave();
+    pass(3'000);
+    ASSERT_TRUE(application->ended());
+    EXPECT_THAT(recording(), HasSubstr("release Quillon.cmbClose outside\ncall Quillon.LeaveNow\n"));
+    const std::string played = replay();
+    EXPECT_EQ(linesWith(played, " tx "), linesWith(recording(), " tx ", 2));
+    EXPECT_THAT(played, EndsWith(" end\n"));
+}
+
 TEST_F(RecorderTest, TheHeaderHoldsWhatTheSessionStartedFrom) {
     machine.folder.put("temp.ini", "[TM]\nTM=3\n end \n");
     machine.desktop.setScreen(800, 600);

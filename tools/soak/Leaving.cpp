@@ -2,6 +2,8 @@
 
 #include "Session.h"
 
+#include <utility>
+
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
 
@@ -25,14 +27,11 @@ void Session::clearWhatStands() {
         // A reading that got no answer ends with the key that began it.
         (void)clickIfReachable("Quillon.cmbReadExposureCounters");
     }
-}
-
-/// Two workflows wait for the generator without an end: the seek of a point that it does not have, and the
-/// way out of calibration when it stays there. Its own reset ends them.
-void Session::endEndlessWaits() {
-    if (!ended() && !application_->console()["cmbClose"].enabled() &&
-        (running("tmrAutocalON") || running("tmrCalOFF"))) {
-        perform("sim phase 2");
+    for (const auto& [screen, key] :
+         {std::pair{"fraOrla", "cmdOrla"}, std::pair{"fraRemote", "cmdMultiRoom"}}) {
+        if (application_->console()[screen].visible()) {
+            (void)clickIfReachable(std::string("Quillon.") + key); // it keeps the mode keys
+        }
     }
 }
 
@@ -54,7 +53,6 @@ void Session::comeToRest() {
     perform("wait 60000");
     for (int round = 0; round < 16 && !ended(); ++round) {
         clearWhatStands();
-        endEndlessWaits();
         if (round == 8 && !application_->link().get<bool>("StatusUpdateEnable")) {
             // A report that was lost on the way out of a mode is not asked for again, since the poll stays
             // off there. The generator tells its phase when it is switched on.
@@ -88,7 +86,6 @@ void Session::leave() {
     for (int presses = 0; presses < 5 && !ended(); ++presses) {
         (void)clickIfReachable("Quillon.cmbClose");
         perform("wait 60000");
-        endEndlessWaits();
     }
     if (!ended()) {
         watch_->violation("the application did not end");

@@ -77,7 +77,6 @@ private:
     bool act(std::string_view word, const std::string& name, std::string_view value);
     bool clickIfReachable(std::string_view name);
     void clearWhatStands();
-    void endEndlessWaits();
     [[nodiscard]] bool running(std::string_view timer);
 
     std::unique_ptr<simulator::Generator> generator_;

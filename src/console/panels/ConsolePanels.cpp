@@ -211,6 +211,8 @@ void ConsolePanels::ErrorMessage(std::int16_t code) {
         session_.at(Moment::MessageAcknowledged);
         screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
         context_.console.timer("tmrWaitRefresh").run();
+        // A generator that still asks is answered first: nothing else leads it on.
+        context_.link.repeatQuestion();
     });
     if (panel == nullptr) {
         return;

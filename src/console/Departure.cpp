@@ -1,0 +1,104 @@
+#include "console/Departure.h"
+
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+constexpr int kGoodbyeDelay = 1000; // ms
+constexpr int kLeaveTime = 3000;    // ms that the ways out of the modes get
+
+} // namespace
+
+Departure::Departure(ConsoleContext& context, ServiceSession& session)
+    : context_(context), session_(session), screen_(context),
+      tmrGoodbye_(context.console.timer("tmrGoodbye")) {
+    context_.operations.add("LeaveNow", [this] { LeaveNow(); });
+    context_.link.events().GeneratorPhaseChange.connect(
+        [this](std::int32_t phase) { phaseReported(Phase{phase}); });
+}
+
+void Departure::LeaveNow() {
+    if (session_.is(Run::Closing)) {
+        return;
+    }
+    const std::vector<Phase> modes = modesToLeave();
+    session_.closeScreen();
+    session_.begin(Run::Closing, modes.empty() ? Moment::ClosingBegins : Moment::LeavingNow);
+    stopAllTimers();
+    if (Control* window = context_.console.container()) {
+        window->setEnabled(false); // nothing is in reach any more
+    }
+    leaving_ = true;
+    stood_ = session_.lastPhase();
+    for (const Phase mode : modes) {
+        leave(mode);
+    }
+    session_.loan().takeBack();
+    session_.giveXRaysBack(); // behind the commands, which may have thrown it away
+    screen_.prompt(context_.texts.sClosing);
+    tmrGoodbye_.setTick([this] { goodbyeTick(); });
+    tmrGoodbye_.start(modes.empty() ? kGoodbyeDelay : kLeaveTime);
+}
+
+std::vector<Phase> Departure::modesToLeave() const {
+    const Phase mode = session_.mode();
+    const bool autocalibrating = session_.is(Run::EnteringAutocalibration);
+    const bool entering = autocalibrating || session_.is(Run::EnteringCalibration);
+    std::vector<Phase> modes;
+    if (mode == Phase::Autocalibration || session_.lastPhase() >= Phase::ConfirmDismiss ||
+        (mode == Phase::Calibration && autocalibrating)) {
+        modes.push_back(Phase::Autocalibration);
+    }
+    if (mode == Phase::Calibration || (mode == Phase::NormalOperation && entering)) {
+        modes.push_back(Phase::Calibration);
+    }
+    if (mode == Phase::Configuration || session_.is(Run::EnteringConfiguration)) {
+        modes.push_back(Phase::Configuration);
+    }
+    return modes;
+}
+
+void Departure::leave(Phase phase) {
+    if (phase == Phase::Calibration) {
+        context_.link.call("calibration", {false});
+    } else if (phase == Phase::Configuration) {
+        context_.link.call("Configuration", {false});
+    } else if (phase == Phase::Autocalibration || phase >= Phase::ConfirmDismiss) {
+        context_.link.call("Autocalibration", {false});
+        session_.oweXRays(); // that command has thrown away what waited
+    }
+}
+
+void Departure::stopAllTimers() {
+    for (const auto& control : context_.console.controls()) {
+        if (auto* timer = dynamic_cast<TimerControl*>(control.get())) {
+            timer->timer().stop();
+        }
+    }
+    // An answer to the question of an autocalibration would be repeated.
+    context_.link.timer("tmrConfirm").stop();
+    context_.link.timer("tmrDismiss").stop();
+}
+
+void Departure::phaseReported(Phase phase) {
+    if (!leaving_) {
+        return;
+    }
+    if (std::exchange(stood_, phase) != phase) {
+        leave(phase);
+    }
+    screen_.prompt(context_.texts.sClosing); // the reaction to the report has words of its own
+}
+
+void Departure::goodbyeTick() {
+    tmrGoodbye_.stop();
+    if (session_.mode() == Phase::Autocalibration) {
+        leave(Phase::Calibration); // it has not been seen to follow; it may all the same
+    }
+    context_.link.leavePort();
+    context_.events.Goodbye.raise();
+}
+
+} // namespace quillon
