@@ -133,7 +133,12 @@ void AutocalibrationMode::enter() {
                            tmrAutocalON_.stop();
                            session_.showPositionerKey();
                        },
-                   .untold = [this] { return onStep_ == kSendWorkstation; },
+                   .ends =
+                       [this](Way way) {
+                           // Before its first command, or in Ready behind the last of its waits.
+                           return way == Way::Exposure ? onStep_ == kSendWorkstation
+                                                       : !tmrAutocalON_.running();
+                       },
                    .givenUp = [this] { generatorNeverCame(); }});
     screen_.prompt(context_.texts.waitPrompt(context_.texts.sEnterAutocal));
     onStep_ = kSendWorkstation;

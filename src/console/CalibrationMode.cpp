@@ -90,7 +90,7 @@ RunHooks CalibrationMode::entryHooks() {
                     showModeKeys(true);
                     session_.showPositionerKey();
                 },
-            .untold = [this] { return !workstationSent_; }};
+            .ends = [this](Way) { return !workstationSent_; }};
 }
 
 void CalibrationMode::sendWorkstation() {
@@ -162,7 +162,7 @@ RunHooks CalibrationMode::exitHooks() {
                         session_.giveXRaysBack();
                     }
                 },
-            .untold = [this] { return exitSent_; },
+            .ends = [this](Way) { return exitSent_; },
             .givenUp =
                 [this] {
                     session_.loan().takeBack();

@@ -43,7 +43,8 @@ inline constexpr std::size_t kWays = 8;
 enum class Answer : std::uint8_t {
     GoesOn, ///< to its own next step, which finds the phase that was reported
     Ends,   ///< at once; what it took is given back
-    Asks,   ///< ends when nothing of it has reached the generator yet
+    Asks,   ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come any
+            ///< more
     ByMode, ///< the key leaves the mode that is reached, or closes: another run takes the place of this one
     Waits,  ///< the key leaves a mode that is reached, and does nothing before
 };

@@ -270,7 +270,7 @@ bool ServiceSession::giveUp() {
 
 void ServiceSession::answer(Way way) {
     const Answer answer = answerOf(run_, way);
-    if (answer == Answer::Ends || (answer == Answer::Asks && hooks_.untold && hooks_.untold())) {
+    if (answer == Answer::Ends || (answer == Answer::Asks && hooks_.ends && hooks_.ends(way))) {
         breakOff(way == Way::Exposure ? Moment::BrokenOffByExposure : Moment::BrokenOff);
     }
 }

@@ -29,9 +29,8 @@ private:
 
 /// What a run has to say when it does not reach its own end.
 struct RunHooks {
-    std::function<void()> undo = {}; ///< it does not reach its own end: what is its own on the screen goes
-    std::function<bool()> untold =
-        {}; ///< whether the generator was told nothing yet, or was told and does not follow
+    std::function<void()> undo = {};    ///< it does not reach its own end: what is its own on the screen goes
+    std::function<bool(Way)> ends = {}; ///< its word where the matrix asks for it
     std::function<void()> givenUp = {}; ///< the operator has waited for a minute and pressed cmbClose
 };
 
