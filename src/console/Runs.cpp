@@ -9,6 +9,7 @@ constexpr Answer ends = Answer::Ends;
 constexpr Answer asks = Answer::Asks;
 constexpr Answer mode = Answer::ByMode;
 constexpr Answer wait = Answer::Waits;
+constexpr Answer none = Answer::Nothing;
 
 // A start anew and a loss end whatever was under way with the machine as it was. A phase ends a run that has
 // no business in it. A run that began with a command goes on to the look at what has come of it.
@@ -28,8 +29,21 @@ constexpr std::array<RunRow, kRuns> kTable{{
     {Run::LeavingAutocalibration,  "leaving autocalibration",  {"tmrAutocalOFF"},                                          {},                                                            {ends, goes, goes, goes, goes, goes, ends, mode}},
     {Run::ReadingCounters,         "reading counters",         {"tmrReadExposureCounters"},                                {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
     {Run::ShowingCounters,         "showing counters",         {"tmrResetTubeCounter"},                                    {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
-    {Run::Closing,                 "closing",                  {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes, wait}},
+    {Run::Closing,                 "closing",                  {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes, none}},
 }};
+// clang-format on
+
+// clang-format off
+constexpr std::array kWaitRows{
+    // wait                            ended by phases                                                       a loss  the next run  not while lent
+    WaitRow{"tmrDelay",                {Phase::Initialization, Phase::NormalOperation},                      true,   false,        true},
+    WaitRow{"tmrDelayAutocal",         {Phase::Initialization, Phase::NormalOperation, Phase::Calibration},  false,  true,         false},
+    WaitRow{"tmrIniAutocal",           {Phase::Initialization, Phase::NormalOperation, Phase::ConfirmDismiss,
+                                        Phase::AutocalError, Phase::AutocalOk},                              true,   true,         false},
+    WaitRow{"tmrAutocalON",            {Phase::Initialization},                                              true,   true,         false},
+    WaitRow{"tmrReadExposureCounters", {Phase::Initialization, Phase::Calibration, Phase::Configuration,
+                                        Phase::Autocalibration},                                             true,   true,         false},
+};
 // clang-format on
 
 constexpr bool inOrder() {
@@ -46,6 +60,10 @@ static_assert(inOrder());
 
 const RunRow& rowOf(Run run) {
     return kTable.at(static_cast<std::size_t>(run));
+}
+
+std::span<const WaitRow> waitRows() {
+    return kWaitRows;
 }
 
 } // namespace quillon

@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+#include "base/Phase.h"
+
 namespace quillon {
 
 /// What the console is doing. One thing at a time; None while it leaves the machine to the operator.
@@ -41,12 +43,13 @@ inline constexpr std::size_t kWays = 8;
 
 /// What becomes of the run.
 enum class Answer : std::uint8_t {
-    GoesOn, ///< to its own next step, which finds the phase that was reported
-    Ends,   ///< at once; what it took is given back
-    Asks,   ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come any
-            ///< more
-    ByMode, ///< the key leaves the mode that is reached, or closes: another run takes the place of this one
-    Waits,  ///< the key leaves a mode that is reached, and does nothing before
+    GoesOn,  ///< to its own next step, which finds the phase that was reported
+    Ends,    ///< at once; what it took is given back
+    Asks,    ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come any
+             ///< more
+    ByMode,  ///< the key leaves the mode that is reached, or closes: another run takes the place of this one
+    Nothing, ///< the key does nothing
+    Waits,   ///< the key leaves a mode that is reached, and does nothing before
 };
 
 /// The belongings of a run: what stops and what is taken away with it, whatever ends it.
@@ -57,6 +60,16 @@ struct RunRow {
     std::array<std::string_view, 3> panels;
     std::array<Answer, kWays> answers;
 };
+
+/// A wait that may outlive the run that began it, and what ends it besides its own end.
+struct WaitRow {
+    std::string_view timer;
+    Phases endedBy;
+    bool byLoss;
+    bool byNextRun;
+    bool notWhileLent; ///< no phase ends it while the machine is with its users
+};
+[[nodiscard]] std::span<const WaitRow> waitRows();
 
 [[nodiscard]] const RunRow& rowOf(Run run);
 [[nodiscard]] inline Answer answerOf(Run run, Way way) {

@@ -1,39 +1,14 @@
 #include "console/ServiceSession.h"
 
-#include <array>
 #include <optional>
 #include <utility>
 #include <vector>
-
-#include "base/Numbers.h"
 
 namespace quillon {
 
 namespace {
 
 constexpr int kPatience = 60000; // ms
-
-/// A wait that may outlive the run that began it, and what ends it besides.
-struct WaitRow {
-    std::string_view timer;
-    Phases endedBy;
-    bool byLoss;
-    bool byNextRun;
-    bool notWhileLent;
-};
-
-// clang-format off
-constexpr std::array kWaitRows{
-    // wait                            ended by phases                                                       a loss  the next run  not while lent
-    WaitRow{"tmrDelay",                {Phase::Initialization, Phase::NormalOperation},                      true,   false,        true},
-    WaitRow{"tmrDelayAutocal",         {Phase::Initialization, Phase::NormalOperation, Phase::Calibration},  false,  true,         false},
-    WaitRow{"tmrIniAutocal",           {Phase::Initialization, Phase::NormalOperation, Phase::ConfirmDismiss,
-                                        Phase::AutocalError, Phase::AutocalOk},                              true,   true,         false},
-    WaitRow{"tmrAutocalON",            {Phase::Initialization},                                              true,   true,         false},
-    WaitRow{"tmrReadExposureCounters", {Phase::Initialization, Phase::Calibration, Phase::Configuration,
-                                        Phase::Autocalibration},                                             true,   true,         false},
-};
-// clang-format on
 
 std::optional<Way> wayOf(Phase phase) {
     switch (phase) {
@@ -90,7 +65,7 @@ bool ServiceSession::isFree() const {
 void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
-    for (const WaitRow& wait : kWaitRows) {
+    for (const WaitRow& wait : waitRows()) {
         if (wait.byNextRun) {
             context_.console.timer(wait.timer).stop();
         }
@@ -148,7 +123,7 @@ void ServiceSession::cancelLending() {
 void ServiceSession::drop() {
     hooks_ = {};
     stopParts();
-    for (const WaitRow& wait : kWaitRows) {
+    for (const WaitRow& wait : waitRows()) {
         context_.console.timer(wait.timer).stop();
     }
     run_ = Run::None;
@@ -279,7 +254,7 @@ void ServiceSession::reported(Phase phase) {
     lost_ = false;
     poweringUp_ = phase == Phase::Initialization;
     loan_.reported(phase);
-    for (const WaitRow& wait : kWaitRows) {
+    for (const WaitRow& wait : waitRows()) {
         if (wait.endedBy.has(phase) && !(wait.notWhileLent && lent())) {
             context_.console.timer(wait.timer).stop();
         }
@@ -317,7 +292,7 @@ void ServiceSession::lost() {
     poweringUp_ = false;
     lastPhase_ = Phase::Initialization;
     afterExposure_ = {};
-    for (const WaitRow& wait : kWaitRows) {
+    for (const WaitRow& wait : waitRows()) {
         if (wait.byLoss) {
             context_.console.timer(wait.timer).stop();
         }
@@ -345,11 +320,6 @@ void ServiceSession::closeScreen() {
     if (const auto close = std::exchange(screenClose_, {})) {
         close();
     }
-}
-
-std::string ServiceSession::describe() const {
-    return "mode " + decimalText(numberOf(mode_)) + ", phase " + decimalText(numberOf(lastPhase_)) + ", " +
-           std::string(rowOf(run_).name) + (lent() ? ", lent" : "");
 }
 
 } // namespace quillon

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 #include "base/Phase.h"
 #include "console/ConsoleContext.h"
@@ -109,9 +108,6 @@ public:
     void showPositionerKey() { ShowCalibrationButton(context_, !isServiceMode(mode_)); }
     /// A line that was closed by hand is opened, so that the generator can be told.
     void openLine();
-
-    /// Mode, last phase and run in words, for a log.
-    [[nodiscard]] std::string describe() const;
 
 private:
     void stopParts();

@@ -11,6 +11,7 @@
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
 #include "tools/protocol/Document.h"
+#include "tools/protocol/Workflows.h"
 
 namespace quillon {
 namespace {
@@ -26,6 +27,8 @@ std::string contentOf(const std::string& name) {
 TEST(CommittedFiles, TheProtocolDocumentIsWhatTheTablesSay) {
     EXPECT_TRUE(contentOf("docs/protocol.md") == protocolDocument())
         << "run quillon-protocol > docs/protocol.md and commit it";
+    EXPECT_TRUE(contentOf("docs/workflows.md") == workflowsDocument())
+        << "run quillon-protocol workflows > docs/workflows.md and commit it";
 }
 
 class TextsTest : public testing::Test {
