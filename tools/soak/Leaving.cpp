@@ -84,6 +84,7 @@ void Session::leave() {
     }
     // A press a level: what a mode has covered may still be open.
     for (int presses = 0; presses < 5 && !ended(); ++presses) {
+        clearWhatStands(); // a mode that was not reached is told
         (void)clickIfReachable("Quillon.cmbClose");
         perform("wait 60000");
     }
