@@ -19,7 +19,7 @@ trap finish EXIT
 
 fail() {
     printf 'FAILED: %s\n' "$*"
-    tail -n 20 "$home/wire" "$home/program.out" 2>/dev/null || true
+    tail -n 20 "$home/wire" "$home/program.out" 2>/dev/null | cut -c 1-160 || true
     exit 1
 }
 

@@ -10,7 +10,7 @@ polls() { grep -cE ' rx "[^"]*(ST|HU)\\x0D' "$home/wire" || true; }
 heard_more_than() { (($(polls) > $1)); }
 sent_one() { (($(logged Tx) > 0)); }
 
-plug_in startphase=2
+plug_in startphase=2 line=0 # what fills the buffers is not to take its time
 kill -STOP "$generator_pid"
 exec 4<>"$link" # a way to the far end's buffers beside the program
 start_program --tour "$home/pictures" -logFile
