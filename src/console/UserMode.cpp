@@ -19,7 +19,9 @@ UserMode::UserMode(ConsoleContext& context, ServiceSession& session, Calibration
 }
 
 void UserMode::goToUserMode() {
-    if (screen_.errorOnShow() || session_.is(Run::Closing)) {
+    // Only calibration can be lent; the generator may have left it under the finger.
+    if (screen_.errorOnShow() || session_.is(Run::Closing) || session_.mode() != Phase::Calibration ||
+        session_.is(Run::EnteringAutocalibration)) {
         return;
     }
     session_.at(Moment::UsersAsked);

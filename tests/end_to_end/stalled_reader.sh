@@ -15,7 +15,11 @@ kill -STOP "$generator_pid"
 exec 4<>"$link" # a way to the far end's buffers beside the program
 start_program --tour "$home/pictures" -logFile
 wait_for 10 'no poll' sent_one
-yes "$(printf 'x%.0s' {1..98})" | tr '\n' '\003' | dd bs=99 iflag=fullblock oflag=nonblock status=none >&4 2>/dev/null || true
+# The system moves what it has taken on from one buffer to the next: more fits a moment later.
+for _ in 1 2 3; do
+    yes "$(printf 'x%.0s' {1..98})" | tr '\n' '\003' | dd bs=99 iflag=fullblock oflag=nonblock status=none >&4 2>/dev/null || true
+    sleep 0.2
+done
 taken=$(logged Tx)
 sleep 7.5
 alive
