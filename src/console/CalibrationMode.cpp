@@ -202,10 +202,9 @@ void CalibrationMode::left() {
 }
 
 void CalibrationMode::showModeKeys(bool show) {
-    for (const std::string_view key : {"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters"}) {
-        context_.console[key].setVisible(show);
-    }
-    context_.console["cmbGoToUserMode"].setVisible(!show);
+    const Keys others = kModeKeys.without(Key::ManualCalibration);
+    screen_.show(show ? others : Key::GoToUserMode);
+    screen_.hide(show ? Key::GoToUserMode : others);
 }
 
 } // namespace quillon

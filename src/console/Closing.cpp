@@ -90,8 +90,8 @@ void Closing::close() {
     BeginClosing();
     screen_.prompt(context_.texts.sClosing);
     session_.loan().takeBack();
-    screen_.hide({"cmbReadExposureCounters", "cmbGoToUserMode"});
-    screen_.show({"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration"});
+    screen_.hide(Key::ReadCounters | Key::GoToUserMode);
+    screen_.show(kModeKeys.without(Key::ReadCounters));
 }
 
 void Closing::BeginClosing() {

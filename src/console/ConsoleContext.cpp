@@ -8,6 +8,10 @@ void ConsoleScreen::setVisible(Names names, bool visible) const {
     }
 }
 
+void ConsoleScreen::setVisible(Keys keys, bool visible) const {
+    keys.each([&](Key key) { console_[nameOf(key)].setVisible(visible); });
+}
+
 void ConsoleScreen::off(Names names) const {
     for (const std::string_view name : names) {
         console_[name].setBackColour(context_.state.ButtonOffColor);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "console/ConsoleKeys.h"
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
 #include "link/TorvaneSerial.h"
@@ -36,6 +37,8 @@ public:
     using Names = std::initializer_list<std::string_view>;
     void show(Names names) const { setVisible(names, true); }
     void hide(Names names) const { setVisible(names, false); }
+    void show(Keys keys) const { setVisible(keys, true); }
+    void hide(Keys keys) const { setVisible(keys, false); }
     /// Paints buttons in the colour of a button at rest, or of the active mode.
     void off(Names names) const;
     void on(Names names) const;
@@ -50,6 +53,7 @@ public:
 
 private:
     void setVisible(Names names, bool visible) const;
+    void setVisible(Keys keys, bool visible) const;
 
     ConsoleContext& context_;
     ControlHost& console_;

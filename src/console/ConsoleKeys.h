@@ -41,6 +41,14 @@ public:
         rest.bits_ = static_cast<std::uint8_t>(bits_ & ~taken.bits_);
         return rest;
     }
+    /// Calls `work` for each key of the set.
+    template <typename Work> void each(Work work) const {
+        for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
+            if (has(static_cast<Key>(i))) {
+                work(static_cast<Key>(i));
+            }
+        }
+    }
     [[nodiscard]] constexpr bool has(Key key) const {
         return (bits_ >> static_cast<unsigned>(key) & 1U) != 0;
     }

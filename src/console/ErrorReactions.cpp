@@ -49,9 +49,9 @@ void ErrorReactions::generatorLost() {
     session_.lost();
     session_.at(Moment::Lost);
     screen_.prompt(context_.texts.sCommError);
-    screen_.show(
-        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.hide({"cmbGoToUserMode", "fraActualExposureParameters", "fraTorvaneSerial"});
+    screen_.show(kModeKeys);
+    screen_.hide(Key::GoToUserMode);
+    screen_.hide({"fraActualExposureParameters", "fraTorvaneSerial"});
     screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
 }
 

@@ -134,9 +134,10 @@ void PhaseReactions::initialization() {
     lightExposure(false);
     context_.link.setVisible(false);
     session_.at(Moment::PoweringUp);
-    screen_.hide({"fraTorvaneSerial", "fraExposureCounters", "cmbGoToUserMode"});
-    screen_.show({"cmbConfiguration", "cmbAutocalibration", "cmbReadExposureCounters", "imgQuillonConsole",
-                  "lblQuillonConsole"});
+    screen_.hide({"fraTorvaneSerial", "fraExposureCounters"});
+    screen_.hide(Key::GoToUserMode);
+    screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
+    screen_.show(kModeKeys.without(Key::ManualCalibration));
     state_.m_PowerUpSeen = true;
 }
 
@@ -230,9 +231,9 @@ void PhaseReactions::calibration() {
 void PhaseReactions::configuration() {
     start_.greetNobody();
     session_.at(Moment::InConfiguration);
-    screen_.show(
-        {"cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration", "cmbReadExposureCounters"});
-    screen_.hide({"cmbGoToUserMode", "lblErrorDescription", "fraActualExposureParameters"});
+    screen_.show(kModeKeys);
+    screen_.hide(Key::GoToUserMode);
+    screen_.hide({"lblErrorDescription", "fraActualExposureParameters"});
     hideRestPicture();
     bringLinkControl();
     session_.setMode(Phase::Configuration);

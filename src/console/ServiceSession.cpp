@@ -149,39 +149,29 @@ void ServiceSession::stopParts() {
 /// Keys of the workflows are dead during an exposure: what is given meanwhile comes with its end.
 void ServiceSession::give(Keys keys) {
     constexpr Keys kDeadInExposure = kModeKeys | Key::GoToUserMode | Key::Close;
-    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
-        const auto key = static_cast<Key>(i);
-        if (!keys.has(key)) {
-            continue;
-        }
+    keys.each([&](Key key) {
         if (isExposure(lastPhase_) && kDeadInExposure.has(key)) {
             afterExposure_ = afterExposure_ | key;
         } else {
-            context_.console[kKeyNames[i]].setEnabled(true);
+            context_.console[nameOf(key)].setEnabled(true);
         }
-    }
+    });
 }
 
-void ServiceSession::paint(const MomentRow& row) {
-    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
-        Control& key = context_.console[kKeyNames[i]];
-        const auto name = static_cast<Key>(i);
-        if (row.off.has(name)) {
-            key.setEnabled(false);
-        }
-        if (row.atRest.has(name)) {
-            key.setBackColour(context_.state.ButtonOffColor);
-        }
-        if (row.active.has(name)) {
-            key.setBackColour(context_.state.ButtonOnColor);
-        }
-    }
+void ServiceSession::take(Keys keys) {
+    afterExposure_ = afterExposure_.without(keys);
+    keys.each([&](Key key) { context_.console[nameOf(key)].setEnabled(false); });
+}
+
+void ServiceSession::paint(Keys keys, Colour colour) {
+    keys.each([&](Key key) { context_.console[nameOf(key)].setBackColour(colour); });
 }
 
 void ServiceSession::at(Moment moment) {
     const MomentRow& row = rowOf(moment);
-    afterExposure_ = afterExposure_.without(row.off);
-    paint(row);
+    take(row.off);
+    paint(row.atRest, context_.state.ButtonOffColor);
+    paint(row.active, context_.state.ButtonOnColor);
     give(row.on);
     if (row.prompt == Prompt::Cleared) {
         screen_.clearPrompt();
@@ -305,12 +295,10 @@ void ServiceSession::openScreen(std::function<void()> close) {
     closeScreen();
     std::vector<Control*> keys;
     const bool offered = context_.console[nameOf(Key::ManualCalibration)].offered();
-    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
-        if (kModeKeys.has(static_cast<Key>(i))) {
-            keys.push_back(&context_.console[kKeyNames[i]]);
-            keys.back()->setEnabled(offered);
-        }
-    }
+    kModeKeys.each([&](Key key) {
+        keys.push_back(&context_.console[nameOf(key)]);
+        keys.back()->setEnabled(offered);
+    });
     screenLock_ = ControlLock(std::move(keys));
     screenClose_ = std::move(close);
 }

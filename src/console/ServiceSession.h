@@ -112,7 +112,8 @@ public:
 private:
     void stopParts();
     void give(Keys keys);
-    void paint(const MomentRow& row);
+    void take(Keys keys);
+    void paint(Keys keys, Colour colour);
     void answer(Way way);
 
     ConsoleContext& context_;

@@ -55,7 +55,7 @@ void StartOfService::UserControl_Show() {
     state_.m_ProtocolError = false;
     context_.console.timer("tmrError").stop();
     session_.at(Moment::Shown);
-    screen_.hide({"cmbGoToUserMode"});
+    screen_.hide(Key::GoToUserMode);
     TorvaneSerialV3_07_QLC1& link = context_.link;
     link.setEventEnabled(true);
     link.setDebugActive(false);
@@ -67,9 +67,8 @@ void StartOfService::UserControl_Show() {
 }
 
 void StartOfService::showRestLayout() {
-    screen_.show({"fraPrepExp", "cmbClose", "cmbReadExposureCounters", "cmbConfiguration",
-                  "cmbManualCalibration", "cmbAutocalibration", "cmbResetError", "lblError",
-                  "lblSoftwareVersion"});
+    screen_.show({"fraPrepExp", "lblError", "lblSoftwareVersion"});
+    screen_.show(kModeKeys | Key::Close | Key::ResetError);
     // A generator found in calibration has the working area already.
     if (session_.mode() != Phase::Calibration && session_.mode() != Phase::Autocalibration) {
         screen_.show({"lblQuillonConsole", "imgQuillonConsole"});
@@ -79,7 +78,8 @@ void StartOfService::showRestLayout() {
 void StartOfService::delayShowTick() {
     tmrDelayShow_.stop();
     showRestLayout();
-    screen_.hide({"lblErrorDescription", "lblHelp", "cmbGoToUserMode"});
+    screen_.hide({"lblErrorDescription", "lblHelp"});
+    screen_.hide(Key::GoToUserMode);
     if (session_.lastPhase() != Phase::NormalOperation) {
         screen_.prompt(context_.texts.sPowerUpGenerator);
     }
