@@ -59,7 +59,8 @@ ServiceSession::ServiceSession(ConsoleContext& context)
 }
 
 bool ServiceSession::isFree() const {
-    return idle() || is(Run::ChoosingWorkstation) || is(Run::ChoosingAutocalibration);
+    return idle() || is(Run::ChoosingWorkstation) || is(Run::ChoosingAutocalibration) ||
+           is(Run::ShowingCounters);
 }
 
 void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
