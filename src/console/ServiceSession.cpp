@@ -59,8 +59,7 @@ ServiceSession::ServiceSession(ConsoleContext& context)
 }
 
 bool ServiceSession::isFree() const {
-    return idle() || is(Run::ChoosingWorkstation) || is(Run::ChoosingAutocalibration) ||
-           is(Run::ShowingCounters);
+    return idle() || is(Run::ChoosingWorkstation) || is(Run::ChoosingAutocalibration);
 }
 
 void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {

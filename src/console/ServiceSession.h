@@ -57,7 +57,7 @@ public:
     [[nodiscard]] bool idle() const { return run_ == Run::None; }
     /// A mode can be entered: normal operation, and no exposure.
     [[nodiscard]] bool canEnter() const { return mode_ == Phase::NormalOperation && !isExposure(lastPhase_); }
-    /// Keys that the end of a refresh gives are given: no run is under way, or one that waits for the operator.
+    /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a choice.
     [[nodiscard]] bool isFree() const;
     [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
 

@@ -111,7 +111,8 @@ void StartOfService::RefreshConsole() {
 }
 
 void StartOfService::waitRefreshTick() {
-    if (session_.lastPhase() == Phase::NormalOperation && session_.isFree()) {
+    if (session_.lastPhase() == Phase::NormalOperation &&
+        (session_.isFree() || session_.is(Run::ShowingCounters))) {
         session_.at(Moment::RefreshDone);
     }
     tmrWaitRefresh_.stop();
