@@ -260,6 +260,7 @@ void ServiceSession::reported(Phase phase) {
                            (phase == Phase::Calibration && !is(Run::Lending));
     if (lent() && elsewhere) {
         loan_.takeBack();
+        cancelLending(); // there is nobody to arrive at
     }
     if (xRaysOwed_ && isKnown(phase) && context_.link.allows("RX")) {
         xRaysOwed_ = false;
