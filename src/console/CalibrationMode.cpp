@@ -89,6 +89,7 @@ RunHooks CalibrationMode::entryHooks() {
                 [this] {
                     showModeKeys(true);
                     session_.showPositionerKey();
+                    giveXRaysBack(false);
                 },
             .ends = [this](Way) { return !workstationSent_; }};
 }
@@ -155,13 +156,7 @@ void CalibrationMode::leave() {
 }
 
 RunHooks CalibrationMode::exitHooks() {
-    return {.undo =
-                [this] {
-                    // The run that takes its place gives them back, or the next exit.
-                    if (exitSent_ && session_.idle()) {
-                        session_.giveXRaysBack();
-                    }
-                },
+    return {.undo = [this] { giveXRaysBack(exitSent_); },
             .ends = [this](Way) { return exitSent_; },
             .givenUp =
                 [this] {
@@ -169,6 +164,13 @@ RunHooks CalibrationMode::exitHooks() {
                     showModeKeys(false);
                     session_.end(Moment::CalibrationExitNotFollowed);
                 }};
+}
+
+/// What the key that closes took, or the exit. The run that takes its place gives it back, or the next exit.
+void CalibrationMode::giveXRaysBack(bool exitSent) {
+    if (session_.idle() && (exitSent || !context_.link.mirror().RXEnable)) {
+        session_.giveXRaysBack();
+    }
 }
 
 void CalibrationMode::offTick() {

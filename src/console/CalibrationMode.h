@@ -25,6 +25,7 @@ private:
     void beginEntry(int firstWait);
     [[nodiscard]] RunHooks entryHooks();
     [[nodiscard]] RunHooks exitHooks();
+    void giveXRaysBack(bool exitSent);
     void sendWorkstation();
     void onTick();
     void offTick();

@@ -74,7 +74,11 @@ void ExposureCounters::open() {
 }
 
 void ExposureCounters::close() {
+    const bool early = session_.is(Run::ReadingCounters) && tmrReadExposureCounters_.running();
     session_.end(Moment::CountersClosed);
+    if (early) {
+        session_.at(Moment::BrokenOff); // an exposure has given the key that closes, and no last tick comes
+    }
     clearScreen();
     ShowCalibrationButton(context_, true);
 }

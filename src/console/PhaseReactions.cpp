@@ -150,7 +150,7 @@ void PhaseReactions::normalOperation() {
         start_.refreshAfterPowerUp();
     } else {
         start_.refreshIfOwed();
-        if (session_.idle() && !start_.refreshing() && !lent) {
+        if (session_.isFree() && !start_.refreshing() && !lent) {
             session_.at(Moment::ReadyAndIdle);
         }
     }

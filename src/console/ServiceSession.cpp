@@ -261,6 +261,9 @@ void ServiceSession::reported(Phase phase) {
     if (lent() && elsewhere) {
         loan_.takeBack();
         cancelLending(); // there is nobody to arrive at
+        if (phase == Phase::Initialization) {
+            showPositionerKey(); // no mode is left that would bring it
+        }
     }
     if (xRaysOwed_ && isKnown(phase) && context_.link.allows("RX")) {
         xRaysOwed_ = false;
@@ -289,7 +292,11 @@ void ServiceSession::lost() {
         }
     }
     answer(Way::Lost);
+    const bool wasLent = lent();
     loan_.takeBack();
+    if (wasLent) {
+        showPositionerKey();
+    }
 }
 
 void ServiceSession::openScreen(std::function<void()> close) {

@@ -216,9 +216,7 @@ bool Session::perform(std::string_view word, std::string_view rest) {
         advance(toInt32(rest));
     } else if (word == "sim") {
         forced_ = forced_ || rest.starts_with("phase");
-        const std::string answer = generator_->command(rest, machine.time.now());
-        wakeGenerator();
-        return !answer.starts_with('?');
+        return !ask(rest).starts_with('?');
     } else if (word == "msg") {
         deliver(std::string(rest) + "\r\n");
     } else if (word == "answer") {
@@ -228,6 +226,12 @@ bool Session::perform(std::string_view word, std::string_view rest) {
         return act(word, std::string(name), value);
     }
     return true;
+}
+
+std::string Session::ask(std::string_view command) {
+    std::string answer = generator_->command(command, machine.time.now());
+    wakeGenerator();
+    return answer;
 }
 
 bool Session::act(std::string_view word, const std::string& name, std::string_view value) {

@@ -39,6 +39,8 @@ public:
     /// Carries one scenario command out: wait, sim, msg, press, release, click, type, select, slide, answer.
     /// False when it names a control that is not there; nothing happens then.
     bool perform(std::string_view line);
+    /// What the generator answers to a command of its own console.
+    std::string ask(std::string_view command);
     /// The machine becomes a healthy one, and the operator leaves level by level until only "Close" is left.
     void comeToRest();
     /// The last level. A console that does not let its operator go is a violation.

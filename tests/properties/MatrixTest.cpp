@@ -1,0 +1,348 @@
+// Everything that the console can be doing, against everything that can happen to it from outside, before the
+// simulated generator. Whatever the two are, there is a key that leads on, and once the generator is Ready
+// again nothing is left of it and the operator can leave.
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "base/Text.h"
+#include "console/ServiceSession.h"
+#include "console/ctrQuillonConsole.h"
+#include "link/TorvaneSerial.h"
+#include "soak/Session.h"
+
+namespace quillon {
+namespace {
+
+/// The console in the middle of a run.
+struct Scene {
+    Run run;
+    std::string_view name;
+    std::string how; ///< scenario commands, ';' between; a name alone is clicked, and must be in reach
+};
+
+const std::string kInConfiguration = "cmbConfiguration;wait 5000;";
+const std::string kToCalibration = "cmbManualCalibration;SelWSCal.cmdOK;";
+const std::string kInCalibration = kToCalibration + "wait 8000;";
+const std::string kLent = kInCalibration + "cmbGoToUserMode;wait 12000;";
+const std::string kNotFollowed = kInCalibration + "sim set modechange 1000000;";
+const std::string kChoice = "cmbAutocalibration;SelWSAutocal.cmdOK;";
+const std::string kFocus = "AutocalSelFocusOrParameter.cmbOKFocus;";
+const std::string kWarned = kChoice + "AutocalSelFocusOrParameter.cmbAutocalSmallFocus;" + kFocus;
+const std::string kYes = "AutocalWarning.cmbAutocalYes;";
+const std::string kSeekWithoutEnd = kChoice + "AutocalSelFocusOrParameter.cmbAutocalLargeFocus;" + kFocus +
+                                    kYes + "wait 5000;sim silence on;wait 65000;sim silence off";
+const std::string kAsked = kWarned + kYes + "wait 12000;";
+const std::string kConfirmed = kAsked + "TorvaneSerial.cmbAutocalConfirm;";
+const std::string kInAutocalibration = kConfirmed + "wait 10000;";
+const std::string kCounters = "cmbReadExposureCounters;";
+
+// clang-format off
+const std::vector<Scene> kScenes{
+    {Run::None,                     "Ready",                     ""},
+    {Run::None,                     "a positioner's screen",     "cmdMultiRoom;wait 2000"},
+    {Run::None,                     "Configuration",             kInConfiguration},
+    {Run::None,                     "Calibration",               kInCalibration},
+    {Run::None,                     "the users",                 kLent},
+    {Run::None,                     "Autocalibration",           kInAutocalibration},
+    {Run::EnteringConfiguration,    "before the command",        "cmbConfiguration;wait 200"},
+    {Run::EnteringConfiguration,    "behind an exposure",        "cmbConfiguration;wait 500;sim phase 3;wait 50;sim phase 2;wait 50"},
+    {Run::EnteringConfiguration,    "behind the report",         "cmbConfiguration;wait 1500"},
+    {Run::LeavingConfiguration,     "before the command",        kInConfiguration + "cmbClose;wait 200"},
+    {Run::LeavingConfiguration,     "behind the report",         kInConfiguration + "cmbClose;wait 1500"},
+    {Run::ChoosingWorkstation,      "its panel",                 "cmbManualCalibration;wait 1000"},
+    {Run::EnteringCalibration,      "before the workstation",    kToCalibration + "wait 500"},
+    {Run::EnteringCalibration,      "behind an exposure",        kToCalibration + "wait 1400;sim phase 3;wait 50;sim phase 2;wait 50"},
+    {Run::EnteringCalibration,      "before the mode",           kToCalibration + "wait 1600"},
+    {Run::EnteringCalibration,      "behind the report",         kToCalibration + "wait 3500"},
+    {Run::EnteringCalibration,      "back from the users",       kLent + "cmbClose;wait 1000"},
+    {Run::LeavingCalibration,       "before the command",        kInCalibration + "cmbClose;wait 500"},
+    {Run::LeavingCalibration,       "behind the report",         kInCalibration + "cmbClose;wait 2500"},
+    {Run::LeavingCalibration,       "not followed",              kNotFollowed + "cmbClose;wait 30000"},
+    {Run::LeavingCalibration,       "not followed for a minute", kNotFollowed + "cmbClose;wait 65000"},
+    {Run::Lending,                  "before the command",        kInCalibration + "cmbGoToUserMode;wait 500"},
+    {Run::Lending,                  "behind the report",         kInCalibration + "cmbGoToUserMode;wait 4000"},
+    {Run::Lending,                  "not followed",              kNotFollowed + "cmbGoToUserMode;wait 4000"},
+    {Run::ChoosingAutocalibration,  "the workstation",           "cmbAutocalibration;wait 1000"},
+    {Run::ChoosingAutocalibration,  "the point",                 kChoice + "wait 1000"},
+    {Run::ChoosingAutocalibration,  "the warning",               kWarned + "wait 1000"},
+    {Run::EnteringAutocalibration,  "before the workstation",    kWarned + kYes + "wait 300"},
+    {Run::EnteringAutocalibration,  "before calibration",        kWarned + kYes + "wait 2000"},
+    {Run::EnteringAutocalibration,  "behind its report",         kWarned + kYes + "wait 5000"},
+    {Run::EnteringAutocalibration,  "a seek for a minute",       kSeekWithoutEnd},
+    {Run::EnteringAutocalibration,  "the question",              kAsked},
+    {Run::EnteringAutocalibration,  "the question for a minute", kAsked + "wait 65000"},
+    {Run::EnteringAutocalibration,  "before its answer",         kConfirmed + "wait 500"},
+    {Run::EnteringAutocalibration,  "in the mode",               kConfirmed + "wait 4000"},
+    {Run::HandingOver,              "begun by the generator",    kInCalibration + "sim phase 9;wait 1000"},
+    {Run::HandingOver,              "an exposure",               kInCalibration + "sim phase 9;wait 1000;sim phase 3;wait 5000"},
+    {Run::LeavingAutocalibration,   "before the command",        kInAutocalibration + "cmbClose;wait 500"},
+    {Run::LeavingAutocalibration,   "behind the command",        kInAutocalibration + "cmbClose;wait 1600"},
+    {Run::LeavingAutocalibration,   "Ready",                     kInAutocalibration + "cmbClose;wait 1600;sim phase 2;wait 500"},
+    {Run::LeavingAutocalibration,   "not followed",              kInAutocalibration + "sim silence on;cmbClose;wait 8000;sim silence off"},
+    {Run::LeavingAutocalibration,   "dismissed",                 kAsked + "TorvaneSerial.cmbAutocalDismiss;wait 1400"},
+    {Run::ReadingCounters,          "before the first answer",   kCounters + "wait 1000"},
+    {Run::ReadingCounters,          "behind an exposure",        kCounters + "wait 1000;sim phase 3;wait 50;sim phase 2;wait 50"},
+    {Run::ReadingCounters,          "no answer",                 "sim silence on;" + kCounters + "wait 9000;sim silence off"},
+    {Run::ShowingCounters,          "its screen",                kCounters + "wait 9000"},
+    {Run::ShowingCounters,          "the question of a reset",   kCounters + "wait 9000;press Quillon.cmdResetT1;wait 10500;release Quillon.cmdResetT1"},
+    {Run::Closing,                  "the last second",           "cmbClose;wait 500"},
+};
+constexpr std::array<std::string_view, kWays> kWayNames{"phase 1", "phase 2", "an exposure", "phase 6", "phase 8", "phase 9", "a loss", "cmbClose"};
+
+/// Cells that no hand can bring about.
+struct OutOfReach {
+    Run run;
+    Way way;
+    std::string_view why;
+};
+constexpr std::array kOutOfReach{
+    OutOfReach{Run::ChoosingWorkstation,     Way::CloseKey, "its panel is in front"},
+    OutOfReach{Run::ChoosingAutocalibration, Way::CloseKey, "its panels are in front"},
+    OutOfReach{Run::Lending,                 Way::CloseKey, "the key is grey until the users have the machine, 9 s at most"},
+};
+
+/// Ends of a run that leave the poll off until the next value.
+constexpr std::array kParked{Run::ChoosingAutocalibration, Run::LeavingAutocalibration};
+/// Ends of a run, before its own, that give the X-rays back whatever had been taken.
+constexpr std::array kGiveBack{Run::EnteringCalibration, Run::LeavingCalibration, Run::Lending};
+// clang-format on
+
+template <typename List, typename What> bool holds(const List& list, const What& what) {
+    return std::find(list.begin(), list.end(), what) != list.end();
+}
+
+class Cell {
+public:
+    explicit Cell(const Scene& begun) : scene(begun) {
+        session_.perform("wait 20000");
+        session_.onFrame = [this](std::string_view frame) { raysTaken = raysTaken || frame == "RX0"; };
+        application().console().events.Busy.connect([this](std::int16_t state) { busy = state; });
+        for (const std::string_view line : split(scene.how, ";")) {
+            carryOut(trim(line));
+        }
+    }
+
+    Application& application() { return session_.application(); }
+    [[nodiscard]] bool ended() const { return session_.ended(); }
+    [[nodiscard]] bool running(std::string_view timer) {
+        return application().console().timer(timer).running();
+    }
+    [[nodiscard]] bool reaches(std::string_view name) { return holds(session_.reachable(), name); }
+    [[nodiscard]] const ServiceSession& doing() { return application().console().session(); }
+    [[nodiscard]] Control& control(std::string_view name) { return application().console()[name]; }
+    [[nodiscard]] bool polls() { return application().link().get<bool>("StatusUpdateEnable"); }
+    [[nodiscard]] bool allowsXRays() {
+        return session_.ask("status").find("x-rays enabled") != std::string::npos;
+    }
+    [[nodiscard]] const std::vector<std::string>& violations() const { return session_.violations(); }
+    void perform(std::string_view line) { session_.perform(line); }
+
+    void befall(Way way) {
+        const char phase = session_.ask("status").at(6); // "phase N"
+        switch (way) {
+        case Way::Restart:
+            for (const char* line : {"sim set powerup 115000", "sim power off", "sim power on"}) {
+                perform(line);
+            }
+            break;
+        case Way::Exposure:
+            for (const char* line : {"sim phase 3", "wait 1000", "sim phase 4", "wait 1000"}) {
+                perform(line);
+            }
+            perform(phase == '1' ? "sim phase 11" : std::string("sim phase ") + (phase == '3' ? '9' : phase));
+            break;
+        case Way::Lost:
+            lose();
+            break;
+        case Way::CloseKey:
+            carryOut("cmbClose");
+            break;
+        default:
+            perform(std::string("sim phase ") + "12-689"[static_cast<std::size_t>(way)]);
+            break;
+        }
+    }
+
+    /// The generator is as it should be and Ready, and its operator has answered all that stands in front.
+    void comeBack(Way way) {
+        perform("sim silence off");
+        perform("sim set modechange 300");
+        perform(way == Way::Restart ? "wait 6000" : "sim phase 2");
+        perform("wait 20000");
+        clear();
+        perform("wait 20000");
+    }
+    void clear() {
+        for (const char* key :
+             {"Error.cmbOK", "SelWSCal.cmdOK", "SelWSAutocal.cmdOK", "Quillon.cmdResetCounterNo",
+              "AutocalSelFocusOrParameter.cmbCancel", "AutocalWarning.cmbAutocalNo"}) {
+            if (reaches(key)) {
+                perform("click " + std::string(key));
+            }
+        }
+    }
+
+    /// A key that is no dead end.
+    [[nodiscard]] bool hasWayOn() {
+        const std::vector<std::string> keys = session_.reachable();
+        const Phase mode = doing().mode();
+        return std::any_of(keys.begin(), keys.end(), [&](const std::string& name) {
+            return name == "Quillon.cmbClose" ||
+                   (name == "Quillon.cmbConfiguration" && mode == Phase::Configuration) ||
+                   (name == "Quillon.cmbReadExposureCounters" && doing().countersActive()) ||
+                   !(name.starts_with("Quillon.") || name.starts_with("TorvaneSerial."));
+        });
+    }
+    /// What runs and should not.
+    [[nodiscard]] std::string leftRunning() {
+        std::set<std::string_view> timers;
+        for (std::size_t run = 0; run < kRuns; ++run) {
+            timers.insert(rowOf(quillon::Run(run)).timers.begin(), rowOf(quillon::Run(run)).timers.end());
+        }
+        for (const WaitRow& wait : waitRows()) {
+            timers.insert(wait.timer);
+        }
+        timers.erase("");
+        if (scene.run == Run::LeavingAutocalibration) {
+            timers.erase("tmrAutocalON"); // goes on behind a short end
+        }
+        std::string left;
+        for (const std::string_view timer : timers) {
+            left += running(timer) ? std::string(timer) + " " : "";
+        }
+        for (const char* timer : {"tmrConfirm", "tmrDismiss"}) {
+            left += application().link().timer(timer).running() ? std::string(timer) + " " : "";
+        }
+        return left;
+    }
+
+    const Scene& scene;
+    bool raysTaken = false;
+    std::int16_t busy = 0;
+
+private:
+    void carryOut(std::string_view line) {
+        if (line.empty() || line.find(' ') != std::string_view::npos) {
+            perform(line);
+            return;
+        }
+        const std::string key =
+            (line.find('.') == std::string_view::npos ? "Quillon." : "") + std::string(line);
+        EXPECT_TRUE(reaches(key)) << key;
+        perform("click " + key);
+    }
+    /// The ticks of the poll that nothing answers, all at once.
+    void lose() {
+        perform("sim silence on");
+        application().link().setStatusUpdateEnable(true);
+        for (int tick = 0; tick < 40 && !doing().isLost(); ++tick) {
+            application().link().timer("timerStatusUpdate").start(1);
+            perform("wait 1");
+        }
+    }
+
+    Session session_{Plan{"", {"REMOTE=YES"}, "startphase=2", {}}};
+};
+
+void checkReady(Cell& cell, Way way) {
+    const Run run = cell.doing().run();
+    const bool counters = cell.doing().countersActive();
+    const bool noAnswer = run == Run::ReadingCounters;
+    EXPECT_TRUE(run == Run::None || counters) << rowOf(run).name;
+    EXPECT_EQ(cell.doing().mode(), Phase::NormalOperation);
+    if (!cell.polls() && holds(kParked, cell.scene.run)) {
+        cell.perform("msg MXS10.0");
+    }
+    EXPECT_TRUE(cell.polls());
+    EXPECT_EQ(cell.busy, noAnswer ? 1 : 0);
+    EXPECT_EQ(cell.leftRunning(), "");
+    EXPECT_EQ(cell.control("lblHelp").visible() && !noAnswer, false) << cell.control("lblHelp").caption();
+    EXPECT_EQ(cell.control("cmdMultiRoom").visible(), !cell.doing().lent() && (!counters || noAnswer));
+    EXPECT_TRUE(cell.reaches("Quillon.cmbClose") || noAnswer);
+    EXPECT_TRUE(cell.reaches("Quillon.cmbManualCalibration") || counters || cell.doing().lent() ||
+                cell.control("fraRemote").visible());
+
+    EXPECT_EQ(cell.allowsXRays(), cell.application().link().get<bool>("RXEnable"));
+    const bool broken = way == Way::Restart || way == Way::Lost;
+    if (!cell.raysTaken || (broken && holds(kGiveBack, cell.scene.run))) {
+        EXPECT_TRUE(cell.allowsXRays());
+    } else if (cell.scene.run == Run::None && way == Way::CloseKey && cell.scene.how != kLent) {
+        EXPECT_FALSE(cell.allowsXRays()); // the way out of a mode keeps them
+    }
+}
+
+class Matrix : public testing::TestWithParam<Scene> {};
+
+TEST_P(Matrix, LeavesAWayOnAndNothingBehind) {
+    for (std::size_t each = 0; each < kWays; ++each) {
+        const Way way{static_cast<std::uint8_t>(each)};
+        SCOPED_TRACE(std::string(rowOf(GetParam().run).name) + ", " + std::string(GetParam().name) + ": " +
+                     std::string(kWayNames.at(each)));
+        Cell cell(GetParam());
+        ASSERT_EQ(cell.doing().run(), GetParam().run);
+        if (way == Way::CloseKey && !cell.reaches("Quillon.cmbClose")) {
+            continue;
+        }
+        cell.befall(way);
+        cell.perform("wait 110000");
+        if (!cell.ended()) {
+            EXPECT_TRUE(cell.hasWayOn());
+            cell.comeBack(way);
+            if (GetParam().run != Run::ChoosingWorkstation || way == Way::Restart || way == Way::Lost) {
+                checkReady(cell, way); // its panel has no way back, and leads into calibration
+            }
+        }
+        for (int level = 0; level < 6 && !cell.ended(); ++level) {
+            cell.clear();
+            if (cell.reaches("Quillon.cmbReadExposureCounters") && cell.doing().is(Run::ReadingCounters)) {
+                cell.perform("click Quillon.cmbReadExposureCounters");
+            }
+            cell.perform("click Quillon.cmbClose");
+            cell.perform("wait 60000");
+        }
+        EXPECT_TRUE(cell.ended());
+        EXPECT_EQ(cell.violations(), std::vector<std::string>{});
+        // Phase 1 takes no command.
+        EXPECT_TRUE(cell.allowsXRays() || (GetParam().run == Run::Closing && way == Way::Restart));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenes, Matrix, testing::ValuesIn(kScenes), [](const auto& scene) {
+    std::string name = std::string(rowOf(scene.param.run).name) + "_" + std::string(scene.param.name);
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return !std::isalnum(c); }, '_');
+    return name;
+});
+
+TEST(MatrixCells, AreAllReachedButThoseThatNoHandCan) {
+    std::set<std::pair<quillon::Run, Way>> reached;
+    for (const Scene& scene : kScenes) {
+        Cell cell(scene);
+        for (std::size_t way = 0; way < kWays; ++way) {
+            if (Way(way) != Way::CloseKey || cell.reaches("Quillon.cmbClose")) {
+                reached.insert({scene.run, Way(way)});
+            }
+        }
+    }
+    for (std::size_t run = 0; run < kRuns; ++run) {
+        for (std::size_t way = 0; way < kWays; ++way) {
+            const bool named =
+                std::any_of(kOutOfReach.begin(), kOutOfReach.end(), [&](const OutOfReach& cell) {
+                    return cell.run == quillon::Run(run) && cell.way == Way(way);
+                });
+            EXPECT_NE(reached.contains({quillon::Run(run), Way(way)}), named)
+                << rowOf(quillon::Run(run)).name << ": " << kWayNames.at(way);
+        }
+    }
+}
+
+} // namespace
+} // namespace quillon
