@@ -275,6 +275,9 @@ void AutocalibrationMode::calibrationRefused() {
 
 void AutocalibrationMode::generatorNeverCame() {
     giveUpEntry();
+    // An answer that was not taken would be repeated, and might begin what was given up.
+    link_.timer("tmrConfirm").stop();
+    link_.timer("tmrDismiss").stop();
     screen_.hide({"fraTorvaneSerial"});
     ShowCalibrationButton(context_, true);
     panels_.ErrorMessage(ErrorCode::Protocol);
