@@ -272,6 +272,7 @@ void checkReady(Cell& cell, Way way) {
 
     EXPECT_EQ(cell.allowsXRays(), cell.application().link().get<bool>("RXEnable"));
     const bool broken = way == Way::Restart || way == Way::Lost;
+    EXPECT_FALSE(broken && cell.doing().lent());
     if (!cell.raysTaken || (broken && holds(kGiveBack, cell.scene.run))) {
         EXPECT_TRUE(cell.allowsXRays());
     } else if (cell.scene.run == Run::None && way == Way::CloseKey && cell.scene.how != kLent) {

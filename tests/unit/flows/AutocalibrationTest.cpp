@@ -109,19 +109,6 @@ TEST_F(AutocalibrationTest, ADismissalBehindAConfirmationStopsTheBlink) {
     EXPECT_EQ(prompt(), "Aborting Auto Calibration\r\nPlease Wait");
 }
 
-TEST_F(AutocalibrationTest, ARunThatBreaksOffAtOnceAsksForNoExposureInReady) {
-    confirm();
-    report("CAU1\rST9");
-    wait(500);
-    report("CAU0\rST6");
-    wait(1100);
-    report("ST2");
-    wait(6000);
-    EXPECT_FALSE(control("lblHelp").visible());
-    EXPECT_EQ(prompt(), "");
-    EXPECT_TRUE(control("cmbConfiguration").enabled());
-}
-
 struct ExitCase {
     const char* reports;
     const char* prompt;

@@ -52,6 +52,7 @@ INSTANTIATE_TEST_SUITE_P(Values, OrlaValue, testing::Values(
     ValueCase{" 12 ",  "URSSI+012", "URSSI-012", false},
     ValueCase{"999",   "URSSI+999", "URSSI-999", false},
     ValueCase{"12.5",  "URSSI+012", "URSSI-012", false},
+    ValueCase{"0.4",   "",          "URSSI-000", true},
     ValueCase{"1000",  "",          "",          true},
     ValueCase{"0",     "",          "URSSI-000", true},
     ValueCase{"-3",    "",          "",          true},
