@@ -180,6 +180,8 @@ void PhaseReactions::modeIsOver() {
         context_.link.setVisible(false);
         session_.at(Moment::ModeIsOver);
         screen_.hide({"fraTorvaneSerial"});
+        screen_.hide(Key::GoToUserMode);
+        screen_.show(kModeKeys);
         ShowCalibrationButton(context_, true);
     }
     screen_.show({"lblQuillonConsole"});
