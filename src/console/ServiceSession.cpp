@@ -167,6 +167,17 @@ void ServiceSession::paint(Keys keys, Colour colour) {
     keys.each([&](Key key) { context_.console[nameOf(key)].setBackColour(colour); });
 }
 
+void ServiceSession::movePoll(Poll poll) {
+    pollHeld_ = poll == Poll::Held || (pollHeld_ && poll != Poll::Free && poll != Poll::Parked);
+    // During an exposure nothing is parked: only a report gives the keys back, and one that is lost must not
+    // be the last.
+    const bool free = poll == Poll::Free || (poll == Poll::Unparked && !pollHeld_) ||
+                      (poll == Poll::Parked && isExposure(lastPhase_));
+    if (poll == Poll::Held || free) {
+        context_.link.setStatusUpdateEnable(free);
+    }
+}
+
 void ServiceSession::at(Moment moment) {
     const MomentRow& row = rowOf(moment);
     take(row.off);
@@ -184,12 +195,7 @@ void ServiceSession::at(Moment moment) {
         context_.link.setRXEnable(row.rx != Rx::Off);
         xRaysOwed_ = row.rx == Rx::GivenBack && !context_.link.allows("RX");
     }
-    if (row.poll == Poll::Held || row.poll == Poll::Free || (row.poll == Poll::Unparked && !pollHeld_)) {
-        pollHeld_ = row.poll == Poll::Held;
-        context_.link.setStatusUpdateEnable(!pollHeld_);
-    } else if (row.poll == Poll::Parked) {
-        pollHeld_ = false;
-    }
+    movePoll(row.poll);
     if (row.busy == Busy::Taken) {
         busy_ = true;
         context_.events.Busy.raise(1);

@@ -57,7 +57,8 @@ public:
     [[nodiscard]] bool idle() const { return run_ == Run::None; }
     /// A mode can be entered: normal operation, and no exposure.
     [[nodiscard]] bool canEnter() const { return mode_ == Phase::NormalOperation && !isExposure(lastPhase_); }
-    /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a choice.
+    /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a
+    /// choice.
     [[nodiscard]] bool isFree() const;
     [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
 
@@ -113,6 +114,7 @@ private:
     void stopParts();
     void give(Keys keys);
     void take(Keys keys);
+    void movePoll(Poll poll);
     void paint(Keys keys, Colour colour);
     void answer(Way way);
 
