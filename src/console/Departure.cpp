@@ -15,8 +15,7 @@ Departure::Departure(ConsoleContext& context, ServiceSession& session)
     : context_(context), session_(session), screen_(context),
       tmrGoodbye_(context.console.timer("tmrGoodbye")) {
     context_.operations.add("LeaveNow", [this] { LeaveNow(); });
-    context_.link.events().GeneratorPhaseChange.connect(
-        [this](std::int32_t phase) { phaseReported(Phase{phase}); });
+    context_.link.events().GeneratorPhaseChange.connect([this](Phase phase) { phaseReported(phase); });
 }
 
 void Departure::LeaveNow() {

@@ -215,7 +215,7 @@ void TorvaneSerialV3_07_QLC1::Parts::setFromGUI(bool embedded) {
 }
 
 void TorvaneSerialV3_07_QLC1::Parts::setTempUserMode(bool on) {
-    if (state.m_OperatingPhase == (on ? 6 : 2)) {
+    if (state.m_OperatingPhase == (on ? Phase::Calibration : Phase::NormalOperation)) {
         TempUserMode = on;
         pages.setUserMode(on);
     }

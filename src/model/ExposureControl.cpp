@@ -34,7 +34,6 @@ constexpr std::array kFields{
 };
 // clang-format on
 
-constexpr std::int32_t kConfigurationPhase = 8;
 constexpr double kLastDensityKey = 8;
 
 /// A report of one element: its number and its state, a digit each.
@@ -182,7 +181,7 @@ void ExposureControl::takeField(std::size_t field, bool on) {
         context_.events.AECFieldChange.raise(static_cast<std::int32_t>(field), on);
     }
     if (field < fieldKeys_.size()) {
-        const bool configuration = context_.link.m_OperatingPhase == kConfigurationPhase;
+        const bool configuration = context_.link.m_OperatingPhase == Phase::Configuration;
         showElement(fieldKeys_[field], configuration ? 1 : 0, on);
     }
 }

@@ -40,8 +40,6 @@ constexpr ShownValue kPPS{&State::m_FlPPSDisplay,  &State::m_FlPPS,  "txtFlPPS"}
 
 constexpr std::array<std::string_view, 3> kContrasts{"Low", "High", "VeryHigh"};
 
-constexpr std::int32_t kNormalPhase = 2;
-constexpr std::int32_t kConfigurationPhase = 8;
 constexpr std::int32_t kLastCurve = 8;
 constexpr int kRetryInterval = 750; // ms
 constexpr std::int16_t kRetries = 5;
@@ -302,10 +300,10 @@ void Fluoroscopy::fmessFlContrast(std::string_view value) {
 void Fluoroscopy::fmessFLKVPTracking(std::string_view value) {
     const std::int16_t curve = toInt16(value);
     const std::string shown = curve == 0 ? "" : decimalText(curve);
-    if (link_.m_OperatingPhase == kConfigurationPhase) {
+    if (link_.m_OperatingPhase == Phase::Configuration) {
         txtCfgKVTracking_.setCaption(shown);
     }
-    if (link_.m_OperatingPhase != kNormalPhase) {
+    if (link_.m_OperatingPhase != Phase::NormalOperation) {
         return;
     }
     state_.m_FlKVPTrackingActive = curve != 0;
@@ -329,7 +327,7 @@ void Fluoroscopy::fmessFlDetected(std::string_view value) {
     if (link_.EventEnabled) {
         context_.events.GeneratorTypeChange.raise(context_.settings.GeneratorType);
     }
-    if (link_.m_OperatingPhase == kConfigurationPhase) {
+    if (link_.m_OperatingPhase == Phase::Configuration) {
         txtRAD_RF_.setCaption(detected ? "RF" : "RAD");
     }
 }

@@ -77,7 +77,7 @@ Service::Service(ModelContext& context)
     for (const LabelRow& row : kLabels) {
         Control& label = context_.panel[row.label];
         bindNumber(row.handler, [this, &row, &label](std::string_view value) {
-            if (!row.configurationOnly || link_.m_OperatingPhase == 8) {
+            if (!row.configurationOnly || link_.m_OperatingPhase == Phase::Configuration) {
                 label.setCaption(decimalText(toDouble(value)));
             }
         });
@@ -127,8 +127,8 @@ void Service::calibration(bool Enable, bool WithACK) {
 }
 
 void Service::ToggleCalibrationFeature() {
-    const bool enable = link_.m_OperatingPhase == 2;
-    if (enable || link_.m_OperatingPhase == 6) {
+    const bool enable = link_.m_OperatingPhase == Phase::NormalOperation;
+    if (enable || link_.m_OperatingPhase == Phase::Calibration) {
         calibration(enable);
         context_.routines.EnableCalibrationKeys(enable);
     }
@@ -136,7 +136,7 @@ void Service::ToggleCalibrationFeature() {
 
 void Service::ToggleAutocalibrationFeature() {
     txtInfo_.setCaption("");
-    if (link_.m_OperatingPhase != 6 && link_.m_OperatingPhase != 9) {
+    if (link_.m_OperatingPhase != Phase::Calibration && link_.m_OperatingPhase != Phase::Autocalibration) {
         return;
     }
     if (state_.m_AutocalState == 0) {
@@ -167,7 +167,7 @@ void Service::fmessConfWM(std::string_view value) {
     const bool known = mode >= 0 && mode < static_cast<std::int16_t>(kWorkingModes.size());
     const std::string_view caption =
         known ? kWorkingModes[static_cast<std::size_t>(mode)] : std::string_view{};
-    if (link_.m_OperatingPhase == 8) {
+    if (link_.m_OperatingPhase == Phase::Configuration) {
         txtWorkingMode_.setCaption("");
         if (known) {
             txtCfgWorkingMode_.setCaption(caption);

@@ -13,9 +13,6 @@ namespace quillon {
 namespace {
 
 constexpr std::int16_t kSlowTicks = 10;
-constexpr std::int32_t kNormalPhase = 2;
-constexpr std::int32_t kCalibrationPhase = 6;
-constexpr std::int32_t kAutocalibrationPhase = 9;
 
 // Another station has another calibration value; what is shown would be taken for its own.
 constexpr std::array<std::string_view, 2> kStationKeys{"cmbMACalUp", "cmbMACalDown"};
@@ -183,12 +180,12 @@ void HeldKeys::wireKeys(Hold& hold) {
 bool HeldKeys::holds(Condition condition) const {
     const GeneratorState& state = context_.state;
     const bool calibrating =
-        link_.m_OperatingPhase == kCalibrationPhase || link_.m_OperatingPhase == kAutocalibrationPhase;
+        link_.m_OperatingPhase == Phase::Calibration || link_.m_OperatingPhase == Phase::Autocalibration;
     switch (condition) {
     case Condition::Always:
         return true;
     case Condition::NormalPhase:
-        return link_.m_Phase == kNormalPhase;
+        return link_.m_Phase == Phase::NormalOperation;
     case Condition::DigitalMode:
         return state.m_WorkingMode >= kFirstDigitalMode;
     case Condition::FieldOn:
@@ -202,7 +199,7 @@ bool HeldKeys::holds(Condition condition) const {
 }
 
 bool HeldKeys::leaveStation() {
-    if (link_.m_OperatingPhase != kCalibrationPhase) {
+    if (link_.m_OperatingPhase != Phase::Calibration) {
         return false;
     }
     txtCalValue_.setCaption("");

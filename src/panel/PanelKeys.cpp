@@ -13,11 +13,6 @@ namespace quillon {
 
 namespace {
 
-constexpr std::int32_t kNormalOperation = 2;
-constexpr std::int32_t kCalibration = 6;
-constexpr std::int32_t kConfiguration = 8;
-constexpr std::int32_t kAutocalibration = 9;
-
 enum class Touch : std::uint8_t { Press, Release, Click };
 
 std::function<void()>& handler(Control& key, Touch touch) {
@@ -51,8 +46,8 @@ bool brightnessControlled(const ModelContext& context) {
 }
 /// The kVp of a plain mA station is not to be moved while an autocalibration works on it.
 bool kvpMovable(const ModelContext& context) {
-    return context.link.m_OperatingPhase == kCalibration ||
-           (context.link.m_OperatingPhase == kAutocalibration && context.state.m_CalibrationType != 0);
+    return context.link.m_OperatingPhase == Phase::Calibration ||
+           (context.link.m_OperatingPhase == Phase::Autocalibration && context.state.m_CalibrationType != 0);
 }
 
 using Argument = Value (*)(const State& state, const Control& key);
@@ -234,9 +229,9 @@ void PanelKeys::wireModes() {
 }
 
 void PanelKeys::toggleConfiguration() {
-    if (context_.link.m_OperatingPhase == kNormalOperation) {
+    if (context_.link.m_OperatingPhase == Phase::NormalOperation) {
         context_.commands.send("Configuration", {true});
-    } else if (context_.link.m_OperatingPhase == kConfiguration) {
+    } else if (context_.link.m_OperatingPhase == Phase::Configuration) {
         context_.commands.send("Configuration", {false});
         panel_["cmbConfiguration"].setBackColour(kNormalColour);
         panel_["cmbConfiguration"].setCaption("ON");
@@ -256,7 +251,7 @@ void PanelKeys::toggleCalibration() {
             shown->clear();
         }
     };
-    const bool leaving = context_.link.m_OperatingPhase == kCalibration;
+    const bool leaving = context_.link.m_OperatingPhase == Phase::Calibration;
     if (leaving) {
         forgetTechnique();
         pages_.EnableCalibrationKeys(false);

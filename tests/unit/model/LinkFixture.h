@@ -106,8 +106,7 @@ private:
         });
     }
     static std::string shown(const std::string& text) { return '"' + text + '"'; }
-    static std::string shown(bool value) { return value ? "True" : "False"; }
-    static std::string shown(std::int32_t value) { return decimalText(value); }
+    static std::string shown(const auto& value) { return valueTo<std::string>(toValue(value)); }
 };
 
 } // namespace quillon
