@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
 
+#include "base/Fault.h"
 #include "base/Phase.h"
 
 namespace quillon {
@@ -181,7 +183,14 @@ inline constexpr std::array kOutboundTable{
 };
 // clang-format on
 
-/// The mask of a mnemonic. A mnemonic that the table does not hold is a mistake in this program: Fault 5.
-[[nodiscard]] std::int16_t phasesOf(std::string_view mnemonic);
+[[nodiscard]] constexpr bool isMnemonic(std::string_view text) {
+    return std::ranges::find(kOutboundTable, text, &OutboundRow::mnemonic) != kOutboundTable.end();
+}
+
+/// The mask of a mnemonic. One that the table does not hold is a mistake in this program.
+[[nodiscard]] constexpr std::int16_t phasesOf(std::string_view mnemonic) {
+    const auto row = std::ranges::find(kOutboundTable, mnemonic, &OutboundRow::mnemonic);
+    return row == kOutboundTable.end() ? throw Fault(Fault::kNoSuchName) : row->phase;
+}
 
 } // namespace quillon

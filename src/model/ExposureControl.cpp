@@ -209,8 +209,8 @@ void ExposureControl::fmessAECDensity(std::string_view value) {
     const std::int32_t step = toInt32(value.substr(0, 1));
     if (step > state_.m_MaxAECDensity || state_.m_MaxAECDensity == 0) {
         // The range is not known, or not any more: ask for it, and for everything that hangs on it.
-        context_.commands.send("MaxDensityRequest");
-        context_.commands.send("AECRefresh");
+        context_.commands.send(command("MaxDensityRequest"));
+        context_.commands.send(command("AECRefresh"));
         return;
     }
     if (!isNumeric(value)) {

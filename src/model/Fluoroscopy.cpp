@@ -171,19 +171,19 @@ void Fluoroscopy::repeatStep() {
 }
 
 void Fluoroscopy::FlKVPToggleKVPTracking() {
-    context_.commands.send("FlKVPTracking",
-                           {state_.m_FlKVPTrackingActive ? std::int32_t{0} : state_.m_FlKVPTrackingCurve});
+    context_.commands.send(command("FlKVPTracking"),
+                           state_.m_FlKVPTrackingActive ? std::int32_t{0} : state_.m_FlKVPTrackingCurve);
 }
 
 void Fluoroscopy::FlKVPTrackingUp() {
-    stepTracking("ConfKVTrackingUp", 1);
+    stepTracking(command("ConfKVTrackingUp"), 1);
 }
 
 void Fluoroscopy::FlKVPTrackingDown() {
-    stepTracking("ConfKVTrackingDown", -1);
+    stepTracking(command("ConfKVTrackingDown"), -1);
 }
 
-void Fluoroscopy::stepTracking(std::string_view command, std::int32_t by) {
+void Fluoroscopy::stepTracking(CommandFor<> command, std::int32_t by) {
     if (state_.m_FlKVPTrackingActive) {
         context_.commands.send(command);
         return;
@@ -206,11 +206,11 @@ void Fluoroscopy::KVPTrackingFormula(std::int16_t formula, std::int16_t A, std::
 
 void Fluoroscopy::FlContinuousToggle() {
     if (!state_.m_FlContinuous) {
-        context_.commands.send("SetFlPPS", {std::int32_t{0}});
+        context_.commands.send(command("SetFlPPS"), std::int32_t{0});
     } else if (state_.m_FlPPS != 0) {
-        context_.commands.send("SetFlPPS", {std::int32_t{state_.m_FlPPS}});
+        context_.commands.send(command("SetFlPPS"), std::int32_t{state_.m_FlPPS});
     } else {
-        context_.commands.send("FlPPSNext");
+        context_.commands.send(command("FlPPSNext"));
     }
 }
 

@@ -77,7 +77,7 @@ PhaseReports::PhaseReports(ModelContext& context, Service& service)
     bindSignals();
     context_.operations.addMember("HURemaining", state_.HURemaining);
     context_.operations.addReadOnly("Phase", [this] { return link_.m_Phase; });
-    panel_["cmdSWExposure"].on.click = [this] { context_.commands.send("SoftwareExposure", {true}); };
+    panel_["cmdSWExposure"].on.click = [this] { context_.commands.send(command("SoftwareExposure"), true); };
 }
 
 void PhaseReports::bindSignals() {
@@ -113,7 +113,7 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
         link_.m_PhaseMask = maskOf(phase);
         if (phase == Phase::NormalOperation && old == Phase::Initialization) {
             // Asked only now: the request is not allowed in the phase that ends here.
-            context_.commands.send("MaxDensityRequest");
+            context_.commands.send(command("MaxDensityRequest"));
         }
         if (link_.EventEnabled) {
             context_.events.GeneratorPhaseChange.raise(phase);

@@ -119,7 +119,7 @@ void Service::bindKeys() {
 }
 
 void Service::calibration(bool Enable, bool WithACK) {
-    context_.commands.send("calibration", {Enable, WithACK});
+    context_.commands.send(command("calibration"), Enable, WithACK);
     if (Enable) {
         context_.routines.ShowServiceMenu();
         context_.routines.SelectServicePage(1);
@@ -141,14 +141,14 @@ void Service::ToggleAutocalibrationFeature() {
     }
     if (state_.m_AutocalState == 0) {
         state_.m_AutocalState = 1;
-        context_.commands.send("Autocalibration", {true});
+        context_.commands.send(command("Autocalibration"), true);
         cmbAutocalConfirm_.setEnabled(true);
         cmbAutocalDismiss_.setEnabled(true);
         if (context_.fromGUI) {
             context_.routines.PrepareAutocalibrationPage();
         }
     } else if (state_.m_AutocalState == 4) {
-        context_.commands.send("Autocalibration", {false});
+        context_.commands.send(command("Autocalibration"), false);
     }
 }
 
@@ -270,7 +270,7 @@ void Service::beginAnswer(Signal<>& event, Timer& timer, std::int32_t confirmSte
 
 void Service::confirmTick() {
     if (state_.m_ConfirmStep == 0) {
-        context_.commands.send("Autocalibration", {true});
+        context_.commands.send(command("Autocalibration"), true);
         state_.m_AutocalState = 2;
         forgetKVP();
         state_.m_ConfirmStep = 1;
@@ -290,7 +290,7 @@ void Service::confirmTick() {
 
 void Service::dismissTick() {
     if (state_.m_DismissStep == 1) {
-        context_.commands.send("Autocalibration", {false});
+        context_.commands.send(command("Autocalibration"), false);
         state_.m_AutocalState = 0;
         forgetKVP();
         state_.m_DismissStep = 2;

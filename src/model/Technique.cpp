@@ -207,9 +207,9 @@ void Technique::setFocus(std::int32_t focus) {
         return;
     }
     if (link_.Handshaking) {
-        context_.commands.send("SetFocalSpot", {small ? 0 : 1});
+        context_.commands.send(command("SetFocalSpot"), small ? 0 : 1);
     } else {
-        context_.commands.send("ToggleFocus");
+        context_.commands.send(command("ToggleFocus"));
     }
 }
 

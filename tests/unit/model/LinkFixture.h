@@ -77,6 +77,12 @@ protected:
         ASSERT_TRUE(input.press(control(name))) << name << " cannot be reached";
         input.release(control(name));
     }
+    void call(std::string_view operation, std::initializer_list<Value> arguments = {}) const {
+        link.operations().call(operation, arguments);
+    }
+    template <typename T> [[nodiscard]] T get(std::string_view property) const {
+        return valueTo<T>(link.operations().get(property));
+    }
     void put(std::string_view property, const Value& value) const { link.operations().set(property, value); }
 
     MemoryPlatform platform;
