@@ -89,7 +89,7 @@ struct WholeLink {
     std::int64_t handled = 0; ///< phases and heats that reached the host
 
     WholeLink() {
-        link.events().GeneratorPhaseChange.connect([this](std::int32_t) { ++handled; });
+        link.events().GeneratorPhaseChange.connect([this](Phase) { ++handled; });
         link.events().HUUpdate.connect([this](const auto&...) { ++handled; });
         link.setEventEnabled(true);
         link.setPortOpen(true);

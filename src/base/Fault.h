@@ -13,7 +13,8 @@ public:
     [[nodiscard]] int number() const { return number_; }
     [[nodiscard]] const char* what() const noexcept override { return "fault in a handler"; }
 
-    static constexpr int kNotFound = 5;           ///< a look-up failed; the decoder goes on searching
+    static constexpr int kNoSuchName = 1;         ///< a name that nothing has: a mistake in this program
+    static constexpr int kNotFound = 5;           ///< not its own message; the decoder goes on searching
     static constexpr int kOverflow = 6;           ///< a number does not fit its type
     static constexpr int kSubscript = 9;          ///< an index outside an array
     static constexpr int kTypeMismatch = 13;      ///< a text that is no number

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <initializer_list>
 
+#include "base/Fault.h"
+
 namespace quillon {
 
 /// What the generator says that it is doing; the values are the numbers of its reports ("ST"). A number that
@@ -44,21 +46,38 @@ enum class Phase : std::int32_t {
     return phase == Phase::Calibration || phase == Phase::Configuration || phase == Phase::Autocalibration;
 }
 
+/// How an autocalibration ended.
+[[nodiscard]] constexpr bool endsAutocalibration(Phase phase) {
+    return phase == Phase::AutocalError || phase == Phase::AutocalOk;
+}
+
+/// The bit of a phase in a mask: bit n - 1 for phase n, none below 1. Fault 6 for a number that has no bit.
+[[nodiscard]] constexpr std::int32_t maskOf(Phase phase) {
+    constexpr std::int32_t kBits = 31;
+    if (numberOf(phase) > kBits) {
+        throw Fault(Fault::kOverflow);
+    }
+    return numberOf(phase) < 1 ? 0
+                               : static_cast<std::int32_t>(1U << static_cast<unsigned>(numberOf(phase) - 1));
+}
+
 /// A set of phases.
 class Phases {
 public:
     constexpr Phases() = default;
     constexpr Phases(std::initializer_list<Phase> phases) {
         for (const Phase phase : phases) {
-            bits_ |= 1U << static_cast<unsigned>(numberOf(phase));
+            mask_ = static_cast<std::int16_t>(mask_ | maskOf(phase));
         }
     }
     [[nodiscard]] constexpr bool has(Phase phase) const {
-        return isKnown(phase) && (bits_ >> static_cast<unsigned>(numberOf(phase)) & 1U) != 0;
+        return isKnown(phase) && (mask_ & maskOf(phase)) != 0;
     }
+    /// As the messages carry it that may leave in these phases.
+    [[nodiscard]] constexpr std::int16_t mask() const { return mask_; }
 
 private:
-    std::uint32_t bits_ = 0;
+    std::int16_t mask_ = 0;
 };
 
 } // namespace quillon

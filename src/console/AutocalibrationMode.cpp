@@ -1,5 +1,9 @@
 #include "console/AutocalibrationMode.h"
 
+#include "console/panels/ctrASelFocusOrParam.h"
+#include "model/Commands.h"
+#include "model/Service.h"
+
 namespace quillon {
 
 namespace {
@@ -96,10 +100,11 @@ void AutocalibrationMode::askPoint() {
             cancelled();
             return;
         }
-        state_.m_SelAutocalmA = panel.get<bool>("SelAutocalmA");
-        state_.m_AutocalSmallFocus = panel.get<bool>("SmallFocus");
-        state_.m_AutocalLargeFocus = panel.get<bool>("LargeFocus");
-        state_.m_AutocalParameter = panel.get<std::int16_t>("AutocalParameter");
+        const auto choice = dynamic_cast<const ctrASelFocusOrParam&>(panel).choice();
+        state_.m_SelAutocalmA = choice.station;
+        state_.m_AutocalSmallFocus = choice.smallFocus;
+        state_.m_AutocalLargeFocus = choice.largeFocus;
+        state_.m_AutocalParameter = choice.parameter;
         panels_.remove(kSelectPoint);
         warn();
     });
@@ -150,14 +155,14 @@ void AutocalibrationMode::enter() {
 void AutocalibrationMode::onTick() {
     switch (onStep_) {
     case kSendWorkstation:
-        link_.call("Workstation", {state_.m_SelectedWorkstation});
+        link_.commands().send(command("Workstation"), state_.m_SelectedWorkstation);
         onStep_ = kSendCalibration;
         tmrAutocalON_.start(kWorkstationTime);
         break;
     case kSendCalibration:
         // A generator that is there already would be led out again.
         if (session_.mode() != Phase::Calibration) {
-            link_.call("ToggleCalibrationFeature");
+            link_.service().ToggleCalibrationFeature();
         }
         onStep_ = kFirstSeek;
         tmrAutocalON_.start(kCalibrationTime);
@@ -213,19 +218,21 @@ void AutocalibrationMode::pointFound() {
 }
 
 void AutocalibrationMode::stepTowardsPoint() {
+    constexpr CommandFor<> kUp = command("MAUp");
+    constexpr CommandFor<> kDown = command("MADown");
     const GeneratorState& mirror = link_.mirror();
     const bool onStation = mirror.m_CalibrationType == 0;
     if (!state_.m_SelAutocalmA) {
         // The parameters lie behind the stations.
         const bool up = onStation || state_.m_AutocalParameter > mirror.m_CalibrationParameter;
-        link_.call(up ? "MAUp" : "MADown");
+        link_.commands().send(up ? kUp : kDown);
     } else if (!onStation) {
-        link_.call("MADown");
+        link_.commands().send(kDown);
     } else if (link_.facts().SolapeFocos) {
         // The stations of the focal spots overlap: no number of steps leads from one to the other.
-        link_.call("ToggleFocus");
+        link_.commands().send(command("ToggleFocus"));
     } else {
-        link_.call(state_.m_AutocalSmallFocus ? "MADown" : "MAUp");
+        link_.commands().send(state_.m_AutocalSmallFocus ? kDown : kUp);
     }
 }
 
@@ -236,7 +243,7 @@ void AutocalibrationMode::askForAutocalibration() {
         seekTick();
         return;
     }
-    link_.call("ToggleAutocalibrationFeature");
+    link_.service().ToggleAutocalibrationFeature();
     session_.stopWaiting();
     waitCount_ = 1;
     onStep_ = kWait;
@@ -379,13 +386,13 @@ void AutocalibrationMode::startLeaving(int step) {
 void AutocalibrationMode::offTick() {
     switch (offStep_) {
     case kStopAutocalibration:
-        link_.call("Autocalibration", {false});
+        link_.commands().send(command("Autocalibration"), false);
         offStep_ = kStopCalibration;
         tmrAutocalOFF_.start(state_.m_SelAutocalmA ? kStationsStopTime : kParameterStopTime);
         break;
     case kStopCalibration:
         if (session_.lastPhase() == Phase::Calibration || session_.lastPhase() == Phase::Error) {
-            link_.call("calibration", {false});
+            link_.service().calibration(false);
             offStep_ = kFinish;
         } else {
             endLeaving();

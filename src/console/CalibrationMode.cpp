@@ -1,5 +1,8 @@
 #include "console/CalibrationMode.h"
 
+#include "model/Commands.h"
+#include "model/Service.h"
+
 namespace quillon {
 
 namespace {
@@ -95,7 +98,7 @@ RunHooks CalibrationMode::entryHooks() {
 }
 
 void CalibrationMode::sendWorkstation() {
-    context_.link.call("Workstation", {context_.state.m_SelectedWorkstation});
+    context_.link.commands().send(command("Workstation"), context_.state.m_SelectedWorkstation);
     workstationSent_ = true;
 }
 
@@ -109,7 +112,7 @@ void CalibrationMode::onTick() {
     case 1:
         // A generator that is there already would be led out again.
         if (session_.mode() != Phase::Calibration) {
-            context_.link.call("ToggleCalibrationFeature");
+            context_.link.service().ToggleCalibrationFeature();
         }
         onStep_ = 2;
         tmrCalON_.start(kModeWait);
@@ -176,10 +179,10 @@ void CalibrationMode::giveXRaysBack(bool exitSent) {
 void CalibrationMode::offTick() {
     if (!exitSent_ && session_.lastPhase() >= Phase::ConfirmDismiss) {
         // It takes no other way out while it asks whether to autocalibrate, or tells how it went.
-        context_.link.call("Autocalibration", {false});
+        context_.link.commands().send(command("Autocalibration"), false);
         tmrCalOFF_.start(kLeaveAgain);
     } else if (!exitSent_) {
-        context_.link.call("calibration", {false});
+        context_.link.service().calibration(false);
         exitSent_ = true;
         tmrCalOFF_.start(kLeaveAgain);
     } else {

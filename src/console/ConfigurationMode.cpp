@@ -1,5 +1,7 @@
 #include "console/ConfigurationMode.h"
 
+#include "model/Commands.h"
+
 namespace quillon {
 
 namespace {
@@ -38,7 +40,7 @@ void ConfigurationMode::ToggleConfigurationMode() {
 
 void ConfigurationMode::tell(bool enable, std::string_view prompt, Timer& wait) {
     screen_.prompt(context_.texts.waitPrompt(prompt));
-    context_.link.call("Configuration", {enable});
+    context_.link.commands().send(command("Configuration"), enable);
     wait.start(kWait);
 }
 

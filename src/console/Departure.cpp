@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "model/Commands.h"
+#include "model/Service.h"
+
 namespace quillon {
 
 namespace {
@@ -15,8 +18,7 @@ Departure::Departure(ConsoleContext& context, ServiceSession& session)
     : context_(context), session_(session), screen_(context),
       tmrGoodbye_(context.console.timer("tmrGoodbye")) {
     context_.operations.add("LeaveNow", [this] { LeaveNow(); });
-    context_.link.events().GeneratorPhaseChange.connect(
-        [this](std::int32_t phase) { phaseReported(Phase{phase}); });
+    context_.link.events().GeneratorPhaseChange.connect([this](Phase phase) { phaseReported(phase); });
 }
 
 void Departure::LeaveNow() {
@@ -62,11 +64,11 @@ std::vector<Phase> Departure::modesToLeave() const {
 
 void Departure::leave(Phase phase) {
     if (phase == Phase::Calibration) {
-        context_.link.call("calibration", {false});
+        context_.link.service().calibration(false);
     } else if (phase == Phase::Configuration) {
-        context_.link.call("Configuration", {false});
+        context_.link.commands().send(command("Configuration"), false);
     } else if (phase == Phase::Autocalibration || phase >= Phase::ConfirmDismiss) {
-        context_.link.call("Autocalibration", {false});
+        context_.link.commands().send(command("Autocalibration"), false);
         session_.oweXRays(); // that command has thrown away what waited
     }
 }

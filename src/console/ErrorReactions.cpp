@@ -1,6 +1,7 @@
 #include "console/ErrorReactions.h"
 
 #include "base/Numbers.h"
+#include "model/ErrorsAndWarnings.h"
 
 namespace quillon {
 
@@ -68,7 +69,7 @@ void ErrorReactions::resetKey() {
     lblError_.setCaption("");
     screen_.off({"cmbResetError"});
     if (session_.lastPhase() != Phase::Configuration) {
-        context_.link.call("ResetError");
+        context_.link.errors().ResetError();
         if (session_.lent()) {
             session_.at(Moment::ErrorResetForTheUsers);
         }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/Text.h"
+#include "model/Commands.h"
 
 namespace quillon {
 
@@ -105,7 +106,7 @@ void ExposureCounters::readTick() {
         return;
     }
     const auto read = [this](std::int32_t counter) {
-        context_.link.call("ReadExposureCounter", {counter, true});
+        context_.link.commands().send(command("ReadExposureCounter"), counter, true);
     };
     switch (step_) {
     case 1:
@@ -233,13 +234,13 @@ void ExposureCounters::showQuestion(bool show) {
 
 void ExposureCounters::resetCounter() {
     const bool allowed = context_.link.allows("TCR");
-    context_.link.call("ResetExposureCounter", {state_.m_CounterToReset});
+    context_.link.commands().send(command("ResetExposureCounter"), state_.m_CounterToReset);
     if (!allowed) {
         return; // the question stands until it can be answered
     }
     YieldEvents(kResetYields);
     if (session_.countersActive()) { // what was heard meanwhile may have ended them
-        context_.link.call("ReadExposureCounter", {state_.m_CounterToReset});
+        context_.link.commands().send(command("ReadExposureCounter"), state_.m_CounterToReset);
     }
     showQuestion(false);
 }

@@ -24,7 +24,7 @@ PhaseReactions::PhaseReactions(ConsoleContext& context, ServiceSession& session,
 
 void PhaseReactions::connectSignals() {
     LinkEvents& events = context_.link.events();
-    events.GeneratorPhaseChange.connect([this](std::int32_t phase) { phaseChange(Phase{phase}); });
+    events.GeneratorPhaseChange.connect([this](Phase phase) { phaseChange(phase); });
     events.ReadyStatusChange.connect(
         [this](bool ready) { cmdPrep_.setBackColour(ready ? kPreparationColour : state_.ButtonOffColor); });
     events.XRayStatusChange.connect([this](bool lit) { lightExposure(lit); });

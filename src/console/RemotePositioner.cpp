@@ -8,6 +8,7 @@
 #include "base/Colours.h"
 #include "base/Fault.h"
 #include "base/Numbers.h"
+#include "model/Commands.h"
 
 namespace quillon {
 
@@ -75,7 +76,7 @@ RemotePositioner::RemotePositioner(ConsoleContext& context, ServiceSession& sess
     TxtParamCalib_.setReadOnly(true);
     bindKeys();
     connectSignals();
-    tmrRequestADC_.setTick([this] { context_.link.call("URSADCRequest"); });
+    tmrRequestADC_.setTick([this] { context_.link.commands().send(command("URSADCRequest")); });
 }
 
 void RemotePositioner::bindKeys() {
@@ -84,11 +85,15 @@ void RemotePositioner::bindKeys() {
     console_["cmdDownParameter"].on.click = [this] { stepParameter(-1); };
     console_["cmdStoreCalibPoint"].on.click = [this] { storePoint(); };
     console_["cmdNextCalibPoint"].on.click = [this] { nextPoint(); };
-    console_["cmdCalibrationGet"].on.click = [this] { context_.link.call("URSCalibrationGet"); };
+    console_["cmdCalibrationGet"].on.click = [this] {
+        context_.link.commands().send(command("URSCalibrationGet"));
+    };
     console_["cmdUPSid"].on.click = [this] { stepSID(kSIDStep); };
     console_["cmdDownSID"].on.click = [this] { stepSID(-kSIDStep); };
     console_["cmdSetNewSID"].on.click = [this] { storeSID(); };
-    console_["cmdRequestSID"].on.click = [this] { context_.link.call("URSGetStoredSID"); };
+    console_["cmdRequestSID"].on.click = [this] {
+        context_.link.commands().send(command("URSGetStoredSID"));
+    };
     for (Control* box : {&TxtADCValueCalib_, &txtRemoteSID_}) {
         box->on.change = [box] { box->setBackColour(kWindowColour); };
     }
@@ -116,16 +121,16 @@ void RemotePositioner::open() {
     screen_.show({"fraRemote"});
     write(TxtADCValueCalib_, ""); // a reading of before is none of the point that is stored next
     tmrRequestADC_.run();
-    context_.link.call("URSEnterServiceMode", {1});
-    context_.link.call("URSCalibrationGet");
-    context_.link.call("URSGetStoredSID");
+    context_.link.commands().send(command("URSEnterServiceMode"), 1);
+    context_.link.commands().send(command("URSCalibrationGet"));
+    context_.link.commands().send(command("URSGetStoredSID"));
 }
 
 void RemotePositioner::close() {
     m_RemoteActive = false;
     m_CalibPoint = 1;
     screen_.hide({"fraRemote"});
-    context_.link.call("URSEnterServiceMode", {0});
+    context_.link.commands().send(command("URSEnterServiceMode"), 0);
     tmrRequestADC_.stop();
 }
 
@@ -150,7 +155,7 @@ void RemotePositioner::storePoint() {
     }
     std::string data = decimalText(m_CalibPoint - 1);
     data.append(fixedDigits(tenths, kFieldWidth)).append(fixedDigits(*reading, kFieldWidth));
-    context_.link.call("URSCalibrationSet", {data});
+    context_.link.commands().send(command("URSCalibrationSet"), data);
 }
 
 void RemotePositioner::nextPoint() {
@@ -187,7 +192,7 @@ void RemotePositioner::stepSID(int step) {
 void RemotePositioner::storeSID() {
     const std::optional<std::int16_t> sid = numberIn(txtRemoteSID_);
     if (sid && fitsField(*sid, txtRemoteSID_)) {
-        context_.link.call("URSSetNewRemoteSID", {*sid});
+        context_.link.commands().send(command("URSSetNewRemoteSID"), *sid);
     }
 }
 

@@ -1,5 +1,9 @@
 #include "console/StartOfService.h"
 
+#include "link/StatusPoll.h"
+#include "model/Commands.h"
+#include "model/Technique.h"
+
 namespace quillon {
 
 namespace {
@@ -39,7 +43,7 @@ void StartOfService::PortOpen(bool newStatus) {
         return;
     }
     session_.setLastPhase(Phase::Initialization);
-    context_.link.call("GeneratorPhaseRequest");
+    context_.link.poll().GeneratorPhaseRequest();
     session_.at(Moment::PortOpened);
 }
 
@@ -103,10 +107,10 @@ void StartOfService::refreshIfOwed() {
 void StartOfService::RefreshConsole() {
     refreshOwed_ = false;
     session_.setLastPhase(Phase::NormalOperation);
-    for (const std::string_view request :
-         {"FlRefresh", "RADRefresh", "TMReq", "GeneratorSoftwareVersionRequest"}) {
-        context_.link.call(request);
-    }
+    context_.link.commands().send(command("FlRefresh"));
+    context_.link.commands().send(command("RADRefresh"));
+    context_.link.technique().TMReq();
+    context_.link.commands().send(command("GeneratorSoftwareVersionRequest"));
     tmrWaitRefresh_.start(kRefreshWait);
 }
 

@@ -1,5 +1,7 @@
 #include "console/UserMode.h"
 
+#include "model/Commands.h"
+
 namespace quillon {
 
 namespace {
@@ -34,7 +36,7 @@ void UserMode::goToUserMode() {
 
 void UserMode::refreshTick() {
     tmrFlRefresh_.stop();
-    context_.link.call("FlRefresh");
+    context_.link.commands().send(command("FlRefresh"));
 }
 
 void UserMode::arrivalTick() {

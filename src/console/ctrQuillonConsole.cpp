@@ -159,8 +159,6 @@ void ctrQuillonConsole::Parts::initialize() {
     console["fraPrepExp"].setEnabled(false);
     console["fraExposureCounters"].sendToBack();
     state.TouchPanelVersion = kVersion;
-    link.AddParentMessage("PDK", "PostdisplayKVP", operations);
-    link.AddParentMessage("URS", "fmessOrla", operations);
 }
 
 void ctrQuillonConsole::Parts::addProperties() {
@@ -194,12 +192,14 @@ void ctrQuillonConsole::Parts::addProperties() {
     // The generator's kVp after an exposure is of no use to the console; taking it keeps it from being
     // unknown.
     operations.add("PostdisplayKVP", [](std::string_view) {});
+    link.AddParentMessage("PDK", "PostdisplayKVP", operations);
+    link.AddParentMessage("URS", "fmessOrla", operations);
     operations.add("EnableOrla", [this](bool visible) { console.EnableOrla(visible); });
     operations.add("EnableMultiRoom", [this](bool visible) { console.EnableMultiRoom(visible); });
     operations.add("ShowCalibrationButton",
                    [this](bool visible) { ShowCalibrationButton(context, visible); });
-    operations.add("ReadConfiguration", [this] { link.call("ReadConfiguration"); });
-    operations.add("SaveConfiguration", [this] { link.call("ReadConfiguration"); });
+    operations.add("ReadConfiguration", [this] { link.settings().ReadConfiguration(); });
+    operations.add("SaveConfiguration", [this] { link.settings().ReadConfiguration(); });
     operations.add("RefreshColor", [this] {
         if (const Control* container = console.container()) {
             setConsoleBackColor(container->backColour());
@@ -252,8 +252,8 @@ void ctrQuillonConsole::Parts::setParity(std::int16_t number) {
 void ctrQuillonConsole::Parts::setRegistryKey(std::string key) {
     state.RegistryKey = std::move(key);
     link.settings().RegistryKey = state.RegistryKey;
-    link.call("ReadConfiguration");
-    link.call("SaveConfiguration");
+    link.settings().ReadConfiguration();
+    link.settings().SaveConfiguration();
 }
 
 void ctrQuillonConsole::Parts::chooseIconSize() {

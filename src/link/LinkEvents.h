@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Phase.h"
 #include "runtime/Signal.h"
 
 namespace quillon {
@@ -28,7 +29,7 @@ namespace quillon {
     X(15, SmallFocusChange, "NewValue", std::int32_t) \
     X(16, LargeFocusChange, "NewValue", std::int32_t) \
     X(17, HUUpdate, "NewValue", std::int16_t) \
-    X(18, GeneratorPhaseChange, "newStatus", std::int32_t) \
+    X(18, GeneratorPhaseChange, "newStatus", Phase) \
     X(19, PrepSignalStatusChange, "newStatus", bool) \
     X(20, PrepSpotFilmSignalStatusChange, "newStatus", bool) \
     X(21, ReadyStatusChange, "newStatus", bool) \

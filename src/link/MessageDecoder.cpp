@@ -1,6 +1,7 @@
 #include "link/MessageDecoder.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "base/Fault.h"
 #include "link/InboundTable.h"
@@ -16,6 +17,7 @@ template <typename Work> int faultOf(Work&& work) {
         work();
         return 0;
     } catch (const Fault& fault) {
+        assert(fault.number() != Fault::kNoSuchName);
         return fault.number();
     }
 }
@@ -33,7 +35,7 @@ MessageDecoder::MessageDecoder() {
 void MessageDecoder::bind(std::string_view handler, Handler work) {
     const auto row = handlers_.find(handler);
     if (row == handlers_.end()) {
-        throw Fault(Fault::kNotFound);
+        throw Fault(Fault::kNoSuchName);
     }
     row->second = std::move(work);
 }
@@ -50,6 +52,9 @@ void MessageDecoder::addTo(Operations& operations) const {
 
 void MessageDecoder::AddParentMessage(const Operations& ParentObject, std::string_view fName,
                                       std::string_view Key) {
+    if (!ParentObject.hasOperation(fName)) {
+        throw Fault(Fault::kNoSuchName);
+    }
     m_Parent = &ParentObject;
     m_ParentMessages.insert_or_assign(std::string(Key), std::string(fName));
     longestKey_ = std::max(longestKey_, Key.size());

@@ -20,14 +20,15 @@ public:
     /// Fills the own table with all keys. A key whose handler nobody binds matches and does nothing.
     MessageDecoder();
 
-    /// Gives the handler of that name its work. Fault 5 when no row names it.
+    /// Gives the handler of that name its work. kNoSuchName when no row names it.
     void bind(std::string_view handler, Handler work);
 
     /// Makes every handler an operation of its name, which takes the value. This must outlive them.
     void addTo(Operations& operations) const;
 
     /// Registers a message of the host: `Key` calls the operation `fName` of the object. The object named
-    /// last serves all of the host's messages. It must outlive this.
+    /// last serves all of the host's messages. It must outlive this. kNoSuchName when it has no such
+    /// operation.
     void AddParentMessage(const Operations& ParentObject, std::string_view fName, std::string_view Key);
 
     /// Decodes one frame. `heard` runs once for every piece of text, known or not, after its handler;

@@ -1,154 +1,196 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
 
+#include "base/Fault.h"
+#include "base/Phase.h"
+
 namespace quillon {
 
-/// One function of the generator: its mnemonic and the phases that allow it. Bit n allows phase n + 1.
+/// One function of the generator: its mnemonic and the mask of the phases that allow it.
 struct OutboundRow {
     std::string_view mnemonic;
     std::int16_t phase;
 };
 
-/// Every phase.
+/// Every phase, and one bit more than there are phases.
 inline constexpr std::int16_t kAllPhases = 16383;
+
+/// Which phases allow what, by what is allowed in them.
+namespace allowed {
+using enum Phase;
+inline constexpr std::int16_t kReady = Phases{NormalOperation}.mask();
+inline constexpr std::int16_t kReleased = Phases{Preparation, RadExposure}.mask();
+inline constexpr std::int16_t kReadyFluoro = Phases{NormalOperation, FluoroExposure}.mask();
+inline constexpr std::int16_t kReadyCalibration = Phases{NormalOperation, Calibration}.mask();
+inline constexpr std::int16_t kReadyFluoroCalibration =
+    Phases{NormalOperation, FluoroExposure, Calibration}.mask();
+inline constexpr std::int16_t kConfiguration = Phases{Configuration}.mask();
+inline constexpr std::int16_t kReadyConfiguration = Phases{NormalOperation, Configuration}.mask();
+inline constexpr std::int16_t kReadyFluoroConfiguration =
+    Phases{NormalOperation, FluoroExposure, Configuration}.mask();
+inline constexpr std::int16_t kReadyCalibrationConfiguration =
+    Phases{NormalOperation, Calibration, Configuration}.mask();
+inline constexpr std::int16_t kReadyFluoroAutocalibration =
+    Phases{NormalOperation, FluoroExposure, Autocalibration}.mask();
+inline constexpr std::int16_t kCalibrations = Phases{Calibration, Autocalibration}.mask();
+inline constexpr std::int16_t kReadyCalibrations =
+    Phases{NormalOperation, Calibration, Autocalibration}.mask();
+inline constexpr std::int16_t kReadyFluoroCalibrations =
+    Phases{NormalOperation, FluoroExposure, Calibration, Autocalibration}.mask();
+inline constexpr std::int16_t kCalibrationsAnswers =
+    Phases{Calibration, Autocalibration, ConfirmDismiss, AutocalError, AutocalOk}.mask();
+/// With that last bit.
+inline constexpr std::int16_t kRays =
+    Phases{NormalOperation, Preparation, Calibration, Error, Configuration, Autocalibration, TubeTooHot}
+        .mask() |
+    8192;
+} // namespace allowed
 
 // clang-format off
 inline constexpr std::array kOutboundTable{
-    OutboundRow{"RF",     2},
-    OutboundRow{"TM",     2},
-    OutboundRow{"TM?",    2},
-    OutboundRow{"SA",     2},
-    OutboundRow{"SB",     2},
-    OutboundRow{"SC",     2},
-    OutboundRow{"SD",     2},
-    OutboundRow{"SE",     2},
-    OutboundRow{"AEC",    2},
-    OutboundRow{"FN",     2},
-    OutboundRow{"FS",     2},
-    OutboundRow{"PH",     2},
-    OutboundRow{"DA",     2},
-    OutboundRow{"BR",     2},
-    OutboundRow{"BR+",    2},
-    OutboundRow{"BR++",   2},
-    OutboundRow{"BR-",    2},
-    OutboundRow{"BR--",   2},
-    OutboundRow{"BRU",    2},
-    OutboundRow{"BRD",    2},
-    OutboundRow{"FI?",    2},
-    OutboundRow{"FN?",    2},
-    OutboundRow{"FS?",    2},
-    OutboundRow{"AF",     2},
-    OutboundRow{"FLK++",  2},
-    OutboundRow{"FLK--",  2},
-    OutboundRow{"TC",     2},
-    OutboundRow{"TCR",    2},
-    OutboundRow{"LE",     2},
-    OutboundRow{"XR",     12},
-    OutboundRow{"KV",     18},
-    OutboundRow{"MS",     18},
-    OutboundRow{"MS+",    18},
-    OutboundRow{"MS-",    18},
-    OutboundRow{"MSU",    18},
-    OutboundRow{"MSD",    18},
-    OutboundRow{"MX",     18},
-    OutboundRow{"FLK",    18},
-    OutboundRow{"FLK?",   18},
-    OutboundRow{"FLK+",   18},
-    OutboundRow{"FLK-",   18},
-    OutboundRow{"FLKU",   18},
-    OutboundRow{"FLKD",   18},
-    OutboundRow{"FLT",    18},
-    OutboundRow{"FLT?",   18},
-    OutboundRow{"FLP",    18},
-    OutboundRow{"FLP+",   18},
-    OutboundRow{"FLP-",   18},
-    OutboundRow{"FLPU",   18},
-    OutboundRow{"FLPD",   18},
-    OutboundRow{"FLP?",   18},
-    OutboundRow{"FLA",    18},
-    OutboundRow{"ABC",    18},
-    OutboundRow{"FLA?",   18},
-    OutboundRow{"FLM",    18},
-    OutboundRow{"FLHD",   18},
-    OutboundRow{"FLR",    18},
-    OutboundRow{"FLAR",   18},
-    OutboundRow{"FLF",    18},
-    OutboundRow{"FLMA+",  18},
-    OutboundRow{"FLMA-",  18},
-    OutboundRow{"FLMAU",  18},
-    OutboundRow{"FLMAD",  18},
-    OutboundRow{"KVTF",   18},
-    OutboundRow{"KVT",    18},
-    OutboundRow{"FLC",    18},
-    OutboundRow{"FLC+",   18},
-    OutboundRow{"FLC-",   18},
-    OutboundRow{"MD?",    34},
-    OutboundRow{"MS?",    34},
-    OutboundRow{"FO",     34},
-    OutboundRow{"FOS",    34},
-    OutboundRow{"FO?",    34},
-    OutboundRow{"KV?",    50},
-    OutboundRow{"KV++",   50},
-    OutboundRow{"KV--",   50},
-    OutboundRow{"MA",     50},
-    OutboundRow{"MA?",    50},
-    OutboundRow{"MA+",    50},
-    OutboundRow{"MA-",    50},
-    OutboundRow{"MAU",    50},
-    OutboundRow{"MAD",    50},
-    OutboundRow{"MX?",    50},
-    OutboundRow{"CFD",    128},
-    OutboundRow{"TU+",    128},
-    OutboundRow{"TU-",    128},
-    OutboundRow{"WM+",    128},
-    OutboundRow{"WM-",    128},
-    OutboundRow{"IC+",    128},
-    OutboundRow{"IC-",    128},
-    OutboundRow{"WSI",    128},
-    OutboundRow{"WSF",    128},
-    OutboundRow{"WSS",    128},
-    OutboundRow{"FI",     130},
-    OutboundRow{"CF",     130},
-    OutboundRow{"WS",     130},
-    OutboundRow{"KVT+",   146},
-    OutboundRow{"KVT-",   146},
-    OutboundRow{"VR?",    162},
-    OutboundRow{"MX+",    274},
-    OutboundRow{"MX-",    274},
-    OutboundRow{"MXU",    274},
-    OutboundRow{"MXD",    274},
-    OutboundRow{"C+",     288},
-    OutboundRow{"C++",    288},
-    OutboundRow{"C-",     288},
-    OutboundRow{"C--",    288},
-    OutboundRow{"CS",     288},
-    OutboundRow{"CR",     288},
-    OutboundRow{"CO",     288},
-    OutboundRow{"CAR",    288},
-    OutboundRow{"CV",     288},
-    OutboundRow{"CA",     290},
-    OutboundRow{"KV+",    306},
-    OutboundRow{"KV-",    306},
-    OutboundRow{"KVU",    306},
-    OutboundRow{"KVD",    306},
-    OutboundRow{"CAU",    7456},
-    OutboundRow{"RX",     9190},
-    OutboundRow{"ST",     16383},
-    OutboundRow{"HU",     16383},
-    OutboundRow{"RM",     16383},
-    OutboundRow{"AR",     16383},
-    OutboundRow{"DOR",    16383},
-    OutboundRow{"DO?",    16383},
-    OutboundRow{"DOA?",   16383},
-    OutboundRow{"RP?",    16383},
-    OutboundRow{"URS",    16383},
+    OutboundRow{"RF",     allowed::kReady},
+    OutboundRow{"TM",     allowed::kReady},
+    OutboundRow{"TM?",    allowed::kReady},
+    OutboundRow{"SA",     allowed::kReady},
+    OutboundRow{"SB",     allowed::kReady},
+    OutboundRow{"SC",     allowed::kReady},
+    OutboundRow{"SD",     allowed::kReady},
+    OutboundRow{"SE",     allowed::kReady},
+    OutboundRow{"AEC",    allowed::kReady},
+    OutboundRow{"FN",     allowed::kReady},
+    OutboundRow{"FS",     allowed::kReady},
+    OutboundRow{"PH",     allowed::kReady},
+    OutboundRow{"DA",     allowed::kReady},
+    OutboundRow{"BR",     allowed::kReady},
+    OutboundRow{"BR+",    allowed::kReady},
+    OutboundRow{"BR++",   allowed::kReady},
+    OutboundRow{"BR-",    allowed::kReady},
+    OutboundRow{"BR--",   allowed::kReady},
+    OutboundRow{"BRU",    allowed::kReady},
+    OutboundRow{"BRD",    allowed::kReady},
+    OutboundRow{"FI?",    allowed::kReady},
+    OutboundRow{"FN?",    allowed::kReady},
+    OutboundRow{"FS?",    allowed::kReady},
+    OutboundRow{"AF",     allowed::kReady},
+    OutboundRow{"FLK++",  allowed::kReady},
+    OutboundRow{"FLK--",  allowed::kReady},
+    OutboundRow{"TC",     allowed::kReady},
+    OutboundRow{"TCR",    allowed::kReady},
+    OutboundRow{"LE",     allowed::kReady},
+    OutboundRow{"XR",     allowed::kReleased},
+    OutboundRow{"KV",     allowed::kReadyFluoro},
+    OutboundRow{"MS",     allowed::kReadyFluoro},
+    OutboundRow{"MS+",    allowed::kReadyFluoro},
+    OutboundRow{"MS-",    allowed::kReadyFluoro},
+    OutboundRow{"MSU",    allowed::kReadyFluoro},
+    OutboundRow{"MSD",    allowed::kReadyFluoro},
+    OutboundRow{"MX",     allowed::kReadyFluoro},
+    OutboundRow{"FLK",    allowed::kReadyFluoro},
+    OutboundRow{"FLK?",   allowed::kReadyFluoro},
+    OutboundRow{"FLK+",   allowed::kReadyFluoro},
+    OutboundRow{"FLK-",   allowed::kReadyFluoro},
+    OutboundRow{"FLKU",   allowed::kReadyFluoro},
+    OutboundRow{"FLKD",   allowed::kReadyFluoro},
+    OutboundRow{"FLT",    allowed::kReadyFluoro},
+    OutboundRow{"FLT?",   allowed::kReadyFluoro},
+    OutboundRow{"FLP",    allowed::kReadyFluoro},
+    OutboundRow{"FLP+",   allowed::kReadyFluoro},
+    OutboundRow{"FLP-",   allowed::kReadyFluoro},
+    OutboundRow{"FLPU",   allowed::kReadyFluoro},
+    OutboundRow{"FLPD",   allowed::kReadyFluoro},
+    OutboundRow{"FLP?",   allowed::kReadyFluoro},
+    OutboundRow{"FLA",    allowed::kReadyFluoro},
+    OutboundRow{"ABC",    allowed::kReadyFluoro},
+    OutboundRow{"FLA?",   allowed::kReadyFluoro},
+    OutboundRow{"FLM",    allowed::kReadyFluoro},
+    OutboundRow{"FLHD",   allowed::kReadyFluoro},
+    OutboundRow{"FLR",    allowed::kReadyFluoro},
+    OutboundRow{"FLAR",   allowed::kReadyFluoro},
+    OutboundRow{"FLF",    allowed::kReadyFluoro},
+    OutboundRow{"FLMA+",  allowed::kReadyFluoro},
+    OutboundRow{"FLMA-",  allowed::kReadyFluoro},
+    OutboundRow{"FLMAU",  allowed::kReadyFluoro},
+    OutboundRow{"FLMAD",  allowed::kReadyFluoro},
+    OutboundRow{"KVTF",   allowed::kReadyFluoro},
+    OutboundRow{"KVT",    allowed::kReadyFluoro},
+    OutboundRow{"FLC",    allowed::kReadyFluoro},
+    OutboundRow{"FLC+",   allowed::kReadyFluoro},
+    OutboundRow{"FLC-",   allowed::kReadyFluoro},
+    OutboundRow{"MD?",    allowed::kReadyCalibration},
+    OutboundRow{"MS?",    allowed::kReadyCalibration},
+    OutboundRow{"FO",     allowed::kReadyCalibration},
+    OutboundRow{"FOS",    allowed::kReadyCalibration},
+    OutboundRow{"FO?",    allowed::kReadyCalibration},
+    OutboundRow{"KV?",    allowed::kReadyFluoroCalibration},
+    OutboundRow{"KV++",   allowed::kReadyFluoroCalibration},
+    OutboundRow{"KV--",   allowed::kReadyFluoroCalibration},
+    OutboundRow{"MA",     allowed::kReadyFluoroCalibration},
+    OutboundRow{"MA?",    allowed::kReadyFluoroCalibration},
+    OutboundRow{"MA+",    allowed::kReadyFluoroCalibration},
+    OutboundRow{"MA-",    allowed::kReadyFluoroCalibration},
+    OutboundRow{"MAU",    allowed::kReadyFluoroCalibration},
+    OutboundRow{"MAD",    allowed::kReadyFluoroCalibration},
+    OutboundRow{"MX?",    allowed::kReadyFluoroCalibration},
+    OutboundRow{"CFD",    allowed::kConfiguration},
+    OutboundRow{"TU+",    allowed::kConfiguration},
+    OutboundRow{"TU-",    allowed::kConfiguration},
+    OutboundRow{"WM+",    allowed::kConfiguration},
+    OutboundRow{"WM-",    allowed::kConfiguration},
+    OutboundRow{"IC+",    allowed::kConfiguration},
+    OutboundRow{"IC-",    allowed::kConfiguration},
+    OutboundRow{"WSI",    allowed::kConfiguration},
+    OutboundRow{"WSF",    allowed::kConfiguration},
+    OutboundRow{"WSS",    allowed::kConfiguration},
+    OutboundRow{"FI",     allowed::kReadyConfiguration},
+    OutboundRow{"CF",     allowed::kReadyConfiguration},
+    OutboundRow{"WS",     allowed::kReadyConfiguration},
+    OutboundRow{"KVT+",   allowed::kReadyFluoroConfiguration},
+    OutboundRow{"KVT-",   allowed::kReadyFluoroConfiguration},
+    OutboundRow{"VR?",    allowed::kReadyCalibrationConfiguration},
+    OutboundRow{"MX+",    allowed::kReadyFluoroAutocalibration},
+    OutboundRow{"MX-",    allowed::kReadyFluoroAutocalibration},
+    OutboundRow{"MXU",    allowed::kReadyFluoroAutocalibration},
+    OutboundRow{"MXD",    allowed::kReadyFluoroAutocalibration},
+    OutboundRow{"C+",     allowed::kCalibrations},
+    OutboundRow{"C++",    allowed::kCalibrations},
+    OutboundRow{"C-",     allowed::kCalibrations},
+    OutboundRow{"C--",    allowed::kCalibrations},
+    OutboundRow{"CS",     allowed::kCalibrations},
+    OutboundRow{"CR",     allowed::kCalibrations},
+    OutboundRow{"CO",     allowed::kCalibrations},
+    OutboundRow{"CAR",    allowed::kCalibrations},
+    OutboundRow{"CV",     allowed::kCalibrations},
+    OutboundRow{"CA",     allowed::kReadyCalibrations},
+    OutboundRow{"KV+",    allowed::kReadyFluoroCalibrations},
+    OutboundRow{"KV-",    allowed::kReadyFluoroCalibrations},
+    OutboundRow{"KVU",    allowed::kReadyFluoroCalibrations},
+    OutboundRow{"KVD",    allowed::kReadyFluoroCalibrations},
+    OutboundRow{"CAU",    allowed::kCalibrationsAnswers},
+    OutboundRow{"RX",     allowed::kRays},
+    OutboundRow{"ST",     kAllPhases},
+    OutboundRow{"HU",     kAllPhases},
+    OutboundRow{"RM",     kAllPhases},
+    OutboundRow{"AR",     kAllPhases},
+    OutboundRow{"DOR",    kAllPhases},
+    OutboundRow{"DO?",    kAllPhases},
+    OutboundRow{"DOA?",   kAllPhases},
+    OutboundRow{"RP?",    kAllPhases},
+    OutboundRow{"URS",    kAllPhases},
 };
 // clang-format on
 
-/// The mask of a mnemonic. A mnemonic that the table does not hold is a mistake in this program: Fault 5.
-[[nodiscard]] std::int16_t phasesOf(std::string_view mnemonic);
+[[nodiscard]] constexpr bool isMnemonic(std::string_view text) {
+    return std::ranges::find(kOutboundTable, text, &OutboundRow::mnemonic) != kOutboundTable.end();
+}
+
+/// The mask of a mnemonic. One that the table does not hold is a mistake in this program.
+[[nodiscard]] constexpr std::int16_t phasesOf(std::string_view mnemonic) {
+    const auto row = std::ranges::find(kOutboundTable, mnemonic, &OutboundRow::mnemonic);
+    return row == kOutboundTable.end() ? throw Fault(Fault::kNoSuchName) : row->phase;
+}
 
 } // namespace quillon

@@ -11,8 +11,6 @@ constexpr int kHeldInterval = 10000;    // ms
 constexpr std::int16_t kLostAfter = 30; // ticks without an answer; the next one raises the error
 constexpr std::int16_t kLostCode = 33;
 constexpr std::int16_t kLostErrorType = 2;
-constexpr std::int32_t kErrorPhase = 7;
-constexpr std::int32_t kFluoroPhase = 5;
 
 } // namespace
 
@@ -55,7 +53,7 @@ void StatusPoll::tick() {
         timer_.stop();
         return;
     }
-    if (state_.m_Phase == kFluoroPhase && !state_.StatusRequestinFluoro) {
+    if (state_.m_Phase == Phase::FluoroExposure && !state_.StatusRequestinFluoro) {
         return;
     }
     if (StatusUpdateEnable_ && state_.m_StatusUpdateActive) {
@@ -68,7 +66,7 @@ void StatusPoll::tick() {
         if (state_.m_NoAnswerCount < kLostAfter) {
             ++state_.m_NoAnswerCount;
         } else if (state_.m_NoAnswerCount == kLostAfter) {
-            state_.m_Phase = kErrorPhase;
+            state_.m_Phase = Phase::Error;
             // Counted past the limit first, so that the error is raised once however it is received.
             ++state_.m_NoAnswerCount;
             events_.GeneratorERROR.raise(kLostCode, {}, kLostErrorType);

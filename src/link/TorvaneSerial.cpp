@@ -83,6 +83,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     Positioner positioner;
     Records records;
     Blinking blinking;
+    PanelSubjects subjects{context, service, errors, exposureControl, fluoroscopy};
     HeldKeys heldKeys;
     PanelKeys panelKeys;
 };
@@ -107,8 +108,8 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
                             panel, pages,     fromGUI,  TempUserMode, given.commandLine},
       errorTable(given.folder), service(context), phase(context, service), technique(context),
       errors(context, errorTable), exposureControl(context), fluoroscopy(context), programs(context),
-      positioner(context), records(context), blinking(generator, panel), heldKeys(context),
-      panelKeys(context, pages, frame) {
+      positioner(context), records(context), blinking(generator, panel), heldKeys(subjects),
+      panelKeys(subjects, pages, frame) {
     applyFacts();
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
     decoder.setNotices({.heard = [this] { poll.ResetNoAnswerFromGeneratorError(); },
@@ -215,7 +216,7 @@ void TorvaneSerialV3_07_QLC1::Parts::setFromGUI(bool embedded) {
 }
 
 void TorvaneSerialV3_07_QLC1::Parts::setTempUserMode(bool on) {
-    if (state.m_OperatingPhase == (on ? 6 : 2)) {
+    if (state.m_OperatingPhase == (on ? Phase::Calibration : Phase::NormalOperation)) {
         TempUserMode = on;
         pages.setUserMode(on);
     }
@@ -248,8 +249,24 @@ const InstallationFacts& TorvaneSerialV3_07_QLC1::facts() const {
     return parts_->facts;
 }
 
-void TorvaneSerialV3_07_QLC1::call(std::string_view operation, std::initializer_list<Value> arguments) const {
-    parts_->operations.call(operation, arguments);
+const Commands& TorvaneSerialV3_07_QLC1::commands() const {
+    return parts_->commands;
+}
+
+Service& TorvaneSerialV3_07_QLC1::service() {
+    return parts_->service;
+}
+
+Technique& TorvaneSerialV3_07_QLC1::technique() {
+    return parts_->technique;
+}
+
+ErrorsAndWarnings& TorvaneSerialV3_07_QLC1::errors() {
+    return parts_->errors;
+}
+
+StatusPoll& TorvaneSerialV3_07_QLC1::poll() {
+    return parts_->poll;
 }
 
 bool TorvaneSerialV3_07_QLC1::PortOpen() const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,11 +13,17 @@
 
 namespace quillon {
 
+class Commands;
+class ErrorsAndWarnings;
+class Service;
+class StatusPoll;
+class Technique;
+
 /// The link control: it owns the port, speaks the protocol, mirrors the generator's state, and carries the
 /// operator's panel. This class only puts its parts together; each subject is a class of its own.
 ///
-/// A host connects to events(), calls operations and properties by name through operations(), and reaches
-/// what it uses often by the members below.
+/// A host connects to events(), sends what commands() has, and reaches the subjects that do more than send.
+/// operations() has all that by name, for whoever learns the names only when it runs.
 class TorvaneSerialV3_07_QLC1 final : public ControlHost {
 public:
     struct Context {
@@ -44,12 +49,16 @@ public:
     /// What the generator last reported.
     [[nodiscard]] const GeneratorState& mirror() const;
 
-    /// Calls an operation by name.
-    void call(std::string_view operation, std::initializer_list<Value> arguments = {}) const;
-    /// Reads a property by name.
-    template <typename T> [[nodiscard]] T get(std::string_view property) const {
-        return valueTo<T>(operations().get(property));
-    }
+    /// The commands that only send.
+    [[nodiscard]] const Commands& commands() const;
+    /// Configuration, calibration and autocalibration.
+    [[nodiscard]] Service& service();
+    /// The exposure values and the technique mode.
+    [[nodiscard]] Technique& technique();
+    /// Errors, warnings and their reset.
+    [[nodiscard]] ErrorsAndWarnings& errors();
+    /// The requests for phase and heat.
+    [[nodiscard]] StatusPoll& poll();
 
     [[nodiscard]] bool PortOpen() const;
     void setPortOpen(bool open);

@@ -34,7 +34,6 @@ constexpr std::array kFields{
 };
 // clang-format on
 
-constexpr std::int32_t kConfigurationPhase = 8;
 constexpr double kLastDensityKey = 8;
 
 /// A report of one element: its number and its state, a digit each.
@@ -182,7 +181,7 @@ void ExposureControl::takeField(std::size_t field, bool on) {
         context_.events.AECFieldChange.raise(static_cast<std::int32_t>(field), on);
     }
     if (field < fieldKeys_.size()) {
-        const bool configuration = context_.link.m_OperatingPhase == kConfigurationPhase;
+        const bool configuration = context_.link.m_OperatingPhase == Phase::Configuration;
         showElement(fieldKeys_[field], configuration ? 1 : 0, on);
     }
 }
@@ -210,8 +209,8 @@ void ExposureControl::fmessAECDensity(std::string_view value) {
     const std::int32_t step = toInt32(value.substr(0, 1));
     if (step > state_.m_MaxAECDensity || state_.m_MaxAECDensity == 0) {
         // The range is not known, or not any more: ask for it, and for everything that hangs on it.
-        context_.commands.send("MaxDensityRequest");
-        context_.commands.send("AECRefresh");
+        context_.commands.send(command("MaxDensityRequest"));
+        context_.commands.send(command("AECRefresh"));
         return;
     }
     if (!isNumeric(value)) {

@@ -21,6 +21,8 @@ public:
 
     /// Asks for a step of the generator ("FN"); nothing is sent for one that it does not have.
     void SetAECDensity(std::int32_t Density);
+    /// For a key that is held: the host hears of the step, the generator does not.
+    void stepLocally(std::int32_t by);
     /// Sets the fields and, unless both others are kUnchanged, film screen and density too. `Density` is a
     /// key's index.
     void AECCommand(bool fieldLeft, bool fieldCenter, bool fieldRight, std::int32_t FilmScreen,
@@ -46,8 +48,6 @@ private:
     /// A step within the generator's range; False while that is not known.
     bool stepDensity(std::int32_t by);
     void stepAndSend(std::int32_t by);
-    /// For a key that is held: the host hears of the step, the generator does not.
-    void stepLocally(std::int32_t by);
 
     ModelContext& context_;
     GeneratorState& state_;

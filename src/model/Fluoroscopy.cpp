@@ -40,8 +40,6 @@ constexpr ShownValue kPPS{&State::m_FlPPSDisplay,  &State::m_FlPPS,  "txtFlPPS"}
 
 constexpr std::array<std::string_view, 3> kContrasts{"Low", "High", "VeryHigh"};
 
-constexpr std::int32_t kNormalPhase = 2;
-constexpr std::int32_t kConfigurationPhase = 8;
 constexpr std::int32_t kLastCurve = 8;
 constexpr int kRetryInterval = 750; // ms
 constexpr std::int16_t kRetries = 5;
@@ -173,19 +171,19 @@ void Fluoroscopy::repeatStep() {
 }
 
 void Fluoroscopy::FlKVPToggleKVPTracking() {
-    context_.commands.send("FlKVPTracking",
-                           {state_.m_FlKVPTrackingActive ? std::int32_t{0} : state_.m_FlKVPTrackingCurve});
+    context_.commands.send(command("FlKVPTracking"),
+                           state_.m_FlKVPTrackingActive ? std::int32_t{0} : state_.m_FlKVPTrackingCurve);
 }
 
 void Fluoroscopy::FlKVPTrackingUp() {
-    stepTracking("ConfKVTrackingUp", 1);
+    stepTracking(command("ConfKVTrackingUp"), 1);
 }
 
 void Fluoroscopy::FlKVPTrackingDown() {
-    stepTracking("ConfKVTrackingDown", -1);
+    stepTracking(command("ConfKVTrackingDown"), -1);
 }
 
-void Fluoroscopy::stepTracking(std::string_view command, std::int32_t by) {
+void Fluoroscopy::stepTracking(CommandFor<> command, std::int32_t by) {
     if (state_.m_FlKVPTrackingActive) {
         context_.commands.send(command);
         return;
@@ -208,11 +206,11 @@ void Fluoroscopy::KVPTrackingFormula(std::int16_t formula, std::int16_t A, std::
 
 void Fluoroscopy::FlContinuousToggle() {
     if (!state_.m_FlContinuous) {
-        context_.commands.send("SetFlPPS", {std::int32_t{0}});
+        context_.commands.send(command("SetFlPPS"), std::int32_t{0});
     } else if (state_.m_FlPPS != 0) {
-        context_.commands.send("SetFlPPS", {std::int32_t{state_.m_FlPPS}});
+        context_.commands.send(command("SetFlPPS"), std::int32_t{state_.m_FlPPS});
     } else {
-        context_.commands.send("FlPPSNext");
+        context_.commands.send(command("FlPPSNext"));
     }
 }
 
@@ -302,10 +300,10 @@ void Fluoroscopy::fmessFlContrast(std::string_view value) {
 void Fluoroscopy::fmessFLKVPTracking(std::string_view value) {
     const std::int16_t curve = toInt16(value);
     const std::string shown = curve == 0 ? "" : decimalText(curve);
-    if (link_.m_OperatingPhase == kConfigurationPhase) {
+    if (link_.m_OperatingPhase == Phase::Configuration) {
         txtCfgKVTracking_.setCaption(shown);
     }
-    if (link_.m_OperatingPhase != kNormalPhase) {
+    if (link_.m_OperatingPhase != Phase::NormalOperation) {
         return;
     }
     state_.m_FlKVPTrackingActive = curve != 0;
@@ -329,7 +327,7 @@ void Fluoroscopy::fmessFlDetected(std::string_view value) {
     if (link_.EventEnabled) {
         context_.events.GeneratorTypeChange.raise(context_.settings.GeneratorType);
     }
-    if (link_.m_OperatingPhase == kConfigurationPhase) {
+    if (link_.m_OperatingPhase == Phase::Configuration) {
         txtRAD_RF_.setCaption(detected ? "RF" : "RAD");
     }
 }

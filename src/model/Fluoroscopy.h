@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/CommandTable.h"
 #include "model/ModelContext.h"
 
 namespace quillon {
@@ -49,7 +50,7 @@ private:
 
     void stepOnce(std::string_view mnemonic, bool& armed);
     void repeatStep();
-    void stepTracking(std::string_view command, std::int32_t by);
+    void stepTracking(CommandFor<> command, std::int32_t by);
 
     ModelContext& context_;
     LinkState& link_;

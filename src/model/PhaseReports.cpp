@@ -56,8 +56,14 @@ constexpr std::array<std::string_view, 3> kReportedTexts{"lblWarning", "txtInfo"
 constexpr std::int16_t kSilenceLimit = 30;
 constexpr std::int16_t kNoDescriptionType = 2;
 
-bool isKnown(std::int32_t phase) {
-    return phase >= 1 && phase <= static_cast<std::int32_t>(kPhaseCaptions.size());
+/// Every report of it is news: the operator hears of the error once more.
+bool isError(Phase phase) {
+    return phase == Phase::Error || phase == Phase::AutocalError;
+}
+
+/// Ready for use, or on the way there.
+bool endsService(Phase phase) {
+    return phase == Phase::Initialization || phase == Phase::NormalOperation;
 }
 
 } // namespace
@@ -71,7 +77,7 @@ PhaseReports::PhaseReports(ModelContext& context, Service& service)
     bindSignals();
     context_.operations.addMember("HURemaining", state_.HURemaining);
     context_.operations.addReadOnly("Phase", [this] { return link_.m_Phase; });
-    panel_["cmdSWExposure"].on.click = [this] { context_.commands.send("SoftwareExposure", {true}); };
+    panel_["cmdSWExposure"].on.click = [this] { context_.commands.send(command("SoftwareExposure"), true); };
 }
 
 void PhaseReports::bindSignals() {
@@ -93,9 +99,9 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
     if (!isNumeric(value)) {
         return;
     }
-    const std::int32_t phase = toInt32(std::floor(toDouble(value)));
-    const std::int32_t old = link_.m_Phase;
-    if (phase == old && phase != 7 && phase != 12) {
+    const Phase phase{toInt32(std::floor(toDouble(value)))};
+    const Phase old = link_.m_Phase;
+    if (phase == old && !isError(phase)) {
         if (isKnown(phase)) {
             link_.m_NoAnswerCount = 0;
         }
@@ -104,10 +110,10 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
             enter(phase, old);
         }
         link_.m_Phase = phase;
-        link_.m_PhaseMask = toInt32(std::exp2(phase - 1));
-        if (phase == 2 && old == 1) {
+        link_.m_PhaseMask = maskOf(phase);
+        if (phase == Phase::NormalOperation && old == Phase::Initialization) {
             // Asked only now: the request is not allowed in the phase that ends here.
-            context_.commands.send("MaxDensityRequest");
+            context_.commands.send(command("MaxDensityRequest"));
         }
         if (link_.EventEnabled) {
             context_.events.GeneratorPhaseChange.raise(phase);
@@ -119,14 +125,14 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
     updateSoftwareExposureKey();
 }
 
-void PhaseReports::enter(std::int32_t phase, std::int32_t old) {
+void PhaseReports::enter(Phase phase, Phase old) {
     link_.m_NoAnswerCount = 0;
-    if (phase == 1 || phase == 2) {
+    if (endsService(phase)) {
         service_.abandonAnswer();
-    } else if (phase != 11) {
+    } else if (phase != Phase::ConfirmDismiss) {
         service_.withdrawQuestion();
     }
-    if (phase == 1 || phase == 2 || phase == 8) {
+    if (endsService(phase) || phase == Phase::Configuration) {
         // Where the calibration list stood says nothing about where it stands when calibration is entered
         // again.
         state_.m_CalibrationType = -1;
@@ -134,24 +140,24 @@ void PhaseReports::enter(std::int32_t phase, std::int32_t old) {
         setCalibrationRange(state_, panel_["sldCalValue"], state_.m_CalibrationRange);
     }
     switch (phase) {
-    case 1:
+    case Phase::Initialization:
         enterInitialization();
         break;
-    case 2:
+    case Phase::NormalOperation:
         enterNormalOperation(old);
         break;
-    case 6:
+    case Phase::Calibration:
         enterCalibration(old);
         break;
-    case 7:
+    case Phase::Error:
         context_.poll.run();
         context_.send.SendMessage("ER?", kAllPhases);
         break;
-    case 8:
+    case Phase::Configuration:
         enterConfiguration();
         break;
-    case 9:
-        link_.m_OperatingPhase = 9;
+    case Phase::Autocalibration:
+        link_.m_OperatingPhase = Phase::Autocalibration;
         context_.routines.setServicePage(1);
         context_.routines.ShowServiceMenu();
         context_.poll.run();
@@ -159,17 +165,22 @@ void PhaseReports::enter(std::int32_t phase, std::int32_t old) {
             panel_["sldCalValue"].setVisible(true);
         }
         break;
-    case 11:
+    case Phase::ConfirmDismiss:
         enterConfirmDismiss();
         break;
-    case 12:
-    case 13:
+    case Phase::AutocalError:
+    case Phase::AutocalOk:
         panel_["txtInfo"].setCaption("");
         break;
-    default:
+    case Phase::Unheard:
+    case Phase::None:
+    case Phase::Preparation:
+    case Phase::RadExposure:
+    case Phase::FluoroExposure:
+    case Phase::TubeTooHot:
         break;
     }
-    panel_["txtPHASE"].setCaption(kPhaseCaptions[static_cast<std::size_t>(phase - 1)]);
+    panel_["txtPHASE"].setCaption(kPhaseCaptions[static_cast<std::size_t>(numberOf(phase) - 1)]);
 }
 
 void PhaseReports::resetModel() {
@@ -182,8 +193,8 @@ void PhaseReports::resetModel() {
     state_.m_SmallFocus = -1;
     state_.m_LargeFocus = -1;
     state_.m_HU = -1;
-    link_.m_Phase = -1;
-    link_.m_OperatingPhase = -1;
+    link_.m_Phase = Phase::Unheard;
+    link_.m_OperatingPhase = Phase::Unheard;
     state_.m_FlContrast = -1;
     state_.m_AECFields = {};
     state_.m_FilmScreens = {};
@@ -215,13 +226,13 @@ void PhaseReports::enterInitialization() {
     context_.routines.ResetPanelKeys();
     context_.poll.end();
     context_.routines.ShowMainMenu();
-    link_.m_OperatingPhase = 1;
+    link_.m_OperatingPhase = Phase::Initialization;
 }
 
-void PhaseReports::enterNormalOperation(std::int32_t old) {
-    link_.m_OperatingPhase = 2;
+void PhaseReports::enterNormalOperation(Phase old) {
+    link_.m_OperatingPhase = Phase::NormalOperation;
     context_.poll.run();
-    if (old == 6) {
+    if (old == Phase::Calibration) {
         panel_["cmbCalibration"].setBackColour(kNormalColour);
         for (std::string* shown :
              {&state_.m_KVPDisplay, &state_.m_MADisplay, &state_.m_MSDisplay, &state_.m_MASDisplay}) {
@@ -230,41 +241,41 @@ void PhaseReports::enterNormalOperation(std::int32_t old) {
         state_.m_SmallFocus = -1;
         state_.m_LargeFocus = -1;
         context_.routines.EnableRADKeys(true);
-    } else if (old == 8) {
+    } else if (old == Phase::Configuration) {
         panel_["cmbConfiguration"].setBackColour(kNormalColour);
         context_.routines.clearConfigurationPage();
     }
 }
 
-void PhaseReports::enterCalibration(std::int32_t old) {
-    if (old == 2) {
+void PhaseReports::enterCalibration(Phase old) {
+    if (old == Phase::NormalOperation) {
         panel_["cmbToggleFocusConfirm"].setVisible(true);
         panel_["cmbToggleFocusDismiss"].setVisible(true);
     }
-    link_.m_OperatingPhase = 6;
+    link_.m_OperatingPhase = Phase::Calibration;
     panel_["cmbCalibration"].setBackColour(kActiveColour);
     context_.routines.setServicePage(1);
     context_.routines.ShowServiceMenu();
-    if (old != 3 && old != 11) {
+    if (old != Phase::Preparation && old != Phase::ConfirmDismiss) {
         context_.routines.EnableCalibrationKeys(true);
         context_.routines.EnableRADKeys(true);
     }
     panel_["txtInfo"].setCaption("");
-    if (state_.m_CalSliderInAutocal && old == 9) {
+    if (state_.m_CalSliderInAutocal && old == Phase::Autocalibration) {
         state_.m_CalSliderInAutocal = false;
         panel_["sldCalValue"].setVisible(false);
     }
 }
 
 void PhaseReports::enterConfiguration() {
-    link_.m_OperatingPhase = 8;
+    link_.m_OperatingPhase = Phase::Configuration;
     context_.routines.PrepareConfigurationPage();
     panel_["cmbConfiguration"].setBackColour(kActiveColour);
     panel_["cmbConfiguration"].setCaption("OFF");
     context_.routines.ShowServiceMenu();
     context_.routines.SelectServicePage(0);
     // At once, so that what the page sends next already passes.
-    link_.m_PhaseMask = 128;
+    link_.m_PhaseMask = maskOf(Phase::Configuration);
 }
 
 void PhaseReports::enterConfirmDismiss() {
@@ -281,7 +292,7 @@ void PhaseReports::enterConfirmDismiss() {
 }
 
 void PhaseReports::repeatQuestion() {
-    if (link_.m_Phase == 11) {
+    if (link_.m_Phase == Phase::ConfirmDismiss) {
         service_.abandonAnswer();
         enterConfirmDismiss();
     }
@@ -289,7 +300,7 @@ void PhaseReports::repeatQuestion() {
 
 void PhaseReports::updateSoftwareExposureKey() {
     if (softwareSync_) {
-        panel_["cmdSWExposure"].setVisible(link_.m_Phase == 3 &&
+        panel_["cmdSWExposure"].setVisible(link_.m_Phase == Phase::Preparation &&
                                            (state_.m_WorkingMode == 1 || state_.m_WorkingMode == 2) &&
                                            !state_.m_HardwareSync);
     }

@@ -26,10 +26,10 @@ public:
     void fmessHU(std::string_view value);
 
 private:
-    void enter(std::int32_t phase, std::int32_t old);
+    void enter(Phase phase, Phase old);
     void enterInitialization();
-    void enterNormalOperation(std::int32_t old);
-    void enterCalibration(std::int32_t old);
+    void enterNormalOperation(Phase old);
+    void enterCalibration(Phase old);
     void enterConfiguration();
     void enterConfirmDismiss();
     void resetModel();

@@ -71,8 +71,6 @@ constexpr std::size_t kWorkstationArguments = 1;
 constexpr std::size_t kFluoroArguments = 6;
 constexpr int kLongWait = 4; // retries intervals that a program waits for its acknowledgement
 
-constexpr std::int32_t kNormalPhase = 2;
-
 /// Fields whose arguments begin at `first` among those of the routine.
 struct Part {
     std::span<const FieldRow> fields;
@@ -185,7 +183,7 @@ void Programs::addRoutine(const ProgramRow& row, Arguments kind) {
 void Programs::send(const ProgramRow& row, Arguments kind, std::span<const std::string> arguments) {
     context_.poll.holdBack();
     const std::string text = message(row, kind, arguments);
-    if (kind == Arguments::Texts && context_.link.m_Phase != kNormalPhase) {
+    if (kind == Arguments::Texts && context_.link.m_Phase != Phase::NormalOperation) {
         context_.poll.resume();
         context_.events.WrongPhase.raise(std::string(row.mnemonic));
         return;

@@ -68,7 +68,7 @@ void Records::fmessDose(std::string_view value, Signal<std::string> LinkEvents::
 
 void Records::fmessExposureCounter(std::string_view value) {
     const std::string count(value.substr(std::min<std::size_t>(value.size(), 1)));
-    if (context_.link.m_OperatingPhase != 6) {
+    if (context_.link.m_OperatingPhase != Phase::Calibration) {
         txtExposureCounter_.setCaption(count);
     } else {
         cmbResetExposureCounter_.setBackColour(kNormalColour);

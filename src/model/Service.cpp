@@ -77,7 +77,7 @@ Service::Service(ModelContext& context)
     for (const LabelRow& row : kLabels) {
         Control& label = context_.panel[row.label];
         bindNumber(row.handler, [this, &row, &label](std::string_view value) {
-            if (!row.configurationOnly || link_.m_OperatingPhase == 8) {
+            if (!row.configurationOnly || link_.m_OperatingPhase == Phase::Configuration) {
                 label.setCaption(decimalText(toDouble(value)));
             }
         });
@@ -119,7 +119,7 @@ void Service::bindKeys() {
 }
 
 void Service::calibration(bool Enable, bool WithACK) {
-    context_.commands.send("calibration", {Enable, WithACK});
+    context_.commands.send(command("calibration"), Enable, WithACK);
     if (Enable) {
         context_.routines.ShowServiceMenu();
         context_.routines.SelectServicePage(1);
@@ -127,8 +127,8 @@ void Service::calibration(bool Enable, bool WithACK) {
 }
 
 void Service::ToggleCalibrationFeature() {
-    const bool enable = link_.m_OperatingPhase == 2;
-    if (enable || link_.m_OperatingPhase == 6) {
+    const bool enable = link_.m_OperatingPhase == Phase::NormalOperation;
+    if (enable || link_.m_OperatingPhase == Phase::Calibration) {
         calibration(enable);
         context_.routines.EnableCalibrationKeys(enable);
     }
@@ -136,19 +136,19 @@ void Service::ToggleCalibrationFeature() {
 
 void Service::ToggleAutocalibrationFeature() {
     txtInfo_.setCaption("");
-    if (link_.m_OperatingPhase != 6 && link_.m_OperatingPhase != 9) {
+    if (link_.m_OperatingPhase != Phase::Calibration && link_.m_OperatingPhase != Phase::Autocalibration) {
         return;
     }
     if (state_.m_AutocalState == 0) {
         state_.m_AutocalState = 1;
-        context_.commands.send("Autocalibration", {true});
+        context_.commands.send(command("Autocalibration"), true);
         cmbAutocalConfirm_.setEnabled(true);
         cmbAutocalDismiss_.setEnabled(true);
         if (context_.fromGUI) {
             context_.routines.PrepareAutocalibrationPage();
         }
     } else if (state_.m_AutocalState == 4) {
-        context_.commands.send("Autocalibration", {false});
+        context_.commands.send(command("Autocalibration"), false);
     }
 }
 
@@ -167,7 +167,7 @@ void Service::fmessConfWM(std::string_view value) {
     const bool known = mode >= 0 && mode < static_cast<std::int16_t>(kWorkingModes.size());
     const std::string_view caption =
         known ? kWorkingModes[static_cast<std::size_t>(mode)] : std::string_view{};
-    if (link_.m_OperatingPhase == 8) {
+    if (link_.m_OperatingPhase == Phase::Configuration) {
         txtWorkingMode_.setCaption("");
         if (known) {
             txtCfgWorkingMode_.setCaption(caption);
@@ -270,7 +270,7 @@ void Service::beginAnswer(Signal<>& event, Timer& timer, std::int32_t confirmSte
 
 void Service::confirmTick() {
     if (state_.m_ConfirmStep == 0) {
-        context_.commands.send("Autocalibration", {true});
+        context_.commands.send(command("Autocalibration"), true);
         state_.m_AutocalState = 2;
         forgetKVP();
         state_.m_ConfirmStep = 1;
@@ -290,7 +290,7 @@ void Service::confirmTick() {
 
 void Service::dismissTick() {
     if (state_.m_DismissStep == 1) {
-        context_.commands.send("Autocalibration", {false});
+        context_.commands.send(command("Autocalibration"), false);
         state_.m_AutocalState = 0;
         forgetKVP();
         state_.m_DismissStep = 2;

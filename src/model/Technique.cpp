@@ -17,17 +17,14 @@ namespace {
 constexpr std::int32_t kNoTechniqueKeys = 4;
 
 // Which of the operating phases have the service fields in use differs between the messages.
-bool inService(std::int32_t phase) {
-    return phase == 6 || phase == 8 || phase == 9;
+bool serviceOrStart(Phase phase) {
+    return phase == Phase::Initialization || isServiceMode(phase);
 }
-bool serviceOrStart(std::int32_t phase) {
-    return phase == 1 || inService(phase);
+bool notInNormal(Phase phase) {
+    return phase != Phase::NormalOperation;
 }
-bool notInNormal(std::int32_t phase) {
-    return phase != 2;
-}
-bool notInUse(std::int32_t phase) {
-    return phase != 1 && phase != 2;
+bool notInUse(Phase phase) {
+    return phase != Phase::Initialization && phase != Phase::NormalOperation;
 }
 
 double numberOrZero(std::string_view text) {
@@ -62,7 +59,7 @@ struct Technique::Report {
     std::string_view handler;
     const Quantity& quantity;
     Takes takes;
-    bool (*toService)(std::int32_t operatingPhase);
+    bool (*toService)(Phase operatingPhase);
     /// Empty where the service field simply shows the text.
     void (Self::*serve)(Control& field, bool repeated);
     Signal<std::string> Events::*event;
@@ -80,10 +77,10 @@ constexpr Self::Report Self::kReports[]{
     {"fmessKVPDisplay", kKVP, NewTexts,    notInNormal,    &Self::serveKVPDisplay, &Events::KVPChangeDisplay},
     {"fmessMAValue",    kMA,  NumbersKept, serviceOrStart, &Self::serveMA, &Events::MAChangeValue},
     {"fmessMADisplay",  kMA,  NewTexts,    serviceOrStart, &Self::serveMADisplay, &Events::MAChangeDisplay},
-    {"fmessMSValue",    kMS,  Numbers,     inService,      nullptr, &Events::MSChangeValue},
+    {"fmessMSValue",    kMS,  Numbers,     isServiceMode,      nullptr, &Events::MSChangeValue},
     {"fmessMSDisplay",  kMS,  NewTexts,    serviceOrStart, nullptr, &Events::MSChangeDisplay},
-    {"fmessMASValue",   kMAS, Numbers,     inService,      nullptr, &Events::MASChangeValue},
-    {"fmessMASDisplay", kMAS, AllTexts,    inService,      nullptr, &Events::MASChangeDisplay},
+    {"fmessMASValue",   kMAS, Numbers,     isServiceMode,      nullptr, &Events::MASChangeValue},
+    {"fmessMASDisplay", kMAS, AllTexts,    isServiceMode,      nullptr, &Events::MASChangeDisplay},
 };
 // clang-format on
 
@@ -210,9 +207,9 @@ void Technique::setFocus(std::int32_t focus) {
         return;
     }
     if (link_.Handshaking) {
-        context_.commands.send("SetFocalSpot", {small ? 0 : 1});
+        context_.commands.send(command("SetFocalSpot"), small ? 0 : 1);
     } else {
-        context_.commands.send("ToggleFocus");
+        context_.commands.send(command("ToggleFocus"));
     }
 }
 
@@ -270,7 +267,7 @@ bool Technique::storeMS(std::string_view value) {
 bool Technique::storeMAS(std::string_view value) {
     constexpr double kWholeFrom = 100;
     // Values below that always carry a point; a whole number there is what a calibration counts in.
-    if (isNumeric(value) && link_.m_Phase != 6 && toDouble(value) < kWholeFrom &&
+    if (isNumeric(value) && link_.m_Phase != Phase::Calibration && toDouble(value) < kWholeFrom &&
         value.find('.') == std::string_view::npos) {
         state_.m_MAS = 0;
         state_.m_MASDisplay.clear();
@@ -289,7 +286,7 @@ void Technique::serveKVP(Control& field, bool /*repeated*/) {
 }
 
 void Technique::serveKVPDisplay(Control& field, bool repeated) {
-    if (link_.m_OperatingPhase != 9) {
+    if (link_.m_OperatingPhase != Phase::Autocalibration) {
         return;
     }
     const std::string& text = state_.m_KVPDisplay;
@@ -301,7 +298,7 @@ void Technique::serveKVPDisplay(Control& field, bool repeated) {
     }
     if (state_.m_AutocalState != 4 || state_.m_CalibrationType == 2) {
         field.setCaption(text);
-    } else if (!repeated && state_.m_CalibrationType == 0 && link_.m_Phase != 12 && link_.m_Phase != 13) {
+    } else if (!repeated && state_.m_CalibrationType == 0 && !endsAutocalibration(link_.m_Phase)) {
         // While a station is calibrated the kVp display counts exposures and tells the filament current.
         constexpr std::int16_t kMostExposures = 10;
         constexpr std::int16_t kLeastFilamentCurrent = 151;
@@ -314,7 +311,7 @@ void Technique::serveKVPDisplay(Control& field, bool repeated) {
 }
 
 void Technique::serveMA(Control& field, bool /*repeated*/) {
-    if (link_.m_OperatingPhase == 6 && state_.m_CalibrationType != 0) {
+    if (link_.m_OperatingPhase == Phase::Calibration && state_.m_CalibrationType != 0) {
         state_.m_CalibrationType = 0;
         context_.events.CalibrationMA.raise();
         selectStation();
@@ -326,7 +323,7 @@ void Technique::serveMADisplay(Control& field, bool repeated) {
     std::string& item = state_.m_MADisplay;
     // The item may have been forgotten since: then it is news.
     const bool known = repeated && state_.m_CalibrationType >= 0;
-    if (!known && link_.m_OperatingPhase == 6 && !item.empty()) {
+    if (!known && link_.m_OperatingPhase == Phase::Calibration && !item.empty()) {
         if (item.starts_with('E')) {
             selectParameter(characters(item, 2, 3));
         } else {
@@ -381,7 +378,7 @@ void Technique::fmessFocus(const FocalSpot& row, std::string_view value) {
     }
     std::int32_t& selected = state_.*row.selected;
     selected = toInt32(value);
-    const bool service = inService(link_.m_OperatingPhase);
+    const bool service = isServiceMode(link_.m_OperatingPhase);
     if (!service && link_.EventEnabled) {
         (context_.events.*row.event).raise(selected);
     }
@@ -398,7 +395,7 @@ void Technique::fmessTM(std::string_view value) {
         return;
     }
     const std::int32_t mode = toInt16(value);
-    if (inService(link_.m_OperatingPhase)) {
+    if (isServiceMode(link_.m_OperatingPhase)) {
         return;
     }
     if (link_.EventEnabled) {

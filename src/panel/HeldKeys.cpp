@@ -13,12 +13,16 @@ namespace quillon {
 namespace {
 
 constexpr std::int16_t kSlowTicks = 10;
-constexpr std::int32_t kNormalPhase = 2;
-constexpr std::int32_t kCalibrationPhase = 6;
-constexpr std::int32_t kAutocalibrationPhase = 9;
 
 // Another station has another calibration value; what is shown would be taken for its own.
 constexpr std::array<std::string_view, 2> kStationKeys{"cmbMACalUp", "cmbMACalDown"};
+
+// They make single steps, and their release lets go of whatever is held.
+constexpr std::array<std::string_view, 2> kStoppingKeys{"cmbKVPCalUp", "cmbKVPCalDown"};
+
+template <int kBy> void stepsDensity(const PanelSubjects& subjects, int /*index*/) {
+    subjects.exposureControl.stepLocally(kBy);
+}
 
 } // namespace
 
@@ -46,11 +50,10 @@ struct HeldKeys::Row {
     std::string_view routine;
     Condition condition;
     Pace pace;
-    std::string_view firstStep;
-    std::string_view slowRoutine; ///< the first ten ticks
-    std::string_view fastRoutine;
-    /// Called at the release with the density: the generator hears of a held density key only once.
-    std::string_view densityRoutine = {};
+    KeyWork firstStep;
+    KeyWork slowRoutine; ///< the first ten ticks
+    KeyWork fastRoutine;
+    bool sendsDensity = false; ///< at the release: the generator hears of a held density key only once
 };
 
 std::span<const HeldKeys::Row> HeldKeys::table() {
@@ -70,57 +73,58 @@ std::span<const HeldKeys::Row> HeldKeys::table() {
     // clang-format off
     static constexpr std::array kTable{
         Row{"cmbKVPUp", "", "KVPUp", Always, kKVP,
-            "KVPOneUp", "KVPUp", "KVPUpUp"},
+            sends<command("KVPOneUp")>, sends<command("KVPUp")>, sends<command("KVPUpUp")>},
         Row{"cmbKVPDown", "", "KVPDown", Always, kKVP,
-            "KVPOneDown", "KVPDown", "KVPDownDown"},
+            sends<command("KVPOneDown")>, sends<command("KVPDown")>, sends<command("KVPDownDown")>},
         Row{"cmbMAUp", "cmbMACalUp", "MAUp", Always, kMA,
-            "MAOneUp", "MAUp", "MAUp"},
+            sends<command("MAOneUp")>, sends<command("MAUp")>, sends<command("MAUp")>},
         Row{"cmbMADown", "cmbMACalDown", "MADown", Always, kMA,
-            "MAOneDown", "MADown", "MADown"},
+            sends<command("MAOneDown")>, sends<command("MADown")>, sends<command("MADown")>},
         Row{"cmbMSUp", "", "MSUp", Always, kMS,
-            "MSOneUp", "MSUp", "MSUp"},
+            sends<command("MSOneUp")>, sends<command("MSUp")>, sends<command("MSUp")>},
         Row{"cmbMSDown", "", "MSDown", Always, kMS,
-            "MSOneDown", "MSDown", "MSDown"},
+            sends<command("MSOneDown")>, sends<command("MSDown")>, sends<command("MSDown")>},
         Row{"cmbMASUp", "cmbMASCalUp", "MASUp", Always, kMAS,
-            "MASOneUp", "MASUp", "MASUp"},
+            sends<command("MASOneUp")>, sends<command("MASUp")>, sends<command("MASUp")>},
         Row{"cmbMASDown", "cmbMASCalDown", "MASDown", Always, kMA,
-            "MASOneDown", "MASDown", "MASDown"},
+            sends<command("MASOneDown")>, sends<command("MASDown")>, sends<command("MASDown")>},
         Row{"cmbFlKVPUp", "", "FlKVPUp", NormalPhase, kFlKVP,
-            "FlKVPOneUp", "FlKVPUp", "FlKVPUpUp"},
+            does<&Fluoroscopy::FlKVPOneUp>, sends<command("FlKVPUp")>, sends<command("FlKVPUpUp")>},
         Row{"cmbFlKVPUp", "", "FlKVPUp", Always, kFlStep,
-            "FlKVPOneUp", "FlKVPOneUp", "FlKVPOneUp"},
+            does<&Fluoroscopy::FlKVPOneUp>, does<&Fluoroscopy::FlKVPOneUp>, does<&Fluoroscopy::FlKVPOneUp>},
         Row{"cmbFlKVPDown", "", "FlKVPDown", NormalPhase, kFlKVP,
-            "FlKVPOneDown", "FlKVPDown", "FlKVPDownDown"},
+            does<&Fluoroscopy::FlKVPOneDown>, sends<command("FlKVPDown")>, sends<command("FlKVPDownDown")>},
         Row{"cmbFlKVPDown", "", "FlKVPDown", Always, kFlStep,
-            "FlKVPOneDown", "FlKVPOneDown", "FlKVPOneDown"},
+            does<&Fluoroscopy::FlKVPOneDown>, does<&Fluoroscopy::FlKVPOneDown>, does<&Fluoroscopy::FlKVPOneDown>},
         Row{"cmbFlPPSUp", "", "FLPPSUp", Always, kPPS,
-            "FlPPSOneUp", "FlPPSUp", "FlPPSUp"},
+            sends<command("FlPPSOneUp")>, sends<command("FlPPSUp")>, sends<command("FlPPSUp")>},
         Row{"cmbFlPPSDown", "", "FLPPSDown", Always, kPPS,
-            "FlPPSOneDown", "FlPPSDown", "FlPPSDown"},
+            sends<command("FlPPSOneDown")>, sends<command("FlPPSDown")>, sends<command("FlPPSDown")>},
         Row{"cmbDAECBrightnessUp", "cmbAECBrightnessUp", "BrightnessUp", DigitalMode, kBright,
-            "BrightnessOneUp", "BrightnessUp", "BrightnessUpUp"},
+            sends<command("BrightnessOneUp")>, sends<command("BrightnessUp")>, sends<command("BrightnessUpUp")>},
         Row{"cmbDAECBrightnessDown", "", "BrightnessDown", DigitalMode, kBright,
-            "BrightnessOneDown", "BrightnessDown", "BrightnessDownDown"},
+            sends<command("BrightnessOneDown")>, sends<command("BrightnessDown")>, sends<command("BrightnessDownDown")>},
         Row{"cmbAECDensityUp", "cmbDAECDensityUp", "AECDensityUp", FieldOn, kDensity,
-            "AECDensityUpLocal", "AECDensityUpLocal", "AECDensityUpLocal", "SetAECDensity"},
+            stepsDensity<1>, stepsDensity<1>, stepsDensity<1>, true},
         Row{"cmbAECDensityDown", "cmbDAECDensityDown", "AECDensityDown", FieldOn, kDensity,
-            "AECDensityDownLocal", "AECDensityDownLocal", "AECDensityDownLocal", "SetAECDensity"},
+            stepsDensity<-1>, stepsDensity<-1>, stepsDensity<-1>, true},
         Row{"cmbCalValueUp", "", "", CalibratingParameter, kParameter,
-            "CalibrationValueUp", "CalibrationValueUp", "CalibrationValueUp"},
+            sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>},
         Row{"cmbCalValueUp", "", "", Calibrating, kStation,
-            "CalibrationValueUp", "CalibrationValueUp", "CalibrationValueUp"},
+            sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>},
         Row{"cmbCalValueDown", "", "", CalibratingParameter, kParameter,
-            "CalibrationValueDown", "CalibrationValueDown", "CalibrationValueDown"},
+            sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>},
         Row{"cmbCalValueDown", "", "", Calibrating, kStation,
-            "CalibrationValueDown", "CalibrationValueDown", "CalibrationValueDown"},
+            sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>},
     };
     // clang-format on
     return kTable;
 }
 
-HeldKeys::HeldKeys(ModelContext& context)
-    : context_(context), link_(context.link), tmrAutoRepeat_(context.panel.timer("tmrAutoRepeat")),
-      txtCalValue_(context.panel["txtCalValue"]), sldCalValue_(context.panel["sldCalValue"]) {
+HeldKeys::HeldKeys(const PanelSubjects& subjects)
+    : subjects_(subjects), context_(subjects.context), link_(context_.link),
+      tmrAutoRepeat_(context_.panel.timer("tmrAutoRepeat")), txtCalValue_(context_.panel["txtCalValue"]),
+      sldCalValue_(context_.panel["sldCalValue"]) {
     const auto rows = table();
     for (auto first = rows.begin(); first != rows.end();) {
         const auto last =
@@ -132,9 +136,9 @@ HeldKeys::HeldKeys(ModelContext& context)
         addRoutines(hold);
         wireKeys(hold);
     }
-    context_.panel["cmbAECBrightnessDown"].on.release = [this] {
-        context_.operations.call("BrightnessOneDown");
-    };
+    for (const std::string_view name : kStoppingKeys) {
+        context_.panel[name].on.release = [this] { stop(); };
+    }
     tmrAutoRepeat_.setTick([this] { tick(); });
     addIntervals();
 }
@@ -183,12 +187,12 @@ void HeldKeys::wireKeys(Hold& hold) {
 bool HeldKeys::holds(Condition condition) const {
     const GeneratorState& state = context_.state;
     const bool calibrating =
-        link_.m_OperatingPhase == kCalibrationPhase || link_.m_OperatingPhase == kAutocalibrationPhase;
+        link_.m_OperatingPhase == Phase::Calibration || link_.m_OperatingPhase == Phase::Autocalibration;
     switch (condition) {
     case Condition::Always:
         return true;
     case Condition::NormalPhase:
-        return link_.m_Phase == kNormalPhase;
+        return link_.m_Phase == Phase::NormalOperation;
     case Condition::DigitalMode:
         return state.m_WorkingMode >= kFirstDigitalMode;
     case Condition::FieldOn:
@@ -202,7 +206,7 @@ bool HeldKeys::holds(Condition condition) const {
 }
 
 bool HeldKeys::leaveStation() {
-    if (link_.m_OperatingPhase != kCalibrationPhase) {
+    if (link_.m_OperatingPhase != Phase::Calibration) {
         return false;
     }
     txtCalValue_.setCaption("");
@@ -219,7 +223,7 @@ void HeldKeys::press(Hold& hold) {
         return;
     }
     // Before the timer runs: the first step may still wait for its acknowledgement.
-    context_.operations.call(row->firstStep);
+    row->firstStep(subjects_, 0);
     m_AutorepeatFastInterval = intervals_.*row->pace.fast;
     m_AutorepeatTicks = 0;
     tmrAutoRepeat_.start(intervals_.*row->pace.slow);
@@ -230,9 +234,8 @@ void HeldKeys::press(Hold& hold) {
 
 void HeldKeys::release(Hold& hold) {
     stop();
-    const std::string_view densityRoutine = hold.rows.front().densityRoutine;
-    if (std::exchange(hold.stepped, false) && !densityRoutine.empty()) {
-        context_.operations.call(densityRoutine, {context_.state.m_AECDensity});
+    if (std::exchange(hold.stepped, false) && hold.rows.front().sendsDensity) {
+        subjects_.exposureControl.SetAECDensity(context_.state.m_AECDensity);
     }
 }
 
@@ -249,13 +252,13 @@ void HeldKeys::stop() {
 void HeldKeys::tick() {
     if (m_AutorepeatTicks < kSlowTicks) {
         ++m_AutorepeatTicks;
-        context_.operations.call(m_AutorepeatSlowRoutine);
+        m_AutorepeatSlowRoutine(subjects_, 0);
     } else {
         if (m_AutorepeatTicks == kSlowTicks) {
             ++m_AutorepeatTicks;
             tmrAutoRepeat_.start(m_AutorepeatFastInterval);
         }
-        context_.operations.call(m_AutorepeatFastRoutine);
+        m_AutorepeatFastRoutine(subjects_, 0);
     }
     // What the queue cannot take would be lost. The key has to be pressed anew.
     if (context_.send.queueCount() >= SendQueue::kCapacity) {

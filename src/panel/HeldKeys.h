@@ -6,18 +6,18 @@
 #include <string_view>
 #include <vector>
 
-#include "model/ModelContext.h"
+#include "panel/PanelSubjects.h"
 
 namespace quillon {
 
 /// The keys that repeat while a finger stays on them. A press makes one step at once; from then on one timer,
-/// shared by all of them, calls a routine by name, after ten ticks another one at another pace. While a key
+/// shared by all of them, does its work again, after ten ticks other work at another pace. While a key
 /// is held the poll is silent and no message waits for an acknowledgement.
 ///
 /// The last press owns the timer, and any release stops it.
 class HeldKeys {
 public:
-    explicit HeldKeys(ModelContext& context);
+    explicit HeldKeys(const PanelSubjects& subjects);
     HeldKeys(const HeldKeys&) = delete;
     HeldKeys& operator=(const HeldKeys&) = delete;
 
@@ -64,6 +64,7 @@ private:
     /// can be chosen.
     bool leaveStation();
 
+    PanelSubjects subjects_;
     ModelContext& context_;
     LinkState& link_;
     Timer& tmrAutoRepeat_;
@@ -72,8 +73,8 @@ private:
     Intervals intervals_;
     std::vector<Hold> holds_;
 
-    std::string_view m_AutorepeatSlowRoutine;
-    std::string_view m_AutorepeatFastRoutine;
+    KeyWork m_AutorepeatSlowRoutine = nullptr;
+    KeyWork m_AutorepeatFastRoutine = nullptr;
     std::int16_t m_AutorepeatFastInterval = 0;
     std::int16_t m_AutorepeatTicks = 0;
 };

@@ -6,17 +6,10 @@
 
 #include "base/Numbers.h"
 #include "link/OutboundTable.h"
-#include "model/Commands.h"
-#include "model/ExposureControl.h"
 
 namespace quillon {
 
 namespace {
-
-constexpr std::int32_t kNormalOperation = 2;
-constexpr std::int32_t kCalibration = 6;
-constexpr std::int32_t kConfiguration = 8;
-constexpr std::int32_t kAutocalibration = 9;
 
 enum class Touch : std::uint8_t { Press, Release, Click };
 
@@ -51,36 +44,31 @@ bool brightnessControlled(const ModelContext& context) {
 }
 /// The kVp of a plain mA station is not to be moved while an autocalibration works on it.
 bool kvpMovable(const ModelContext& context) {
-    return context.link.m_OperatingPhase == kCalibration ||
-           (context.link.m_OperatingPhase == kAutocalibration && context.state.m_CalibrationType != 0);
+    return context.link.m_OperatingPhase == Phase::Calibration ||
+           (context.link.m_OperatingPhase == Phase::Autocalibration && context.state.m_CalibrationType != 0);
 }
 
-using Argument = Value (*)(const State& state, const Control& key);
-Value index(const State&, const Control& key) {
-    return std::int32_t{key.index().value_or(0)};
+template <bool State::*kMember> bool isOn(const State& state) {
+    return state.*kMember;
 }
-Value number(const State&, const Control& key) {
-    return std::int32_t{key.index().value_or(0) + 1};
+template <std::size_t kField> bool fieldIsOn(const State& state) {
+    return state.m_AECFields[kField];
 }
-Value density(const State& state, const Control& key) {
-    return toInt32(key.index().value_or(0) - densityOffset(state));
+
+void setDensity(const PanelSubjects& subjects, int index) {
+    subjects.exposureControl.SetAECDensity(toInt32(index - densityOffset(subjects.context.state)));
 }
-Value off(const State&, const Control&) {
-    return false;
+void setDigitalDensity(const PanelSubjects& subjects, int index) {
+    subjects.exposureControl.SetAECDensity(index);
 }
-template <bool State::*Member> Value opposite(const State& state, const Control&) {
-    return !(state.*Member);
-}
-template <std::size_t Field> Value oppositeField(const State& state, const Control&) {
-    return !state.m_AECFields[Field];
+void askHighDose(const PanelSubjects& subjects, int /*index*/) {
+    subjects.context.commands.send(command("FlHighDose"), false);
 }
 
 struct KeyRow {
     std::string_view key; ///< all elements of it
     Touch touch;
-    std::string_view operation;
-    Argument argument = nullptr;
-    std::string_view plain = {}; ///< operation without argument while Handshaking is off, where it differs
+    KeyWork work;
     Condition condition = nullptr;
 };
 
@@ -90,50 +78,49 @@ constexpr auto kRelease = Touch::Release;
 constexpr auto kClick = Touch::Click;
 constexpr std::array kKeys{
     // Technique
-    KeyRow{"cmbDoseLastExposure",   kRelease, "LastExposureDose"},
-    KeyRow{"cmbDoseAccumulated",    kRelease, "AccumulatedDose"},
-    KeyRow{"cmbDoseReset",          kRelease, "DosemeterReset"},
+    KeyRow{"cmbDoseLastExposure",   kRelease, sends<command("LastExposureDose")>},
+    KeyRow{"cmbDoseAccumulated",    kRelease, sends<command("AccumulatedDose")>},
+    KeyRow{"cmbDoseReset",          kRelease, sends<command("DosemeterReset")>},
     // Exposure control; the field keys stand on the configuration page as well
-    KeyRow{"cmbAECFieldLeft",       kClick,   "SetAECFieldLeft", &oppositeField<0>, "ToggleAECFieldLeft"},
-    KeyRow{"cmbAECFieldCenter",     kClick,   "SetAECFieldCenter", &oppositeField<1>, "ToggleAECFieldCenter"},
-    KeyRow{"cmbAECFieldRight",      kClick,   "SetAECFieldRight", &oppositeField<2>, "ToggleAECFieldRight"},
-    KeyRow{"cmbAECFilmScreen",      kRelease, "SetAECFilmScreen", &index},
-    KeyRow{"cmbAECDensity",         kRelease, "SetAECDensity", &density},
-    KeyRow{"cmbDAECDensity",        kRelease, "SetAECDensity", &index, "", &digitalMode},
-    KeyRow{"cmbDigitalAEC",         kRelease, "SetDAEC", &opposite<&State::m_DigitalAEC>, "ToggleDAEC", &digitalMode},
-    KeyRow{"cmbPhotomultiplier",    kRelease, "SetPhotomultiplier", &opposite<&State::m_Photomultiplier>, "TogglePhotomultiplier", &digitalMode},
+    KeyRow{"cmbAECFieldLeft",       kClick,   switches<command("SetAECFieldLeft"), command("ToggleAECFieldLeft"), fieldIsOn<0>>},
+    KeyRow{"cmbAECFieldCenter",     kClick,   switches<command("SetAECFieldCenter"), command("ToggleAECFieldCenter"), fieldIsOn<1>>},
+    KeyRow{"cmbAECFieldRight",      kClick,   switches<command("SetAECFieldRight"), command("ToggleAECFieldRight"), fieldIsOn<2>>},
+    KeyRow{"cmbAECFilmScreen",      kRelease, sendsIndex<command("SetAECFilmScreen")>},
+    KeyRow{"cmbAECBrightnessDown",  kRelease, sends<command("BrightnessOneDown")>},
+    KeyRow{"cmbAECDensity",         kRelease, &setDensity},
+    KeyRow{"cmbDAECDensity",        kRelease, &setDigitalDensity, &digitalMode},
+    KeyRow{"cmbDigitalAEC",         kRelease, switches<command("SetDAEC"), command("ToggleDAEC"), isOn<&State::m_DigitalAEC>>, &digitalMode},
+    KeyRow{"cmbPhotomultiplier",    kRelease, switches<command("SetPhotomultiplier"), command("TogglePhotomultiplier"), isOn<&State::m_Photomultiplier>>, &digitalMode},
     // Fluoroscopy
-    KeyRow{"cmbFlPPSNext",          kClick,   "FlPPSNext"},
-    KeyRow{"cmbFlContinuous",       kPress,   "FlContinuousToggle"},
-    KeyRow{"cmbFlMAUp",             kRelease, "FlMAOneUp", nullptr, "FlMAUp"},
-    KeyRow{"cmbFlMADown",           kRelease, "FlMAOneDown", nullptr, "FlMADown"},
-    KeyRow{"cmdFlResetTime",        kRelease, "FlTimeReset"},
-    KeyRow{"cmbToggleABS",          kRelease, "SetFlABS", &opposite<&State::m_FlABS>, "FlABSToggle"},
-    KeyRow{"cmbFlHighDose",         kRelease, "FlHighDose", &off, "", &brightnessControlled},
-    KeyRow{"cmbFlMag",              kRelease, "FlMagnification", &index},
-    KeyRow{"cmbContrastUp",         kRelease, "FlContrastUp"},
-    KeyRow{"cmbContrastDown",       kRelease, "FlContrastDown"},
-    KeyRow{"cmbFlKVPTracking",      kRelease, "FlKVPToggleKVPTracking"},
-    KeyRow{"cmbKVPTrackingUp",      kRelease, "FlKVPTrackingUp"},
-    KeyRow{"cmbKVPTrackingDown",    kRelease, "FlKVPTrackingDown"},
+    KeyRow{"cmbFlPPSNext",          kClick,   sends<command("FlPPSNext")>},
+    KeyRow{"cmbFlContinuous",       kPress,   does<&Fluoroscopy::FlContinuousToggle>},
+    KeyRow{"cmbFlMAUp",             kRelease, sends<command("FlMAOneUp")>},
+    KeyRow{"cmbFlMADown",           kRelease, sends<command("FlMAOneDown")>},
+    KeyRow{"cmdFlResetTime",        kRelease, sends<command("FlTimeReset")>},
+    KeyRow{"cmbToggleABS",          kRelease, switches<command("SetFlABS"), command("FlABSToggle"), isOn<&State::m_FlABS>>},
+    KeyRow{"cmbFlHighDose",         kRelease, &askHighDose, &brightnessControlled},
+    KeyRow{"cmbFlMag",              kRelease, sendsIndex<command("FlMagnification")>},
+    KeyRow{"cmbContrastUp",         kRelease, sends<command("FlContrastUp")>},
+    KeyRow{"cmbContrastDown",       kRelease, sends<command("FlContrastDown")>},
+    KeyRow{"cmbFlKVPTracking",      kRelease, does<&Fluoroscopy::FlKVPToggleKVPTracking>},
+    KeyRow{"cmbKVPTrackingUp",      kRelease, does<&Fluoroscopy::FlKVPTrackingUp>},
+    KeyRow{"cmbKVPTrackingDown",    kRelease, does<&Fluoroscopy::FlKVPTrackingDown>},
     // Configuration
-    KeyRow{"cmbDfltConfig",         kClick,   "DefaultConfiguration"},
-    KeyRow{"cmbConfTubeUp",         kRelease, "ConfTubeUp"},
-    KeyRow{"cmbConfTubeDown",       kRelease, "ConfTubeDown"},
-    KeyRow{"cmbConfWMUp",           kRelease, "ConfWorkingModeUp"},
-    KeyRow{"cmbConfWMDown",         kRelease, "ConfWorkingModeDown"},
-    KeyRow{"cmbConfAECUp",          kRelease, "ConfICUp"},
-    KeyRow{"cmbConfAECDown",        kRelease, "ConfICDown"},
-    KeyRow{"cmbKVTrackingUp",       kRelease, "ConfKVTrackingUp"},
-    KeyRow{"cmbKVTrackingDown",     kRelease, "ConfKVTrackingDown"},
+    KeyRow{"cmbDfltConfig",         kClick,   sends<command("DefaultConfiguration")>},
+    KeyRow{"cmbConfTubeUp",         kRelease, sends<command("ConfTubeUp")>},
+    KeyRow{"cmbConfTubeDown",       kRelease, sends<command("ConfTubeDown")>},
+    KeyRow{"cmbConfWMUp",           kRelease, sends<command("ConfWorkingModeUp")>},
+    KeyRow{"cmbConfWMDown",         kRelease, sends<command("ConfWorkingModeDown")>},
+    KeyRow{"cmbConfAECUp",          kRelease, sends<command("ConfICUp")>},
+    KeyRow{"cmbConfAECDown",        kRelease, sends<command("ConfICDown")>},
+    KeyRow{"cmbKVTrackingUp",       kRelease, sends<command("ConfKVTrackingUp")>},
+    KeyRow{"cmbKVTrackingDown",     kRelease, sends<command("ConfKVTrackingDown")>},
     // Calibration
-    KeyRow{"cmbAutocalibration",    kRelease, "ToggleAutocalibrationFeature"},
-    KeyRow{"cmbKVPCalUp",           kPress,   "KVPOneUp", nullptr, "", &kvpMovable},
-    KeyRow{"cmbKVPCalUp",           kRelease, "KVPUpMouseUp"},
-    KeyRow{"cmbKVPCalDown",         kPress,   "KVPOneDown", nullptr, "", &kvpMovable},
-    KeyRow{"cmbKVPCalDown",         kRelease, "KVPUpMouseUp"},
-    KeyRow{"cmbSaveCalValue",       kClick,   "CalibrationValueRead"},
-    KeyRow{"cmbStoreCalValue",      kRelease, "CalibrationValueStore"},
+    KeyRow{"cmbAutocalibration",    kRelease, does<&Service::ToggleAutocalibrationFeature>},
+    KeyRow{"cmbKVPCalUp",           kPress,   sends<command("KVPOneUp")>, &kvpMovable},
+    KeyRow{"cmbKVPCalDown",         kPress,   sends<command("KVPOneDown")>, &kvpMovable},
+    KeyRow{"cmbSaveCalValue",       kClick,   sends<command("CalibrationValueRead")>},
+    KeyRow{"cmbStoreCalValue",      kRelease, sends<command("CalibrationValueStore")>},
 };
 
 /// Keys for whose messages there is no operation.
@@ -156,8 +143,9 @@ constexpr std::array kMessages{
 
 } // namespace
 
-PanelKeys::PanelKeys(ModelContext& context, PanelPages& pages, PanelFrame& frame)
-    : context_(context), state_(context.state), panel_(context.panel), pages_(pages), frame_(frame) {
+PanelKeys::PanelKeys(const PanelSubjects& subjects, PanelPages& pages, PanelFrame& frame)
+    : subjects_(subjects), context_(subjects.context), state_(context_.state), panel_(context_.panel),
+      pages_(pages), frame_(frame) {
     wireOperations();
     wireMessages();
     wireMenus();
@@ -171,15 +159,8 @@ void PanelKeys::wireOperations() {
     for (const KeyRow& row : kKeys) {
         for (Control* key : elements(panel_, row.key)) {
             handler(*key, row.touch) = [this, &row, key] {
-                if (row.condition != nullptr && !row.condition(context_)) {
-                    return;
-                }
-                if (!row.plain.empty() && !context_.link.Handshaking) {
-                    context_.operations.call(row.plain);
-                } else if (row.argument != nullptr) {
-                    context_.operations.call(row.operation, {row.argument(state_, *key)});
-                } else {
-                    context_.operations.call(row.operation);
+                if (row.condition == nullptr || row.condition(context_)) {
+                    row.work(subjects_, key->index().value_or(0));
                 }
             };
         }
@@ -221,11 +202,11 @@ void PanelKeys::wireModes() {
     Control& cmbFluoroAlarmReset = panel_["cmbFluoroAlarmReset"];
     cmbFluoroAlarmReset.on.click = [this, &cmbFluoroAlarmReset] {
         cmbFluoroAlarmReset.setBackColour(kNormalColour);
-        context_.operations.call("FlAlarmReset");
+        context_.commands.send(command("FlAlarmReset"));
     };
     for (Control* key : panel_.all("cmbWS")) {
         key->on.release = [this, key] {
-            context_.operations.call("Workstation", {number(state_, *key)});
+            context_.commands.send(command("Workstation"), std::int32_t{key->index().value_or(0) + 1});
             for (Control* each : panel_.all("cmbWS")) {
                 each->setEnabled(true);
             }
@@ -234,10 +215,10 @@ void PanelKeys::wireModes() {
 }
 
 void PanelKeys::toggleConfiguration() {
-    if (context_.link.m_OperatingPhase == kNormalOperation) {
-        context_.commands.send("Configuration", {true});
-    } else if (context_.link.m_OperatingPhase == kConfiguration) {
-        context_.commands.send("Configuration", {false});
+    if (context_.link.m_OperatingPhase == Phase::NormalOperation) {
+        context_.commands.send(command("Configuration"), true);
+    } else if (context_.link.m_OperatingPhase == Phase::Configuration) {
+        context_.commands.send(command("Configuration"), false);
         panel_["cmbConfiguration"].setBackColour(kNormalColour);
         panel_["cmbConfiguration"].setCaption("ON");
         pages_.clearConfigurationPage();
@@ -256,7 +237,7 @@ void PanelKeys::toggleCalibration() {
             shown->clear();
         }
     };
-    const bool leaving = context_.link.m_OperatingPhase == kCalibration;
+    const bool leaving = context_.link.m_OperatingPhase == Phase::Calibration;
     if (leaving) {
         forgetTechnique();
         pages_.EnableCalibrationKeys(false);
@@ -266,16 +247,16 @@ void PanelKeys::toggleCalibration() {
         pages_.EnableCalibrationKeys(true);
         forgetTechnique();
     }
-    context_.operations.call("calibration", {!leaving, false});
+    subjects_.service.calibration(!leaving);
 }
 
 void PanelKeys::toggleFocus() {
     if (!context_.link.Handshaking) {
-        context_.operations.call("ToggleFocus");
+        context_.commands.send(command("ToggleFocus"));
     } else if (state_.m_SmallFocus == 1) {
-        context_.operations.call("SetFocalSpot", {1});
+        context_.commands.send(command("SetFocalSpot"), 1);
     } else if (state_.m_LargeFocus == 1) {
-        context_.operations.call("SetFocalSpot", {0});
+        context_.commands.send(command("SetFocalSpot"), 0);
     }
 }
 
@@ -290,7 +271,7 @@ void PanelKeys::wireFocusConfirmation() {
         showFocusConfirmation(false);
     };
     panel_["cmbToggleFocusConfirm"].on.click = [this, closes] {
-        context_.operations.call("CalibrationSetFocus");
+        context_.commands.send(command("CalibrationSetFocus"));
         closes();
     };
     panel_["cmbToggleFocusDismiss"].on.click = closes;
@@ -307,7 +288,7 @@ void PanelKeys::wireLists() {
     Control& comboReadExposureCounter = panel_["comboReadExposureCounter"];
     comboReadExposureCounter.on.click = [this] { panel_["txtExposureCounter"].setCaption(""); };
     panel_["cmbReadExposureCounter"].on.release = [this, &comboReadExposureCounter] {
-        context_.operations.call("ReadExposureCounter", {comboReadExposureCounter.listIndex()});
+        context_.commands.send(command("ReadExposureCounter"), comboReadExposureCounter.listIndex());
     };
     panel_["cmbResetExposureCounter"].on.release = [this] { resetExposureCounter(); };
     Control& sldCalValue = panel_["sldCalValue"];
@@ -317,9 +298,9 @@ void PanelKeys::wireLists() {
 void PanelKeys::resetExposureCounter() {
     const std::int32_t counter = panel_["comboResetExposureCounter"].listIndex();
     state_.m_ExposureCounterResetPending = true;
-    context_.operations.call("ResetExposureCounter", {counter});
+    context_.commands.send(command("ResetExposureCounter"), counter);
     // The report that answers ends the flashing of the key.
-    context_.operations.call("ReadExposureCounter", {counter});
+    context_.commands.send(command("ReadExposureCounter"), counter);
 }
 
 void PanelKeys::wireStatusStrip() {
@@ -327,7 +308,7 @@ void PanelKeys::wireStatusStrip() {
     cmbResetError.on.release = [this, &cmbResetError] {
         cmbResetError.setCaption("Reset Error");
         cmbResetError.setBackColour(kNormalColour);
-        context_.operations.call("ResetError");
+        subjects_.errors.ResetError();
     };
     panel_["cmbMinimize"].on.click = [this] { minimize(); };
 }

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "model/ModelContext.h"
 #include "panel/PanelFrame.h"
 #include "panel/PanelPages.h"
+#include "panel/PanelSubjects.h"
 
 namespace quillon {
 
-/// What the keys of the panel do, as a table: a key, the touch that it answers, a condition, an operation.
+/// What the keys of the panel do, as a table: a key, the touch that it answers, a condition, its work.
 /// Keys that are held down to repeat are not among them. A command that the phase does not allow is refused
 /// on its way out, so no key asks for the phase unless it does something else in another one.
 class PanelKeys {
 public:
-    PanelKeys(ModelContext& context, PanelPages& pages, PanelFrame& frame);
+    PanelKeys(const PanelSubjects& subjects, PanelPages& pages, PanelFrame& frame);
     PanelKeys(const PanelKeys&) = delete;
     PanelKeys& operator=(const PanelKeys&) = delete;
 
@@ -31,6 +31,7 @@ private:
     void resetExposureCounter();
     void minimize();
 
+    PanelSubjects subjects_;
     ModelContext& context_;
     GeneratorState& state_;
     ControlHost& panel_;

@@ -7,7 +7,7 @@ namespace {
 template <typename Map> const auto& lookUp(const Map& map, std::string_view name) {
     const auto entry = map.find(name);
     if (entry == map.end()) {
-        throw Fault(Fault::kNotFound);
+        throw Fault(Fault::kNoSuchName);
     }
     return entry->second;
 }

@@ -15,8 +15,9 @@
 
 namespace quillon {
 
-/// Public operations and properties by name, without regard to case: for held keys, for messages that the
-/// host registered, and for the scenario runner. The argument types are those of the functions themselves.
+/// Public operations and properties by name, without regard to case: for messages that the host
+/// registered, for its settings, and for the scenario runner. The argument types are those of the functions
+/// themselves.
 class Operations {
 public:
     using Function = std::function<std::optional<Value>(std::span<const Value>)>;
@@ -53,8 +54,8 @@ public:
     /// The name of a property that can be got, in the case in which it was added; any other name as it is.
     [[nodiscard]] std::string_view spelling(std::string_view name) const;
 
-    /// Fault 5 when there is no such operation or property, 450 on too many or too few arguments or one of
-    /// the wrong type, else what the operation itself faults with.
+    /// kNoSuchName when there is no such operation or property, kArgumentsRefused on too many or too few
+    /// arguments or one of the wrong type, else what the operation itself faults with.
     std::optional<Value> call(std::string_view name, std::span<const Value> arguments = {}) const;
     std::optional<Value> call(std::string_view name, std::initializer_list<Value> arguments) const {
         return call(name, std::span(arguments.begin(), arguments.size()));

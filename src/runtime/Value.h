@@ -4,6 +4,8 @@
 #include <string>
 #include <variant>
 
+#include "base/Phase.h"
+
 namespace quillon {
 
 /// A value as it is handed over by name: an argument, a property, an event's parameter.
@@ -32,6 +34,9 @@ template <> [[nodiscard]] std::string valueTo(const Value& value);
 }
 [[nodiscard]] inline Value toValue(std::uint32_t value) {
     return static_cast<std::int32_t>(value);
+}
+[[nodiscard]] inline Value toValue(Phase value) {
+    return numberOf(value);
 }
 [[nodiscard]] inline Value toValue(double value) {
     return value;

@@ -19,7 +19,7 @@ void ControlFactory::add(std::string_view className, Make make) {
 std::unique_ptr<ControlHost> ControlFactory::make(std::string_view className) const {
     const auto maker = makers_.find(className);
     if (maker == makers_.end()) {
-        throw Fault(Fault::kNotFound);
+        throw Fault(Fault::kNoSuchName);
     }
     return maker->second();
 }
@@ -125,7 +125,7 @@ Control* ControlHost::find(std::string_view name, std::optional<int> index) cons
 Control& ControlHost::at(std::string_view name, std::optional<int> index) const {
     Control* control = find(name, index);
     if (control == nullptr) {
-        throw Fault(Fault::kNotFound);
+        throw Fault(Fault::kNoSuchName);
     }
     return *control;
 }

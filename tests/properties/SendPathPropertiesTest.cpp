@@ -123,7 +123,7 @@ TEST_P(SendPathProperties, NothingIsLostOrReorderedButByTheRules) {
     for (int i = 0; i < 6000 && !HasFailure(); ++i) {
         switch (below(12)) {
         case 0:
-            state.m_PhaseMask = static_cast<std::int32_t>(1U << below(14));
+            state.m_PhaseMask = maskOf(Phase{static_cast<std::int32_t>(1 + below(14))});
             break;
         case 1:
             acknowledge();

@@ -76,7 +76,7 @@ TEST_F(ProtocolTest, WhoSendsAMnemonicExists) {
             const std::string plain = name.starts_with('(') ? name.substr(1, name.size() - 2) : name;
             EXPECT_TRUE(plain.starts_with("the ") || hasMember(plain)) << meaning.mnemonic << ": " << name;
         }
-        const bool commanded = std::ranges::any_of(Commands::table(), [&](const CommandRow& row) {
+        const bool commanded = std::ranges::any_of(kCommands, [&](const CommandRow& row) {
             return row.mnemonic == meaning.mnemonic || row.plain == meaning.mnemonic;
         });
         if (!commanded && meaning.related.empty()) {

@@ -114,14 +114,14 @@ TEST_F(RecorderTest, AWholeSessionOnALateMachineComesBackToTheMillisecond) {
     pass(25'000);
     click(console(), "cmbConfiguration");
     pass(9'000);
-    ASSERT_EQ(application->link().get<std::int32_t>("Phase"), 8);
+    ASSERT_EQ(valueTo<std::int32_t>(application->link().operations().get("Phase")), 8);
     click(console(), "cmbClose");
     pass(15'000);
     click(console(), "cmbManualCalibration");
     pass(2'000);
     click(panel("SelWSCal"), "cmdOK");
     pass(12'000);
-    ASSERT_EQ(application->link().get<std::int32_t>("Phase"), 6);
+    ASSERT_EQ(valueTo<std::int32_t>(application->link().operations().get("Phase")), 6);
     press(link(), "cmbCalValueUp");
     pass(6'000);
     application->input().release((*link())["cmbCalValueUp"]);

@@ -131,7 +131,7 @@ void addNames(List& list, std::string_view names) {
 std::string outboundRow(std::string_view mnemonic, std::int16_t phases) {
     List senders;
     List acknowledgement;
-    for (const CommandRow& command : Commands::table()) {
+    for (const CommandRow& command : kCommands) {
         if (equalsNoCase(command.mnemonic, mnemonic)) {
             senders.add(code(command.name));
             acknowledgement.add(ackText(command.acknowledge));

@@ -76,7 +76,7 @@ bool mayAsk(const Meaning* meaning) {
         return true;
     }
     bool listed = false;
-    for (const CommandRow& row : Commands::table()) {
+    for (const CommandRow& row : kCommands) {
         if (equalsNoCase(row.mnemonic, meaning->mnemonic)) {
             listed = true;
             if (row.acknowledge != AckRule::Never) {

@@ -17,12 +17,12 @@ constexpr std::int64_t kLargestScreen = 32767;
 constexpr std::int64_t kLargestTwips = std::numeric_limits<std::int32_t>::max();
 
 /// An operation that ends with a fault has done its work up to there, as a handler has. Only arguments that
-/// it does not take are the file's mistake.
+/// it does not take are the file's mistake, and a name that nothing has is the program's.
 template <typename Work> void atEdge(Work&& work) {
     try {
         work();
     } catch (const Fault& fault) {
-        if (fault.number() == Fault::kArgumentsRefused) {
+        if (fault.number() == Fault::kArgumentsRefused || fault.number() == Fault::kNoSuchName) {
             throw;
         }
     }

@@ -53,7 +53,7 @@ void Session::comeToRest() {
     perform("wait 60000");
     for (int round = 0; round < 16 && !ended(); ++round) {
         clearWhatStands();
-        if (round == 8 && !application_->link().get<bool>("StatusUpdateEnable")) {
+        if (round == 8 && !application_->link().StatusUpdateEnable()) {
             // A report that was lost on the way out of a mode is not asked for again, since the poll stays
             // off there. The generator tells its phase when it is switched on.
             perform("sim power off");

@@ -123,9 +123,9 @@ void ConsolePanels::open(std::string_view key, PanelHandler handler) {
         return;
     }
     if (row->key == kSelectFocus) {
-        for (const std::string_view focus : {"SmallFocus", "LargeFocus"}) {
-            panel->set(focus, context_.link.get<bool>(focus));
-        }
+        // What is not known counts as selected.
+        panel->set("SmallFocus", context_.link.mirror().m_SmallFocus != 0);
+        panel->set("LargeFocus", context_.link.mirror().m_LargeFocus != 0);
     }
     show(*row, *panel);
 }

@@ -13,7 +13,7 @@
 
 namespace quillon {
 
-/// What the console does when a panel reports. Results are read by name while the panel still stands.
+/// What the console does when a panel reports. Results are read while the panel still stands.
 using PanelHandler = ModalPanel::Report;
 
 /// What ErrorMessage() tells.

@@ -10,6 +10,17 @@ class ctrASelFocusOrParam final : public ModalPanel {
 public:
     explicit ctrASelFocusOrParam(Schedule& schedule);
 
+    /// What the operator agreed to.
+    struct Choice {
+        bool station; ///< the mA stations of a focal spot, not a parameter
+        bool smallFocus;
+        bool largeFocus;
+        std::int16_t parameter;
+    };
+    [[nodiscard]] Choice choice() const {
+        return {SelAutocalmA_, SmallFocus_, LargeFocus_, AutocalParameter_};
+    }
+
 private:
     /// Chooses one focal spot, or with `chosen` false the other one.
     void select(bool small, bool chosen);

@@ -142,7 +142,7 @@ TEST(Files, AStoreThatFailsLosesSettingsAndNothingElse) {
     FaultyMachine machine;
     machine.storeRead = {1, true};
     machine.start();
-    machine.application->link().call("ReadConfiguration");
+    machine.application->link().operations().call("ReadConfiguration");
     EXPECT_EQ(machine.application->link().settings().baudrate, 19200);
     expectService(machine);
 }
@@ -153,7 +153,7 @@ TEST(Files, WhatTheStoreHoldsMayBeAnything) {
         machine.memory.store.write("", "TorvaneSerial", key, binary(40));
     }
     machine.start();
-    machine.application->link().call("ReadConfiguration");
+    machine.application->link().operations().call("ReadConfiguration");
     EXPECT_EQ(machine.application->link().settings().port, 1);
     expectService(machine);
 }

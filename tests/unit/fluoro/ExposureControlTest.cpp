@@ -31,11 +31,11 @@ TEST_F(ExposureControlTest, DensityStepsAreCentredOnTheKeys) {
         receive({"MD" + each.maximum, "FN" + each.step + "1"});
         EXPECT_EQ(lit("cmbAECDensity"), each.keys);
         EXPECT_EQ(lit("cmbDAECDensity"), ".........");
-        EXPECT_EQ(link.get<std::string>("AECDensity"), each.step);
+        EXPECT_EQ(get<std::string>("AECDensity"), each.step);
         EXPECT_THAT(takeEvents(), ElementsAre("AECDensityChange(" + std::to_string(each.index) + ", True)"));
         msg("FN" + each.step + "0");
         EXPECT_EQ(lit("cmbAECDensity"), ".........");
-        EXPECT_EQ(link.get<std::string>("AECDensity"), each.step);
+        EXPECT_EQ(get<std::string>("AECDensity"), each.step);
         EXPECT_THAT(takeEvents(), ElementsAre("AECDensityChange(" + std::to_string(each.index) + ", False)"));
     }
 }
@@ -53,9 +53,9 @@ TEST_F(ExposureControlTest, DensityOfAnUnknownRangeAsksForIt) {
     prepare({"ST2", "FI11"});
     for (const std::string_view step :
          {"AECDensityUp", "AECDensityDown", "AECDensityUpLocal", "AECDensityDownLocal"}) {
-        link.call(step);
+        call(step);
     }
-    link.call("SetAECDensity", {0});
+    call("SetAECDensity", {0});
     hold("cmbAECDensityUp", 700);
     EXPECT_THAT(sentSoon(), IsEmpty()) << "no step means anything yet";
     EXPECT_THAT(takeEvents(), IsEmpty());
@@ -67,7 +67,7 @@ TEST_F(ExposureControlTest, DensityOfAnUnknownRangeAsksForIt) {
     EXPECT_THAT(sentSoon(), IsEmpty());
     EXPECT_EQ(lit("cmbAECDensity"), ".........");
     EXPECT_THAT(takeEvents(), IsEmpty());
-    EXPECT_EQ(link.get<std::int32_t>("AECDensity"), 0);
+    EXPECT_EQ(get<std::int32_t>("AECDensity"), 0);
 }
 
 TEST_F(ExposureControlTest, FieldsLightTheKeysOfThePageInUse) {
@@ -78,9 +78,9 @@ TEST_F(ExposureControlTest, FieldsLightTheKeysOfThePageInUse) {
     EXPECT_EQ(fields(), "*...*.");
     EXPECT_THAT(takeEvents(), ElementsAre("AECFieldChange(0, True)", "AECFieldChange(1, False)",
                                           "AECFieldChange(2, True)"));
-    EXPECT_TRUE(link.get<bool>("AECFieldLeft"));
-    EXPECT_FALSE(link.get<bool>("AECFieldCenter"));
-    EXPECT_TRUE(link.get<bool>("AECFieldRight"));
+    EXPECT_TRUE(get<bool>("AECFieldLeft"));
+    EXPECT_FALSE(get<bool>("AECFieldCenter"));
+    EXPECT_TRUE(get<bool>("AECFieldRight"));
 
     receive({"FI11", "FI00", "FI31", "FI41", "FI91", "FI", "FI1", "FIx1"});
     EXPECT_EQ(fields(), "..*.*.");
@@ -94,7 +94,7 @@ TEST_F(ExposureControlTest, FieldsLightTheKeysOfThePageInUse) {
 }
 
 TEST_F(ExposureControlTest, FilmScreens) {
-    const auto screen = [this] { return link.get<std::int32_t>("AECFilmScreen"); };
+    const auto screen = [this] { return get<std::int32_t>("AECFilmScreen"); };
     EXPECT_EQ(screen(), 0);
     receive({"FS11", "FS11"});
     EXPECT_EQ(screen(), 1);
@@ -113,7 +113,7 @@ TEST_F(ExposureControlTest, BrightnessAndRoadMapping) {
     EXPECT_EQ(caption("txtAECBrightness"), "12");
     EXPECT_EQ(caption("txtDAECBrightness"), "");
     receive({"RM1", "RM1", "RMx"});
-    EXPECT_TRUE(link.get<bool>("Roadmapping"));
+    EXPECT_TRUE(get<bool>("Roadmapping"));
     EXPECT_THAT(takeEvents(), ElementsAre("Brightness(12)", "Roadmapping(True)", "Roadmapping(True)"));
     receive({"WM5", "BR7"});
     EXPECT_EQ(caption("txtDAECBrightness"), "7");
@@ -150,7 +150,7 @@ TEST_F(ExposureControlTest, HostTellsTheRangeByItsHighestKey) {
     prepare({"ST2"});
     const auto taken = [this](std::int32_t highest, std::int32_t step) {
         put("MaxAECDensity", highest);
-        link.call("SetAECDensity", {step});
+        call("SetAECDensity", {step});
         return !sentSoon().empty();
     };
     EXPECT_TRUE(taken(8, 8));
@@ -162,17 +162,17 @@ TEST_F(ExposureControlTest, HostTellsTheRangeByItsHighestKey) {
 
 TEST_F(ExposureControlTest, DensityStepsStopAtTheEndsOfTheRange) {
     prepare({"ST2", "MD4", "FN31"});
-    link.call("AECDensityUp");
+    call("AECDensityUp");
     EXPECT_THAT(sentSoon(), ElementsAre("FN4"));
-    link.call("AECDensityUp");
+    call("AECDensityUp");
     EXPECT_THAT(sentSoon(), ElementsAre("FN4"));
-    link.call("AECDensityDown");
+    call("AECDensityDown");
     EXPECT_THAT(sentSoon(), ElementsAre("FN3"));
     EXPECT_THAT(takeEvents(), IsEmpty());
-    link.call("AECDensityUpLocal");
-    link.call("AECDensityUpLocal");
+    call("AECDensityUpLocal");
+    call("AECDensityUpLocal");
     for (int step = 0; step < 5; ++step) {
-        link.call("AECDensityDownLocal");
+        call("AECDensityDownLocal");
     }
     EXPECT_THAT(sentSoon(), IsEmpty());
     EXPECT_THAT(takeEvents(), ElementsAre("AECDensityChange(4, True)", "AECDensityChange(4, True)",

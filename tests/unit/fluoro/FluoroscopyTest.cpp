@@ -35,7 +35,7 @@ TEST_F(FluoroscopyTest, ValuesReachFieldPropertyAndHost) {
                    {"FLMA35", "txtFlMA", "4", {"FlMAChangeValue(\"35\")"}},
                    {"FLMAS25", "txtFlMA", "25", {"FlMAChangeDisplay(\"25\")"}},
                    {"FLMAS--", "txtFlMA", "0", {"FlMAChangeDisplay(\"--\")"}}});
-    const auto text = [this](std::string_view property) { return link.get<std::string>(property); };
+    const auto text = [this](std::string_view property) { return get<std::string>(property); };
     EXPECT_EQ(text("FlKVPDisplay") + " " + text("FlTimeDisplay") + " " + text("FlPPSDisplay"),
               "40000 4.5 --");
     EXPECT_EQ(text("FlKVP") + " " + text("FlTime") + " " + text("FlPPS"), "75 4 0");
@@ -68,10 +68,10 @@ TEST_F(FluoroscopyTest, PulseRateZeroMeansContinuous) {
     EXPECT_FALSE(continuous("FLPS--"));
 
     prepare({"ST2", "FLP3"});
-    link.call("FlContinuousToggle");
+    call("FlContinuousToggle");
     EXPECT_THAT(sentSoon(), ElementsAre("FLP00"));
     msg("FLP0");
-    link.call("FlContinuousToggle");
+    call("FlContinuousToggle");
     EXPECT_THAT(sentSoon(), ElementsAre("FLP"));
 }
 
@@ -120,7 +120,7 @@ TEST_F(FluoroscopyTest, ContrastIsShownWhenItsFlagSaysSo) {
 }
 
 TEST_F(FluoroscopyTest, TrackingIsShownWhereThePhaseWantsIt) {
-    const auto tracking = [this] { return link.get<std::int32_t>("FlKVPTrackingActive"); };
+    const auto tracking = [this] { return get<std::int32_t>("FlKVPTrackingActive"); };
     msg("KVT3");
     EXPECT_EQ(caption("txtFlKVPTracking") + caption("txtCfgKVTracking"), "");
 
@@ -134,7 +134,7 @@ TEST_F(FluoroscopyTest, TrackingIsShownWhereThePhaseWantsIt) {
     EXPECT_FALSE(active("cmbFlKVPTracking"));
     EXPECT_EQ(tracking(), 0);
     // The curve is kept for the next time.
-    link.call("FlKVPToggleKVPTracking");
+    call("FlKVPToggleKVPTracking");
     EXPECT_THAT(sentSoon(), ElementsAre("KVT3"));
 
     prepare({"ST8"});
@@ -147,22 +147,22 @@ TEST_F(FluoroscopyTest, TrackingIsShownWhereThePhaseWantsIt) {
 TEST_F(FluoroscopyTest, TrackingStepsHereWhileItIsOffAndInTheGeneratorWhileItIsOn) {
     prepare({"ST2", "KVT7", "KVT0"});
     const auto stepped = [this](std::string_view operation) {
-        link.call(operation);
+        call(operation);
         return caption("txtFlKVPTracking");
     };
     EXPECT_EQ(stepped("FlKVPTrackingUp"), "8");
     EXPECT_EQ(stepped("FlKVPTrackingUp"), "8");
     for (int step = 0; step < 6; ++step) {
-        link.call("FlKVPTrackingDown");
+        call("FlKVPTrackingDown");
     }
     EXPECT_EQ(stepped("FlKVPTrackingDown"), "1");
     EXPECT_EQ(stepped("FlKVPTrackingDown"), "1");
     EXPECT_THAT(sentSoon(), IsEmpty());
 
     msg("KVT4");
-    link.call("FlKVPTrackingUp");
-    link.call("FlKVPTrackingDown");
-    link.call("FlKVPToggleKVPTracking");
+    call("FlKVPTrackingUp");
+    call("FlKVPTrackingDown");
+    call("FlKVPToggleKVPTracking");
     EXPECT_THAT(sentSoon(), ElementsAre("KVT+", "KVT-", "KVT0"));
     EXPECT_EQ(caption("txtFlKVPTracking"), "4");
 }
@@ -182,19 +182,19 @@ TEST_F(FluoroscopyTest, GeneratorTypeIsDetected) {
 TEST_F(FluoroscopyTest, NumbersGoOutInTheirForms) {
     prepare({"ST2"});
     const auto formula = [this](std::initializer_list<Value> arguments) {
-        link.call("KVPTrackingFormula", arguments);
+        call("KVPTrackingFormula", arguments);
         return sentSoon();
     };
     EXPECT_THAT(formula({2, 60, 5, 100, 1000}), ElementsAre("KVTF2A060B05MA00100MS01000"));
     EXPECT_THAT(formula({12, 1234, 123, 32767, 0}), ElementsAre("KVTF12A1234B123MA32767MS00000"));
     EXPECT_THAT(formula({-1, -6, -5, -1, -1}), ElementsAre("KVTF-1A-006B-05MA-00001MS-00001"));
 
-    link.call("KVPTrackingFormula", {2, 60, 5, 100, 1000});
+    call("KVPTrackingFormula", {2, 60, 5, 100, 1000});
     EXPECT_EQ(link.timer("timerStatusUpdate").interval(), 10000); // no poll disturbs it
     settle();
 
     put("FlKVP", 75);
-    EXPECT_EQ(link.get<std::int32_t>("FlKVP"), 75);
+    EXPECT_EQ(get<std::int32_t>("FlKVP"), 75);
     EXPECT_THAT(sentSoon(), ElementsAre("FLK075"));
 }
 
@@ -223,15 +223,15 @@ protected:
 
 TEST_F(SingleStep, IsSentAgainFiveTimesUntilTheValueIsReported) {
     Timer& timer = link.timer("tmrAutorepFlKVP");
-    link.call("FlKVPOneUp");
+    call("FlKVPOneUp");
     EXPECT_EQ(sentLong(), (Counts{{"FLKU", 6}}));
     EXPECT_FALSE(timer.running());
     // No report yet: a further step is sent, and not repeated.
-    link.call("FlKVPOneUp");
+    call("FlKVPOneUp");
     EXPECT_EQ(sentLong(), (Counts{{"FLKU", 1}}));
 
     msg("FLK81");
-    link.call("FlKVPOneUp");
+    call("FlKVPOneUp");
     advance(1600);
     EXPECT_TRUE(timer.running());
     msg("FLK82");
@@ -239,19 +239,19 @@ TEST_F(SingleStep, IsSentAgainFiveTimesUntilTheValueIsReported) {
 }
 
 TEST_F(SingleStep, DownGoesBeforeUp) {
-    link.call("FlKVPOneUp");
-    link.call("FlKVPOneDown");
+    call("FlKVPOneUp");
+    call("FlKVPOneDown");
     // The first repeat finds the step itself still waiting.
     EXPECT_EQ(sentLong(), (Counts{{"FLKU", 1}, {"FLKD", 5}}));
 }
 
 TEST_F(SingleStep, IsSentOnceWithoutBothHandshakings) {
     link.setHandshaking(false);
-    link.call("FlKVPOneDown");
+    call("FlKVPOneDown");
     EXPECT_EQ(sentLong(), (Counts{{"FLK-", 1}}));
     link.setHandshaking(true);
     put("FLKVPDoubleHandshaking", false);
-    link.call("FlKVPOneDown");
+    call("FlKVPOneDown");
     EXPECT_EQ(sentLong(), (Counts{{"FLKD", 1}}));
 }
 

@@ -181,13 +181,13 @@ TEST_F(HeldKeysTest, TheLastPressOwnsTheTimerAndAnyReleaseStopsIt) {
 
 TEST_F(HeldKeysTest, RoutinesWorkByNameAsTheKeysDo) {
     refuseEverything({"MD4", "FN11", "FI11"});
-    link.call("FlPPSUpMouseDown");
+    call("FlPPSUpMouseDown");
     advance(400);
-    link.call("FLPPSUpMouseUp");
-    link.call("MASDownMouseDown");
-    link.call("MASDownMouseUp");
-    link.call("AECDensityDownMouseDown");
-    link.call("AECDensityDownMouseUp");
+    call("FLPPSUpMouseUp");
+    call("MASDownMouseDown");
+    call("MASDownMouseUp");
+    call("AECDensityDownMouseDown");
+    call("AECDensityDownMouseUp");
     advance(1000);
     EXPECT_THAT(takeEvents(),
                 ElementsAre("WrongPhase(\"FLPU\")", "WrongPhase(\"FLP+\")", "WrongPhase(\"MXD\")",

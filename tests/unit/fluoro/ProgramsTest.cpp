@@ -126,7 +126,7 @@ TEST_F(ProgramsTest, WaitsForItsAcknowledgementByRoutine) {
           Row{"APRRAD", kRad, 200}, Row{"APRFluoro", Arguments{3} + kFluoro, 200},
           Row{"APRRADFluoro", kRad + kFluoro, 200}, Row{"APRRADDigitalFluoro", kDigital + kFluoro, 200}}) {
         SCOPED_TRACE(row.routine);
-        link.call("KVPRequest"); // waits, and is thrown away
+        call("KVPRequest"); // waits, and is thrown away
         forget();
         link.operations().call(row.routine, row.arguments);
         advance(4 * row.wait);

@@ -8,6 +8,7 @@
 #include "base/Fault.h"
 #include "link/InboundTable.h"
 #include "link/OutboundTable.h"
+#include "tests/unit/base/Faults.h"
 
 namespace quillon {
 namespace {
@@ -70,7 +71,7 @@ TEST(MessageDecoder, EveryKeyIsItsOwnAndEveryHandlerHasARow) {
         EXPECT_EQ(line.calls, Calls{std::string(row.handler) + " "}) << row.key;
     }
     Decoder line;
-    EXPECT_THROW(line.decoder.bind("fmessNobody", {}), Fault);
+    EXPECT_EQ(faultOf([&] { line.decoder.bind("fmessNobody", {}); }), Fault::kNoSuchName);
 }
 
 TEST(MessageDecoder, AKeyWithoutWorkMatchesAllTheSame) {
@@ -92,6 +93,9 @@ TEST(MessageDecoder, OnlyTheNotFoundFaultSendsAMessageOnToTheHost) {
     });
     line.decoder.AddParentMessage(line.host, "fmessOrla", "URS");
     line.decoder.AddParentMessage(line.host, "PostdisplayKVP", "PDK");
+
+    EXPECT_EQ(faultOf([&] { line.decoder.AddParentMessage(line.host, "fmessOrle", "URS"); }),
+              Fault::kNoSuchName);
 
     line.decoder.DecodeMessages("URSCG1,2,\r");
     EXPECT_EQ(line.calls, Calls{"fmessURS CG1,2,"});

@@ -47,7 +47,7 @@ TEST_F(SendPathTest, WaitsTheRestOfALongTimeoutAfterAMessageHeard) {
     for (const auto& [timeout, next] : {std::pair{1000, 1000}, {405, 805}, {410, 410}}) {
         settle();
         forget();
-        link.call("SendMessage", {std::string("CF1"), 16383, true, timeout});
+        call("SendMessage", {std::string("CF1"), 16383, true, timeout});
         advance(timeout);
         msg("HE10");
         takeTimeline();
@@ -84,7 +84,7 @@ TEST_F(SendPathTest, ALateAcknowledgementTakesWhateverStandsAtTheHead) {
 TEST_F(SendPathTest, DropsDuplicatesUnlessTheyDifferInTimeout) {
     send("KV?");
     send("KV?");
-    link.call("SendMessage", {std::string("KV?"), 16383, false, 500});
+    call("SendMessage", {std::string("KV?"), 16383, false, 500});
     for (const char* text : {"a", "b", "c"}) {
         send(text);
     }
@@ -107,7 +107,7 @@ TEST_F(SendPathTest, AnImmediateMessageThrowsAwayTheQueueAndIsNotHeldBack) {
     for (const char* text : {"a", "b", "c", "d", "e"}) {
         send(text);
     }
-    link.call("SendMessage", {std::string("CAU1"), 16383, true, 1000, true});
+    call("SendMessage", {std::string("CAU1"), 16383, true, 1000, true});
     advance(1000);
     msg("HE10");
     advance(1000);
@@ -165,8 +165,8 @@ TEST_F(SendPathTest, WhatWaitsGoesOutOnceAndInOrderWhenTheLineIsLeft) {
 }
 
 TEST_F(SendPathTest, ATimeoutOfNothingCountsAsTheUsualOne) {
-    link.call("SendMessage", {std::string("a"), 16383, false, 0});
-    link.call("SendMessage", {std::string("b"), 16383, false, -5});
+    call("SendMessage", {std::string("a"), 16383, false, 0});
+    call("SendMessage", {std::string("b"), 16383, false, -5});
     advance(1000);
     EXPECT_EQ(takeTimeline(), (Names{"350 a", "700 b"}));
 }

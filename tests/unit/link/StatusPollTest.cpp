@@ -32,7 +32,7 @@ TEST_F(StatusPollTest, DeclaresASilentGeneratorLostOncePerSilence) {
     EXPECT_TRUE(takeEvents().empty());
     advance(1);
     EXPECT_EQ(takeEvents(), Names{"GeneratorERROR(33, \"\", 2)"});
-    EXPECT_EQ(link.get<int>("Phase"), 7);
+    EXPECT_EQ(get<int>("Phase"), 7);
     advance(10 * lost);
     EXPECT_TRUE(takeEvents().empty());
     EXPECT_GT(timeline.size(), 300u); // it goes on asking
@@ -63,7 +63,7 @@ TEST_F(StatusPollTest, WhileItIsHeldTheCountStandsStill) {
 
     msg("x");
     advance(20 * kCycle);
-    link.call("ResetNoAnswerFromGeneratorError");
+    call("ResetNoAnswerFromGeneratorError");
     advance(29 * kCycle);
     EXPECT_TRUE(takeEvents().empty());
 }

@@ -120,13 +120,10 @@ TEST_F(CommandsTest, EachIsRefusedOutsideItsPhases) {
 }
 
 TEST_F(CommandsTest, WhatIsNoCommandAndWhatNoMessageCanCarryIsRefused) {
-    EXPECT_EQ(faultOf([] { (void)phasesOf("none"); }), Fault::kNotFound);
-    EXPECT_EQ(faultOf([this] { link.call("SetFlPPS", {40000}); }), Fault::kArgumentsRefused);
+    EXPECT_EQ(faultOf([] { (void)phasesOf("none"); }), Fault::kNoSuchName);
+    EXPECT_EQ(faultOf([this] { call("SetFlPPS", {40000}); }), Fault::kArgumentsRefused);
     for (const std::string_view wish : {"yes", "", "1e999"}) {
-        EXPECT_EQ(faultOf([&] {
-                      link.call("Workstation", {1, std::string(wish)});
-                  }),
-                  Fault::kArgumentsRefused);
+        EXPECT_EQ(faultOf([&] { call("Workstation", {1, std::string(wish)}); }), Fault::kArgumentsRefused);
     }
     settle();
     EXPECT_THAT(sent, testing::IsEmpty());
@@ -134,9 +131,9 @@ TEST_F(CommandsTest, WhatIsNoCommandAndWhatNoMessageCanCarryIsRefused) {
 
 TEST_F(CommandsTest, AnAutocalibrationThrowsAwayWhatWaits) {
     phase(6);
-    link.call("CalibrationValueUp");
-    link.call("CalibrationValueRead");
-    link.call("Autocalibration", {true});
+    call("CalibrationValueUp");
+    call("CalibrationValueRead");
+    call("Autocalibration", {true});
     settle();
     EXPECT_THAT(timeline, ElementsAre("1000 CAU1"));
 }
@@ -144,7 +141,7 @@ TEST_F(CommandsTest, AnAutocalibrationThrowsAwayWhatWaits) {
 TEST_F(CommandsTest, ModeChangesWaitTwiceTheRetriesInterval) {
     phase(2);
     put("RetriesInterval", 300);
-    link.call("CALIBRATION", {true});
+    call("CALIBRATION", {true});
     settle();
     EXPECT_THAT(timeline, ElementsAre("600 CA1"));
 }

@@ -12,7 +12,7 @@ class ErrorsTest : public LinkTest {
 protected:
     ErrorsTest() {
         platform.folder.put("error_info.txt", "5=Door open=1\r\n0=never told=0\r\n");
-        link.call("DefaultErrorInfoFile");
+        call("DefaultErrorInfoFile");
     }
 };
 
@@ -42,7 +42,7 @@ TEST_F(ErrorsTest, AnErrorIsToldWithItsWordsUntilItIsReset) {
         msg(row.message);
         EXPECT_EQ(events, row.events) << row.message;
     }
-    link.call("ResetError");
+    call("ResetError");
     EXPECT_THAT(eventsAfter("ER0"), ElementsAre("GeneratorERROR(0, \"\", 3)"));
 }
 
@@ -59,12 +59,12 @@ TEST_F(ErrorsTest, AnErrorIsKeptWhileEventsAreOff) {
 TEST_F(ErrorsTest, TheResetGoesOutInEveryPhaseAndIsAcknowledgedOnWish) {
     for (const int number : {1, 2, 7, 12}) {
         phase(number);
-        link.call("ResetError");
+        call("ResetError");
         settle();
         EXPECT_THAT(sent, ElementsAre("AR"));
     }
     forget();
-    link.call("ResetError", {true});
+    call("ResetError", {true});
     settle();
     EXPECT_THAT(sent, ElementsAre("AR", "AR", "AR", "AR", ""));
     msg("AR0");

@@ -77,6 +77,12 @@ protected:
         ASSERT_TRUE(input.press(control(name))) << name << " cannot be reached";
         input.release(control(name));
     }
+    void call(std::string_view operation, std::initializer_list<Value> arguments = {}) const {
+        link.operations().call(operation, arguments);
+    }
+    template <typename T> [[nodiscard]] T get(std::string_view property) const {
+        return valueTo<T>(link.operations().get(property));
+    }
     void put(std::string_view property, const Value& value) const { link.operations().set(property, value); }
 
     MemoryPlatform platform;
@@ -106,8 +112,7 @@ private:
         });
     }
     static std::string shown(const std::string& text) { return '"' + text + '"'; }
-    static std::string shown(bool value) { return value ? "True" : "False"; }
-    static std::string shown(std::int32_t value) { return decimalText(value); }
+    static std::string shown(const auto& value) { return valueTo<std::string>(toValue(value)); }
 };
 
 } // namespace quillon

@@ -204,7 +204,7 @@ TEST_F(ServiceTest, ManualCalibrationIsToggledByThePhase) {
         phase(row.phase);
         control("fraServiceMenuItem", 1).setVisible(false);
         control("cmbStoreCalValue").setEnabled(row.phase != 2);
-        link.call("ToggleCalibrationFeature");
+        call("ToggleCalibrationFeature");
         EXPECT_EQ(control("fraServiceMenuItem", 1).visible(), row.phase == 2);
         EXPECT_EQ(control("cmbStoreCalValue").enabled(), row.phase != 6);
         settle();
@@ -215,22 +215,22 @@ TEST_F(ServiceTest, ManualCalibrationIsToggledByThePhase) {
 TEST_F(ServiceTest, AutocalibrationIsAskedForOnceAndEndedOnceItRuns) {
     phase(2);
     msg("INFx");
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     EXPECT_EQ(caption("txtInfo"), "");
     settle();
     EXPECT_THAT(sent, IsEmpty());
 
     phase(6);
     control("cmbAutocalConfirm").setEnabled(false);
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     EXPECT_TRUE(control("cmbAutocalConfirm").enabled());
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     settle();
     EXPECT_THAT(timeline, ElementsAre("1000 CAU1")) << "the second one finds it asked for";
 
     phase(9);
     msg("CAU1");
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     settle();
     EXPECT_THAT(timeline, ElementsAre("1000 CAU0"));
 }
@@ -238,10 +238,10 @@ TEST_F(ServiceTest, AutocalibrationIsAskedForOnceAndEndedOnceItRuns) {
 TEST_F(ServiceTest, ASecondTryWorksAfterTheGeneratorWentBackToNormalOperation) {
     phase(2);
     phase(6);
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     phase(2);
     phase(6);
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     settle();
     EXPECT_THAT(sent, ElementsAre("CAU1"));
 }
@@ -272,10 +272,10 @@ TEST_F(AnswerTest, ConfirmingSendsOnceAndWaitsForTheAnswer) {
     EXPECT_FALSE(visible("cmbAutocalConfirm"));
     EXPECT_FALSE(visible("cmbAutocalDismiss"));
     advance(19);
-    EXPECT_EQ(link.get<std::string>("KVPDisplay"), "80");
+    EXPECT_EQ(get<std::string>("KVPDisplay"), "80");
     advance(1);
-    EXPECT_EQ(link.get<std::string>("KVPDisplay"), "");
-    EXPECT_EQ(link.get<int>("KVP"), 0);
+    EXPECT_EQ(get<std::string>("KVPDisplay"), "");
+    EXPECT_EQ(get<int>("KVP"), 0);
     advance(1000);
     EXPECT_THAT(timeline, ElementsAre("1020 CAU1"));
     msg("CAU1");
@@ -315,7 +315,7 @@ TEST_F(AnswerTest, DismissingLeavesAutocalibrationAndThenCalibration) {
     EXPECT_THAT(events, ElementsAre("AutocalibrationDismiss()"));
     EXPECT_FALSE(visible("cmbAutocalConfirm"));
     advance(20);
-    EXPECT_EQ(link.get<std::string>("KVPDisplay"), "");
+    EXPECT_EQ(get<std::string>("KVPDisplay"), "");
     advance(1480);
     msg("CAU0");
     msg("ST6");
@@ -340,7 +340,7 @@ TEST_F(AnswerTest, ADismissalWaitsAsLongAsItTakes) {
     // For the panel it is over at once.
     link.setStatusUpdateEnable(false);
     phase(6);
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     advance(1000);
     EXPECT_THAT(sent, ElementsAre("CAU1"));
 }

@@ -119,15 +119,15 @@ TEST_F(TechniqueTest, NumbersAreRoundedToTheirTypeAndTextsShownAsTheyCame) {
         forget();
         control("txtKVp").setCaption("?");
         msg("KV" + std::string(row.wire));
-        EXPECT_EQ(link.get<std::string>("KVPDisplay"), row.text);
-        EXPECT_EQ(link.get<int>("KVP"), row.kvp);
+        EXPECT_EQ(get<std::string>("KVPDisplay"), row.text);
+        EXPECT_EQ(get<int>("KVP"), row.kvp);
         // A number that does not fit ends the handler before anything is shown.
         const bool fits = row.kvp != -7;
         EXPECT_EQ(caption("txtKVp"), fits ? row.text : "?");
         EXPECT_EQ(events.size(), fits ? 1 : 0);
 
         msg("MA" + std::string(row.wire));
-        EXPECT_EQ(link.get<double>("mA"), row.ma);
+        EXPECT_EQ(get<double>("mA"), row.ma);
         EXPECT_EQ(caption("txtMA"), row.text);
     }
 }
@@ -146,18 +146,18 @@ TEST_F(TechniqueTest, TextsThatAreNoNumbers) {
         }
         EXPECT_THAT(events, IsEmpty());
         EXPECT_EQ(caption("txtKVp"), "80");
-        EXPECT_EQ(link.get<std::string>("KVPDisplay"), kept);
-        EXPECT_EQ(link.get<std::string>("MADisplay"), kept);
-        EXPECT_EQ(link.get<std::string>("MSDisplay"), "50");
-        EXPECT_EQ(link.get<std::string>("MASDisplay"), "120");
+        EXPECT_EQ(get<std::string>("KVPDisplay"), kept);
+        EXPECT_EQ(get<std::string>("MADisplay"), kept);
+        EXPECT_EQ(get<std::string>("MSDisplay"), "50");
+        EXPECT_EQ(get<std::string>("MASDisplay"), "120");
 
         for (const std::string_view mnemonic : {"MSS", "MXS"}) {
             msg(std::string(mnemonic) + std::string(text));
         }
         EXPECT_EQ(caption("txtMS"), kept);
         EXPECT_EQ(caption("txtMAS"), kept);
-        EXPECT_EQ(link.get<double>("ms"), 0);
-        EXPECT_EQ(link.get<double>("MAS"), 0);
+        EXPECT_EQ(get<double>("ms"), 0);
+        EXPECT_EQ(get<double>("MAS"), 0);
         EXPECT_EQ(events.size(), 2);
     }
 }
@@ -196,7 +196,7 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
 
 TEST_F(TechniqueTest, TheRangeOfAParameterEndsWithIt) {
     platform.folder.put("temp.ini", "[Extended]\r\nE03=255\r\n");
-    link.call("ReadInitConfiguration");
+    call("ReadInitConfiguration");
     Control& slider = control("sldCalValue");
     const auto toParameter = [&] {
         phase(2);
@@ -236,7 +236,7 @@ TEST_F(TechniqueTest, FourZerosAreTenSeconds) {
     for (const std::string_view message : {"MS0000", "MSS0000"}) {
         msg("MS1");
         EXPECT_EQ(captionAfter(message, "txtMS"), "10000");
-        EXPECT_EQ(link.get<double>("ms"), 10000);
+        EXPECT_EQ(get<double>("ms"), 10000);
     }
     EXPECT_EQ(events.back(), "MSChangeDisplay(\"10000\")");
     EXPECT_EQ(captionAfter("KV0000", "txtKVp"), "0000");
@@ -255,8 +255,8 @@ TEST_F(TechniqueTest, SmallMAsValuesCarryAPoint) {
             msg("MX777");
             forget();
             msg(std::string(mnemonic) + std::string(row.argument));
-            EXPECT_EQ(link.get<std::string>("MASDisplay"), row.taken ? row.argument : "");
-            EXPECT_EQ(link.get<double>("MAS"), row.taken ? toDouble(row.argument) : 0);
+            EXPECT_EQ(get<std::string>("MASDisplay"), row.taken ? row.argument : "");
+            EXPECT_EQ(get<double>("MAS"), row.taken ? toDouble(row.argument) : 0);
             EXPECT_EQ(caption("txtMAS"), row.taken ? row.argument : "777");
             EXPECT_EQ(events.size(), row.taken ? 1 : 0);
         }
@@ -281,7 +281,7 @@ TEST_F(TechniqueTest, TheFocusFieldFollowsBothReports) {
 
 TEST_F(TechniqueTest, AnUnknownFocusReadsAsSelectedAndIsNotAskedFor) {
     phase(2);
-    EXPECT_TRUE(link.get<bool>("SmallFocus"));
+    EXPECT_TRUE(get<bool>("SmallFocus"));
     put("Focus", 0);
     msg("FO11");
     put("Focus", 0);
@@ -289,7 +289,7 @@ TEST_F(TechniqueTest, AnUnknownFocusReadsAsSelectedAndIsNotAskedFor) {
     EXPECT_THAT(sent, IsEmpty());
 
     msg("FO20");
-    EXPECT_FALSE(link.get<bool>("LargeFocus"));
+    EXPECT_FALSE(get<bool>("LargeFocus"));
     put("Focus", 1);
     settle();
     EXPECT_THAT(sent, ElementsAre("FO"));
@@ -312,7 +312,7 @@ TEST_F(TechniqueTest, TheTechniqueKeysShowFromTheSecondReportOn) {
     EXPECT_TRUE(visible("lblWarning"));
     EXPECT_EQ(control("cmbTM", 3).backColour(), kActiveColour);
     EXPECT_EQ(control("cmbTM", 1).backColour(), kNormalColour);
-    EXPECT_EQ(link.get<int>("TechniqueMode"), 3);
+    EXPECT_EQ(get<int>("TechniqueMode"), 3);
     EXPECT_THAT(events, ElementsAre("TMChangeValue(1)", "TMChangeValue(3)"));
 
     forget();
@@ -320,7 +320,7 @@ TEST_F(TechniqueTest, TheTechniqueKeysShowFromTheSecondReportOn) {
         phase(service);
         msg("TM0");
         EXPECT_THAT(events, IsEmpty());
-        EXPECT_EQ(link.get<int>("TechniqueMode"), 3);
+        EXPECT_EQ(get<int>("TechniqueMode"), 3);
     }
 }
 
@@ -337,16 +337,16 @@ TEST_F(TechniqueTest, UsersOfALentMachineDoNotSeeTheTechniqueKeys) {
 
 TEST_F(TechniqueTest, TheTechniqueModeIsAskedForOnlyWhereThereIsOne) {
     phase(2);
-    link.call("TMReq");
+    call("TMReq");
     settle();
     EXPECT_THAT(sent, IsEmpty());
     platform.folder.put("temp.ini", "[TM]\r\nTM=0\r\n");
-    link.call("ReadInitConfiguration");
-    link.call("TMReq");
+    call("ReadInitConfiguration");
+    call("TMReq");
     put("TechniqueMode", 2);
     settle();
     EXPECT_THAT(sent, ElementsAre("TM?", "TM2"));
-    EXPECT_EQ(link.get<int>("TechniqueMode"), 0) << "the mode is the generator's to say";
+    EXPECT_EQ(get<int>("TechniqueMode"), 0) << "the mode is the generator's to say";
 }
 
 TEST_F(TechniqueTest, ThePostDisplayIsCutAtFixedPlaces) {
@@ -398,7 +398,7 @@ TEST_F(TechniqueTest, WrittenValuesAreSentInTheirForms) {
     for (const Row& row : rows) {
         forget();
         put(row.property, row.value);
-        EXPECT_EQ(link.get<double>(row.property), valueTo<double>(row.value));
+        EXPECT_EQ(get<double>(row.property), valueTo<double>(row.value));
         settle();
         EXPECT_THAT(sent, ElementsAre(row.frame));
     }
@@ -407,7 +407,7 @@ TEST_F(TechniqueTest, WrittenValuesAreSentInTheirForms) {
 TEST_F(TechniqueTest, CalibrationItemsNameAStationOrAParameter) {
     // Parameter n has the range of the entry with the index n, which is the key one further on.
     platform.folder.put("temp.ini", "[Extended]\r\nE02=200\r\nE03=255\r\nE04=1023\r\nE07=4095\r\n");
-    link.call("ReadInitConfiguration");
+    call("ReadInitConfiguration");
     phase(2);
     phase(6);
     struct Row {
@@ -433,9 +433,9 @@ TEST_F(TechniqueTest, CalibrationItemsNameAStationOrAParameter) {
         control("cmbCalFocusSet").setVisible(true);
         EXPECT_EQ(captionAfter("MAS" + std::string(row.item), "txtMACal"), row.field);
         EXPECT_EQ(caption("txtKVPCal"), "");
-        EXPECT_EQ(link.get<std::string>("MADisplay"), row.field);
-        EXPECT_EQ(link.get<int>("CalibrationType"), row.type);
-        EXPECT_EQ(link.get<int>("CalibrationParameter"), row.parameter);
+        EXPECT_EQ(get<std::string>("MADisplay"), row.field);
+        EXPECT_EQ(get<int>("CalibrationType"), row.type);
+        EXPECT_EQ(get<int>("CalibrationParameter"), row.parameter);
         EXPECT_EQ(visible("sldCalValue"), row.range != 0);
         if (row.range != 0) {
             EXPECT_EQ(control("sldCalValue").maximum(), row.range);
@@ -447,7 +447,7 @@ TEST_F(TechniqueTest, CalibrationItemsNameAStationOrAParameter) {
 
     // Both a plain number on the display and a plain value lead back to a station.
     EXPECT_EQ(captionAfter("MAS2500", "txtMACal"), "250");
-    EXPECT_EQ(link.get<int>("CalibrationType"), 0);
+    EXPECT_EQ(get<int>("CalibrationType"), 0);
     EXPECT_TRUE(focusKeysShown());
     EXPECT_TRUE(visible("sldCalValue"));
 
@@ -457,7 +457,7 @@ TEST_F(TechniqueTest, CalibrationItemsNameAStationOrAParameter) {
     msg("MA100");
     msg("MA100");
     EXPECT_THAT(events, ElementsAre("CalibrationMA()")) << "once, and whether events are on or not";
-    EXPECT_EQ(link.get<int>("CalibrationType"), 0);
+    EXPECT_EQ(get<int>("CalibrationType"), 0);
     EXPECT_TRUE(focusKeysShown());
     EXPECT_TRUE(visible("sldCalValue"));
 }
@@ -469,7 +469,7 @@ TEST_F(TechniqueTest, ABrokenCalibrationItemEndsItsMessage) {
     forget();
     for (const std::string_view item : {"E", "Exy", "E-1"}) {
         msg("MAS" + std::string(item));
-        EXPECT_EQ(link.get<int>("CalibrationType"), 0) << item;
+        EXPECT_EQ(get<int>("CalibrationType"), 0) << item;
         EXPECT_EQ(caption("txtMACal"), "100") << item;
     }
     EXPECT_THAT(events, IsEmpty());
@@ -481,7 +481,7 @@ TEST_F(TechniqueTest, CalibrationItemsAreNamedInManualCalibrationOnly) {
         phase(other);
         EXPECT_EQ(captionAfter("MASE06", "txtMACal"), "E06");
         EXPECT_EQ(captionAfter("MA100", "txtMACal"), "100");
-        EXPECT_EQ(link.get<int>("CalibrationType"), -1);
+        EXPECT_EQ(get<int>("CalibrationType"), -1);
     }
     EXPECT_THAT(events, IsEmpty());
 }
@@ -537,9 +537,9 @@ TEST_F(TechniqueTest, TheStationsKVpStaysAwayOnceAnAutocalibrationWasAskedFor) {
     phase(2);
     phase(6);
     msg("KV80");
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     EXPECT_EQ(captionAfter("KV40", "txtKVPCal"), "80");
-    EXPECT_EQ(link.get<int>("KVP"), 40);
+    EXPECT_EQ(get<int>("KVP"), 40);
 }
 
 } // namespace

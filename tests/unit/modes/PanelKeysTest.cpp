@@ -324,7 +324,7 @@ TEST_F(PanelKeysTest, AutocalibrationPageFollowsWhatIsCalibrated) {
     put("fromGUI", true);
     phase(6);
     msg("MA100");
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     EXPECT_FALSE(control("cmbMACalUp").enabled() || control("cmbToggleFocusCal").enabled() ||
                  control("fraCalValue").enabled());
     EXPECT_TRUE(visible("txtFocusCal") && visible("cmbToggleFocusConfirm"));
@@ -332,7 +332,7 @@ TEST_F(PanelKeysTest, AutocalibrationPageFollowsWhatIsCalibrated) {
 
     msg("CAU0");
     msg("MASE03");
-    link.call("ToggleAutocalibrationFeature");
+    call("ToggleAutocalibrationFeature");
     EXPECT_TRUE(control("cmbMACalUp").enabled() && control("cmbToggleFocusCal").enabled());
     EXPECT_FALSE(visible("txtFocusCal") || visible("cmbCalFocusSet"));
     EXPECT_FALSE(control("cmbResetExposureCounter").enabled());

@@ -47,7 +47,7 @@ TEST_F(OperationsTest, NamesHaveNoCaseAndArgumentsHaveDefaults) {
 }
 
 TEST_F(OperationsTest, RefusesWhatDoesNotFit) {
-    EXPECT_EQ(faultOfCall("nothing", {}), Fault::kNotFound);
+    EXPECT_EQ(faultOfCall("nothing", {}), Fault::kNoSuchName);
     EXPECT_EQ(faultOfCall("join", {}), Fault::kArgumentsRefused);
     EXPECT_EQ(faultOfCall("KVPUp", {true}), Fault::kArgumentsRefused);
     EXPECT_EQ(faultOfCall("join", {true, std::string("x")}), Fault::kArgumentsRefused);
@@ -69,8 +69,8 @@ TEST_F(OperationsTest, PropertiesAreReadAndWrittenByName) {
     EXPECT_EQ(colour, 0xC0C0C0U);
     EXPECT_FALSE(operations.canGet("Colour"));
     EXPECT_FALSE(operations.canSet("Version"));
-    EXPECT_EQ(faultOf([&] { operations.set("Version", true); }), Fault::kNotFound);
-    EXPECT_EQ(faultOf([&] { (void)operations.get("Colour"); }), Fault::kNotFound);
+    EXPECT_EQ(faultOf([&] { operations.set("Version", true); }), Fault::kNoSuchName);
+    EXPECT_EQ(faultOf([&] { (void)operations.get("Colour"); }), Fault::kNoSuchName);
 }
 
 } // namespace

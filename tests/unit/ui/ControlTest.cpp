@@ -86,7 +86,7 @@ TEST(ControlHost, FindsByNameAndIndexWithoutCase) {
     EXPECT_FALSE(text.visible());
     EXPECT_THAT(screen.user.all("txt"), ElementsAre(screen.user.find("txt", 0), &text));
     EXPECT_EQ(screen.user.find("txt"), nullptr);
-    EXPECT_EQ(faultOf([&] { (void)screen.user["missing"]; }), Fault::kNotFound);
+    EXPECT_EQ(faultOf([&] { (void)screen.user["missing"]; }), Fault::kNoSuchName);
 }
 
 TEST(ControlHost, PanelsComeAndGoByKey) {
@@ -100,7 +100,7 @@ TEST(ControlHost, PanelsComeAndGoByKey) {
     EXPECT_EQ(screen.user.keyed("selwscal"), &panel);
     EXPECT_EQ(screen.user.find("SelWSCal"), &panel);
     EXPECT_EQ(faultOf([&] { screen.user.addByClass("Quillon.ctrSelWS", "SELWSCAL", factory); }), 457);
-    EXPECT_EQ(faultOf([&] { screen.user.addByClass("ctrOther", "Other", factory); }), Fault::kNotFound);
+    EXPECT_EQ(faultOf([&] { screen.user.addByClass("ctrOther", "Other", factory); }), Fault::kNoSuchName);
 
     EXPECT_TRUE(screen.user.removeKeyed("SelWSCal"));
     EXPECT_FALSE(screen.user.removeKeyed("SelWSCal"));
