@@ -4,8 +4,8 @@
 
 namespace quillon {
 
-/// What the transport and the rest of the link control know together of the link and the phase. Names are the
-/// control's own.
+/// What the transport and the rest of the link control share about the link and the phase. Members carry the
+/// property names that hosts and scenarios use.
 struct LinkState {
     std::int32_t m_Phase = -1;          ///< phase last reported; the poll writes 7 when the generator is lost
     std::int32_t m_PhaseMask = 0;       ///< the bit of the present phase; 0 before the first report
