@@ -10,8 +10,7 @@ namespace {
 
 constexpr double kFluoroHeatMas = 0.1; // what a second of fluoroscopy warms beside an exposure's mAs
 
-/// Polls are answered by their values. An acknowledgement more would only meet whatever the console has
-/// sent meanwhile.
+/// A poll is answered by its value. There is no AK for it: it would acknowledge whichever command is pending.
 bool answeredByValue(std::string_view text) {
     return text == "ST" || text == "HU";
 }

@@ -21,7 +21,7 @@ public:
     /// Comes up as a cold machine does: phase 1 first, then 2.
     void start();
 
-    /// Is there already, in this phase, and has told it long ago.
+    /// Starts in this phase without reporting it.
     void standIn(int phase) { machine_.setPhase(phase); }
 
     /// The rest of the power-up is skipped: all is as if it had been found in the phase it goes on in.

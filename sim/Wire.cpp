@@ -15,7 +15,7 @@ constexpr std::int64_t kLongestGapMs = 1000;
 
 void FrameParser::receive(std::string_view bytes, std::int64_t nowMs, const Frame& frame) {
     if (!partial_.empty() && nowMs - lastByteMs_ > kLongestGapMs) {
-        // The rest of that frame will not come any more; the next one must not pay for it.
+        // The rest will not come: drop the unfinished frame so the next one parses.
         ++malformed_;
         partial_.clear();
     }

@@ -7,8 +7,8 @@
 
 namespace simulator {
 
-/// Cuts the console's bytes into frames, each TEXT CR LF ETX, and is strict about it: the console's write
-/// side is checked here, so nothing crooked is forgiven, only counted.
+/// Cuts the console's bytes into frames, each TEXT CR LF ETX, and is strict about it, as
+/// the console's write side is checked here: malformed frames are counted and dropped.
 class FrameParser {
 public:
     using Frame = std::function<void(std::string_view text)>;

@@ -1,5 +1,6 @@
 // The simulated generator on a pseudo-terminal.
 
+#include "base/ProgramArguments.h"
 #include "sim/Generator.h"
 #include "sim/PseudoTerminal.h"
 
@@ -13,12 +14,12 @@
 #include <iostream>
 #include <optional>
 #include <poll.h>
-#include <span>
 #include <string>
 #include <string_view>
 #include <sys/signalfd.h>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -29,51 +30,27 @@ struct Arguments {
     std::string link;
     bool daemon = false;
     bool verbose = false;
-    bool help = false;
-    std::string error;
 };
 
-Arguments readArguments(std::span<char*> words) {
-    Arguments arguments;
-    for (std::size_t at = 0; at < words.size() && arguments.error.empty(); ++at) {
-        const std::string_view word = words[at];
-        if (word == "--help") {
-            arguments.help = true;
-        } else if (word == "--daemon") {
-            arguments.daemon = true;
-        } else if (word == "--verbose") {
-            arguments.verbose = true;
-        } else if (word == "--link") {
-            if (++at == words.size()) {
-                arguments.error = "--link takes a path";
-            } else {
-                arguments.link = words[at];
-            }
-        } else if (word.starts_with("-")) {
-            arguments.error = "there is no option '" + std::string(word) + "'";
-        } else {
-            arguments.error = applyOption(arguments.options, word);
-        }
-    }
-    return arguments;
-}
+constexpr std::array kSwitches{quillon::ProgramSwitch{"--link", true}, quillon::ProgramSwitch{"--daemon"},
+                               quillon::ProgramSwitch{"--verbose"}};
 
 std::string commandsHelp() {
     return Generator::commandsHelp() +
            "\n  cable out|in        pulls the cable out of the console's end, or plugs it in again\n";
 }
 
-void printHelp() {
-    std::cout
-        << "generator-sim [--link PATH] [--daemon] [--verbose] [KEY=VALUE...]\n\n"
+std::string help() {
+    return "Usage: generator-sim [--link PATH] [--daemon] [--verbose] [KEY=VALUE...]\n\n"
            "Simulates a generator on a pseudo-terminal. The first line of the output is the path of the\n"
            "device for the console to open. Commands come on standard input, one a line.\n\n"
            "  --link PATH   keeps a symbolic link to the device there\n"
            "  --daemon      goes on when standard input ends\n"
-           "  --verbose     traces the traffic on standard error\n\n"
-           "Keys:\n"
-        << optionsHelp() << "\nCommands:\n"
-        << commandsHelp();
+           "  --verbose     traces the traffic on standard error\n"
+           "  --help, -h    this text\n"
+           "  --version     the version\n\n"
+           "Keys:\n" +
+           optionsHelp() + "\nCommands:\n" + commandsHelp();
 }
 
 std::string printable(std::string_view bytes) {
@@ -256,14 +233,16 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
-    const Arguments arguments = readArguments(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
-    if (!arguments.error.empty()) {
-        std::cerr << "generator-sim: " << arguments.error << "\n";
-        return 2;
+    const std::vector<std::string> given(argv + std::min(argc, 1), argv + argc);
+    quillon::ProgramArguments read = quillon::readArguments(given, kSwitches);
+    Arguments arguments{{}, read.value("--link"), read.has("--daemon"), read.has("--verbose")};
+    for (const std::string& word : read.words) {
+        if (read.error.empty()) {
+            read.error = applyOption(arguments.options, word);
+        }
     }
-    if (arguments.help) {
-        printHelp();
-        return 0;
+    if (const auto status = quillon::answerAtOnce(read, "generator-sim", help())) {
+        return *status;
     }
     try {
         Session(arguments).run();

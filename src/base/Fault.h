@@ -4,7 +4,8 @@
 
 namespace quillon {
 
-/// A statement inside a handler could not do its work. Caught at the handler's edge and nowhere else.
+/// A statement inside a handler could not do its work. Ends the handler; a conversion catches it earlier
+/// where a bad value has an answer.
 class Fault : public std::exception {
 public:
     explicit Fault(int number) : number_(number) {}

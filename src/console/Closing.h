@@ -8,8 +8,8 @@
 
 namespace quillon {
 
-/// The way out of everything: one press of cmbClose leaves the running mode, the next one the program. Held
-/// long, it offers to restart the PC.
+/// cmbClose: one press leaves the running mode, the next one the program. Held long, it offers to restart the
+/// PC.
 class Closing {
 public:
     /// What the key leaves before it closes.

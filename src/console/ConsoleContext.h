@@ -29,7 +29,7 @@ struct ConsoleContext {
     std::string commandLine;
 };
 
-/// The screen's regular moves, which every workflow makes.
+/// Screen operations shared by the workflows.
 class ConsoleScreen {
 public:
     explicit ConsoleScreen(ConsoleContext& context) : context_(context), console_(context.console) {}

@@ -15,8 +15,8 @@ struct ConsoleEvents {
     Signal<> CannotOpenPort;
 };
 
-/// The console's properties, and what its workflows have chosen and read. Names are its own. Where the
-/// generator stands and what the console is doing is the session's.
+/// The console's properties, and what its workflows have chosen and read. Members carry the property names
+/// that hosts and scenarios use. Where the generator stands and what the console is doing is the session's.
 struct ConsoleState {
     bool m_PowerUpSeen = false;
     std::int32_t m_SelectedWorkstation = 0;
@@ -37,7 +37,7 @@ struct ConsoleState {
     Colour ConsoleBackColor = 0;
     bool fromGUI = false;
     bool GeneratorVisible = false;
-    bool ResetCounterEnable = false;
+    bool ResetCounterEnable = true;
     std::int16_t port = 0;
     std::int16_t DataBits = 0;
     std::int16_t StopBits = 0;

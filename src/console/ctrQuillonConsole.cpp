@@ -8,6 +8,7 @@
 #include "console/Closing.h"
 #include "console/ConfigurationMode.h"
 #include "console/ConsoleContext.h"
+#include "console/ConsoleVersion.h"
 #include "console/Departure.h"
 #include "console/ErrorReactions.h"
 #include "console/ExposureCounters.h"
@@ -24,8 +25,6 @@
 namespace quillon {
 
 namespace {
-
-constexpr std::string_view kVersion = "V6.18";
 
 constexpr std::array<std::string_view, 5> kSurfaces{"pctLogo", "fraExposureCounters", "fraTorvaneSerial",
                                                     "fraActualExposureParameters", "fraPrepExp"};
@@ -139,7 +138,7 @@ void ctrQuillonConsole::Parts::initialize() {
     state.IconSize = -1;
     state.fromGUI = true;
     texts.initialize(console);
-    state.m_QuillonConsoleVersion = kVersion;
+    state.m_QuillonConsoleVersion = kConsoleVersion;
     state.m_TorvaneSerialVersion = TorvaneSerialV3_07_QLC1::SoftVersion();
     layout.record(console, kConsoleDesignWidth, kConsoleDesignHeight);
     for (const auto& control : console.controls()) {
@@ -158,7 +157,7 @@ void ctrQuillonConsole::Parts::initialize() {
     state.ResetCounterEnable = true;
     console["fraPrepExp"].setEnabled(false);
     console["fraExposureCounters"].sendToBack();
-    state.TouchPanelVersion = kVersion;
+    state.TouchPanelVersion = kConsoleVersion;
 }
 
 void ctrQuillonConsole::Parts::addProperties() {

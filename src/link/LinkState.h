@@ -6,8 +6,8 @@
 
 namespace quillon {
 
-/// What the transport and the rest of the link control know together of the link and the phase. Names are the
-/// control's own.
+/// What the transport and the rest of the link control share about the link and the phase. Members carry the
+/// property names that hosts and scenarios use.
 struct LinkState {
     Phase m_Phase = Phase::Unheard; ///< last reported; the poll writes Error when the generator is lost
     /// The bit of the phase that commands are let out as: the one last reported, which a loss does not

@@ -10,8 +10,7 @@ namespace quillon {
 
 namespace {
 
-/// Runs a handler and takes its fault at this edge: what it did until then stays done. The number it ended
-/// with; 0 when it came through.
+/// Runs a handler. Returns its fault number, 0 for none; nothing is rolled back.
 template <typename Work> int faultOf(Work&& work) {
     try {
         work();

@@ -45,7 +45,7 @@ void cGeneratorError::Setup(std::string_view txtfilePath) {
     if (content->starts_with(kByteOrderMark)) {
         content->erase(0, kByteOrderMark.size());
     }
-    // What is no UTF-8 is taken as the code page.
+    // Not valid UTF-8: taken as Windows-1252.
     const std::string text = codePageFromUtf8(*content).value_or(*content);
     const auto lines = split(text, "\r\n");
     if (lines.size() < 2) {

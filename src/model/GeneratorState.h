@@ -6,8 +6,8 @@
 
 namespace quillon {
 
-/// The mirror of the generator: what it last reported. Names are the link control's own. Values that are
-/// shown live twice, as the text that came and as a number.
+/// What the generator last reported. Members carry the property names that hosts and scenarios use. Values
+/// that are shown are kept twice, as the text that came and as a number.
 struct GeneratorState {
     // Technique
     std::string m_KVPDisplay;

@@ -77,7 +77,7 @@ void KeyView::paintKey(QPainter& painter) const {
         paintPlate(painter, place, QColor::fromRgb(isOn() ? kActiveMark : kStrongEdge), Qt::transparent, 0);
         paintPlate(painter, place.adjusted(2, 4, -2, -1), face(), Qt::transparent, 0, 3);
     } else {
-        // A darker lip at the foot lifts a key off the ground.
+        // Darker bottom edge.
         const QColor edge = QColor::fromRgb(isAlarm() ? kInk : isOn() ? kActiveMark : kEdge);
         const double line = isAlarm() ? 3 : isOn() ? 2 : 1;
         paintPlate(painter, place, edge, Qt::transparent, 0);

@@ -1,7 +1,10 @@
 #include "qt/QtStores.h"
 
+#include <cstdio>
+
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 #include "qt/Convert.h"
 
@@ -14,11 +17,20 @@ QString address(std::string_view application, std::string_view section) {
     return application.empty() ? place : toQt(application) + QLatin1Char('/') + place;
 }
 
+/// A folder of the user's own, as the desktop's rules for such folders have it: a relative path counts for
+/// none.
+QString userFolder(const char* variable, const char* below) {
+    const QString named = qEnvironmentVariable(variable);
+    return QDir::isAbsolutePath(named) ? named : QDir::home().filePath(QLatin1String(below));
+}
+
 /// Unbuffered: what was written is with the system when write() returns.
 class FileSink final : public TextSink {
 public:
     explicit FileSink(const QString& path) : file_(path) {}
     bool open() { return file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered); }
+
+    [[nodiscard]] QString problem() const { return file_.errorString(); }
 
     bool write(std::string_view text) override {
         const auto size = static_cast<qint64>(text.size());
@@ -46,9 +58,18 @@ void QtUserStore::removeSection(std::string_view application, std::string_view s
     settings_->remove(address(application, section));
 }
 
-QString DiskFolder::home() {
+DiskFolder DiskFolder::home() {
     const QString home = qEnvironmentVariable("QUILLON_HOME");
-    return home.isEmpty() ? QCoreApplication::applicationDirPath() : home;
+    return home.isEmpty() ? homeOf(QCoreApplication::applicationDirPath()) : DiskFolder(home);
+}
+
+DiskFolder DiskFolder::homeOf(const QString& program) {
+    if (QFileInfo::exists(program + QStringLiteral("/Quillon.ini")) || QFileInfo(program).isWritable()) {
+        return DiskFolder(program);
+    }
+    const QString name = QStringLiteral("/quillon");
+    return {userFolder("XDG_CONFIG_HOME", ".config") + name,
+            userFolder("XDG_STATE_HOME", ".local/state") + name};
 }
 
 std::optional<std::string> DiskFolder::read(std::string_view name, std::size_t limit) const {
@@ -65,8 +86,17 @@ std::optional<std::string> DiskFolder::read(std::string_view name, std::size_t l
 }
 
 std::unique_ptr<TextSink> DiskFolder::create(std::string_view name) {
-    auto sink = std::make_unique<FileSink>(directory_.filePath(toQt(name)));
-    return sink->open() ? std::move(sink) : nullptr;
+    const QString path = written_.filePath(toQt(name));
+    if (written_ != directory_) {
+        written_.mkpath(QStringLiteral("."));
+    }
+    auto sink = std::make_unique<FileSink>(path);
+    if (sink->open()) {
+        return sink;
+    }
+    std::fprintf(stderr, "quillon: %s cannot be written: %s\n", qUtf8Printable(path),
+                 qUtf8Printable(sink->problem()));
+    return nullptr;
 }
 
 } // namespace quillon

@@ -24,19 +24,28 @@ private:
     std::unique_ptr<QSettings> settings_;
 };
 
-/// A directory on the disk.
+/// A directory on the disk that files are read from, and one that they are written to.
 class DiskFolder final : public Folder {
 public:
-    explicit DiskFolder(const QString& path) : directory_(path) {}
+    explicit DiskFolder(const QString& path) : DiskFolder(path, path) {}
+    DiskFolder(const QString& read, const QString& written) : directory_(read), written_(written) {}
 
-    /// Where the program's small files lie: the variable QUILLON_HOME, or the directory of the executable.
-    [[nodiscard]] static QString home();
+    /// Where the program's small files lie: what QUILLON_HOME names; the directory of the executable, if the
+    /// installation lies there or can be made there; the user's own folders.
+    [[nodiscard]] static DiskFolder home();
+    /// The same for an executable in `program`.
+    [[nodiscard]] static DiskFolder homeOf(const QString& program);
+
+    [[nodiscard]] QString readPath() const { return directory_.path(); }
+    [[nodiscard]] QString writtenPath() const { return written_.path(); }
 
     [[nodiscard]] std::optional<std::string> read(std::string_view name, std::size_t limit) const override;
+    /// A folder of the user's own is made when it is missing. A failure is told on standard error.
     [[nodiscard]] std::unique_ptr<TextSink> create(std::string_view name) override;
 
 private:
     QDir directory_;
+    QDir written_;
 };
 
 } // namespace quillon

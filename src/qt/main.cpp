@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,8 @@
 
 #include "base/CodePage.h"
 #include "base/Fault.h"
+#include "base/ProgramArguments.h"
+#include "console/ConsoleVersion.h"
 #include "qt/Convert.h"
 #include "qt/EndRequest.h"
 #include "qt/Look.h"
@@ -26,6 +29,7 @@
 #include "qt/Tour.h"
 #include "shell/Application.h"
 #include "shell/Recorder.h"
+#include "shell/SwitchHints.h"
 
 namespace quillon {
 
@@ -36,23 +40,26 @@ constexpr const char* kHelp =
 Service console for X-ray generators.
 
   -Pn             COM port n, 1 to 6
-  -S9600, -S19200 speed shown in the title
-  -FitToScreen    the window covers the screen
-  -ResetCounters  exposure counters can be reset
+  -S9600, -S19200 speed shown in the title; the line stays at 19200
+  -FitToScreen    a window as large as the screen
+  -ResetCounters  taken, and has no effect: the counters' reset keys are always there
   -ORLA           calibration of the autotracking positioner
   -logFile        the traffic on the line goes to "log.txt"
-  -swsync         key for exposures by software
-  -d              the PC is never restarted
+  -swsync         offers Expose during preparation, where the site makes exposures by software
+  -d              the PC is not restarted by a held "Close"
 
-Any switch keeps the section CONFIG of "Quillon.ini" from being read.
+Any switch keeps the section CONFIG of "Quillon.ini" from being read, the port and the
+positioner with it: add -P2 at a site on COM2.
 Alone on the command line:
-  --help          this text
-  --version       the version
+  --help, -h      this text
+  --version       the version, and the one that the screen shows
 In front of all switches:
   --tour DIR      a look round without a display; pictures go to DIR
 
-QUILLON_HOME names the directory of "Quillon.ini", "temp.ini", "error_info.txt",
-"texts.txt" and "log.txt"; without it, they lie beside the executable.
+"Quillon.ini", "temp.ini", "error_info.txt", "texts.txt" and "log.txt" lie in the folder that QUILLON_HOME
+names. Without it they lie beside the executable if there is a "Quillon.ini" or new files can be written;
+if not, in quillon below XDG_CONFIG_HOME (~/.config), and the log in quillon below XDG_STATE_HOME
+(~/.local/state).
 QUILLON_RECORD names a file that the session is written to, for quillon-scenario.
 )";
 
@@ -74,6 +81,20 @@ Options optionsOf(const std::vector<std::string>& arguments) {
     }
     options.commandLine = codePageFromUtf8(options.commandLine).value_or(options.commandLine);
     return options;
+}
+
+/// Help and version are asked for alone: beside others, every word is a switch of the console's.
+std::optional<int> answered(const std::vector<std::string>& arguments) {
+    if (arguments.size() != 1) {
+        return std::nullopt;
+    }
+    ProgramArguments read = readArguments(arguments, {});
+    read.error.clear();
+    const auto status = answerAtOnce(read, "quillon", kHelp);
+    if (status && read.version) {
+        std::cout << "on the screen: " << kConsoleVersion << '\n';
+    }
+    return status;
 }
 
 /// Nothing of the desktop's theme is used, so nothing of it is loaded.
@@ -156,7 +177,7 @@ int run(const Options& options) {
     Schedule schedule(clock);
     const QtScheduleDriver driver(schedule);
     QtEventLoop loop(schedule);
-    DiskFolder folder(DiskFolder::home());
+    DiskFolder folder = DiskFolder::home();
     QtSerialPort port(folder, clock);
     QtUserStore store(std::make_unique<QSettings>());
     QtDesktop desktop;
@@ -241,18 +262,17 @@ public:
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    if (arguments.size() == 1 && arguments[0] == "--help") {
-        std::fputs(quillon::kHelp, stdout);
-        return 0;
+    if (const auto status = quillon::answered(arguments)) {
+        return *status;
     }
-    if (arguments.size() == 1 && arguments[0] == "--version") {
-        std::puts("quillon " QUILLON_VERSION);
-        return 0;
+    const quillon::Options options = quillon::optionsOf(arguments);
+    for (const std::string& hint : quillon::switchHints(options.commandLine)) {
+        std::fprintf(stderr, "quillon: %s; \"quillon --help\" lists them\n", hint.c_str());
     }
     quillon::setUpQt();
     int shown = 1; // the switches are the console's, none of them is Qt's
     const quillon::HandlerEdge application(shown, argv);
     QApplication::setPalette(quillon::consolePalette());
     QApplication::setFont(quillon::consoleFont(10));
-    return quillon::run(quillon::optionsOf(arguments));
+    return quillon::run(options);
 }

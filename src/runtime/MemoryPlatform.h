@@ -19,8 +19,7 @@
 
 namespace quillon {
 
-// A machine that exists in memory only: nothing of it waits, nothing of it outlives it, and whoever owns it
-// sees everything the logic did to it.
+// In-memory platform for tests; everything it was asked to do can be inspected.
 
 /// A line whose other end is a test. The hooks run inside the call that they tell of.
 class MemorySerialPort final : public SerialPort {

@@ -19,10 +19,9 @@ namespace quillon {
 /// Writes a session down as a scenario: the files in use, then what came in and what the operator did, and
 /// when. Played again it gives the same frames at the same times.
 ///
-/// A real timer is always a little late, and lateness adds up from timer to timer; a replay that is on time
-/// would soon run ahead of what it is fed. So the application lives in a time of its own, which goes from due
-/// time to due time and follows the machine's whenever the machine wakes it: what it does depends only on
-/// what the recording holds. Its time begins when it has started, however long a message box kept it.
+/// The application runs on its own clock, stepped from due time to due time, so a replay does not drift from
+/// the recording as real timers, always a little late, would make it. The clock begins when the application
+/// has started, however long a message box kept it.
 class Recorder {
 public:
     /// Begins the file. The application gets platform() in place of the machine; both outlive the recorder's

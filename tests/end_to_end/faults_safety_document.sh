@@ -23,4 +23,7 @@ if grep -rnE '\b(QTcp|QUdp|QLocalServer|QNetwork|QProcess)|\b(popen|fork|execl[p
     src --include='*.h' --include='*.cpp'; then
     missing "the promise of no network and no other program"
 fi
+if grep -nE '^Exec=.*\b(sh|bash|env)\b' packaging/quillon.desktop; then
+    missing "the promise of no shell in the menu's entry"
+fi
 exit "$failures"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The scenario runner's exit status and messages: a scenario that lies must never pass.
+# The scenario runner's exit status and messages: a failed expectation gives status 1.
 set -euo pipefail
 
 runner=$QUILLON_BIN_DIR/quillon-scenario

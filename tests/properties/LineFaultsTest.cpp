@@ -147,8 +147,9 @@ void everythingReached(const Round& round) {
     EXPECT_FALSE(round.lost);
 }
 
-// A command that is not acknowledged is sent again, so no single loss is seen by anybody.
-TEST(LineFaults, ALostAcknowledgementCostsNothing) {
+// A command that is not acknowledged is sent again. (A step would be executed again; no step is in this
+// round.)
+TEST(LineFaults, ALostAcknowledgementKeepsNoModeFromItsKey) {
     sweep(1, nothing, false, "AK", [](const Round& round) {
         everythingReached(round);
         EXPECT_THAT(round.panels, IsEmpty());

@@ -26,7 +26,7 @@ std::uint32_t sessions() {
 // In four parts, so that they can run side by side.
 class RandomSessions : public testing::TestWithParam<std::uint32_t> {};
 
-TEST_P(RandomSessions, KeepWhatEverybodyReliesOn) {
+TEST_P(RandomSessions, InvariantsHold) {
     std::size_t commands = 0;
     for (std::uint32_t seed = GetParam(); seed < sessions(); seed += 4) {
         Plan played;
@@ -76,7 +76,7 @@ TEST_F(WatchTest, TheScreenFollowsTheReports) {
     EXPECT_THAT(seen(), HasSubstr("the last report \"Tube Too Hot\""));
 }
 
-TEST_F(WatchTest, ATimerThatRunsOnAndAnOperatorWhoIsStuckAreSeen) {
+TEST_F(WatchTest, ReportsStuckTimersAndBlockedOperator) {
     session.application().link().timer("tmrBlinkingOff").start(1'000'000'000);
     for (const char* key : {"cmbClose", "cmbReadExposureCounters"}) {
         session.application().console()[key].setEnabled(false);

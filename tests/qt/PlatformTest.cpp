@@ -110,6 +110,28 @@ TEST(DiskFolder, ReadsWithinItsLimitAndWritesThrough) {
     EXPECT_TRUE(folder.read("..\\" + fromQt(QDir(directory.path()).dirName()) + "\\temp.ini", 8).has_value());
 }
 
+TEST(DiskFolder, IsTheProgramsOwnOrElseTheUsers) {
+    const QTemporaryDir own;
+    EXPECT_EQ(DiskFolder::homeOf(own.path()).readPath(), own.path());
+
+    // A folder that is not there can be written as little as one of the system's.
+    const QString system = own.filePath("bin");
+    const QTemporaryDir user;
+    qputenv("XDG_CONFIG_HOME", user.filePath("config").toUtf8());
+    qputenv("XDG_STATE_HOME", user.filePath("state").toUtf8());
+    DiskFolder folder = DiskFolder::homeOf(system);
+    EXPECT_EQ(folder.readPath(), user.filePath("config/quillon"));
+    EXPECT_NE(folder.create("log.txt"), nullptr);
+    EXPECT_TRUE(QFile::exists(user.filePath("state/quillon/log.txt")));
+
+    qputenv("XDG_CONFIG_HOME", "relative");
+    qunsetenv("XDG_STATE_HOME");
+    folder = DiskFolder::homeOf(system);
+    EXPECT_EQ(folder.readPath(), QDir::home().filePath(".config/quillon"));
+    EXPECT_EQ(folder.writtenPath(), QDir::home().filePath(".local/state/quillon"));
+    qunsetenv("XDG_CONFIG_HOME");
+}
+
 TEST(QtUserStore, KeepsValuesByApplicationSectionAndKey) {
     const QTemporaryDir directory;
     const auto store = [&] {

@@ -25,10 +25,18 @@ more messages with LF or ETX. Which mnemonic a message begins with is decided by
 constexpr std::string_view kOutbound = R"(
 ## From the console to the generator
 
-A message that the present phase does not allow is not sent; the event `WrongPhase` tells. One that asks for an
-acknowledgement is repeated until `AK` comes, four times at most. "Asked" in the third column: when the
-property `Handshaking` is on, as the console has it. "On request": then too, or when the caller says so. A
-command in brackets is sent under this mnemonic only while `Handshaking` is off, and never asks.
+A message that the present phase does not allow is not sent; the event `WrongPhase` tells. The phases are listed in
+[terms.md](terms.md#phases).
+
+| Acknowledgement | Meaning |
+|---|---|
+| asked | The generator is to answer `AK`. Until it does the message is sent again, four times in all. |
+| on request | Only when the caller asks for it. While `Handshaking` is on, as in the console, always. |
+| no | Sent once. |
+
+With `Handshaking` off a message in the row "asked" is sent once, too. A name in brackets sends this mnemonic only
+then; otherwise it sends the one-step form (`BrightnessOneUp`: `BRU` for `BR+`). A step that asks for its
+acknowledgement is executed again when only the `AK` was lost; see [safety.md](safety.md#what-remains).
 
 | Mnemonic | Phases | Acknowledgement | Sent by | Meaning |
 |---|---|---|---|---|

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -7,16 +9,23 @@
 
 #include "Listing.h"
 #include "ScenarioWriter.h"
+#include "base/ProgramArguments.h"
 
 namespace {
 
 constexpr int kWrong = 2;
-constexpr const char* kUsage = R"(usage: quillon-replay [--scenario] FILE   (- reads standard input)
+constexpr const char* kHelp = R"(Usage: quillon-replay [--scenario] FILE   (- reads standard input)
 
 FILE is a communication log ("log.txt") or a recording (QUILLON_RECORD).
 Without an option: the messages, a line each, with what they mean and what became of them.
 --scenario: a scenario for quillon-scenario that plays a log's generator. A recording is one already.
+--help, -h: this text.
+--version: the version.
+
+Ends with 0 when all of the file was understood, 1 when some of it was not, 2 when it cannot be read.
 )";
+
+constexpr std::array kSwitches{quillon::ProgramSwitch{"--scenario"}};
 
 std::optional<std::string> contentOf(const std::string& name) {
     std::ifstream file;
@@ -39,18 +48,22 @@ int complain(std::string_view what) {
 
 int main(int count, char** arguments) {
     const std::vector<std::string> given(arguments + 1, arguments + std::max(count, 1));
-    const bool scenario = given.size() == 2 && given[0] == "--scenario";
-    if (given.size() != 1 && !scenario) {
-        std::cerr << kUsage;
-        return kWrong;
+    quillon::ProgramArguments read = quillon::readArguments(given, kSwitches);
+    if (read.words.size() != 1 && !read.help && !read.version && read.error.empty()) {
+        read.error = "one file is needed";
     }
-    const auto content = contentOf(given.back());
+    if (const auto status = quillon::answerAtOnce(read, "quillon-replay", kHelp)) {
+        return *status;
+    }
+    const bool scenario = read.has("--scenario");
+    const std::string& name = read.words.front();
+    const auto content = contentOf(name);
     if (!content) {
-        return complain(given.back() + " cannot be read");
+        return complain(name + " cannot be read");
     }
     const quillon::Session session = quillon::readSession(*content);
     for (const std::string& problem : session.problems) {
-        std::cerr << given.back() << ": " << problem << '\n';
+        std::cerr << name << ": " << problem << '\n';
     }
     if (scenario && session.recorded) {
         return complain("a recording is a scenario already");

@@ -3,16 +3,53 @@
 #include <iostream>
 #include <iterator>
 #include <optional>
-#include <span>
 #include <string>
+#include <string_view>
 
 #include "Script.h"
+#include "base/ProgramArguments.h"
 
 namespace {
 
 constexpr int kHeld = 0;
 constexpr int kFailed = 1;
 constexpr int kWrong = 2;
+
+constexpr const char* kHelp = R"(Usage: quillon-scenario FILE...   (- reads standard input)
+
+Runs the whole console in virtual time as each file says, and prints what happened, a line each, behind its
+time in ms. A file has one command a line:
+
+  before the start
+    file NAME ... end      the lines between are a file beside the program, "Quillon.ini" for one
+    args TEXT              the command line
+    screen W H             the screen in pixels
+    port N fail|ok         whether COM port N can be opened
+    start                  the console starts; the first other command does it, too
+  the generator
+    msg TEXT, rx TEXT      a message from it; bytes from it as they are
+    ack MS|off             it acknowledges each command after MS
+    reply TEXT with TEXT after MS      it answers a command; "reply TEXT off" ends that
+    simulate [KEY=VALUE...], sim TEXT  the simulated generator; a command for it
+    wait MS                time passes
+  the engineer
+    press C, release C [outside], click C, hold C MS
+    type C TEXT, select C TEXT, slide C VALUE
+    size W H, close, answer yes|no|ok
+  looking
+    show C..., list OWNER  the state of controls; of all controls of an owner
+    call NAME ARG..., set NAME VALUE, get NAME
+    store, cat NAME        the user's settings; a file
+    mark, expect TEXT, reject TEXT, count N TEXT, quiet event|off
+
+C is OWNER.NAME: "Quillon.cmbConfiguration" is a key of the console, "TorvaneSerial.cmbConfWMUp" one of the
+generator's keyboard. "list Quillon" and "list TorvaneSerial" print all names; docs/scenarios.md tells the rest.
+
+  --help, -h  this text
+  --version   the version
+
+Ends with 0 when every expect, reject and count held, with 1 when one did not, with 2 when a file is wrong.
+)";
 
 std::optional<std::string> contentOf(const std::string& name) {
     const auto all = [](std::istream& in) {
@@ -52,14 +89,17 @@ int runFile(const std::string& name) {
 
 int main(int count, char** arguments) {
     std::ios::sync_with_stdio(false);
-    const std::span<char*> names(arguments + 1, static_cast<std::size_t>(std::max(count - 1, 0)));
-    if (names.empty()) {
-        std::cerr << "usage: quillon-scenario FILE...   (- reads standard input)\n";
-        return kWrong;
+    quillon::ProgramArguments read =
+        quillon::readArguments({arguments + std::min(count, 1), arguments + count}, {});
+    if (read.words.empty() && !read.help && !read.version && read.error.empty()) {
+        read.error = "a file is needed";
+    }
+    if (const auto answer = quillon::answerAtOnce(read, "quillon-scenario", kHelp)) {
+        return *answer;
     }
     int status = kHeld;
-    for (const char* name : names) {
-        if (names.size() > 1) {
+    for (const std::string& name : read.words) {
+        if (read.words.size() > 1) {
             std::cout << "== " << name << '\n';
         }
         status = std::max(status, runFile(name));

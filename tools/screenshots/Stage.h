@@ -41,8 +41,8 @@ public:
     void fallSilent();
     void wait(Milliseconds ms) { machine_.time.advance(ms); }
 
-    // The operator's hand; `name` is "cmbClose", "link.cmbKVPUp", "link.cmbWS(2)" or "SelWSCal.cmdOK". A
-    // control that cannot be reached ends the program: the walk has lost its way.
+    // What the operator does; `name` is "cmbClose", "link.cmbKVPUp", "link.cmbWS(2)" or "SelWSCal.cmdOK". A
+    // control that cannot be reached ends the program.
     void press(std::string_view name);
     void click(std::string_view name);
     void type(std::string_view name, std::string_view text);

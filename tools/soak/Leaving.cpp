@@ -14,7 +14,7 @@ bool Session::running(std::string_view timer) {
 }
 
 void Session::clearWhatStands() {
-    // A slip of paper on the screen is in front of everything else.
+    // A panel covers the rest: close it first.
     for (const std::string_view key :
          {"Error.cmbOK", "SelWSCal.cmdOK", "SelWSAutocal.cmdOK", "AutocalSelFocusOrParameter.cmbCancel",
           "AutocalWarning.cmbAutocalNo", "Quillon.cmdResetCounterNo", "TorvaneSerial.cmbAutocalDismiss"}) {

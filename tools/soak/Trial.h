@@ -11,7 +11,7 @@
 
 namespace quillon {
 
-/// An operator without a plan in front of a generator without luck; everything follows from the seed.
+/// Random operator actions and generator faults from one seed.
 class Chance {
 public:
     explicit Chance(std::uint32_t seed) : engine_(seed) {}

@@ -17,11 +17,11 @@ class Watch {
 public:
     Watch(Application& application, const MemoryPlatform& machine);
 
-    /// A frame of the console, without its end bytes: in its phase, and paid for by its key.
+    /// A frame of the console, without its end bytes: allowed by the phase and preceded by its key.
     void frameWritten(std::string_view text);
     /// A message of the generator on an open line, without its end bytes.
     void reportHeard(std::string_view text);
-    /// A hand has gone to a control within reach; its commands may go out now.
+    /// A control within reach was pressed; its commands may go out now.
     void paidFor(std::string_view name);
     /// To be called whenever something may have changed: no key repeats that nobody holds.
     void look(bool anyHeld);

@@ -21,7 +21,7 @@ protected:
     FaultyMachine machine;
 };
 
-TEST_F(TwoHands, DoNotBeginTwoThings) {
+TEST_F(TwoHands, SecondModeKeyDoesNothing) {
     ASSERT_TRUE(hand().press(machine.console("cmbManualCalibration")));
     ASSERT_TRUE(hand().click(machine.console("cmbAutocalibration")));
     hand().release(machine.console("cmbManualCalibration"));

@@ -102,7 +102,7 @@ TEST_F(ProgramsTest, TextsThatAreNoNumbersPassExceptTheDensity) {
               Fault::kArgumentsRefused);
 }
 
-TEST_F(ProgramsTest, OutsideNormalOperationTextsAreRefusedByTheirMnemonicAndIntegersByTheMask) {
+TEST_F(ProgramsTest, OutsidePhase2NothingIsSent) {
     prepare({"ST7"});
     EXPECT_THAT(sentBy("SendAPRRAD", texts(kRad)), IsEmpty());
     EXPECT_EQ(link.timer("timerStatusUpdate").interval(), 1000);

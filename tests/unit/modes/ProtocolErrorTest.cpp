@@ -3,7 +3,7 @@
 namespace quillon {
 namespace {
 
-/// A line whose messages cannot be read is told by the link's event.
+/// The panel that tells a mode not reached: by the event MessageProtocolError, or the dip switch's.
 class ProtocolErrorTest : public FlowTest {
 protected:
     ProtocolErrorTest() { start(); }
@@ -14,7 +14,7 @@ protected:
 constexpr std::string_view kProtocolError = "Protocol Error";
 constexpr std::string_view kDipSwitch = "BQS Calibration Dip Switch Error";
 
-TEST_F(ProtocolErrorTest, AModeNotReachedIsBlamedOnTheLineUnlessThatWasBeforeThePress) {
+TEST_F(ProtocolErrorTest, ErrorAfterThePressSelectsProtocolPanel) {
     for (const bool before : {false, true}) {
         for (const std::string_view mode : {"cmbConfiguration", "cmbManualCalibration"}) {
             if (before) {
