@@ -311,7 +311,9 @@ void ServiceSession::openScreen(std::function<void()> close) {
     const bool offered = context_.console[nameOf(Key::ManualCalibration)].offered();
     kModeKeys.each([&](Key key) {
         keys.push_back(&context_.console[nameOf(key)]);
-        keys.back()->setEnabled(offered);
+        if (!isServiceMode(mode_)) { // there they are the mode's
+            keys.back()->setEnabled(offered);
+        }
     });
     screenLock_ = ControlLock(std::move(keys));
     screenClose_ = std::move(close);
