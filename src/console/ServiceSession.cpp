@@ -25,6 +25,8 @@ std::optional<Way> wayOf(Phase phase) {
     case Phase::Configuration:
         return Way::Configuration;
     case Phase::Autocalibration:
+    case Phase::AutocalError:
+    case Phase::AutocalOk:
         return Way::Autocalibration;
     default:
         return std::nullopt;
