@@ -75,10 +75,10 @@ void ExposureCounters::open() {
 }
 
 void ExposureCounters::close() {
-    const bool early = session_.is(Run::ReadingCounters) && tmrReadExposureCounters_.running();
+    const bool unanswered = session_.is(Run::ReadingCounters);
     session_.end(Moment::CountersClosed);
-    if (early) {
-        session_.at(Moment::BrokenOff); // an exposure has given the key that closes, and no last tick comes
+    if (unanswered) {
+        session_.at(Moment::BrokenOff); // no screen has taken prompt and Busy away
     }
     clearScreen();
     ShowCalibrationButton(context_, true);

@@ -57,7 +57,7 @@ void PhaseReactions::phaseChange(Phase phase) {
         session_.at(Moment::QuestionWithdrawn);
     }
     react(phase);
-    if (session_.idle() && session_.mode() == Phase::Autocalibration &&
+    if (session_.isFree() && session_.mode() == Phase::Autocalibration &&
         (phase == Phase::Autocalibration || phase == Phase::AutocalError || phase == Phase::AutocalOk)) {
         // The operator must be able to leave, whatever came before.
         session_.at(Moment::AutocalibrationIsFree);

@@ -35,7 +35,7 @@ enum class Way : std::uint8_t {
     Exposure,        ///< phases 3, 4 and 5
     Calibration,     ///< phase 6
     Configuration,   ///< phase 8
-    Autocalibration, ///< phase 9
+    Autocalibration, ///< phases 9, 12 and 13
     Lost,            ///< nothing was heard for too long
     CloseKey,        ///< cmbClose, where it can be reached
 };

@@ -25,6 +25,8 @@ std::optional<Way> wayOf(Phase phase) {
     case Phase::Configuration:
         return Way::Configuration;
     case Phase::Autocalibration:
+    case Phase::AutocalError:
+    case Phase::AutocalOk:
         return Way::Autocalibration;
     default:
         return std::nullopt;
@@ -311,7 +313,9 @@ void ServiceSession::openScreen(std::function<void()> close) {
     const bool offered = context_.console[nameOf(Key::ManualCalibration)].offered();
     kModeKeys.each([&](Key key) {
         keys.push_back(&context_.console[nameOf(key)]);
-        keys.back()->setEnabled(offered);
+        if (!isServiceMode(mode_)) { // there they are the mode's
+            keys.back()->setEnabled(offered);
+        }
     });
     screenLock_ = ControlLock(std::move(keys));
     screenClose_ = std::move(close);

@@ -28,7 +28,7 @@ outside makes of it what its line says:
 
 A wait that has no end by itself gives "Close" after a minute; its press then ends the run.
 
-| Run | Phase 1 | 2 | 3, 4, 5 | 6 | 8 | 9 | Lost | "Close" | Its timers and panels |
+| Run | Phase 1 | 2 | 3, 4, 5 | 6 | 8 | 9, 12, 13 | Lost | "Close" | Its timers and panels |
 |---|---|---|---|---|---|---|---|---|---|
 )";
 
