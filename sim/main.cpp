@@ -235,7 +235,10 @@ private:
 int main(int argc, char** argv) {
     const std::vector<std::string> given(argv + std::min(argc, 1), argv + argc);
     quillon::ProgramArguments read = quillon::readArguments(given, kSwitches);
-    Arguments arguments{{}, read.value("--link"), read.has("--daemon"), read.has("--verbose")};
+    Arguments arguments;
+    arguments.link = read.value("--link");
+    arguments.daemon = read.has("--daemon");
+    arguments.verbose = read.has("--verbose");
     for (const std::string& word : read.words) {
         if (read.error.empty()) {
             read.error = applyOption(arguments.options, word);
