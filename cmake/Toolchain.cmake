@@ -2,7 +2,7 @@
 
 add_library(quillon_warnings INTERFACE)
 target_compile_options(quillon_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${QUILLON_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # Optimised, GCC 12 takes a short text put in front of another for one that overlaps itself.
     target_compile_options(quillon_warnings INTERFACE -Wno-restrict)
@@ -16,7 +16,7 @@ if(QUILLON_SANITIZE)
     target_compile_options(quillon_warnings INTERFACE -Wno-maybe-uninitialized)
 endif()
 
-if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+if(QUILLON_USE_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(QUILLON_CCACHE ccache)
     if(QUILLON_CCACHE AND CMAKE_HOST_UNIX)
         # Results are shared between copies of the project, wherever they and their build directories lie.
@@ -26,9 +26,9 @@ if(NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     endif()
 endif()
 
-include(CheckLinkerFlag)
-find_program(QUILLON_LLD NAMES ld.lld lld)
-if(QUILLON_LLD)
+# What GCC keeps for link-time optimisation, lld cannot read.
+if(QUILLON_USE_LLD AND NOT (CMAKE_INTERPROCEDURAL_OPTIMIZATION AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU"))
+    include(CheckLinkerFlag)
     check_linker_flag(CXX -fuse-ld=lld QUILLON_LINKS_WITH_LLD)
     if(QUILLON_LINKS_WITH_LLD)
         add_link_options(-fuse-ld=lld)

@@ -154,22 +154,5 @@ TEST(Inspection, TellsOfTextThatDoesNotFitOrCannotBeReadAndOfWhatIsInTheWrongPla
                 ElementsAre(HasSubstr("cmbClose is ")));
 }
 
-TEST(Inspection, TellsOfTextsInAnotherLanguageThatAreTooLong) {
-    const struct {
-        const char* scene;
-        const char* text;
-        const char* finding;
-    } rows[] = {
-        {"ready", "scmbConfiguration=Konfigurationseinstellungsverwaltung", "cmbConfiguration \"Konfig"},
-        {"power-up", "sPleaseWait=Bitte\\nwarten,\\nbis\\nder\\nGenerator\\nbereit\\nist", "lblHelp \"Gen"},
-        {"autocal-warning", "ctrAWarning.sAutocalYes=EinverstandenundzurKenntnisgenommen",
-         "cmbAutocalYes \"Einv"},
-    };
-    for (const auto& [scene, text, finding] : rows) {
-        const auto stage = sceneNamed(scene).staged(kWindow, text);
-        EXPECT_THAT(findingsOf(*stage), ElementsAre(HasSubstr(finding)));
-    }
-}
-
 } // namespace
 } // namespace quillon

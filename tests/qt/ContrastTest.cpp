@@ -8,12 +8,6 @@
 namespace quillon {
 namespace {
 
-TEST(Contrast, IsMeasuredAsTheEyeSeesIt) {
-    EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.01);
-    EXPECT_NEAR(contrast(Qt::red, Qt::red), 1, 0.01);
-    EXPECT_NEAR(contrast(QColor(0x777777), Qt::white), 4.48, 0.01);
-}
-
 // Text on the screens is measured in every scene; this is what none of them shows, and what is no text.
 TEST(Contrast, SignsCanBeReadAndOutlinesThatTellSomethingStandOut) {
     constexpr double kVisible = 3;

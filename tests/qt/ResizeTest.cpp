@@ -65,29 +65,5 @@ TEST(Resize, AThousandTimesAndBackLeavesEverythingInItsPlace) {
     EXPECT_EQ(key.place(), (Place{9240, 3750, 2700, 840})) << "the place that the table gives it";
 }
 
-TEST(Resize, RelayoutAndRepaintWithThePanelOnShowTakeOneFrame) {
-    const auto stage = sceneNamed("page-fluoro").staged(QSize(1024, 768));
-    constexpr QSize kSizes[]{{1024, 768}, {1000, 750}};
-    QImage canvas(kSizes[0], QImage::Format_RGB32);
-    std::vector<double> times;
-    for (int i = 0; i < 101; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        stage->resize(kSizes[i % 2]);
-        stage->screen().flush();
-        stage->screen().window().render(&canvas);
-        times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-    }
-    std::sort(times.begin(), times.end());
-    const double median = times[times.size() / 2];
-    RecordProperty("median_ms", std::to_string(median));
-    std::printf("relayout and repaint: median %.2f ms, slowest %.2f ms\n", median, times.back());
-#ifdef NDEBUG
-    EXPECT_LT(median, 16);
-#else
-    EXPECT_LT(median, 160) << "unoptimised and with checks";
-#endif
-}
-
 } // namespace
 } // namespace quillon

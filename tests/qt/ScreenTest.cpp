@@ -83,18 +83,6 @@ TEST_F(ScreenTest, TheStackDecidesWhatIsInFront) {
     EXPECT_EQ(&screen.controlAt({5, 5}), &front);
 }
 
-TEST_F(ScreenTest, ADisabledFrameDisablesWhatLiesOnIt) {
-    Control& frame = add(Kind::Frame, "fraKeys", {0, 0, 3000, 3000});
-    Control& key = add(Kind::Button, "cmbKey", {300, 300, 1500, 600}, &frame);
-    key.setCaption("Key");
-    turn();
-    const QImage before = screen.view(key)->grab().toImage();
-    frame.setEnabled(false);
-    turn();
-    EXPECT_FALSE(screen.view(key)->isEnabled());
-    EXPECT_NE(screen.view(key)->grab().toImage(), before);
-}
-
 TEST_F(ScreenTest, EveryStateOfAKeyLooksDifferent) {
     Control& key = add(Kind::Button, "cmbKey", {0, 0, 1500, 600});
     key.setCaption("Key");

@@ -30,15 +30,6 @@ TEST(Exposure, ReleaseEndsItEarlyOrStopsThePreparation) {
     EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC01"}));
 }
 
-TEST(Exposure, TheConsoleCanGiveTheWord) {
-    UpBench bench;
-    EXPECT_EQ(bench.ask("XR1"), Lines{}) << "only in preparation";
-    bench.after("prepare", 1500);
-    const Lines lines = bench.ask("XR1");
-    EXPECT_EQ(lines.front(), "AK");
-    EXPECT_TRUE(holds(lines, "XR1"));
-}
-
 TEST(Exposure, StopsAndStaysAwayWhileTheDoorIsOpenOrTheConsoleForbidsIt) {
     struct Case {
         std::string_view begin;
@@ -112,33 +103,6 @@ TEST(Tube, TooHotItRestsUntilItHasCooled) {
     EXPECT_EQ(bench.ask("RP?"), (Lines{"AK", "RP7"}));
 }
 
-TEST(Records, CountersAndTheirReset) {
-    UpBench bench;
-    bench.desk("set counter0 17");
-    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC017"}));
-    EXPECT_EQ(bench.ask("TCR0"), Lines{"AK"});
-    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC00"}));
-    EXPECT_EQ(bench.ask("TC3"), Lines{}) << "there is no third tube";
-    bench.desk("set counter1 4");
-    bench.desk("set counter3 9");
-    EXPECT_EQ(bench.ask("TC1"), (Lines{"AK", "TC14"}));
-    bench.desk("set thirdtube dash");
-    EXPECT_EQ(bench.ask("TC1"), (Lines{"AK", "TC14 - 9"}));
-    bench.desk("set thirdtube 1");
-    EXPECT_EQ(bench.ask("TC3"), (Lines{"AK", "TC39"}));
-}
-
-TEST(Records, DoseAddsUpAndIsReset) {
-    UpBench bench;
-    for (int exposure = 0; exposure < 2; ++exposure) {
-        bench.after("expose", 2000);
-    }
-    EXPECT_EQ(bench.ask("DO?"), (Lines{"AK", "DO245-02"}));
-    EXPECT_EQ(bench.ask("DOA?"), (Lines{"AK", "DOA490-02"}));
-    EXPECT_EQ(bench.ask("DOR"), (Lines{"AK", "DOR"}));
-    EXPECT_EQ(bench.ask("DOA?"), (Lines{"AK", "DOA000+00"}));
-}
-
 TEST(Faults, AnErrorStandsUntilItsReset) {
     UpBench bench;
     EXPECT_EQ(bench.after("error 12", 100), (Lines{"ST7", "ER12"}));
@@ -147,12 +111,6 @@ TEST(Faults, AnErrorStandsUntilItsReset) {
     EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2"}));
     EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0"}));
     EXPECT_EQ(bench.ask("ER?"), (Lines{"AK", "ER0"}));
-}
-
-TEST(Faults, AnErrorEndsThePowerUp) {
-    Bench bench;
-    EXPECT_EQ(bench.after("error 1", 10'000), (Lines{"ST1", "ST7", "ER1"}));
-    EXPECT_EQ(bench.ask("AR"), (Lines{"AK", "AR0", "ST2", "RX?"}));
 }
 
 TEST(Faults, AnErrorStopsTheExposure) {

@@ -14,24 +14,6 @@ TEST(PowerUp, ReportsInitializationThenNormalOperationAndAsksForTheEnableState) 
     EXPECT_EQ(bench.wait(1000), (Lines{"ST2", "RX?"}));
 }
 
-TEST(PowerUp, FoundInAPhaseItSaysNothingUntilAsked) {
-    Bench bench({"startphase=8"});
-    EXPECT_EQ(bench.wait(10'000), Lines{});
-    EXPECT_EQ(bench.ask("ST"), Lines{"ST8"});
-}
-
-TEST(PowerUp, APowerCutForgetsTheSetValuesAndKeepsTheCounters) {
-    UpBench bench;
-    bench.ask("KV 90");
-    bench.desk("set counter0 12");
-    bench.desk("power off");
-    EXPECT_EQ(bench.ask("ST"), Lines{});
-    EXPECT_EQ(bench.desk("expose"), "?it is off");
-    EXPECT_EQ(bench.after("power on", 4000), (Lines{"ST1", "ST2", "RX?"}));
-    EXPECT_EQ(bench.ask("KV?"), (Lines{"AK", "KV70"}));
-    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC012"}));
-}
-
 TEST(Answers, AcknowledgementFirstThenTheValueEachAfterItsDelay) {
     UpBench bench({"ack=20", "answer=50"});
     bench.raw("KV?\r\n\x03");
@@ -53,16 +35,6 @@ TEST(Answers, PollsAreAnsweredByTheirValuesAlone) {
     UpBench bench({"heat=42"});
     EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
     EXPECT_EQ(bench.ask("HU"), Lines{"HE42"});
-}
-
-TEST(Answers, TheEndOfAMessageCanBeChosen) {
-    Bench etx({"end=etx", "startphase=2"});
-    etx.ask("ST");
-    EXPECT_EQ(etx.bytes(), "ST2\r\x03");
-    Bench both({"end=lfetx", "startphase=2"});
-    both.raw("ST\r\n\x03");
-    both.generator().advance(100);
-    EXPECT_EQ(both.bytes(), "ST2\r\n\x03");
 }
 
 TEST(Answers, TakeTheirTimeOnALineWithAPace) {
@@ -87,13 +59,6 @@ TEST(Frames, MayComeInPiecesOrTogether) {
     EXPECT_EQ(bench.wait(50), Lines{"ST2"});
     bench.raw("ST\r\n\x03HU\r\n\x03");
     EXPECT_EQ(bench.wait(50), (Lines{"ST2", "HE0"}));
-}
-
-TEST(Frames, AFlushIsLegalAndUnanswered) {
-    UpBench bench;
-    EXPECT_EQ(bench.ask(""), Lines{});
-    EXPECT_EQ(bench.status("flushes"), "1");
-    EXPECT_EQ(bench.status("malformed"), "0");
 }
 
 TEST(Frames, CrookedOnesAreCountedAndDropped) {
@@ -144,16 +109,6 @@ TEST(Faults, LostAcknowledgementsLeaveTheCommandDone) {
     EXPECT_EQ(bench.status("ack-dropped"), "7");
 }
 
-TEST(Faults, SilenceWorksOnAndSaysNothing) {
-    UpBench bench;
-    bench.desk("silence on");
-    EXPECT_EQ(bench.ask("KV 90"), Lines{});
-    bench.desk("silence off");
-    EXPECT_EQ(bench.ask("KV?"), (Lines{"AK", "KV90"}));
-    bench.desk("set ack off");
-    EXPECT_EQ(bench.ask("KV?"), Lines{"KV90"});
-}
-
 std::string trafficOf(std::string_view seed, std::string_view noise) {
     Bench bench({seed, noise});
     std::string traffic;
@@ -193,48 +148,6 @@ TEST(Robustness, AnyBytesAndAnyCommandsAreBorne) {
     bench.desk("set noise 0");
     bench.after("power on", 10'000);
     EXPECT_TRUE(holds(bench.ask("ST"), "ST2") || holds(bench.ask("ST"), "ST10"));
-}
-
-TEST(OptionsTest, WrongOnesAreNamed) {
-    Options options;
-    EXPECT_NE(applyOption(options, "nothing"), "");
-    EXPECT_NE(applyOption(options, "colour=red"), "");
-    for (const std::string_view wrong :
-         {"seed=-1", "noise=101", "thirdtube=2", "techmode=4", "powerup=1s", "positioner=both,",
-          "silent=maybe", "startphase=0", "version=a\tb"}) {
-        EXPECT_NE(applyOption(options, wrong), "") << wrong;
-    }
-    EXPECT_EQ(applyOption(options, "SEED=4294967295"), "");
-    EXPECT_EQ(options.seed, 4294967295U);
-}
-
-TEST(Desk, TellsWhatItCannotDo) {
-    UpBench bench;
-    for (const std::string_view wrong : {"jump", "phase 14", "phase x", "door", "door 2", "jump 1", "error",
-                                         "noise x", "drop", "set kv", "set seed 3", "release", "fluoro off",
-                                         "power on", "heat 101", "send", "expose now", "set colour red"}) {
-        EXPECT_EQ(bench.desk(wrong).substr(0, 1), "?") << wrong;
-    }
-    EXPECT_EQ(bench.desk(""), "");
-    EXPECT_EQ(bench.desk("help"), Generator::commandsHelp());
-    for (const std::string_view named : {"  set KEY VALUE", "door", "seed="}) {
-        EXPECT_NE((bench.desk("help") + optionsHelp()).find(named), std::string::npos) << named;
-    }
-    EXPECT_EQ(bench.after("  DOOR   1 ", 50), Lines{"DL1"});
-}
-
-TEST(Desk, SetsTheValuesAsAHandAtTheGeneratorDoes) {
-    UpBench bench;
-    for (const auto& [command, answer, told] : {std::tuple{"set focus large", "", Lines{"FO10", "FO21"}},
-                                                {"set ma 320", "", {"MA320", "MXS32.0"}},
-                                                {"set ms 63", "", {"MS63", "MXS20.2"}},
-                                                {"set mas 40", "", {"MX40.0", "MSS125"}},
-                                                {"set kv 80", "", {"KV80"}},
-                                                {"set kv 999", "limited", {"KV150", "WN3"}},
-                                                {"set heat 20", "", {}}}) {
-        EXPECT_EQ(bench.desk(command), answer) << command;
-        EXPECT_EQ(bench.wait(100), told) << command;
-    }
 }
 
 } // namespace

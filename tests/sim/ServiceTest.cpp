@@ -32,16 +32,6 @@ TEST(Configuration, ValuesAreSteppedWithinTheirLimitsForEachWorkstation) {
     EXPECT_EQ(bench.ask("WS2"), (Lines{"AK", "WS2", "WM1"}));
 }
 
-TEST(Configuration, TheTubeOfTheWorkstationDecidesWhichCounterRises) {
-    UpBench bench;
-    bench.ask("CF1", 600);
-    bench.ask("TU+");
-    bench.ask("CF0", 600);
-    bench.after("expose", 2000);
-    EXPECT_EQ(bench.ask("TC1"), (Lines{"AK", "TC11"}));
-    EXPECT_EQ(bench.ask("TC0"), (Lines{"AK", "TC00"}));
-}
-
 TEST(ServiceModes, TheDipSwitchKeepsThemOut) {
     UpBench bench({"dipswitch=0"});
     EXPECT_EQ(bench.ask("CF1"), Lines{"AK"});
@@ -88,13 +78,6 @@ TEST(Calibration, TheListIsWalkedFromTheSmallFocusToTheLastParameterAndBack) {
     EXPECT_TRUE(holds(station, "FO21"));
 }
 
-TEST(Calibration, TheFocusCanBeTurnedInsteadOfWalked) {
-    CalibratingBench bench;
-    EXPECT_EQ(bench.ask("FO"), (Lines{"AK", "MA50", "FO10", "FO21", "MS100", "MX5.0", "KV70", "CV350"}));
-    bench.ask("MA+");
-    EXPECT_TRUE(holds(bench.ask("CO"), "MA80"));
-}
-
 TEST(Calibration, ValuesAreChangedStoredAndReadBack) {
     CalibratingBench bench;
     EXPECT_EQ(bench.ask("C+"), (Lines{"AK", "CV311"}));
@@ -118,35 +101,6 @@ TEST(Calibration, ValuesAreChangedStoredAndReadBack) {
     EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV500"}));
 }
 
-TEST(Autocalibration, AsksRunsAndEndsWell) {
-    CalibratingBench bench({"exposures=2"});
-    EXPECT_EQ(bench.ask("CAU1"), Lines{"AK"});
-    EXPECT_EQ(bench.ask("CAU1"), Lines{"AK"}) << "a repeat before the question is no answer to it";
-    EXPECT_EQ(bench.wait(1500), Lines{"ST11"});
-    EXPECT_EQ(bench.wait(60'000), Lines{}) << "the question has no end of its own";
-    EXPECT_EQ(bench.ask("CAU1"), (Lines{"AK", "CAU1"}));
-    EXPECT_EQ(bench.wait(1500), (Lines{"ST9", "KV70", "MS100", "MX1.0"}));
-    for (const std::string_view progress : {"KVS1", "KVS2"}) {
-        const Lines lines = bench.after("expose", 1400);
-        EXPECT_TRUE(holds(lines, "ST3") && holds(lines, "ST4") && holds(lines, "ST9"));
-        EXPECT_TRUE(holds(lines, progress));
-    }
-    EXPECT_EQ(bench.wait(500), Lines{"ST13"});
-    EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
-    EXPECT_EQ(bench.wait(300).front(), "ST6");
-    bench.ask("CA0");
-    EXPECT_EQ(bench.wait(300), (Lines{"ST2", "KV70", "MA100", "MS100", "MX10.0", "FO11", "FO20"}));
-}
-
-TEST(Autocalibration, ExposesByItselfAndCanEndBadly) {
-    CalibratingBench bench({"autoexpose=1", "autocalresult=error", "exposures=3"});
-    bench.ask("CAU1", 2100);
-    bench.ask("CAU1");
-    const Lines lines = bench.wait(30'000);
-    EXPECT_EQ(std::ranges::count(lines, "ST4"), 3);
-    EXPECT_EQ(lines.back(), "ST12");
-}
-
 TEST(Autocalibration, AShortExposureCountsForNothing) {
     CalibratingBench bench({"exposures=1"});
     bench.ask("CAU1", 2100);
@@ -157,43 +111,12 @@ TEST(Autocalibration, AShortExposureCountsForNothing) {
     EXPECT_EQ(lines.back(), "ST9");
 }
 
-TEST(Autocalibration, DismissedItGoesBackToCalibration) {
-    CalibratingBench bench;
-    bench.ask("CAU1", 2100);
-    EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
-    const Lines lines = bench.wait(10'000);
-    EXPECT_EQ(lines.front(), "ST6");
-    EXPECT_FALSE(holds(lines, "ST11"));
-}
-
-TEST(Autocalibration, WithdrawnBeforeTheQuestionItNeverAsks) {
-    CalibratingBench bench;
-    bench.ask("CAU1");
-    bench.ask("CAU1");
-    EXPECT_EQ(bench.ask("CAU0"), (Lines{"AK", "CAU0"}));
-    EXPECT_EQ(bench.wait(10'000), Lines{});
-}
-
 TEST(Autocalibration, AnErrorEndsIt) {
     CalibratingBench bench({"autoexpose=1"});
     bench.ask("CAU1", 2100);
     bench.ask("CAU1", 8100);
     EXPECT_EQ(bench.after("error 20", 20'000), (Lines{"CAU0", "ST7", "ER20"}));
     EXPECT_TRUE(holds(bench.ask("AR"), "ST6"));
-}
-
-TEST(Autocalibration, OfAKvpParameterShowsItsKvp) {
-    CalibratingBench bench({"exposures=1"});
-    for (int step = 0; step < 20; ++step) {
-        bench.ask("MA+");
-    }
-    ASSERT_TRUE(holds(bench.ask("MA?"), "MASE06"));
-    bench.ask("CAU1", 2100);
-    bench.ask("CAU1", 2100);
-    EXPECT_EQ(bench.ask("KVU"), (Lines{"AK", "KV81"}));
-    EXPECT_EQ(bench.ask("MXU"), (Lines{"AK", "MX20.0", "MS200"}));
-    bench.desk("expose");
-    EXPECT_TRUE(holds(bench.wait(2000), "KVS81"));
 }
 
 TEST(Positioner, TheRemoteOneKeepsItsPointsAndItsSid) {

@@ -48,44 +48,6 @@ protected:
     Application application;
 };
 
-TEST_F(ProtocolTest, EveryMnemonicHasItsMeaningOnce) {
-    Names known;
-    Names mnemonics{">ER?", "<PDK"};
-    for (const Meaning& meaning : meanings::kTable) {
-        const std::string side = meaning.direction == Direction::Out ? ">" : "<";
-        EXPECT_TRUE(known.insert(side + std::string(meaning.mnemonic)).second) << meaning.mnemonic;
-        EXPECT_FALSE(meaning.name.empty()) << meaning.mnemonic;
-    }
-    for (const InboundRow& row : kInboundTable) {
-        mnemonics.insert("<" + std::string(row.key));
-    }
-    for (const OutboundRow& row : kOutboundTable) {
-        mnemonics.insert(">" + std::string(row.mnemonic));
-    }
-    EXPECT_EQ(known, mnemonics);
-}
-
-TEST_F(ProtocolTest, WhoSendsAMnemonicExists) {
-    const Names nobodySends{"FN?", "FS?", "FLT", "ABC"};
-    Names unsent;
-    for (const Meaning& meaning : meanings::kTable) {
-        if (meaning.direction == Direction::In) {
-            continue;
-        }
-        for (const std::string& name : namesIn(meaning.related)) {
-            const std::string plain = name.starts_with('(') ? name.substr(1, name.size() - 2) : name;
-            EXPECT_TRUE(plain.starts_with("the ") || hasMember(plain)) << meaning.mnemonic << ": " << name;
-        }
-        const bool commanded = std::ranges::any_of(kCommands, [&](const CommandRow& row) {
-            return row.mnemonic == meaning.mnemonic || row.plain == meaning.mnemonic;
-        });
-        if (!commanded && meaning.related.empty()) {
-            unsent.emplace(meaning.mnemonic);
-        }
-    }
-    EXPECT_EQ(unsent, nobodySends);
-}
-
 TEST_F(ProtocolTest, EachOfTheEventsHasItsSource) {
     Names told;
     for (const Meaning& meaning : meanings::kTable) {

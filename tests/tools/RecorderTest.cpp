@@ -194,26 +194,6 @@ TEST_F(RecorderTest, TheHeaderHoldsWhatTheSessionStartedFrom) {
     EXPECT_THAT(replay(), HasSubstr("box critical \"Torvane Generator Service\" \"Cannot Open Port: 4\""));
 }
 
-TEST_F(RecorderTest, WhatOpensAPortStandsBehindWhetherThatWorks) {
-    machine.port.setFailing(1, true);
-    start();
-    // The operator plugs the line in and opens the port with the panel's key.
-    machine.port.setFailing(1, false);
-    pass(700);
-    Control& key = application->link()["cmbCommOnOff"];
-    for (Control* at = &key; at != nullptr; at = at->container()) {
-        at->setVisible(true);
-        if (at->has(Property::Enabled)) {
-            at->setEnabled(true);
-        }
-    }
-    click(link(), "cmbCommOnOff");
-    pass(20);
-    EXPECT_THAT(recording(), HasSubstr("port 1 ok\nwait 700\npress TorvaneSerial.cmbCommOnOff\n"
-                                       "release TorvaneSerial.cmbCommOnOff\n"));
-    EXPECT_TRUE(machine.port.isOpen());
-}
-
 TEST_F(RecorderTest, AQuestionsAnswerStandsInFrontOfWhatCameWhileItStood) {
     machine.desktop.onBox = [this](const MemoryDesktop::Shown& box) {
         if (box.box == MemoryDesktop::Box::Question) {

@@ -13,7 +13,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 int main(int count, char** arguments) {
     std::size_t played = 0;
     for (int i = 1; i < count; ++i) {
-        for (const auto& entry : std::filesystem::directory_iterator(arguments[i])) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(arguments[i])) {
+            if (!entry.is_regular_file()) {
+                continue;
+            }
             std::ifstream file(entry.path(), std::ios::binary);
             const std::string input{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
             // Told beforehand: an input that ends the process is the last one named.

@@ -49,24 +49,6 @@ TEST(Numbers, RefusesWhatDoesNotFit) {
     EXPECT_EQ(faultOf([] { (void)toInt16("12V"); }), Fault::kTypeMismatch);
 }
 
-TEST(Numbers, BooleansAreNumbers) {
-    EXPECT_FALSE(toBoolean(" 0 "));
-    EXPECT_TRUE(toBoolean("-1"));
-    EXPECT_TRUE(toBoolean("0.2"));
-    EXPECT_EQ(faultOf([] { (void)toBoolean("True"); }), Fault::kTypeMismatch);
-}
-
-TEST(Numbers, ReadsTheNumberATextBeginsWith) {
-    struct Row {
-        const char* text;
-        double number;
-    };
-    for (const auto& [text, number] : {Row{"12abc", 12}, Row{"  3.5mA", 3.5}, Row{"abc", 0}, Row{"", 0},
-                                       Row{"-7-", -7}, Row{"1ex", 1}, Row{"1e2x", 100}, Row{".5.5", .5}}) {
-        EXPECT_DOUBLE_EQ(leadingNumber(text), number) << text;
-    }
-}
-
 struct Format {
     double value;
     std::string_view decimal;
@@ -84,30 +66,6 @@ TEST(Numbers, WritesThemAsAPersonWould) {
         EXPECT_EQ(signedText(value), withSign);
     }
     EXPECT_EQ(decimalText(std::int32_t{-32768}), "-32768");
-}
-
-TEST(Numbers, FixedDigitsPadAndRound) {
-    EXPECT_EQ(fixedDigits(5, 3), "005");
-    EXPECT_EQ(fixedDigits(2.5, 3), "002");
-    EXPECT_EQ(fixedDigits(3.5, 1), "4");
-    EXPECT_EQ(fixedDigits(-5, 3), "-005");
-    EXPECT_EQ(fixedDigits(-0.4, 2), "00");
-    EXPECT_EQ(fixedDigits(1234, 3), "1234");
-    EXPECT_EQ(fixedDigits(" 7 ", 3), "007");
-    EXPECT_EQ(fixedDigits("abc", 3), "abc");
-    EXPECT_EQ(fixedDigits("", 3), "");
-}
-
-TEST(Numbers, OneDecimalTellsTiesOnTheWrittenDigits) {
-    struct Row {
-        const char* text;
-        const char* shown;
-    };
-    for (const auto& [text, shown] :
-         {Row{"1.23", "1.2"}, Row{"1.25", "1.2"}, Row{"1.35", "1.4"}, Row{"12", "12.0"}, Row{"-0.04", "0.0"},
-          Row{"-1.26", "-1.3"}, Row{"x", "x"}, Row{"", ""}}) {
-        EXPECT_EQ(oneDecimal(text), shown) << text;
-    }
 }
 
 } // namespace

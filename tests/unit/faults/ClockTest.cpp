@@ -33,14 +33,6 @@ TEST_F(ClockTest, AfterAStepBackATimerWaitsAndGoesOn) {
     EXPECT_LE(ticks, 11);
 }
 
-TEST_F(ClockTest, AfterAStepForwardEachTimerFiresOnce) {
-    timer.start(1000);
-    pass(1500);
-    clock.set(clock.now() + 8 * 3'600'000);
-    pass(100);
-    EXPECT_EQ(ticks, 2);
-}
-
 /// The machine's time for an application that is served late.
 struct SleepingLoop final : EventLoop {
     explicit SleepingLoop(Schedule& served) : schedule(served) {}

@@ -58,27 +58,15 @@ std::string huge(std::string_view begin) {
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Kinds, BadFiles, testing::Values(
-    BadFile{"Quillon.ini",    "",                                   ""},
     BadFile{"Quillon.ini",    binary(5000),                         ""},
     BadFile{"Quillon.ini",    huge("[CONFIG]\r\nPORT=nonsense\r\n"), ""}, // larger than any configuration: not read
     BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=non",               "Not a valid number: PORT non"},
-    BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=99999999999",       "Not a valid number: PORT 99999999999"},
     BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=7\r\nWid",          "Cannot open port COM7"},
-    BadFile{"temp.ini",       binary(5000),                         ""},
     BadFile{"temp.ini",       huge("[TM]\r\nTM=3\r\n"),             ""},
     BadFile{"temp.ini",       "[TM]\r\nTM=x\r\n[ThirdTube]\r\nThirdTube=?", ""},
     BadFile{"error_info.txt", binary(5000),                         ""},
-    BadFile{"error_info.txt", huge("12=Door open=1\r\n"),           ""},
     BadFile{"error_info.txt", "12=Door op",                         ""}));
 // clang-format on
-
-TEST(Files, ATruncatedErrorTableStillHasItsWholeRows) {
-    FaultyMachine machine;
-    machine.memory.folder.put("error_info.txt", "12=Door open=1\r\n13=Ro");
-    machine.start();
-    machine.hear("ST7\rER12");
-    EXPECT_EQ(machine.console("lblErrorDescription").caption(), "Door open");
-}
 
 TEST(Files, EachReadMayFailAndOnlyWhatItHeldIsMissing) {
     int reads = 0;
@@ -144,17 +132,6 @@ TEST(Files, AStoreThatFailsLosesSettingsAndNothingElse) {
     machine.start();
     machine.application->link().operations().call("ReadConfiguration");
     EXPECT_EQ(machine.application->link().settings().baudrate, 19200);
-    expectService(machine);
-}
-
-TEST(Files, WhatTheStoreHoldsMayBeAnything) {
-    FaultyMachine machine;
-    for (const char* key : {"Baudrate", "Parity", "StopBits", "DataBits", "Port", "RadRF"}) {
-        machine.memory.store.write("", "TorvaneSerial", key, binary(40));
-    }
-    machine.start();
-    machine.application->link().operations().call("ReadConfiguration");
-    EXPECT_EQ(machine.application->link().settings().port, 1);
     expectService(machine);
 }
 

@@ -7,21 +7,6 @@
 namespace quillon {
 namespace {
 
-TEST(Port, AnOpenThatFailsIsToldAndCanBeTriedAgain) {
-    FaultyMachine machine;
-    machine.open.failing = 1;
-    machine.start();
-    EXPECT_EQ(machine.box(), "Cannot Open Port: 1");
-    EXPECT_FALSE(machine.application->link().PortOpen());
-    machine.wait(4000);
-    EXPECT_EQ(machine.console("lblHelp").caption(), "POWER UP THE GENERATOR");
-    // The second try works, and nothing of the first stands in its way.
-    machine.application->console().PortOpen(true);
-    EXPECT_TRUE(machine.application->link().PortOpen());
-    machine.wait(1000);
-    EXPECT_EQ(machine.memory.port.takeWritten(), "ST\r\n\x03");
-}
-
 TEST(Port, WhatWaitedForAPortThatCannotBeReopenedIsGone) {
     FaultyMachine machine;
     machine.start();

@@ -31,13 +31,6 @@ TEST_F(AutocalibrationTest, AProtocolErrorEndsTheWaitForTheGeneratorAtTheNextLoo
     EXPECT_FALSE(running("tmrAutocalON"));
 }
 
-TEST_F(AutocalibrationTest, AProtocolErrorIsForgottenAtTheNextPressOfTheButton) {
-    events().MessageProtocolError.raise();
-    beginAutocalibration();
-    wait(6500);
-    EXPECT_EQ(message(), "BQS Calibration Dip Switch Error");
-}
-
 struct EndCase {
     const char* answer; ///< what the generator says to the end of the autocalibration
     bool protocolError;
@@ -88,54 +81,6 @@ INSTANTIATE_TEST_SUITE_P(Prompts, AutocalibrationBlink,
                                          PromptCase{"ST9\rST12", "ERROR"}, PromptCase{"ST9\rST13", "OK"},
                                          PromptCase{"ST1", "Powering Up"}, PromptCase{"ST2", ""},
                                          PromptCase{"CAU0", "Aborting Auto Calibration"}));
-
-TEST_F(AutocalibrationTest, BlinksUntilTheHandOverWhenThatComesBeforeTheNextLook) {
-    confirm();
-    wait(100);
-    report("ST9");
-    EXPECT_TRUE(running("tmrIniAutocal"));
-    wait(4500);
-    EXPECT_FALSE(running("tmrIniAutocal"));
-    EXPECT_EQ(prompt(), "Press Prep and Expose");
-}
-
-TEST_F(AutocalibrationTest, ADismissalBehindAConfirmationStopsTheBlink) {
-    confirm();
-    report("ST6");
-    report("ST11");
-    timer("tmrIniAutocal").start(500);
-    application->input().click(application->link()["cmbAutocalDismiss"]);
-    EXPECT_FALSE(running("tmrIniAutocal"));
-    EXPECT_EQ(prompt(), "Aborting Auto Calibration\r\nPlease Wait");
-}
-
-struct ExitCase {
-    const char* reports;
-    const char* prompt;
-};
-
-class AutocalibrationExit : public AutocalibrationTest, public testing::WithParamInterface<ExitCase> {};
-
-TEST_P(AutocalibrationExit, SaysWhatItDoes) {
-    report(GetParam().reports);
-    wait(5000);
-    click("cmbAutocalibration");
-    EXPECT_EQ(prompt(), std::string(GetParam().prompt) + "\r\nPlease Wait");
-}
-
-INSTANTIATE_TEST_SUITE_P(Prompts, AutocalibrationExit,
-                         testing::Values(ExitCase{"ST6\rMA050\rST9", "Aborting Auto Calibration"},
-                                         ExitCase{"ST6\rMASE06\rST9", "Exiting Auto Calibration"},
-                                         ExitCase{"ST6\rMA050\rST9\rST12", "Aborting Auto Calibration"},
-                                         ExitCase{"ST6\rMA050\rST9\rST13", "Exiting Auto Calibration"}));
-
-TEST_F(AutocalibrationTest, AConsoleThatEndsWithAPanelUpClosesThePort) {
-    click("cmbAutocalibration");
-    ASSERT_NE(panel("SelWSAutocal"), nullptr);
-    application.reset();
-    EXPECT_FALSE(machine.port.isOpen());
-    wait(10000);
-}
 
 } // namespace
 } // namespace quillon

@@ -25,27 +25,6 @@ protected:
     }
 };
 
-TEST_F(ClosingTest, AHoldThatEndsInTimeClosesAndAsksNothing) {
-    start();
-    holdClose(3999);
-    wait(10000);
-    EXPECT_THAT(machine.desktop.boxes(), IsEmpty());
-    EXPECT_EQ(goodbyes, 1);
-}
-
-TEST_F(ClosingTest, OneQuestionAtATimeHoweverLongItStandsAndTheKeyIsHeld) {
-    start();
-    machine.desktop.onBox = [this](const MemoryDesktop::Shown&) { wait(20000); };
-    holdClose(30000);
-    wait(20000);
-    ASSERT_EQ(machine.desktop.boxes().size(), 1U);
-    EXPECT_EQ(machine.desktop.boxes()[0].title, "Torvane Generator Service");
-    EXPECT_EQ(machine.desktop.boxes()[0].text, "Close the port and restart the PC?");
-    EXPECT_EQ(goodbyes, 0);
-    EXPECT_TRUE(machine.port.isOpen());
-    EXPECT_THAT(machine.power.exits(), IsEmpty());
-}
-
 struct SwitchCase {
     const char* commandLine;
     bool restarts;
@@ -89,22 +68,6 @@ TEST_F(ClosingTest, AfterARestartThatIsRefusedTheConsoleWorksOn) {
     holdClose(4000);
     ASSERT_EQ(boxes.size(), 5U);
     EXPECT_EQ(boxes[3], "Torvane Generator Service: Cannot Open Port: 1 (port closed)");
-}
-
-TEST_F(ClosingTest, ARefreshThatEndsMeanwhileCancelsTheMoveToTheUsers) {
-    start();
-    report("ST6");
-    application->console().operations().call("RefreshConsole");
-    control("cmbGoToUserMode").setVisible(true);
-    wait(2000);
-    click("cmbGoToUserMode");
-    wait(2000);
-    report("ST2");
-    wait(6000); // the refresh ends one second before the move
-    EXPECT_FALSE(running("tmrGotoUserMode"));
-    forget();
-    wait(3000);
-    EXPECT_THAT(sent, Not(Contains("RX1")));
 }
 
 TEST_F(ClosingTest, TheKeyThatLeavesUserModeForgetsAProtocolError) {

@@ -51,15 +51,6 @@ TEST_F(CountersTest, YieldsFiftyOneTurnsOfTheEventLoopBetweenResetAndReading) {
     EXPECT_EQ(loop.turns - before, 51);
 }
 
-TEST_F(CountersTest, AMessageBoxBreaksTheHoldOfAResetKeyOff) {
-    read();
-    press("cmdResetT1");
-    application->input().boxOpened();
-    application->input().boxClosed();
-    wait(20000);
-    EXPECT_FALSE(control("fraResetCounterConfirm").visible());
-}
-
 TEST_F(CountersTest, TheGeneratorsWishForABeepSoundsOnce) {
     report("BEEP1");
     report("BEEPX");

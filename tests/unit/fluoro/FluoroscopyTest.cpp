@@ -13,37 +13,6 @@ using testing::IsEmpty;
 
 class FluoroscopyTest : public PanelTest {};
 
-TEST_F(FluoroscopyTest, ValuesReachFieldPropertyAndHost) {
-    // One after the other: a display report that repeats what stands there is dropped.
-    expectReports({{"FLK80", "txtFlKVP", "80", {"FlKVPChangeValue(\"80\")"}},
-                   {"FLK80", "txtFlKVP", "80", {"FlKVPChangeValue(\"80\")"}},
-                   {"FLKS80", "txtFlKVP", "80", {}},
-                   {"FLKS 80", "txtFlKVP", "80", {"FlKVPChangeDisplay(\" 80\")"}},
-                   {"FLKS---", "txtFlKVP", "---", {"FlKVPChangeDisplay(\"---\")"}},
-                   {"FLK  75", "txtFlKVP", "75", {"FlKVPChangeValue(\"  75\")"}},
-                   {"FLKx", "txtFlKVP", "75", {}},
-                   // Beyond 16 bits the report is given up where it stands: before the field.
-                   {"FLK40000", "txtFlKVP", "75", {}},
-                   {"FLT12", "txtFlTime", "12", {"FlTimeChangeValue(\"12\")"}},
-                   {"FLT12", "txtFlTime", "12", {}},
-                   {"FLTS12", "txtFlTime", "12", {}},
-                   {"FLTS4.5", "txtFlTime", "4.5", {"FlTimeChangeDisplay(\"4.5\")"}},
-                   {"FLP3", "txtFlPPS", "3", {"FLPPSChangeValue(\"3\")"}},
-                   {"FLP3", "txtFlPPS", "3", {"FLPPSChangeValue(\"3\")"}},
-                   {"FLPS--", "txtFlPPS", "--", {"FlPPSChangeDisplay(\"--\")"}},
-                   {"FLMA25", "txtFlMA", "2", {"FlMAChangeValue(\"25\")"}},
-                   {"FLMA35", "txtFlMA", "4", {"FlMAChangeValue(\"35\")"}},
-                   {"FLMAS25", "txtFlMA", "25", {"FlMAChangeDisplay(\"25\")"}},
-                   {"FLMAS--", "txtFlMA", "0", {"FlMAChangeDisplay(\"--\")"}}});
-    const auto text = [this](std::string_view property) { return get<std::string>(property); };
-    EXPECT_EQ(text("FlKVPDisplay") + " " + text("FlTimeDisplay") + " " + text("FlPPSDisplay"),
-              "40000 4.5 --");
-    EXPECT_EQ(text("FlKVP") + " " + text("FlTime") + " " + text("FlPPS"), "75 4 0");
-
-    link.setEventEnabled(false);
-    expectReports({{"FLK60", "txtFlKVP", "60", {}}});
-}
-
 TEST_F(FluoroscopyTest, AValueThatIsReportedAgainShowsInAFieldThatWasEmptied) {
     const std::vector<std::pair<std::string_view, std::string_view>> reports{
         {"FLK80", "txtFlKVP"},      {"FLKS80", "txtFlKVP"},      {"FLT12", "txtFlTime"},
@@ -53,49 +22,6 @@ TEST_F(FluoroscopyTest, AValueThatIsReportedAgainShowsInAFieldThatWasEmptied) {
         prepare({"ST2", message, "WM0"});
         EXPECT_EQ(caption(field), "") << message;
         EXPECT_NE(captionAfter(message, field), "") << message;
-    }
-}
-
-TEST_F(FluoroscopyTest, PulseRateZeroMeansContinuous) {
-    const auto continuous = [this](std::string_view message) {
-        msg(message);
-        return active("cmbFlContinuous");
-    };
-    EXPECT_TRUE(continuous("FLP0"));
-    EXPECT_EQ(caption("txtFlPPS"), "0");
-    EXPECT_FALSE(continuous("FLP3"));
-    EXPECT_TRUE(continuous("FLPS0"));
-    EXPECT_FALSE(continuous("FLPS--"));
-
-    prepare({"ST2", "FLP3"});
-    call("FlContinuousToggle");
-    EXPECT_THAT(sentSoon(), ElementsAre("FLP00"));
-    msg("FLP0");
-    call("FlContinuousToggle");
-    EXPECT_THAT(sentSoon(), ElementsAre("FLP"));
-}
-
-TEST_F(FluoroscopyTest, SwitchesActOnAChangeOnly) {
-    struct Row {
-        std::string mnemonic;
-        std::string event;
-        std::string_view key;
-        bool litWhenOn;
-    };
-    for (const Row& row : {Row{"FLA", "FlABSChange", "cmbToggleABS", true},
-                           Row{"FLHD", "FlHighDoseChange", "cmbFlHighDose", true},
-                           Row{"FLAR", "FlAlarmChange", "cmbFluoroAlarmReset", false},
-                           Row{"PH", "Photomultiplier", "cmbPhotomultiplier", true},
-                           Row{"DA", "DigitalAEC", "cmbDigitalAEC", true}}) {
-        SCOPED_TRACE(row.mnemonic);
-        receive({row.mnemonic + "0", row.mnemonic + "x", row.mnemonic});
-        EXPECT_THAT(takeEvents(), IsEmpty());
-        receive({row.mnemonic + "1", row.mnemonic + "2"});
-        EXPECT_THAT(takeEvents(), ElementsAre(row.event + "(True)"));
-        EXPECT_EQ(active(row.key), row.litWhenOn);
-        msg(row.mnemonic + "0");
-        EXPECT_THAT(takeEvents(), ElementsAre(row.event + "(False)"));
-        EXPECT_EQ(active(row.key), !row.litWhenOn);
     }
 }
 
@@ -167,37 +93,6 @@ TEST_F(FluoroscopyTest, TrackingStepsHereWhileItIsOffAndInTheGeneratorWhileItIsO
     EXPECT_EQ(caption("txtFlKVPTracking"), "4");
 }
 
-TEST_F(FluoroscopyTest, GeneratorTypeIsDetected) {
-    msg("FLD1");
-    EXPECT_EQ(link.settings().GeneratorType, 1);
-    EXPECT_EQ(caption("txtRAD_RF"), "");
-    prepare({"ST8"});
-    receive({"FLD2", "FLDx"});
-    EXPECT_EQ(caption("txtRAD_RF"), "RF");
-    EXPECT_EQ(captionAfter("FLD0", "txtRAD_RF"), "RAD");
-    EXPECT_EQ(link.settings().GeneratorType, 0);
-    EXPECT_THAT(takeEvents(), ElementsAre("GeneratorTypeChange(1)", "GeneratorTypeChange(0)"));
-}
-
-TEST_F(FluoroscopyTest, NumbersGoOutInTheirForms) {
-    prepare({"ST2"});
-    const auto formula = [this](std::initializer_list<Value> arguments) {
-        call("KVPTrackingFormula", arguments);
-        return sentSoon();
-    };
-    EXPECT_THAT(formula({2, 60, 5, 100, 1000}), ElementsAre("KVTF2A060B05MA00100MS01000"));
-    EXPECT_THAT(formula({12, 1234, 123, 32767, 0}), ElementsAre("KVTF12A1234B123MA32767MS00000"));
-    EXPECT_THAT(formula({-1, -6, -5, -1, -1}), ElementsAre("KVTF-1A-006B-05MA-00001MS-00001"));
-
-    call("KVPTrackingFormula", {2, 60, 5, 100, 1000});
-    EXPECT_EQ(link.timer("timerStatusUpdate").interval(), 10000); // no poll disturbs it
-    settle();
-
-    put("FlKVP", 75);
-    EXPECT_EQ(get<std::int32_t>("FlKVP"), 75);
-    EXPECT_THAT(sentSoon(), ElementsAre("FLK075"));
-}
-
 class SingleStep : public PanelTest {
 protected:
     SingleStep() {
@@ -243,16 +138,6 @@ TEST_F(SingleStep, DownGoesBeforeUp) {
     call("FlKVPOneDown");
     // The first repeat finds the step itself still waiting.
     EXPECT_EQ(sentLong(), (Counts{{"FLKU", 1}, {"FLKD", 5}}));
-}
-
-TEST_F(SingleStep, IsSentOnceWithoutBothHandshakings) {
-    link.setHandshaking(false);
-    call("FlKVPOneDown");
-    EXPECT_EQ(sentLong(), (Counts{{"FLK-", 1}}));
-    link.setHandshaking(true);
-    put("FLKVPDoubleHandshaking", false);
-    call("FlKVPOneDown");
-    EXPECT_EQ(sentLong(), (Counts{{"FLKD", 1}}));
 }
 
 } // namespace

@@ -86,23 +86,6 @@ TEST_F(HeldKeysTest, StepAtTheirTimes) {
     EXPECT_EQ(steps("cmbAECBrightnessDown", 2000), (Entries{{2000, "BRD"}}));
 }
 
-TEST_F(HeldKeysTest, FluoroKVpRunsFastOnlyInNormalOperation) {
-    link.setHandshaking(false);
-    prepare({"ST2"});
-    const auto held = [this](Milliseconds ms) {
-        forget();
-        hold("cmbFlKVPUp", ms);
-        advance(10000);
-        std::map<std::string, int> counts;
-        for (const std::string& frame : sent) {
-            ++counts[frame];
-        }
-        return counts;
-    };
-    EXPECT_EQ(held(2199), (std::map<std::string, int>{{"FLK+", 11}}));
-    EXPECT_EQ(held(2700), (std::map<std::string, int>{{"FLK+", 11}, {"FLK++", 2}}));
-}
-
 TEST_F(HeldKeysTest, PressesThatMustNotWork) {
     refuseEverything({"ST2"});
     for (const std::string_view key :
@@ -111,22 +94,6 @@ TEST_F(HeldKeysTest, PressesThatMustNotWork) {
           "cmbMACalUp", "cmbMACalDown"}) {
         EXPECT_THAT(steps(key, 2000), IsEmpty()) << key;
     }
-}
-
-TEST_F(HeldKeysTest, CalibrationPaceFollowsWhatIsCalibrated) {
-    refuseEverything({"ST6", "MASE02"});
-    EXPECT_EQ(steps("cmbCalValueUp", 11 * 400 + 3 * 400 - 1), timeLine(400, 400, "C+", "C+", "C+"));
-    receive({"ST9", "ST7"});
-    EXPECT_EQ(steps("cmbCalValueDown", 401), (Entries{{0, "C-"}, {400, "C-"}}));
-}
-
-TEST_F(HeldKeysTest, ChoosingAnotherStationEmptiesTheValueOfTheLast) {
-    refuseEverything({"ST6", "CV123"});
-    ASSERT_EQ(caption("txtCalValue"), "123");
-    EXPECT_EQ(steps("cmbMACalUp", 100), (Entries{{0, "MAU"}}));
-    EXPECT_EQ(caption("txtCalValue"), "");
-    EXPECT_EQ(link["sldCalValue"].value(), 0);
-    EXPECT_EQ(link["sldCalValue"].toolTip(), "0");
 }
 
 TEST_F(HeldKeysTest, DensityRunsHereAndIsSentOnceAtTheRelease) {
@@ -179,21 +146,6 @@ TEST_F(HeldKeysTest, TheLastPressOwnsTheTimerAndAnyReleaseStopsIt) {
     EXPECT_EQ(made, (Entries{{0, "MAU"}, {400, "MA+"}}));
 }
 
-TEST_F(HeldKeysTest, RoutinesWorkByNameAsTheKeysDo) {
-    refuseEverything({"MD4", "FN11", "FI11"});
-    call("FlPPSUpMouseDown");
-    advance(400);
-    call("FLPPSUpMouseUp");
-    call("MASDownMouseDown");
-    call("MASDownMouseUp");
-    call("AECDensityDownMouseDown");
-    call("AECDensityDownMouseUp");
-    advance(1000);
-    EXPECT_THAT(takeEvents(),
-                ElementsAre("WrongPhase(\"FLPU\")", "WrongPhase(\"FLP+\")", "WrongPhase(\"MXD\")",
-                            "AECDensityChange(0, True)", "WrongPhase(\"FN0\")"));
-}
-
 TEST_F(HeldKeysTest, ABoxBreaksTheHoldOffAndThePollGoesOn) {
     receive({"ST2", "MD4", "FN11", "FI11"});
     link.setStatusUpdateEnable(true);
@@ -207,23 +159,6 @@ TEST_F(HeldKeysTest, ABoxBreaksTheHoldOffAndThePollGoesOn) {
     EXPECT_THAT(events, IsEmpty());
     release("cmbAECDensityUp");
     EXPECT_THAT(sentSoon(), testing::Not(testing::Contains("FN4")));
-}
-
-TEST_F(HeldKeysTest, AFullQueueStopsTheRepeatAndLosesNothing) {
-    prepare({"ST2"});
-    put("KVPAutorepeatSlowInterval", 1);
-    put("KVPAutorepeatFastInterval", 1);
-    press("cmbKVPUp");
-    advance(98);
-    EXPECT_TRUE(link.timer("tmrAutoRepeat").running());
-    advance(1);
-    EXPECT_FALSE(link.timer("tmrAutoRepeat").running());
-    advance(60000);
-    EXPECT_EQ(sent.size(), 4 + 99U);
-    EXPECT_FALSE(link.timer("tmrAutoRepeat").running());
-    release("cmbKVPUp");
-    press("cmbKVPUp");
-    EXPECT_TRUE(link.timer("tmrAutoRepeat").running());
 }
 
 } // namespace

@@ -79,28 +79,5 @@ TEST(FrameReceiver, ServesBytesThatArriveInsideAHandlerBehindThoseItHas) {
     EXPECT_EQ(frames, (Texts{"a", "b", "c", "d"}));
 }
 
-TEST(FrameReceiver, ReadsBinaryValuesInReducedModeOnly) {
-    struct Row {
-        std::string bytes;
-        Texts values;
-    };
-    const Row rows[] = {
-        {"K\xAA", {"kVp 70"}}, {std::string("K\x64", 2), {}}, {std::string("t\x01\x2C", 3), {"ms 300"}},
-        {"t\x80\x01", {}},     {"txyz", {"ms 30841"}},
-    };
-    for (const Row& row : rows) {
-        Receiver line;
-        line.receiver.receive(row.bytes);
-        EXPECT_EQ(line.values, Texts{});
-        line.receiver.receive("\n");
-        line.receiver.setReducedCommandCineAndDSI(true);
-        line.receiver.receive(row.bytes);
-        EXPECT_EQ(line.values, row.values) << row.bytes;
-        line.receiver.receive("\n");
-        line.receiver.receive("ST2\r\n");
-        EXPECT_EQ(line.frames.back(), "ST2\r");
-    }
-}
-
 } // namespace
 } // namespace quillon

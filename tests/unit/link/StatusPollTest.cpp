@@ -21,11 +21,6 @@ protected:
     }
 };
 
-TEST_F(StatusPollTest, AsksForHeatAndPhaseInTurn) {
-    advance(5400);
-    EXPECT_EQ(takeTimeline(), (Names{"1350 HU", "2700 ST", "4050 HU", "5400 ST"}));
-}
-
 TEST_F(StatusPollTest, DeclaresASilentGeneratorLostOncePerSilence) {
     const Milliseconds lost = 1000 + 30 * kCycle; // the 31st tick
     advance(lost - 1);
@@ -40,14 +35,6 @@ TEST_F(StatusPollTest, DeclaresASilentGeneratorLostOncePerSilence) {
     msg("whatever");
     advance(lost + kCycle);
     EXPECT_EQ(takeEvents(), Names{"GeneratorERROR(33, \"\", 2)"});
-}
-
-TEST_F(StatusPollTest, AnyTextIsASignOfLife) {
-    for (int i = 0; i < 100; ++i) {
-        advance(30 * kCycle);
-        msg(i % 2 == 0 ? "unknown" : "HE10");
-    }
-    EXPECT_EQ(std::count(events.begin(), events.end(), "GeneratorERROR(33, \"\", 2)"), 0);
 }
 
 TEST_F(StatusPollTest, WhileItIsHeldTheCountStandsStill) {
@@ -66,17 +53,6 @@ TEST_F(StatusPollTest, WhileItIsHeldTheCountStandsStill) {
     call("ResetNoAnswerFromGeneratorError");
     advance(29 * kCycle);
     EXPECT_TRUE(takeEvents().empty());
-}
-
-TEST_F(StatusPollTest, RestsInFluoroWhenAskedTo) {
-    msg("ST5");
-    link.operations().set("StatusRequestinFluoro", false);
-    takeTimeline();
-    advance(20000);
-    EXPECT_TRUE(takeTimeline().empty());
-    link.operations().set("StatusRequestinFluoro", true);
-    advance(3 * kCycle);
-    EXPECT_GE(timeline.size(), 2u);
 }
 
 TEST_F(StatusPollTest, OpensOnDemandAndReportsAPortThatDoesNotOpen) {

@@ -19,24 +19,6 @@ struct BlinkingTest : testing::Test {
     ControlHost panel{Kind::User, "TorvaneSerial", time.schedule()};
 };
 
-TEST_F(BlinkingTest, AStandingErrorFlashesItsKey) {
-    const Blinking blinking(state, panel);
-    state.m_LastError = 33;
-    panel.timer("tmrBlink").run();
-    for (int half = 1; half <= 4; ++half) {
-        time.advance(499);
-        EXPECT_EQ(errorKey().caption(), half % 2 == 1 ? "Reset Error" : "ERROR 33");
-        time.advance(1);
-        EXPECT_EQ(errorKey().caption(), half % 2 == 1 ? "ERROR 33" : "Reset Error");
-        EXPECT_EQ(errorKey().backColour(), half % 2 == 1 ? kErrorFlashColour : kNormalColour);
-        EXPECT_EQ(counterKey().backColour(), kNormalColour);
-    }
-    time.advance(500);
-    state.m_LastError = 0;
-    time.advance(5000);
-    EXPECT_EQ(errorKey().caption(), "ERROR 33") << "the key keeps its last look until it is pressed";
-}
-
 TEST_F(BlinkingTest, BothKeysFlashIndependently) {
     const Blinking blinking(state, panel);
     panel.timer("tmrBlink").run();

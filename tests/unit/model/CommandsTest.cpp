@@ -86,24 +86,6 @@ TEST_F(CommandsTest, EachIsSentInItsOwnFormAndAcknowledgedByItsOwnRule) {
     }
 }
 
-TEST_F(CommandsTest, ACallerMayAskForAnAcknowledgement) {
-    put("numretries", 2);
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.name);
-        phase(firstPhase(row.phases));
-        std::vector<Value> arguments = row.arguments;
-        arguments.emplace_back(true);
-        if (row.ack == Caller) {
-            link.operations().call(row.name, arguments);
-            settle();
-            EXPECT_THAT(sent, ElementsAre(row.plain, row.plain, ""));
-        } else {
-            EXPECT_EQ(faultOf([&] { link.operations().call(row.name, arguments); }),
-                      Fault::kArgumentsRefused);
-        }
-    }
-}
-
 TEST_F(CommandsTest, EachIsRefusedOutsideItsPhases) {
     for (int number = 1; number <= 14; ++number) {
         phase(number);
@@ -117,33 +99,6 @@ TEST_F(CommandsTest, EachIsRefusedOutsideItsPhases) {
                 << row.name << " in phase " << number;
         }
     }
-}
-
-TEST_F(CommandsTest, WhatIsNoCommandAndWhatNoMessageCanCarryIsRefused) {
-    EXPECT_EQ(faultOf([] { (void)phasesOf("none"); }), Fault::kNoSuchName);
-    EXPECT_EQ(faultOf([this] { call("SetFlPPS", {40000}); }), Fault::kArgumentsRefused);
-    for (const std::string_view wish : {"yes", "", "1e999"}) {
-        EXPECT_EQ(faultOf([&] { call("Workstation", {1, std::string(wish)}); }), Fault::kArgumentsRefused);
-    }
-    settle();
-    EXPECT_THAT(sent, testing::IsEmpty());
-}
-
-TEST_F(CommandsTest, AnAutocalibrationThrowsAwayWhatWaits) {
-    phase(6);
-    call("CalibrationValueUp");
-    call("CalibrationValueRead");
-    call("Autocalibration", {true});
-    settle();
-    EXPECT_THAT(timeline, ElementsAre("1000 CAU1"));
-}
-
-TEST_F(CommandsTest, ModeChangesWaitTwiceTheRetriesInterval) {
-    phase(2);
-    put("RetriesInterval", 300);
-    call("CALIBRATION", {true});
-    settle();
-    EXPECT_THAT(timeline, ElementsAre("600 CA1"));
 }
 
 } // namespace

@@ -46,16 +46,6 @@ TEST_F(ErrorsTest, AnErrorIsToldWithItsWordsUntilItIsReset) {
     EXPECT_THAT(eventsAfter("ER0"), ElementsAre("GeneratorERROR(0, \"\", 3)"));
 }
 
-TEST_F(ErrorsTest, AnErrorIsKeptWhileEventsAreOff) {
-    link.setEventEnabled(false);
-    msg("ER5");
-    msg("ERL12");
-    EXPECT_THAT(events, IsEmpty());
-    link.setEventEnabled(true);
-    msg("ER0");
-    EXPECT_THAT(events, ElementsAre("GeneratorERROR(5, \"Door open\", 1)"));
-}
-
 TEST_F(ErrorsTest, TheResetGoesOutInEveryPhaseAndIsAcknowledgedOnWish) {
     for (const int number : {1, 2, 7, 12}) {
         phase(number);
@@ -71,15 +61,6 @@ TEST_F(ErrorsTest, TheResetGoesOutInEveryPhaseAndIsAcknowledgedOnWish) {
     msg("AR3");
     msg("ARx");
     EXPECT_THAT(events, ElementsAre("GeneratorERRORResetAck()", "GeneratorAECError(3)"));
-}
-
-TEST_F(ErrorsTest, RatingsUpToNineAreToldAndInfosShown) {
-    for (const std::string_view message : {"RP9", "RP9.4", "RP10", "RP-1", "RP", "RPx"}) {
-        msg(message);
-    }
-    EXPECT_THAT(events, ElementsAre("WarningMessageRP(9)", "WarningMessageRP(-1)"));
-    EXPECT_EQ(captionAfter("INF Filament  on ", "txtInfo"), " Filament  on ");
-    EXPECT_EQ(captionAfter("INF", "txtInfo"), "");
 }
 
 struct Lamp {
@@ -150,24 +131,6 @@ TEST_F(ErrorsTest, APowerUpLeavesNothingButTheHeatOfWhatWasReported) {
     EXPECT_EQ(caption("cmbConfiguration"), "ON");
     EXPECT_EQ(caption("txtPHASE"), "Initialization");
     EXPECT_EQ(caption("txtHU"), "HU 45%") << "the tube is as hot as it was";
-}
-
-TEST_F(ErrorsTest, AConfirmedAutocalibrationKeepsTheTubeLampDark) {
-    phase(2);
-    phase(6);
-    phase(9);
-    msg("ST11");
-    click("cmbAutocalConfirm");
-    advance(20);
-    forget();
-    msg("TL1");
-    msg("HL1");
-    EXPECT_FALSE(visible("txtTubeOverloadWarning"));
-    EXPECT_TRUE(visible("txtOverheatWarning"));
-    EXPECT_THAT(events, ElementsAre("WARNINGTubeOverload(True)", "WARNINGOverheat(True)"));
-    msg("CAU1");
-    msg("TL1");
-    EXPECT_TRUE(visible("txtTubeOverloadWarning"));
 }
 
 class WarningsTest : public LinkTest {
@@ -259,83 +222,6 @@ TEST_F(WarningsTest, AWarningPassesAfterThreeSeconds) {
     EXPECT_EQ(events.size(), 1) << "it passes once";
 }
 
-TEST_F(WarningsTest, TheGeneratorEndsAWarning) {
-    msg("WN3");
-    advance(500);
-    forget();
-    msg("WN0");
-    expectAllFieldsShown();
-    EXPECT_EQ(caption("lblWarning"), "");
-    EXPECT_THAT(events, ElementsAre("WarningMessageReset()"));
-    EXPECT_FALSE(running("tmrWarning"));
-    settle();
-    expectAllFieldsShown();
-    EXPECT_EQ(events.size(), 1);
-}
-
-TEST_F(WarningsTest, MissingDigitalIsToldAlone) {
-    link.setEventEnabled(false);
-    msg("WN2");
-    advance(500);
-    darken();
-    msg("WN21");
-    expectAllFieldsShown();
-    EXPECT_THAT(events, ElementsAre("NoDigitalWarning(True)")) << "whether events are on or not";
-    EXPECT_EQ(caption("lblWarning"), "");
-    EXPECT_FALSE(running("tmrWarning"));
-    advance(500);
-    expectAllFieldsShown();
-}
-
-TEST_F(WarningsTest, CodesBeyondTheTableChangeNothing) {
-    msg("WN3");
-    advance(500);
-    forget();
-    for (const std::string_view message : {"WN22", "WN1e3", "WN", "WNx"}) {
-        EXPECT_EQ(captionAfter(message, "txtKVp"), "");
-        EXPECT_EQ(caption("lblWarning"), "Warning 3");
-        EXPECT_TRUE(running("tmrWarning"));
-    }
-    EXPECT_THAT(events, IsEmpty());
-}
-
-TEST_F(WarningsTest, NothingBlinksOnAPanelThatIsAnIcon) {
-    control("Iconized").setVisible(true);
-    msg("WN2");
-    EXPECT_THAT(events, ElementsAre("WarningMessage(2, -1, -1, 0, 0, 0)"));
-    EXPECT_FALSE(running("tmrBlinking"));
-    EXPECT_TRUE(running("tmrWarning"));
-}
-
-TEST_F(WarningsTest, FieldsBlinkInHalfCyclesForThreeSeconds) {
-    msg("WN3");
-    for (int half = 1; half <= 6; ++half) {
-        advance(499);
-        EXPECT_EQ(caption("txtKVp"), half % 2 == 1 ? "80" : "") << half;
-        EXPECT_EQ(caption("txtMA"), "200");
-        advance(1);
-        EXPECT_EQ(caption("txtKVp"), half % 2 == 1 ? "" : "80") << half;
-    }
-    settle();
-    expectAllFieldsShown();
-}
-
-TEST_F(WarningsTest, ANewWarningBeginsANewCycle) {
-    msg("WN3");
-    advance(700);
-    EXPECT_EQ(caption("txtKVp"), "");
-    msg("WN5");
-    expectAllFieldsShown();
-    advance(500);
-    EXPECT_EQ(caption("txtKVp"), "80");
-    EXPECT_EQ(caption("txtMA"), "");
-    advance(2400);
-    EXPECT_TRUE(running("tmrBlinking"));
-    advance(100);
-    EXPECT_FALSE(running("tmrBlinking"));
-    expectAllFieldsShown();
-}
-
 TEST_F(WarningsTest, AValueThatArrivesWhileItsFieldIsDarkShowsAtOnce) {
     msg("WN3");
     advance(600);
@@ -346,18 +232,6 @@ TEST_F(WarningsTest, AValueThatArrivesWhileItsFieldIsDarkShowsAtOnce) {
     EXPECT_EQ(caption("txtKVp"), "");
     settle();
     EXPECT_EQ(caption("txtKVp"), "81");
-}
-
-TEST_F(WarningsTest, TheModeKeyBlinksInItsOwnModeOnly) {
-    msg("TM2");
-    msg("WN16");
-    advance(500);
-    EXPECT_EQ(control("cmbTM", 3).backColour(), kNormalColour);
-    advance(500);
-    EXPECT_EQ(control("cmbTM", 3).backColour(), kNormalColour);
-    settle();
-    EXPECT_EQ(control("cmbTM", 3).backColour(), kNormalColour);
-    EXPECT_EQ(control("cmbTM", 2).backColour(), kActiveColour);
 }
 
 } // namespace

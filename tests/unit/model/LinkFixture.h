@@ -20,19 +20,7 @@ namespace quillon {
 /// raises. The poll is off, so that only what a test does is sent; events are on.
 class LinkTest : public testing::Test {
 protected:
-    explicit LinkTest(std::string commandLine = "") : link(made(std::move(commandLine))) {
-        link.events().forEach(
-            [this](int, std::string_view name, std::string_view, auto& signal) { record(name, signal); });
-        platform.port.onWritten = [this](std::string_view bytes) {
-            constexpr std::string_view kEnd = "\r\n\x03";
-            ASSERT_TRUE(bytes.ends_with(kEnd));
-            sent.emplace_back(bytes.substr(0, bytes.size() - kEnd.size()));
-            timeline.push_back(decimalText(static_cast<double>(platform.time.now() - begin)) + " " +
-                               sent.back());
-        };
-        link.setPortOpen(true);
-        link.setEventEnabled(true);
-    }
+    explicit LinkTest(std::string commandLine = "");
 
     /// One message of the generator.
     void msg(std::string_view text) { platform.port.receive(std::string(text) + "\r\n"); }
@@ -95,24 +83,7 @@ protected:
     Milliseconds begin = 0;
 
 private:
-    TorvaneSerialV3_07_QLC1& made(std::string commandLine) {
-        const TorvaneSerialV3_07_QLC1::Context context{platform.time.schedule(), platform.port,
-                                                       platform.store,           platform.folder,
-                                                       platform.desktop,         std::move(commandLine)};
-        auto made = std::make_unique<TorvaneSerialV3_07_QLC1>(context);
-        TorvaneSerialV3_07_QLC1& control = *made;
-        form.adopt(std::move(made));
-        return control;
-    }
-    template <typename... Arguments> void record(std::string_view name, Signal<Arguments...>& signal) {
-        signal.connect([this, name = std::string(name)](const Arguments&... arguments) {
-            std::string list;
-            ((list += (list.empty() ? "" : ", ") + shown(arguments)), ...);
-            events.push_back(name + "(" + list + ")");
-        });
-    }
-    static std::string shown(const std::string& text) { return '"' + text + '"'; }
-    static std::string shown(const auto& value) { return valueTo<std::string>(toValue(value)); }
+    TorvaneSerialV3_07_QLC1& made(std::string commandLine);
 };
 
 } // namespace quillon

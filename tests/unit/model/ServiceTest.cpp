@@ -10,36 +10,6 @@ using testing::IsEmpty;
 
 using ServiceTest = LinkTest;
 
-TEST_F(ServiceTest, ConfigurationValuesShowInTheirPhases) {
-    struct Row {
-        std::string_view mnemonic;
-        std::string_view label;
-        bool configurationOnly;
-    };
-    for (const Row row : {Row{"TU", "txtCfgTube", true}, Row{"IC", "txtCfgAECIC", true},
-                          Row{"WSI", "txtCfgWSInterlock", false}, Row{"WSF", "txtCfgFailSafe", false}}) {
-        SCOPED_TRACE(row.mnemonic);
-        const auto report = [&](std::string_view value) {
-            msg(std::string(row.mnemonic) + std::string(value));
-            return caption(row.label);
-        };
-        phase(2);
-        EXPECT_EQ(report("3"), row.configurationOnly ? "" : "3");
-        phase(8);
-        EXPECT_EQ(report("0012"), "12");
-        EXPECT_EQ(report("x"), "12");
-        EXPECT_EQ(report(""), "12");
-        EXPECT_EQ(report(" 2 "), "2");
-    }
-    EXPECT_THAT(events, IsEmpty());
-}
-
-TEST_F(ServiceTest, TheSyncTypeIsHardwareAtZero) {
-    EXPECT_EQ(captionAfter("WSS1", "txtCfgSyncType"), "SW");
-    EXPECT_EQ(captionAfter("WSS0", "txtCfgSyncType"), "HW");
-    EXPECT_EQ(captionAfter("WSSx", "txtCfgSyncType"), "HW");
-}
-
 TEST_F(ServiceTest, TheGeneratorAsksForTheLeaveToExpose) {
     for (const bool leave : {true, false}) {
         put("RXEnable", leave);
@@ -55,16 +25,6 @@ class SoftwareSyncTest : public LinkTest {
 protected:
     SoftwareSyncTest() : LinkTest("-swsync") {}
 };
-
-TEST_F(SoftwareSyncTest, TheExposureKeyNeedsSoftwareSync) {
-    phase(2);
-    msg("WM1");
-    for (const std::string_view type : {"WSS1", "WSS0"}) {
-        msg(type);
-        msg("ST3");
-        EXPECT_EQ(visible("cmdSWExposure"), type == "WSS1");
-    }
-}
 
 TEST_F(ServiceTest, WorkingModesShowTheirCaptions) {
     const std::string_view captions[]{"Direct", "Bucky 1", "Bucky 2", "STD Tomo",
@@ -84,23 +44,6 @@ TEST_F(ServiceTest, WorkingModesShowTheirCaptions) {
         EXPECT_EQ(caption("txtCfgWorkingMode"), captions[mode]);
         EXPECT_FALSE(control("cmbFlKVPUp").enabled()) << "configuring a mode does not select it";
     }
-}
-
-TEST_F(ServiceTest, AWorkingModeWithoutACaptionChangesNothingOnThePanel) {
-    phase(2);
-    msg("WM1");
-    forget();
-    for (const std::string_view message : {"WM8", "WM-1"}) {
-        control("cmbFlKVPUp").setEnabled(true);
-        EXPECT_EQ(captionAfter(message, "txtWorkingMode"), "Bucky 1");
-        EXPECT_TRUE(control("cmbFlKVPUp").enabled());
-    }
-    msg("WM");
-    msg("WM32768");
-    EXPECT_THAT(events, ElementsAre("WorkingModeChange(8)", "WorkingModeChange(-1)"));
-    phase(8);
-    msg("WM3");
-    EXPECT_EQ(captionAfter("WM9", "txtCfgWorkingMode"), "STD Tomo");
 }
 
 TEST_F(ServiceTest, LeavingTheDigitalModesDarkensTheirKeys) {
@@ -166,73 +109,6 @@ TEST_F(ServiceTest, TheCalibrationValueMovesTheSliderAndTheSliderSendsIt) {
     ASSERT_TRUE(input.slide(control("sldCalValue"), 4095));
     settle();
     EXPECT_THAT(sent, ElementsAre("CV4095", "CV4095", ""));
-}
-
-TEST_F(ServiceTest, AutocalibrationReportsAnswerTheQuestion) {
-    phase(2);
-    phase(6);
-    phase(9);
-    msg("ST11");
-    link.setEventEnabled(false);
-    forget();
-    for (const std::string_view key : {"cmbAutocalConfirm", "cmbAutocalDismiss"}) {
-        control(key).setEnabled(false);
-    }
-    msg("CAU1");
-    EXPECT_TRUE(active("cmbAutocalibration"));
-    for (const std::string_view key : {"cmbAutocalConfirm", "cmbAutocalDismiss"}) {
-        EXPECT_FALSE(visible(key));
-        EXPECT_TRUE(control(key).enabled());
-    }
-    msg("CAUx");
-    msg("CAU0");
-    EXPECT_FALSE(active("cmbAutocalibration"));
-    msg("CAR1");
-    msg("CAR0");
-    msg("CAR");
-    EXPECT_THAT(events, ElementsAre("AutocalibrationACK(True)", "AutocalibrationACK(False)",
-                                    "AutocalRetry(True)", "AutocalRetry(False)"));
-}
-
-TEST_F(ServiceTest, ManualCalibrationIsToggledByThePhase) {
-    struct Row {
-        int phase;
-        std::vector<std::string> sent;
-    };
-    for (const Row& row : {Row{2, {"400 CA1"}}, Row{6, {"400 CA0"}}, Row{8, {}}, Row{9, {}}}) {
-        SCOPED_TRACE(row.phase);
-        phase(row.phase);
-        control("fraServiceMenuItem", 1).setVisible(false);
-        control("cmbStoreCalValue").setEnabled(row.phase != 2);
-        call("ToggleCalibrationFeature");
-        EXPECT_EQ(control("fraServiceMenuItem", 1).visible(), row.phase == 2);
-        EXPECT_EQ(control("cmbStoreCalValue").enabled(), row.phase != 6);
-        settle();
-        EXPECT_EQ(timeline, row.sent);
-    }
-}
-
-TEST_F(ServiceTest, AutocalibrationIsAskedForOnceAndEndedOnceItRuns) {
-    phase(2);
-    msg("INFx");
-    call("ToggleAutocalibrationFeature");
-    EXPECT_EQ(caption("txtInfo"), "");
-    settle();
-    EXPECT_THAT(sent, IsEmpty());
-
-    phase(6);
-    control("cmbAutocalConfirm").setEnabled(false);
-    call("ToggleAutocalibrationFeature");
-    EXPECT_TRUE(control("cmbAutocalConfirm").enabled());
-    call("ToggleAutocalibrationFeature");
-    settle();
-    EXPECT_THAT(timeline, ElementsAre("1000 CAU1")) << "the second one finds it asked for";
-
-    phase(9);
-    msg("CAU1");
-    call("ToggleAutocalibrationFeature");
-    settle();
-    EXPECT_THAT(timeline, ElementsAre("1000 CAU0"));
 }
 
 TEST_F(ServiceTest, ASecondTryWorksAfterTheGeneratorWentBackToNormalOperation) {
@@ -308,41 +184,6 @@ TEST_F(AnswerTest, AConfirmationThatIsNotAnsweredIsSentOnceMore) {
     link.setStatusUpdateEnable(false);
     advance(120000);
     EXPECT_THAT(timeline, ElementsAre("1020 CAU1"));
-}
-
-TEST_F(AnswerTest, DismissingLeavesAutocalibrationAndThenCalibration) {
-    click("cmbAutocalDismiss");
-    EXPECT_THAT(events, ElementsAre("AutocalibrationDismiss()"));
-    EXPECT_FALSE(visible("cmbAutocalConfirm"));
-    advance(20);
-    EXPECT_EQ(get<std::string>("KVPDisplay"), "");
-    advance(1480);
-    msg("CAU0");
-    msg("ST6");
-    control("cmbAutocalibration").setBackColour(kActiveColour);
-    advance(1519);
-    EXPECT_THAT(timeline, ElementsAre("1020 CAU0", "2420 CA0"));
-    link.timer("timerStatusUpdate").stop();
-    EXPECT_TRUE(active("cmbAutocalibration"));
-    advance(1);
-    EXPECT_FALSE(active("cmbAutocalibration"));
-    EXPECT_FALSE(link.timer("tmrDismiss").running());
-    advance(1500);
-    EXPECT_TRUE(polled());
-    EXPECT_EQ(std::count(sent.begin(), sent.end(), "CA0"), 1);
-}
-
-TEST_F(AnswerTest, ADismissalWaitsAsLongAsItTakes) {
-    click("cmbAutocalDismiss");
-    advance(120000);
-    EXPECT_THAT(timeline, ElementsAre("1020 CAU0"));
-    EXPECT_TRUE(link.timer("tmrDismiss").running());
-    // For the panel it is over at once.
-    link.setStatusUpdateEnable(false);
-    phase(6);
-    call("ToggleAutocalibrationFeature");
-    advance(1000);
-    EXPECT_THAT(sent, ElementsAre("CAU1"));
 }
 
 } // namespace

@@ -92,22 +92,6 @@ TEST(ModalPanelTest, EachClosingKeySetsItsResultsGivesTheStatesBackAndReports) {
     EXPECT_EQ(error.reports, std::vector<std::string>{"OK 0 1011"});
 }
 
-TEST(ModalPanelTest, NumbersStayWithinTheirBounds) {
-    Shown<ctrASelFocusOrParam> parameter;
-    parameter.click("cmbParameterDown");
-    EXPECT_EQ(parameter.caption("lblAutocalParameter"), "1");
-    parameter.click("cmbParameterUp", 40);
-    EXPECT_EQ(parameter.caption("lblAutocalParameter"), "32");
-    EXPECT_EQ(parameter.panel->get<std::int16_t>("AutocalParameter"), 32);
-    parameter.panel->set("AutocalParameter", 6);
-    EXPECT_EQ(parameter.caption("lblAutocalParameter"), "6");
-    Shown<ctrSelWS> workstation;
-    workstation.click("cmbWSUp", 9);
-    EXPECT_EQ(workstation.caption("lblWS"), "8");
-    workstation.click("cmbWSDown", 9);
-    EXPECT_EQ(workstation.caption("lblWS"), "1");
-}
-
 TEST(ModalPanelTest, OnlyAChosenFocusIsPainted) {
     Shown<ctrASelFocusOrParam> choice;
     const auto focus = [&choice] {
@@ -129,17 +113,6 @@ TEST(ModalPanelTest, OnlyAChosenFocusIsPainted) {
     EXPECT_EQ(choice.colour("cmbAutocalSmallFocus"), 0x123456U);
     EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), kNormalColour);
     EXPECT_TRUE(choice.reports.empty());
-}
-
-TEST(ModalPanelTest, ColoursGoByTag) {
-    Shown<ctrSelWS> panel;
-    (*panel.panel)["cmbWSUp"].setTag("ON");
-    panel.panel->set("ButtonOffColor", 1);
-    panel.panel->set("ButtonOnColor", 2);
-    panel.panel->set("ConsoleBackColor", 3);
-    EXPECT_EQ(panel.colour("cmdOK"), 1U);
-    EXPECT_EQ(panel.colour("cmbWSUp"), 2U);
-    EXPECT_EQ(panel.panel->backColour(), 3U);
 }
 
 } // namespace

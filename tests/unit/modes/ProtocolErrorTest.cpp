@@ -35,41 +35,6 @@ TEST_F(ProtocolErrorTest, ErrorAfterThePressSelectsProtocolPanel) {
     }
 }
 
-TEST_F(ProtocolErrorTest, AModeNotLeftEndsTheWait) {
-    click("cmbConfiguration");
-    phase(8);
-    wait(3000);
-    click("cmbConfiguration");
-    garble();
-    wait(3000);
-    EXPECT_EQ(message(), kProtocolError);
-    click("Error", "cmbOK");
-
-    phase(2);
-    wait(12000);
-    click("cmbManualCalibration");
-    click("SelWSCal", "cmdOK");
-    phase(6);
-    wait(5000);
-    click("cmbManualCalibration");
-    garble();
-    wait(5000);
-    EXPECT_EQ(message(), kProtocolError);
-    EXPECT_FALSE(running("tmrCalOFF"));
-}
-
-TEST_F(ProtocolErrorTest, AModeReachedNeedsNoBlame) {
-    click("cmbConfiguration");
-    garble();
-    phase(8);
-    wait(3000);
-    EXPECT_EQ(message(), "");
-    click("cmbConfiguration");
-    phase(2);
-    wait(3000);
-    EXPECT_EQ(message(), "");
-}
-
 TEST_F(ProtocolErrorTest, APressOutsideOfTheModesChangesNoMode) {
     phase(3);
     phase(9);

@@ -134,25 +134,6 @@ INSTANTIATE_TEST_SUITE_P(File, SizeTable, testing::Values(
 ));
 // clang-format on
 
-TEST_F(StartTest, TheSwitchFitsToTheScreenToo) {
-    start("-FitToScreen");
-    EXPECT_EQ(application->form().width(), 15180);
-    EXPECT_FALSE(application->main().topMost());
-}
-
-TEST_F(StartTest, KeysChooseThePositionerAndTheSwitchOnlyShowsIt) {
-    start("", "ORLA=YES\nREMOTE=YES");
-    EXPECT_EQ(application->main().PositionerToCalibrate, 2);
-    EXPECT_TRUE(shows("cmdOrla"));
-    EXPECT_TRUE(shows("cmdMultiRoom"));
-    start("", "ORLA=YES\nREMOTE=Yes");
-    EXPECT_EQ(application->main().PositionerToCalibrate, 1);
-    EXPECT_FALSE(shows("cmdMultiRoom"));
-    start("-ORLA");
-    EXPECT_EQ(application->main().PositionerToCalibrate, 0);
-    EXPECT_TRUE(shows("cmdOrla"));
-}
-
 TEST_F(StartTest, TheHandLetsGoOfWhatGoes) {
     start("");
     ControlFactory factory;

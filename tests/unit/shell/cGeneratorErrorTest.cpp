@@ -75,13 +75,5 @@ TEST_F(cGeneratorErrorTest, TheFileMayLieInAnotherDirectory) {
     EXPECT_EQ(table.problem()->number, 513);
 }
 
-TEST_F(cGeneratorErrorTest, TextsOfTheCodePageAreTakenAsTheyAre) {
-    setup("1=T\xFCr=1\r\n");
-    EXPECT_EQ(table.Description(1), "T\xFCr");
-    setup("\xEF\xBB\xBF"
-          "1=T\xC3\xBCr=1\r\n");
-    EXPECT_EQ(table.Description(1), "T\xFCr");
-}
-
 } // namespace
 } // namespace quillon

@@ -31,11 +31,6 @@ protected:
     std::vector<std::string> happened;
 };
 
-TEST_F(InputTest, AClickIsAPressAReleaseAndTheClick) {
-    EXPECT_TRUE(input.click(screen.key));
-    EXPECT_THAT(happened, ElementsAre("key press", "key release", "key click"));
-}
-
 TEST_F(InputTest, NothingReachesWhatIsHiddenDisabledOrBehindABox) {
     const auto refused = [this] { return !input.press(screen.key) && !input.click(screen.key); };
     screen.frame.setEnabled(false);
@@ -68,17 +63,6 @@ TEST_F(InputTest, AReleaseReachesWhatWasPressedButTheClickDoesNot) {
     input.release(screen.key, false);
     EXPECT_THAT(happened, ElementsAre("key press", "key release", "key abandon")) << "it slid off";
     EXPECT_THAT(told, ElementsAre("", "outside"));
-}
-
-TEST_F(InputTest, HoldsMayOverlap) {
-    Control& other = screen.user.add(Kind::Button, "other");
-    watch(other);
-    input.press(screen.key);
-    input.press(other);
-    input.release(screen.key);
-    input.release(other);
-    EXPECT_THAT(happened, ElementsAre("key press", "other press", "key release", "key click", "other release",
-                                      "other click"));
 }
 
 TEST_F(InputTest, ABoxBreaksEveryHoldOff) {
@@ -120,15 +104,6 @@ TEST_F(InputTest, OnlyTheOperatorsHandCallsTheHandlers) {
     EXPECT_EQ(text.text(), "hand");
     EXPECT_EQ(list.listIndex(), 0);
     EXPECT_EQ(slider.value(), 10);
-}
-
-TEST_F(InputTest, AHandlerMayReplaceItself) {
-    screen.key.on.press = [this] {
-        watch(screen.key);
-        happened.emplace_back("once");
-    };
-    input.click(screen.key);
-    EXPECT_THAT(happened, ElementsAre("once", "key release", "key click"));
 }
 
 } // namespace
