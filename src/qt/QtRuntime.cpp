@@ -7,10 +7,11 @@
 
 namespace quillon {
 
-QtScheduleDriver::QtScheduleDriver(Schedule& schedule) : schedule_(schedule) {
+QtScheduleDriver::QtScheduleDriver(Schedule& schedule, const SteadyClock& clock)
+    : schedule_(schedule), clock_(clock) {
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
-    connect(&timer_, &QTimer::timeout, this, [this] { schedule_.runDue(); });
+    connect(&timer_, &QTimer::timeout, this, [this] { runDue(); });
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
             [this] { arm(); });
 }
@@ -24,6 +25,13 @@ void QtScheduleDriver::arm() {
         constexpr Milliseconds kLongest = 60'000;
         timer_.start(static_cast<int>(std::clamp<Milliseconds>(*due - schedule_.now(), 0, kLongest)));
     }
+}
+
+void QtScheduleDriver::runDue() {
+    if (const auto due = schedule_.nextDue(); onRun && due && *due <= schedule_.now()) {
+        onRun(clock_.microseconds() - *due * 1000);
+    }
+    schedule_.runDue();
 }
 
 void QtEventLoop::processEvents() {

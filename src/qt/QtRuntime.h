@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 
 #include <QObject>
 #include <QTimer>
@@ -14,8 +15,9 @@ namespace quillon {
 /// Milliseconds since the clock was made, whatever happens to the PC's date.
 class SteadyClock final : public Clock {
 public:
-    [[nodiscard]] Milliseconds now() const override {
-        return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+    [[nodiscard]] Milliseconds now() const override { return microseconds() / 1000; }
+    [[nodiscard]] std::int64_t microseconds() const {
+        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
                                                                      start_)
             .count();
     }
@@ -28,12 +30,17 @@ private:
 /// is right after every handler, key, port byte and inside every message box.
 class QtScheduleDriver final : public QObject {
 public:
-    explicit QtScheduleDriver(Schedule& schedule);
+    QtScheduleDriver(Schedule& schedule, const SteadyClock& clock);
+
+    /// Told before due timers run how late the first of them is, in microseconds.
+    std::function<void(std::int64_t late)> onRun;
 
 private:
     void arm();
+    void runDue();
 
     Schedule& schedule_;
+    const SteadyClock& clock_;
     QTimer timer_;
     Milliseconds armedFor_ = 0;
 };
