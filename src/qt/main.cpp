@@ -20,6 +20,7 @@
 #include "qt/EndRequest.h"
 #include "qt/LatenessTrace.h"
 #include "qt/Look.h"
+#include "qt/Priority.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtPower.h"
 #include "qt/QtRuntime.h"
@@ -214,6 +215,8 @@ int run(const Options& options) {
                    }});
     application.setScreen(&screen);
     desktop.setWindow(&screen.window());
+    driver.guard(screen.window());
+    const Priority priority;
     const StartupTrace trace(screen.window());
     const LatenessTrace lateness(driver, schedule, screen.window());
 
