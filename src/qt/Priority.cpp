@@ -11,6 +11,8 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDir>
+#include <QFile>
 #endif
 
 namespace quillon {
@@ -29,14 +31,26 @@ volatile std::sig_atomic_t fallen = 1;
 pid_t scheduled = 0; // the thread that the event loop runs in
 
 /// What the thread starts does not inherit it.
-bool set(int policy, int priority) {
+bool set(pid_t thread, int policy) {
     sched_param parameter{};
-    parameter.sched_priority = priority;
-    return ::sched_setscheduler(scheduled, policy | SCHED_RESET_ON_FORK, &parameter) == 0;
+    parameter.sched_priority = policy == SCHED_OTHER ? 0 : kLowest;
+    return ::sched_setscheduler(thread, policy | SCHED_RESET_ON_FORK, &parameter) == 0;
+}
+
+/// The thread that reads what the display answers, which painting waits for; 0 where there is none.
+pid_t displayReader() {
+    for (const QString& thread :
+         QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile name(QStringLiteral("/proc/self/task/%1/comm").arg(thread));
+        if (name.open(QIODevice::ReadOnly) && name.readAll().startsWith("QXcbEventQueue")) {
+            return static_cast<pid_t>(thread.toInt());
+        }
+    }
+    return 0;
 }
 
 void worksTooLong(int) {
-    set(SCHED_OTHER, 0);
+    set(scheduled, SCHED_OTHER);
     fallen = 1;
 }
 
@@ -53,11 +67,11 @@ bool limitWork() {
     return ::setrlimit(RLIMIT_RTTIME, &limit) == 0;
 }
 
-void askRealtimeKit() {
+void askRealtimeKit(pid_t thread) {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.RealtimeKit1"), QStringLiteral("/org/freedesktop/RealtimeKit1"),
         QStringLiteral("org.freedesktop.RealtimeKit1"), QStringLiteral("MakeThreadRealtime"));
-    call << QVariant::fromValue<qulonglong>(static_cast<qulonglong>(scheduled))
+    call << QVariant::fromValue<qulonglong>(static_cast<qulonglong>(thread))
          << QVariant::fromValue<uint>(kLowest);
     QDBusConnection::systemBus().send(call); // nobody waits for the answer
 }
@@ -79,8 +93,11 @@ void Priority::ask() {
         return;
     }
     fallen = 0;
-    if (!set(SCHED_FIFO, kLowest)) {
-        askRealtimeKit();
+    if (!set(scheduled, SCHED_FIFO)) {
+        askRealtimeKit(scheduled);
+    }
+    if (const pid_t reader = displayReader(); reader != 0 && !set(reader, SCHED_FIFO)) {
+        askRealtimeKit(reader);
     }
 }
 

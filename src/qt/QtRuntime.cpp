@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::int64_t kLongestHold = 100'000;     // microseconds that a picture waits
 constexpr std::int64_t kLongestPaintTime = 40'000; // more than that is not made room for
+constexpr std::int64_t kRest = 3;                  // times as long as painting took
 
 } // namespace
 
@@ -79,7 +80,11 @@ void QtScheduleDriver::stopWaking() {
 #endif
 
 void QtScheduleDriver::arm() {
-    const std::optional<Milliseconds> due = schedule_.nextDue();
+    std::optional<Milliseconds> due = schedule_.nextDue();
+    if (paintHeld_ && rested_ > clock_.microseconds()) {
+        const Milliseconds rested = rested_ / 1000 + 1;
+        due = due ? std::min(*due, rested) : rested;
+    }
     if (due != armedFor_) {
         armedFor_ = due;
         if (due) {
@@ -110,7 +115,10 @@ void QtScheduleDriver::guard(QWidget& window) {
 bool QtScheduleDriver::mayPaint() const {
     const std::optional<Milliseconds> due = schedule_.nextDue();
     const std::int64_t now = clock_.microseconds();
-    return !due || now + paintTime_ < *due * 1000 || (paintHeld_ && now - *paintHeld_ > kLongestHold);
+    if (paintHeld_ && now - *paintHeld_ > kLongestHold) {
+        return true;
+    }
+    return now >= rested_ && (!due || now + paintTime_ < *due * 1000);
 }
 
 /// No timer runs in here: its handler may open a box, and the window has to be painted below it.
@@ -125,7 +133,9 @@ bool QtScheduleDriver::eventFilter(QObject* window, QEvent* event) {
     }
     paintHeld_.reset();
     window->event(event);
-    const std::int64_t took = clock_.microseconds() - begin;
+    const std::int64_t end = clock_.microseconds();
+    const std::int64_t took = end - begin;
+    rested_ = end + kRest * took;
     paintTime_ = std::min(std::max(took, paintTime_ - paintTime_ / 8), kLongestPaintTime);
     return true;
 }

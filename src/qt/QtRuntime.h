@@ -42,7 +42,8 @@ public:
     ~QtScheduleDriver() override;
 
     /// From now on the window is painted only when no timer is due, nor will be before the painting is over
-    /// as far as can be foreseen. A picture waits a tenth of a second at most.
+    /// as far as can be foreseen, and painting takes a quarter of the time. A picture waits a tenth of a
+    /// second at most.
     void guard(QWidget& window);
 
     /// Told before due timers run how late the first of them is, in microseconds.
@@ -68,7 +69,8 @@ private:
 #endif
     std::optional<Milliseconds> armedFor_;
     QWidget* guarded_ = nullptr;
-    std::int64_t paintTime_ = 0;            // microseconds that painting takes at most, these days
+    std::int64_t paintTime_ = 0; // microseconds that painting takes at most, these days
+    std::int64_t rested_ = 0;    // no picture is painted before: timers, and the display, have time
     std::optional<std::int64_t> paintHeld_; // since when a picture waits
 };
 
