@@ -6,7 +6,8 @@ namespace quillon {
 
 namespace {
 
-constexpr std::size_t kViewLimit = 2048; // characters that survive the next line
+constexpr std::size_t kViewLimit = 2048;       // characters that survive the next line
+constexpr std::size_t kFileLimit = 10'000'000; // bytes: six days of the poll, an hour of the busiest line
 constexpr std::string_view kLineEnd = "\r\n";
 
 } // namespace
@@ -24,6 +25,7 @@ void CommunicationLog::setDebugActive(bool active) {
 void CommunicationLog::setLogActive(bool active) {
     LogActive_ = active;
     file_ = active ? folder_.create("log.txt") : nullptr;
+    size_ = 0;
     if (active) {
         desktop_.message(BoxKind::Info, "WARNING",
                          "Log file active. Remember to remove -logFile from command line");
@@ -63,7 +65,7 @@ void CommunicationLog::received(std::string_view frame) {
 }
 
 void CommunicationLog::record(std::string_view mark, std::string_view text) {
-    if (!DebugActive_ && !file_) {
+    if (!DebugActive_ && !LogActive_) {
         return;
     }
     std::string line(mark);
@@ -71,8 +73,21 @@ void CommunicationLog::record(std::string_view mark, std::string_view text) {
     if (DebugActive_) {
         txtDebugComm_.setText(line + txtDebugComm_.text().substr(0, kViewLimit));
     }
+    if (LogActive_) {
+        write(line.append(txtDebugComm_.text()).append(kLineEnd));
+    }
+}
+
+void CommunicationLog::write(std::string_view record) {
+    if (size_ + record.size() > kFileLimit) {
+        file_.reset();
+        folder_.rename("log.txt", "log-older.txt");
+        file_ = folder_.create("log.txt");
+        size_ = 0;
+    }
+    size_ += record.size();
     if (file_) {
-        file_->write(line.append(txtDebugComm_.text()).append(kLineEnd));
+        file_->write(record);
     }
 }
 

@@ -8,8 +8,9 @@
 
 namespace quillon {
 
-/// Shows the traffic of the line in the debug view and writes it to "log.txt". Service aids only: neither has
-/// an effect on the protocol, and no failure of theirs is reported.
+/// Shows the traffic of the line in the debug view and writes it to "log.txt". A full file goes on in a new
+/// one and stays as "log-older.txt". Service aids only: neither has an effect on the protocol, and no failure
+/// of theirs is reported.
 class CommunicationLog {
 public:
     /// `panel` holds the debug view and the status strip that it stands in for.
@@ -35,6 +36,7 @@ public:
     void received(std::string_view frame);
 
 private:
+    void write(std::string_view record);
     void record(std::string_view mark, std::string_view text);
 
     Control& fraDebug_;
@@ -43,6 +45,7 @@ private:
     Folder& folder_;
     Desktop& desktop_;
     std::unique_ptr<TextSink> file_;
+    std::size_t size_ = 0; // of what went into the file
     bool DebugActive_ = false;
     bool LogActive_ = false;
 };

@@ -14,6 +14,21 @@ constexpr Colour kSystemColour = 0x80000000;
 /// Text may shrink to this part of its size before words are broken.
 constexpr double kSmallest = 0.6;
 
+/// In three pieces where it is tall: what Qt paints of many rows at once it shares out to threads, and waits
+/// for them; beside busy programs they are long in coming.
+void fillRounded(QPainter& painter, const QRectF& place, double radius) {
+    const double cap = std::ceil(radius);
+    const bool whole = QRectF(place.toAlignedRect()) == place;
+    if (!whole || place.height() <= 4 * cap || painter.brush().color().alpha() < 255) {
+        painter.drawRoundedRect(place, radius, radius);
+        return;
+    }
+    painter.drawRoundedRect(QRectF(place.left(), place.top(), place.width(), 2 * cap), radius, radius);
+    painter.drawRoundedRect(QRectF(place.left(), place.bottom() - 2 * cap, place.width(), 2 * cap), radius,
+                            radius);
+    painter.fillRect(place.adjusted(0, cap, 0, -cap), painter.brush());
+}
+
 } // namespace
 
 QPalette consolePalette() {
@@ -98,16 +113,17 @@ void paintPlate(QPainter& painter, const QRectF& place, const QColor& fill, cons
     if (width > 0 && fill.alpha() == 255) {
         // The plate on a larger one of the outline's colour: filling costs a fraction of stroking.
         painter.setBrush(edge);
-        painter.drawRoundedRect(place, radius + half, radius + half);
+        fillRounded(painter, place, radius + half);
         painter.setBrush(fill);
-        const double inner = std::max(0.0, radius - half);
-        painter.drawRoundedRect(place.adjusted(width, width, -width, -width), inner, inner);
+        fillRounded(painter, place.adjusted(width, width, -width, -width), std::max(0.0, radius - half));
         return;
     }
     painter.setBrush(fill);
-    if (width > 0) {
-        painter.setPen(QPen(edge, width));
+    if (width <= 0) {
+        fillRounded(painter, place, radius);
+        return;
     }
+    painter.setPen(QPen(edge, width));
     painter.drawRoundedRect(place.adjusted(half, half, -half, -half), radius, radius);
 }
 

@@ -1,9 +1,15 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 
 #include <QObject>
+#include <QWidget>
+#ifdef __linux__
+#include <QSocketNotifier>
+#else
 #include <QTimer>
+#endif
 
 #include "runtime/Clock.h"
 #include "runtime/EventLoop.h"
@@ -14,28 +20,58 @@ namespace quillon {
 /// Milliseconds since the clock was made, whatever happens to the PC's date.
 class SteadyClock final : public Clock {
 public:
-    [[nodiscard]] Milliseconds now() const override {
-        return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+    [[nodiscard]] Milliseconds now() const override { return microseconds() / 1000; }
+    [[nodiscard]] std::int64_t microseconds() const {
+        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
                                                                      start_)
             .count();
     }
+    /// The moment of its 0.
+    [[nodiscard]] std::chrono::steady_clock::time_point start() const { return start_; }
 
 private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-/// Runs the schedule from one timer of Qt's. The timer is set whenever an event loop is about to sleep, so it
-/// is right after every handler, key, port byte and inside every message box.
+/// Runs the schedule from Qt's event loops. The system wakes the loop at the very moment at which the next
+/// timer is due. That moment is set before the loop looks for something to do, and again before it sleeps, so
+/// it is right after every handler, key, port byte and inside every message box.
 class QtScheduleDriver final : public QObject {
 public:
-    explicit QtScheduleDriver(Schedule& schedule);
+    QtScheduleDriver(Schedule& schedule, const SteadyClock& clock);
+    ~QtScheduleDriver() override;
+
+    /// From now on the window is painted only when no timer is due, nor will be before the painting is over
+    /// as far as can be foreseen, and painting takes a quarter of the time. A picture waits a tenth of a
+    /// second at most.
+    void guard(QWidget& window);
+
+    /// Told before due timers run how late the first of them is, in microseconds.
+    std::function<void(std::int64_t late)> onRun;
+
+protected:
+    bool eventFilter(QObject* window, QEvent* event) override;
 
 private:
     void arm();
+    void wakeAt(Milliseconds due);
+    void stopWaking();
+    void runDue();
+    [[nodiscard]] bool mayPaint() const;
 
     Schedule& schedule_;
-    QTimer timer_;
-    Milliseconds armedFor_ = 0;
+    const SteadyClock& clock_;
+#ifdef __linux__
+    int waker_; // a timer of the system's that ends at a moment, not after a time
+    QSocketNotifier woken_;
+#else
+    QTimer waker_;
+#endif
+    std::optional<Milliseconds> armedFor_;
+    QWidget* guarded_ = nullptr;
+    std::int64_t paintTime_ = 0; // microseconds that painting takes at most, these days
+    std::int64_t rested_ = 0;    // no picture is painted before: timers, and the display, have time
+    std::optional<std::int64_t> paintHeld_; // since when a picture waits
 };
 
 class QtEventLoop final : public EventLoop {

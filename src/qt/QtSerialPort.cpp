@@ -8,6 +8,9 @@
 #include <QThread>
 
 #ifndef _WIN32
+#include <cerrno>
+#include <csignal>
+
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -44,24 +47,40 @@ void drain(QSerialPort& device) {
 #endif
 }
 
-/// Who has locked the device; empty when nobody has. A lock stays behind when its owner was killed, and
-/// another account may not remove it.
-QString lockOf(const QString& portName) {
+/// The file that locks the device; empty when there is none.
+QString lockFileOf(const QString& portName) {
     for (const char* directory : {"/var/lock", "/run/lock", "/var/spool/lock", "/tmp", "/var/tmp"}) {
         const QString file =
             QStringLiteral("%1/LCK..%2").arg(QLatin1String(directory), QString(portName).replace(u'/', u'_'));
-        if (!QFileInfo::exists(file)) {
-            continue;
+        if (QFileInfo::exists(file)) {
+            return file;
         }
-        qint64 process = 0;
-        QString host;
-        QString program;
-        const QString owner = QLockFile(file).getLockInfo(&process, &host, &program)
-                                  ? QStringLiteral("process %1 (%2), ").arg(process).arg(program)
-                                  : QString();
-        return owner + file;
     }
     return {};
+}
+
+/// Who has locked the device; empty when nobody has.
+QString lockOf(const QString& portName) {
+    const QString file = lockFileOf(portName);
+    qint64 process = 0;
+    QString host;
+    QString program;
+    const bool told = !file.isEmpty() && QLockFile(file).getLockInfo(&process, &host, &program);
+    return told ? QStringLiteral("process %1 (%2), ").arg(process).arg(program) + file : file;
+}
+
+/// The one that locked the device is no more.
+bool lockLeft(const QString& portName) {
+#ifdef _WIN32
+    return false;
+#else
+    qint64 process = 0;
+    QString host;
+    QString program;
+    const QString file = lockFileOf(portName);
+    return !file.isEmpty() && QLockFile(file).getLockInfo(&process, &host, &program) && process > 0 &&
+           host == QSysInfo::machineHostName() && kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH;
+#endif
 }
 
 std::string reasonOf(const QSerialPort& device, const QString& path) {
@@ -130,6 +149,7 @@ bool QtSerialPort::open(int port, std::string_view settings) {
     const std::optional<LineSettings> line = LineSettings::parse(settings);
     if (line) {
         port_ = port;
+        path_ = devicePath(port, folder_);
         settings_ = *line;
         wanted_ = connectDevice();
     } else {
@@ -221,15 +241,32 @@ bool QtSerialPort::hasRoom() const {
 #endif
 }
 
+/// Empty when it cannot be opened. A lock that another account's console left when it was killed may not be
+/// removed, but it goes by the path: a slash more, and the lock is another one. The device itself lets nobody
+/// in beside us.
+std::unique_ptr<QSerialPort> QtSerialPort::openDevice() {
+    constexpr qsizetype kMostLocks = 8;
+    for (QString path = path_;; path.prepend(u'/')) {
+        auto device = std::make_unique<QSerialPort>(path);
+        device->setBaudRate(settings_.baudRate);
+        device->setParity(settings_.parity);
+        device->setDataBits(settings_.dataBits);
+        device->setStopBits(settings_.stopBits);
+        device->setFlowControl(QSerialPort::NoFlowControl);
+        if (device->open(QIODevice::ReadWrite)) {
+            return device;
+        }
+        const bool left = device->error() == QSerialPort::PermissionError && lockLeft(device->portName());
+        if (!left || !path.startsWith(u'/') || path.size() > path_.size() + kMostLocks) {
+            failure_ = reasonOf(*device, path_);
+            return nullptr;
+        }
+    }
+}
+
 bool QtSerialPort::connectDevice() {
-    auto device = std::make_unique<QSerialPort>(devicePath(port_, folder_));
-    device->setBaudRate(settings_.baudRate);
-    device->setParity(settings_.parity);
-    device->setDataBits(settings_.dataBits);
-    device->setStopBits(settings_.stopBits);
-    device->setFlowControl(QSerialPort::NoFlowControl);
-    if (!device->open(QIODevice::ReadWrite)) {
-        failure_ = reasonOf(*device, devicePath(port_, folder_));
+    auto device = openDevice();
+    if (!device) {
         return false;
     }
     // A line hears nothing while it is closed, whatever the system kept of that time.
@@ -262,12 +299,15 @@ void QtSerialPort::deviceLost() {
     if (device_ != nullptr) {
         ++losses_;
         dropDevice();
+        tellNotice(fromQt(QStringLiteral("COM%1: %2 is gone").arg(port_).arg(path_)));
     }
 }
 
 void QtSerialPort::watch() {
     if (device_ == nullptr) {
-        connectDevice();
+        if (connectDevice()) {
+            tellNotice(fromQt(QStringLiteral("COM%1: %2 is back").arg(port_).arg(path_)));
+        }
     } else if (hungUp()) {
         deviceLost();
     }

@@ -51,6 +51,7 @@ public:
 
 private:
     bool connectDevice();
+    [[nodiscard]] std::unique_ptr<QSerialPort> openDevice();
     void dropDevice();
     void deviceLost();
     void watch();
@@ -68,6 +69,7 @@ private:
     QTimer watch_;
     QTimer retry_; // runs while something waits
     int port_ = 0;
+    QString path_; // of its device
     LineSettings settings_{};
     std::string failure_;
     bool wanted_ = false;

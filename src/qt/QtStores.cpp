@@ -99,4 +99,10 @@ std::unique_ptr<TextSink> DiskFolder::create(std::string_view name) {
     return nullptr;
 }
 
+void DiskFolder::rename(std::string_view name, std::string_view newName) {
+    const QString to = directory_.filePath(toQt(newName));
+    QFile::remove(to);
+    QFile::rename(directory_.filePath(toQt(name)), to);
+}
+
 } // namespace quillon

@@ -42,6 +42,7 @@ public:
     [[nodiscard]] std::optional<std::string> read(std::string_view name, std::size_t limit) const override;
     /// A folder of the user's own is made when it is missing. A failure is told on standard error.
     [[nodiscard]] std::unique_ptr<TextSink> create(std::string_view name) override;
+    void rename(std::string_view name, std::string_view newName) override;
 
 private:
     QDir directory_;

@@ -45,9 +45,9 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), ground());
     const auto caption = words();
-    QRectF outline = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    QRectF outline(rect());
     if (caption) {
-        outline.setTop(caption->place.height() / 2.0);
+        outline.setTop(caption->place.height() / 2);
     }
     // Around a single thing there is nothing to group.
     if (control().border() && (caption || control().stack().size() > 1)) {
@@ -64,7 +64,18 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     if (control().backColour() != kNormalColour) {
         painter.fillRect(rect(), screenColour(control().backColour()));
     }
-    paintArt(painter, control().art(), rect(), QColor::fromRgb(isEnabled() ? kInk : kMutedInk));
+    // It hardly ever changes, and drawing takes long.
+    const QColor ink = QColor::fromRgb(isEnabled() ? kInk : kMutedInk);
+    const std::tuple shown(control().art(), size(), ink.rgb());
+    if (drawn_.isNull() || shown != shown_) {
+        shown_ = shown;
+        drawn_ = QPixmap(size() * devicePixelRatioF());
+        drawn_.setDevicePixelRatio(devicePixelRatioF());
+        drawn_.fill(Qt::transparent);
+        QPainter onto(&drawn_);
+        paintArt(onto, control().art(), rect(), ink);
+    }
+    painter.drawPixmap(0, 0, drawn_);
 }
 
 } // namespace quillon

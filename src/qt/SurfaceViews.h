@@ -1,5 +1,10 @@
 #pragma once
 
+#include <string>
+#include <tuple>
+
+#include <QPixmap>
+
 #include "qt/ControlView.h"
 
 namespace quillon {
@@ -34,6 +39,10 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    QPixmap drawn_;
+    std::tuple<std::string, QSize, QRgb> shown_; // what is drawn there
 };
 
 } // namespace quillon

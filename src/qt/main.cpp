@@ -18,7 +18,9 @@
 #include "console/ConsoleVersion.h"
 #include "qt/Convert.h"
 #include "qt/EndRequest.h"
+#include "qt/LatenessTrace.h"
 #include "qt/Look.h"
+#include "qt/Priority.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtPower.h"
 #include "qt/QtRuntime.h"
@@ -175,7 +177,7 @@ int run(const Options& options) {
         boxCloser.emplace(clock);
     }
     Schedule schedule(clock);
-    const QtScheduleDriver driver(schedule);
+    QtScheduleDriver driver(schedule, clock);
     QtEventLoop loop(schedule);
     DiskFolder folder = DiskFolder::home();
     QtSerialPort port(folder, clock);
@@ -213,7 +215,10 @@ int run(const Options& options) {
                    }});
     application.setScreen(&screen);
     desktop.setWindow(&screen.window());
+    driver.guard(screen.window());
+    const Priority priority;
     const StartupTrace trace(screen.window());
+    const LatenessTrace lateness(driver, schedule, screen.window());
 
     std::unique_ptr<Tour> tour;
     if (!options.tour.isEmpty()) {

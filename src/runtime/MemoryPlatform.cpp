@@ -120,6 +120,13 @@ std::unique_ptr<TextSink> MemoryFolder::create(std::string_view name) {
     return std::make_unique<MemorySink>(files_.find(name)->second, readOnly_);
 }
 
+void MemoryFolder::rename(std::string_view name, std::string_view newName) {
+    if (const auto file = files_.find(name); file != files_.end() && !*readOnly_) {
+        files_.insert_or_assign(std::string(newName), file->second);
+        files_.erase(files_.find(name));
+    }
+}
+
 void MemoryFolder::put(std::string_view name, std::string_view content) {
     files_.insert_or_assign(std::string(name), std::make_shared<std::string>(content));
 }

@@ -82,6 +82,7 @@ class MemoryFolder final : public Folder {
 public:
     [[nodiscard]] std::optional<std::string> read(std::string_view name, std::size_t limit) const override;
     [[nodiscard]] std::unique_ptr<TextSink> create(std::string_view name) override;
+    void rename(std::string_view name, std::string_view newName) override;
 
     void put(std::string_view name, std::string_view content);
     /// The whole file; empty when there is none.

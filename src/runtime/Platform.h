@@ -17,6 +17,7 @@ class SerialPort {
 public:
     using Receiver = std::function<void(std::string_view bytes)>;
     using Outcome = std::function<void(std::string_view frame, bool sent)>;
+    using Notice = std::function<void(std::string_view text)>;
 
     virtual ~SerialPort() = default;
     /// Opens COM port `port` with settings such as "19200,n,8,1", after closing what was open. The result
@@ -34,8 +35,15 @@ public:
     /// Told what became of each frame written to an open port, once and in order, as a rule from inside
     /// write(): the device has taken it, or it was thrown away.
     void setOutcome(Outcome outcome) { outcome_ = std::move(outcome); }
+    /// Told, in words for a log, when the device of an open port has gone, and when it is back.
+    void setNotice(Notice notice) { notice_ = std::move(notice); }
 
 protected:
+    void tellNotice(std::string_view text) const {
+        if (notice_) {
+            notice_(text);
+        }
+    }
     void tellOutcome(std::string_view frame, bool sent) const {
         if (outcome_) {
             outcome_(frame, sent);
@@ -46,6 +54,7 @@ protected:
 
 private:
     Outcome outcome_;
+    Notice notice_;
 };
 
 /// The per-user store of key and value, addressed by application, section and key.
@@ -77,6 +86,8 @@ public:
     [[nodiscard]] virtual std::optional<std::string> read(std::string_view name, std::size_t limit) const = 0;
     /// Opens a file for writing from its start, replacing what was there; empty when that fails.
     [[nodiscard]] virtual std::unique_ptr<TextSink> create(std::string_view name) = 0;
+    /// Gives a file that nobody writes another name, in place of what had it. What fails is left.
+    virtual void rename(std::string_view name, std::string_view newName) = 0;
 };
 
 enum class BoxKind { Info, Critical };

@@ -93,10 +93,12 @@ public:
             }
             tellOutcome(frame, sent);
         });
+        line_.setNotice([this](std::string_view text) { tellNotice(text); });
     }
     ~Port() override {
         line_.setReceiver({});
         line_.setOutcome({});
+        line_.setNotice({});
     }
 
     bool open(int port, std::string_view settings) override {

@@ -29,6 +29,8 @@ declare -A place=(
     [autocalibration]='880 478' [user]='880 478' [reset]='844 549'
     [workstation-ok]='558 528' [focus-ok]='608 146' [yes]='210 566' [confirm]='473 209' [dismiss]='657 209'
     [remote]='570 700' [orla]='190 700' [kv-up]='92 243' [log-ok]='653 371' [panel-ok]='383 402'
+    [counter-reset]='102 572' [counter-yes]='537 645'
+    [orla-axis]='128 97' [orla-value]='405 139' [orla-set]='534 139'
 )
 
 point() {

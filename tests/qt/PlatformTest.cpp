@@ -21,7 +21,7 @@ namespace {
 TEST(QtScheduleDriver, TimersRunOnTimeInsideEveryLoop) {
     const SteadyClock clock;
     Schedule schedule(clock);
-    const QtScheduleDriver driver(schedule);
+    const QtScheduleDriver driver(schedule, clock);
     int ticks = 0;
     int inner = 0;
     Timer slow(schedule);
@@ -53,7 +53,7 @@ TEST(QtEventLoop, ServesWhatIsDueAndReturns) {
 TEST(QtDesktop, OneBoxIsUpAtATimeAndTimeGoesOn) {
     const SteadyClock clock;
     Schedule schedule(clock);
-    const QtScheduleDriver driver(schedule);
+    const QtScheduleDriver driver(schedule, clock);
     QtDesktop desktop;
     std::vector<std::string> order;
     const auto boxUp = [] {

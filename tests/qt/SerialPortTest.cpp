@@ -74,9 +74,12 @@ TEST_F(SerialPortTest, BytesPassAsTheyAreInBothDirections) {
 
 TEST_F(SerialPortTest, ADeviceThatVanishesIsClosedOnceAndComesBackByItself) {
     plug();
+    std::string told;
+    port.setNotice([&told](std::string_view text) { told.append(text).append(", "); });
     ASSERT_TRUE(open());
     generator.reset();
     EXPECT_TRUE(waitFor([&] { return port.losses() == 1; }));
+    folder.put("Quillon.ini", ""); // not read again before the next open()
     EXPECT_TRUE(port.isOpen()) << "to the link nothing happened";
     EXPECT_FALSE(port.connected());
     port.write("HU\r\n\x03");
@@ -94,6 +97,7 @@ TEST_F(SerialPortTest, ADeviceThatVanishesIsClosedOnceAndComesBackByItself) {
     port.write("ST\r\n\x03");
     EXPECT_EQ(heard(5), "ST\r\n\x03");
     EXPECT_EQ(outcomes, "-HU +ST ");
+    EXPECT_EQ(told, "COM3: " + link + " is gone, COM3: " + link + " is back, ");
 }
 
 // What the far end's own buffers hold is with the far end; the rest must not get there late.

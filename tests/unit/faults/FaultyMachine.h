@@ -81,6 +81,9 @@ struct FaultyMachine {
                        ? nullptr
                        : std::make_unique<Sink>(machine, machine.memory.folder.create(name));
         }
+        void rename(std::string_view name, std::string_view newName) override {
+            machine.memory.folder.rename(name, newName);
+        }
         FaultyMachine& machine;
     };
 

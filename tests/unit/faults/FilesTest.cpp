@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "FaultyMachine.h"
+#include "link/CommunicationLog.h"
 
 namespace quillon {
 namespace {
@@ -115,6 +116,28 @@ TEST(Files, ALogThatCannotBeWrittenIsNoFaultOfTheService) {
     EXPECT_THAT(machine.box(), HasSubstr("Log file active"));
     EXPECT_EQ(machine.memory.folder.find("log.txt"), nullptr);
     expectService(machine);
+}
+
+TEST(Files, AFullLogGoesOnInANewOneAndTheOneBeforeIsKept) {
+    MemoryPlatform machine;
+    ControlHost panel(Kind::User, "panel", machine.time.schedule());
+    for (const auto& [kind, name] :
+         {std::pair{Kind::Frame, "fraDebug"}, {Kind::Frame, "fraStatus"}, {Kind::TextBox, "txtDebugComm"}}) {
+        panel.add(kind, name);
+    }
+    CommunicationLog log(panel, machine.folder, machine.desktop);
+    log.setLogActive(true);
+    const std::string message(999'992, 'x'); // with its marks, a record of a million bytes
+    for (int file = 0; file < 2; ++file) {
+        for (int record = 0; record < 10; ++record) {
+            log.sent(message);
+        }
+        EXPECT_EQ(machine.folder.find("log.txt")->size(), 10'000'000);
+        log.sent(std::to_string(file));
+        EXPECT_EQ(*machine.folder.find("log.txt"), "(Tx)" + std::to_string(file) + "\r\n\r\n");
+        EXPECT_EQ(machine.folder.find("log-older.txt")->size(), 10'000'000);
+        log.setLogActive(true);
+    }
 }
 
 TEST(Files, AStoreThatFailsLosesSettingsAndNothingElse) {

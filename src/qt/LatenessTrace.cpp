@@ -1,0 +1,51 @@
+#include "qt/LatenessTrace.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace quillon {
+
+namespace {
+
+constexpr int kProbeInterval = 47;    // ms, in step with no timer of the console's
+constexpr Milliseconds kQuiet = 3000; // the start is not what is measured
+
+} // namespace
+
+LatenessTrace::LatenessTrace(QtScheduleDriver& driver, Schedule& schedule, QWidget& window)
+    : probe_(schedule) {
+    int repaint = 0;
+    if (std::sscanf(qgetenv("QUILLON_LATENESS").constData(), "%zu %d", &wanted_, &repaint) < 1 ||
+        wanted_ == 0) {
+        return;
+    }
+    late_.reserve(wanted_);
+    schedule.post(kQuiet, [this, &driver] {
+        driver.onRun = [this](std::int64_t late) { note(late); };
+        probe_.start(kProbeInterval);
+    });
+    if (repaint > 0) {
+        QObject::connect(&repaint_, &QTimer::timeout, &window, [&window] { window.update(); });
+        repaint_.start(repaint);
+    }
+}
+
+void LatenessTrace::note(std::int64_t late) {
+    if (late_.size() < wanted_) {
+        late_.push_back(late);
+        if (late_.size() == wanted_) {
+            tell();
+        }
+    }
+}
+
+void LatenessTrace::tell() {
+    std::sort(late_.begin(), late_.end());
+    const auto at = [this](std::size_t percent) {
+        return static_cast<double>(late_[(late_.size() - 1) * percent / 100]) / 1000;
+    };
+    std::fprintf(stderr, "lateness in ms of %zu timers: median %.2f p95 %.2f p99 %.2f maximum %.2f\n",
+                 late_.size(), at(50), at(95), at(99), at(100));
+}
+
+} // namespace quillon

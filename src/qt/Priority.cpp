@@ -1,0 +1,111 @@
+#include "qt/Priority.h"
+
+#ifdef __linux__
+#include <algorithm>
+#include <csignal>
+
+#include <sched.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDir>
+#include <QFile>
+#endif
+
+namespace quillon {
+
+#ifdef __linux__
+
+namespace {
+
+constexpr int kAfterStart = 500;      // ms; starting takes long, and no frame is under way yet
+constexpr int kAgain = 5000;          // ms
+constexpr int kLowest = 1;            // of the real-time priorities
+constexpr rlim_t kPatience = 100'000; // microseconds of work without a pause
+constexpr rlim_t kEnd = 200'000;      // the system ends the process then; RealtimeKit wants no more
+
+volatile std::sig_atomic_t fallen = 1;
+pid_t scheduled = 0; // the thread that the event loop runs in
+
+/// What the thread starts does not inherit it.
+bool set(pid_t thread, int policy) {
+    sched_param parameter{};
+    parameter.sched_priority = policy == SCHED_OTHER ? 0 : kLowest;
+    return ::sched_setscheduler(thread, policy | SCHED_RESET_ON_FORK, &parameter) == 0;
+}
+
+/// The thread that reads what the display answers, which painting waits for; 0 where there is none.
+pid_t displayReader() {
+    for (const QString& thread :
+         QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile name(QStringLiteral("/proc/self/task/%1/comm").arg(thread));
+        if (name.open(QIODevice::ReadOnly) && name.readAll().startsWith("QXcbEventQueue")) {
+            return static_cast<pid_t>(thread.toInt());
+        }
+    }
+    return 0;
+}
+
+void worksTooLong(int) {
+    set(scheduled, SCHED_OTHER);
+    fallen = 1;
+}
+
+/// What runs away must not take the PC with it.
+bool limitWork() {
+    struct sigaction action {};
+    action.sa_handler = worksTooLong;
+    action.sa_flags = SA_RESTART;
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_RTTIME, &limit) != 0 || ::sigaction(SIGXCPU, &action, nullptr) != 0) {
+        return false;
+    }
+    limit = {std::min(kPatience, limit.rlim_max), std::min(kEnd, limit.rlim_max)};
+    return ::setrlimit(RLIMIT_RTTIME, &limit) == 0;
+}
+
+void askRealtimeKit(pid_t thread) {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.RealtimeKit1"), QStringLiteral("/org/freedesktop/RealtimeKit1"),
+        QStringLiteral("org.freedesktop.RealtimeKit1"), QStringLiteral("MakeThreadRealtime"));
+    call << QVariant::fromValue<qulonglong>(static_cast<qulonglong>(thread))
+         << QVariant::fromValue<uint>(kLowest);
+    QDBusConnection::systemBus().send(call); // nobody waits for the answer
+}
+
+} // namespace
+
+Priority::Priority() {
+    if (qgetenv("QUILLON_PRIORITY") == "no" || !limitWork()) {
+        return;
+    }
+    scheduled = static_cast<pid_t>(::syscall(SYS_gettid));
+    QTimer::singleShot(kAfterStart, this, [this] { ask(); });
+    connect(&again_, &QTimer::timeout, this, [this] { ask(); });
+    again_.start(kAgain);
+}
+
+void Priority::ask() {
+    if (fallen == 0) {
+        return;
+    }
+    fallen = 0;
+    if (!set(scheduled, SCHED_FIFO)) {
+        askRealtimeKit(scheduled);
+    }
+    if (const pid_t reader = displayReader(); reader != 0 && !set(reader, SCHED_FIFO)) {
+        askRealtimeKit(reader);
+    }
+}
+
+#else
+
+Priority::Priority() = default;
+void Priority::ask() {}
+
+#endif
+
+} // namespace quillon
