@@ -100,9 +100,9 @@ std::unique_ptr<TextSink> DiskFolder::create(std::string_view name) {
 }
 
 void DiskFolder::rename(std::string_view name, std::string_view newName) {
-    const QString to = directory_.filePath(toQt(newName));
+    const QString to = written_.filePath(toQt(newName));
     QFile::remove(to);
-    QFile::rename(directory_.filePath(toQt(name)), to);
+    QFile::rename(written_.filePath(toQt(name)), to);
 }
 
 } // namespace quillon
