@@ -257,7 +257,7 @@ void ServiceSession::reported(Phase phase) {
             context_.console.timer(wait.timer).stop();
         }
     }
-    if (phase == Phase::Initialization || phase == Phase::Calibration || phase == Phase::Configuration) {
+    if (phase == Phase::Initialization || isServiceMode(phase)) {
         closeScreen();
     }
     if (const std::optional<Way> way = wayOf(phase)) {
