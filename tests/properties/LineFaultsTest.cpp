@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "console/ctrQuillonConsole.h"
+#include "explore/Session.h"
 #include "link/TorvaneSerial.h"
-#include "soak/Session.h"
 
 namespace quillon {
 namespace {
@@ -24,7 +24,7 @@ struct Round {
     std::set<std::string> reached;
     std::set<std::string> panels; ///< titles of messages that he had to acknowledge
     bool lost = false;            ///< the console said that the generator is gone
-    std::vector<std::string> violations;
+    std::string complaints;
 };
 
 /// Configuration, counters and calibration, each entered and left, then the end. He reads what the screen
@@ -43,7 +43,7 @@ public:
         }
         look("Quillon.cmbReadExposureCounters", 3000);
         session_.leave();
-        round_.violations = session_.violations();
+        round_.complaints = session_.complaints();
     }
 
 private:
@@ -115,7 +115,7 @@ Round roundWith(int n, Fault fault, bool toGenerator, std::string_view kind) {
         round.faulted = true;
         return fault(bytes);
     };
-    (toGenerator ? session.toGenerator : session.toConsole) = line;
+    (toGenerator ? session.farEnd().toGenerator : session.toConsole) = line;
     Engineer(session, round).walk();
     return round;
 }
@@ -127,7 +127,7 @@ int sweep(int step, Fault fault, bool toGenerator, std::string_view kind, Judge 
     for (;; n += step) {
         SCOPED_TRACE("piece " + std::to_string(n));
         const Round round = roundWith(n, fault, toGenerator, kind);
-        EXPECT_THAT(round.violations, IsEmpty());
+        EXPECT_EQ(round.complaints, "");
         judge(round);
         if (!round.faulted) {
             EXPECT_THAT(round.panels, IsEmpty());
@@ -195,15 +195,15 @@ TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
         Milliseconds gone = 0;
         const auto line = [&](std::string_view bytes) {
             if (++seen == n) {
-                gone = session.machine.time.now();
+                gone = session.machine().time.now();
             }
-            const bool away = seen >= n && session.machine.time.now() - gone < 120'000;
+            const bool away = seen >= n && session.machine().time.now() - gone < 120'000;
             return away ? std::string() : std::string(bytes);
         };
-        session.toGenerator = line;
+        session.farEnd().toGenerator = line;
         session.toConsole = line;
         Engineer(session, round).walk();
-        EXPECT_THAT(round.violations, IsEmpty());
+        EXPECT_EQ(round.complaints, "");
         losses += round.lost ? 1 : 0;
         if (HasFailure()) {
             return;
@@ -216,17 +216,17 @@ TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
 TEST(LineFaults, AStalledReaderIsSilenceAndNoMore) {
     Session session(Plan{"", {}, "startphase=2", {}});
     session.perform("wait 20000");
-    session.toGenerator = nothing;
+    session.farEnd().toGenerator = nothing;
     const std::uint64_t before = session.frameCount();
     session.perform("wait 3600000");
     EXPECT_LT(session.frameCount() - before, 3600U); // one poll in more than a second, no burst
     EXPECT_EQ(session.application().console()["lblHelp"].caption(), "Communications ERROR");
-    session.toGenerator = {};
+    session.farEnd().toGenerator = {};
     session.perform("wait 60000");
     EXPECT_EQ(session.application().link()["txtPHASE"].caption(), "Normal Operation");
     EXPECT_TRUE(session.application().console()["cmbConfiguration"].enabled());
     session.leave();
-    EXPECT_THAT(session.violations(), IsEmpty());
+    EXPECT_EQ(session.complaints(), "");
 }
 
 } // namespace

@@ -15,8 +15,8 @@
 #include "base/Text.h"
 #include "console/ServiceSession.h"
 #include "console/ctrQuillonConsole.h"
+#include "explore/Session.h"
 #include "link/TorvaneSerial.h"
-#include "soak/Session.h"
 
 namespace quillon {
 namespace {
@@ -142,7 +142,7 @@ public:
     [[nodiscard]] bool allowsXRays() {
         return session_.ask("status").find("x-rays enabled") != std::string::npos;
     }
-    [[nodiscard]] const std::vector<std::string>& violations() const { return session_.violations(); }
+    [[nodiscard]] std::string complaints() const { return session_.complaints(); }
     void perform(std::string_view line) { session_.perform(line); }
 
     void befall(Way way) {
@@ -310,7 +310,7 @@ TEST_P(Matrix, LeavesAWayOnAndNothingBehind) {
             cell.perform("wait 60000");
         }
         EXPECT_TRUE(cell.ended());
-        EXPECT_EQ(cell.violations(), std::vector<std::string>{});
+        EXPECT_EQ(cell.complaints(), "");
         // Phase 1 takes no command.
         EXPECT_TRUE(cell.allowsXRays() || (GetParam().run == Run::Closing && way == Way::Restart));
     }

@@ -25,7 +25,7 @@ void FarEnd::written(std::string_view bytes) {
         frameWritten(text);
     }
     if (generator_) {
-        generator_->receive(bytes, schedule_.now());
+        generator_->receive(toGenerator ? toGenerator(bytes) : std::string(bytes), schedule_.now());
         wakeGenerator();
     }
     writing_ = false;
@@ -69,7 +69,7 @@ void FarEnd::deliver(std::string_view bytes) {
     if (writing_) {
         schedule_.post(0, [this, later = std::string(bytes)] { deliver(later); });
     } else {
-        port_.receive(bytes);
+        port_.receive(toConsole ? toConsole(bytes) : std::string(bytes));
     }
 }
 

@@ -22,7 +22,12 @@ public:
     void written(std::string_view bytes);
     /// Told of each frame, without its end bytes, before anything answers it.
     std::function<void(std::string_view text)> onFrame;
+    /// What becomes of bytes on the line to the simulated generator, and to the console; empty: they pass.
+    std::function<std::string(std::string_view bytes)> toGenerator;
+    std::function<std::string(std::string_view bytes)> toConsole;
 
+    /// These bytes arrive at the console, or behind what it is just writing.
+    void deliver(std::string_view bytes);
     /// Answers every non-empty frame with "AK"; empty ends it.
     void setAcknowledgement(std::optional<Milliseconds> delay) { acknowledgement_ = delay; }
     /// Answers a frame with a message. A `*` at the end of `frame` stands for any rest.
@@ -45,7 +50,6 @@ private:
 
     void frameWritten(std::string_view text);
     void send(std::string_view message, Milliseconds delay);
-    void deliver(std::string_view bytes);
     void wakeGenerator();
 
     Schedule& schedule_;

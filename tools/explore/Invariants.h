@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "console/ServiceSession.h"
+#include "console/ctrQuillonConsole.h"
+#include "link/TorvaneSerial.h"
+#include "scenario/Rig.h"
+
+namespace quillon {
+
+/// What is known from outside of a console in the middle of its work: what passed on the line, and whose
+/// hands did what.
+class Facts {
+public:
+    explicit Facts(Rig& rig) : rig_(rig) {}
+
+    /// The console stands; its events are listened to from now on.
+    void begin();
+    /// A message of the generator on an open line, without its end bytes.
+    void reportHeard(std::string_view text);
+    /// A frame of the console, without its end bytes.
+    void frameWritten(std::string_view text);
+    /// A hand has gone to a control within reach; its commands may go out now.
+    void handAt(std::string_view name);
+    /// To be called whenever something may have changed.
+    void look();
+
+    [[nodiscard]] Application& application() const { return rig_.application(); }
+    [[nodiscard]] const ctrQuillonConsole& console() const { return application().console(); }
+    [[nodiscard]] const ServiceSession& doing() const { return console().session(); }
+    [[nodiscard]] const TorvaneSerialV3_07_QLC1& link() const { return application().link(); }
+    [[nodiscard]] bool reaches(const Control& control) const {
+        return application().input().reachable(control);
+    }
+    [[nodiscard]] bool portOpen() const { return rig_.machine.port.isOpen(); }
+    [[nodiscard]] Milliseconds now() const { return rig_.machine.time.now(); }
+    /// The console, the link control, and the panels that are open.
+    [[nodiscard]] std::vector<const ControlHost*> hosts() const;
+    /// The panel in front; empty when there is none.
+    [[nodiscard]] const ControlHost* panel() const;
+    /// All that a hand can reach and that takes something from it.
+    [[nodiscard]] std::vector<const Control*> inReach() const;
+
+    std::set<std::string> held; ///< keys under a finger
+    std::string frame;          ///< the last that was written
+    std::int32_t phase = 0;     ///< as last reported, 1 to 13; 0 before
+    std::string rays;           ///< the last word to the generator about X-rays
+    Run run = Run::None;        ///< what the console does, and
+    Run runBefore = Run::None;  ///< what it did before
+    std::int16_t busy = 0;
+    bool enableAsked = false;                  ///< by the generator, since the queue was empty
+    std::set<std::int32_t> masks{0};           ///< of phases, all that stood since the queue was empty
+    std::map<std::string_view, int> allowance; ///< transmissions that keys have paid for
+
+private:
+    void phaseHeard(std::string_view value);
+
+    Rig& rig_;
+    std::int32_t mask_ = 0;
+};
+
+/// When something must hold.
+enum class When : std::uint8_t {
+    Always, ///< at every moment
+    Moved,  ///< when a move is over
+    Frame,  ///< with each frame
+    Rest,   ///< when an honest generator and the console's own keys have led back
+    Closed, ///< when the window has gone
+};
+
+/// One thing that must hold, whatever the operator, the generator and the line do. docs/safety.md names each
+/// beside its hazard.
+struct Invariant {
+    std::string_view name;
+    When when;
+    /// What is wrong; empty while it holds.
+    std::string (*broken)(const Facts& facts);
+};
+[[nodiscard]] std::span<const Invariant> invariants();
+
+struct Violation {
+    std::string invariant;
+    std::string what;
+    Milliseconds time = 0;
+    /// Times differ while moves are taken out; what went wrong does not.
+    bool operator==(const Violation& other) const {
+        return invariant == other.invariant && what == other.what;
+    }
+    [[nodiscard]] std::string text() const { return std::to_string(time) + " " + invariant + ": " + what; }
+};
+
+} // namespace quillon

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Invariants.h"
+#include "scenario/Rig.h"
+
+namespace quillon {
+
+/// What an operator, a generator and a line do to the application: a scenario file without its expectations.
+struct Plan {
+    std::string commandLine;
+    std::vector<std::string> configuration; ///< lines of the section CONFIG
+    std::optional<std::string>
+        generator;                  ///< options of the simulated one; nothing: the lines tell what it says
+    std::vector<std::string> lines; ///< scenario commands
+};
+
+/// The plan as a file for quillon-scenario.
+[[nodiscard]] std::string scenarioOf(const Plan& plan);
+
+/// The whole application on the scenario runner's rig, watched for what must never happen.
+class Session {
+public:
+    /// Creates the application, shows it and connects the generator. The plan's lines are not carried out.
+    explicit Session(const Plan& plan);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Carries one scenario command out: wait, sim, simulate, msg, ack, press, release, click, type, select,
+    /// slide, answer. False when it names a control that is not there; nothing happens then.
+    bool perform(std::string_view line);
+    /// What the generator answers to a command of its own console.
+    std::string ask(std::string_view command) { return rig_.farEnd.command(command); }
+    /// The machine becomes a healthy one, and the operator leaves level by level until only "Close" is left.
+    void comeToRest();
+    /// The last level, with what must hold at rest and at the end.
+    void leave();
+
+    /// Names of all controls that a hand can reach now and that take something from it.
+    [[nodiscard]] std::vector<std::string> reachable();
+    [[nodiscard]] bool reaches(std::string_view name);
+    [[nodiscard]] Control* find(std::string_view name) { return rig_.find(name); }
+    [[nodiscard]] const std::set<std::string>& held() const { return facts_.held; }
+    [[nodiscard]] bool ended() const { return rig_.ended(); }
+    /// Whether two sessions stand in the same place: all that is on the screen, what runs, what was heard.
+    [[nodiscard]] std::uint64_t state();
+    /// The shortest of the console's waits; the poll's pace while it waits for nothing.
+    [[nodiscard]] Milliseconds nextWait();
+
+    /// The commands carried out, unless it does not keep them.
+    [[nodiscard]] const std::vector<std::string>& done() const { return done_; }
+    void keepDone(bool keep) { keepDone_ = keep; }
+    /// What did not hold.
+    [[nodiscard]] const std::vector<Violation>& violations() const { return violations_; }
+    /// The same as text, a line each.
+    [[nodiscard]] std::string complaints() const;
+    /// Told of every frame on the line, without its end bytes.
+    std::function<void(std::string_view frame)> onFrame;
+    [[nodiscard]] std::uint64_t frameCount() const { return frameCount_; }
+    [[nodiscard]] std::uint64_t reportCount() const { return reportCount_; }
+
+    [[nodiscard]] Application& application() { return rig_.application(); }
+    [[nodiscard]] MemoryPlatform& machine() { return rig_.machine; }
+    /// Its line can be given faults.
+    [[nodiscard]] FarEnd& farEnd() { return rig_.farEnd; }
+    std::function<std::string(std::string_view bytes)> toConsole;
+
+private:
+    void frameWritten(std::string_view text);
+    std::string arriving(std::string_view bytes);
+    void heard(std::string_view bytes);
+    void look();
+    bool perform(std::string_view word, std::string_view rest);
+    bool act(std::string_view word, const std::string& name, std::string_view value);
+    bool clickIfReachable(std::string_view name);
+    void clearWhatStands();
+    void becomeHealthy();
+    void bringKeysBack();
+    [[nodiscard]] bool atRest();
+    [[nodiscard]] const ServiceSession& doing() { return application().console().session(); }
+    void check(When when);
+
+    std::ostream nowhere_{nullptr};
+    Rig rig_{nowhere_};
+    Facts facts_{rig_};
+    std::vector<Violation> violations_;
+    std::string partialText_;
+    std::vector<std::string> done_;
+    std::uint64_t frameCount_ = 0;
+    std::uint64_t reportCount_ = 0;
+    bool keepDone_ = true;
+    bool acknowledges_ = false;
+    bool forced_ = false; ///< the generator was put into a phase from outside
+};
+
+} // namespace quillon

@@ -1,0 +1,133 @@
+// How a session ends: the generator becomes a healthy one and the operator leaves, level by level.
+
+#include "Session.h"
+
+#include <array>
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+// clang-format off
+constexpr std::array<std::string_view, 13> kHealthy{
+    "sim power on", "sim silence off", "sim noise 0", "sim drop every 0", "sim drop 0", "sim heat 0",
+    "sim set dipswitch 1", "sim set modechange 300", "sim set ack 20", "sim door 0", "sim rotor 0", "sim release", "sim fluoro off"};
+
+/// What stands in front of everything else, and the key that takes it away.
+constexpr std::array<std::string_view, 7> kInFront{
+    "Error.cmbOK", "SelWSCal.cmdOK", "SelWSAutocal.cmdOK", "AutocalSelFocusOrParameter.cmbCancel",
+    "AutocalWarning.cmbAutocalNo", "Quillon.cmdResetCounterNo", "TorvaneSerial.cmbAutocalDismiss"};
+// clang-format on
+
+constexpr int kRounds = 16;
+constexpr int kLevels = 5; ///< what a mode has covered may still be open
+
+/// In these a generator stands until something is done that the console has no key for.
+constexpr Phases kNoWayOut{Phase::Preparation, Phase::RadExposure, Phase::FluoroExposure, Phase::Error,
+                           Phase::TubeTooHot};
+
+} // namespace
+
+void Session::clearWhatStands() {
+    for (const std::string_view key : kInFront) {
+        (void)clickIfReachable(key);
+    }
+    const ctrQuillonConsole& console = application().console();
+    if (!console["lblError"].caption().empty() || console["lblErrorDescription"].visible()) {
+        (void)clickIfReachable("Quillon.cmbResetError");
+    }
+    if (!console["cmbClose"].enabled() && !console.timer("tmrReadExposureCounters").running()) {
+        // A reading that got no answer ends with the key that began it, and so does a mode that an exposure
+        // was made in.
+        (void)clickIfReachable(doing().mode() == Phase::Configuration ? "Quillon.cmbConfiguration"
+                                                                      : "Quillon.cmbReadExposureCounters");
+    }
+    for (const auto& [screen, key] :
+         {std::pair{"fraOrla", "Quillon.cmdOrla"}, std::pair{"fraRemote", "Quillon.cmdMultiRoom"}}) {
+        if (console[screen].visible()) {
+            (void)clickIfReachable(key); // it keeps the mode keys
+        }
+    }
+}
+
+void Session::becomeHealthy() {
+    if (!rig_.farEnd.simulated()) {
+        // An honest one stands where it was last said to stand.
+        const int phase = facts_.phase == 0 ? 2 : facts_.phase;
+        perform("simulate startphase=" + std::to_string(phase));
+        // It asks, and tells how it went, on the way through its modes only.
+        forced_ = kNoWayOut.has(static_cast<Phase>(phase)) ||
+                  (phase == 11 && !reaches("TorvaneSerial.cmbAutocalDismiss")) ||
+                  (phase > 11 && doing().mode() != Phase::Autocalibration);
+    }
+    for (const std::string_view command : kHealthy) {
+        perform(command);
+    }
+    if (forced_) {
+        perform("sim phase 2");
+        forced_ = false;
+    }
+}
+
+void Session::comeToRest() {
+    while (!held().empty() && !ended()) {
+        perform("release " + std::string(*held().begin()));
+    }
+    becomeHealthy();
+    perform("wait 60000");
+    for (int round = 0; round < kRounds && !ended(); ++round) {
+        clearWhatStands();
+        if (round == kRounds / 2 && !application().link().StatusUpdateEnable()) {
+            // A report that was lost on the way out of a mode is not asked for again, since the poll stays
+            // off there. The generator tells its phase when it is switched on.
+            perform("sim power off");
+            perform("sim power on");
+        }
+        if (application().console()["cmbClose"].caption() == "Exit" || !atRest()) {
+            (void)clickIfReachable("Quillon.cmbClose");
+        } else if (round >= 3) {
+            break;
+        }
+        perform("wait 40000");
+    }
+    bringKeysBack();
+}
+
+bool Session::atRest() {
+    return doing().idle() && doing().mode() == Phase::NormalOperation && !doing().lent();
+}
+
+void Session::bringKeysBack() {
+    // An exposure, or a mode that the generator went through by itself, leaves only one of the mode keys
+    // alive; the others come with the way through calibration.
+    if (!atRest() || (reaches("Quillon.cmbConfiguration") && reaches("Quillon.cmbAutocalibration") &&
+                      reaches("Quillon.cmbReadExposureCounters"))) {
+        return;
+    }
+    for (const std::string_view step : {"Quillon.cmbManualCalibration", "SelWSCal.cmdOK"}) {
+        (void)clickIfReachable(step);
+        perform("wait 10000");
+    }
+    if (doing().mode() == Phase::Calibration) {
+        (void)clickIfReachable("Quillon.cmbClose");
+        perform("wait 10000");
+    }
+}
+
+void Session::leave() {
+    comeToRest();
+    if (!ended()) {
+        clearWhatStands();
+        perform("wait 120000");
+        check(When::Rest);
+    }
+    for (int level = 0; level < kLevels && !ended(); ++level) {
+        clearWhatStands(); // a mode that was not reached is told
+        (void)clickIfReachable("Quillon.cmbClose");
+        perform("wait 60000");
+    }
+    check(When::Closed);
+}
+
+} // namespace quillon
