@@ -14,6 +14,7 @@
 #include "link/MessageDecoder.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/MemoryPlatform.h"
+#include "shell/cGeneratorError.h"
 
 namespace quillon {
 
@@ -83,8 +84,9 @@ struct BareRoad {
 /// The link control with its model and its panel, on a line of memory.
 struct WholeLink {
     MemoryPlatform machine;
-    TorvaneSerialV3_07_QLC1 link{
-        {machine.time.schedule(), machine.port, machine.store, machine.folder, machine.desktop, ""}};
+    cGeneratorError errorTable{machine.folder};
+    TorvaneSerialV3_07_QLC1 link{{machine.time.schedule(), machine.port, machine.store, machine.folder,
+                                  machine.desktop, errorTable, ""}};
 
     std::int64_t handled = 0; ///< phases and heats that reached the host
 

@@ -13,6 +13,7 @@
 #include "link/TorvaneSerial.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
+#include "shell/cGeneratorError.h"
 #include "sim/Generator.h"
 
 namespace quillon {
@@ -22,8 +23,9 @@ namespace {
 /// The link control with an open port and no poll.
 struct Link {
     MemoryPlatform machine;
-    TorvaneSerialV3_07_QLC1 link{
-        {machine.time.schedule(), machine.port, machine.store, machine.folder, machine.desktop, ""}};
+    cGeneratorError errorTable{machine.folder};
+    TorvaneSerialV3_07_QLC1 link{{machine.time.schedule(), machine.port, machine.store, machine.folder,
+                                  machine.desktop, errorTable, ""}};
 
     Link() { link.setPortOpen(true); }
 };

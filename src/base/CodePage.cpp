@@ -43,19 +43,30 @@ char32_t takeCharacter(std::string_view& text) {
 
 } // namespace
 
+char16_t unicodeOf(char byte) {
+    const auto code = static_cast<unsigned char>(byte);
+    return code >= kUpperBlockStart && code < kUpperBlockEnd ? kUpperBlock[code - kUpperBlockStart] : code;
+}
+
+std::optional<char> codePageByte(char32_t character) {
+    if (character < kUpperBlockStart || (character >= kUpperBlockEnd && character <= 0xFF)) {
+        return static_cast<char>(character);
+    }
+    const auto* const place = std::find(kUpperBlock.begin(), kUpperBlock.end(), character);
+    if (place == kUpperBlock.end()) {
+        return std::nullopt;
+    }
+    return static_cast<char>(kUpperBlockStart + static_cast<unsigned>(place - kUpperBlock.begin()));
+}
+
 std::optional<std::string> codePageFromUtf8(std::string_view text) {
     std::string bytes;
     while (!text.empty()) {
-        const char32_t code = takeCharacter(text);
-        if (code < kUpperBlockStart || (code >= kUpperBlockEnd && code <= 0xFF)) {
-            bytes += static_cast<char>(code);
-            continue;
-        }
-        const auto* const place = std::find(kUpperBlock.begin(), kUpperBlock.end(), code);
-        if (place == kUpperBlock.end()) {
+        const std::optional<char> byte = codePageByte(takeCharacter(text));
+        if (!byte) {
             return std::nullopt;
         }
-        bytes += static_cast<char>(kUpperBlockStart + static_cast<unsigned>(place - kUpperBlock.begin()));
+        bytes += *byte;
     }
     return bytes;
 }

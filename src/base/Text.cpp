@@ -31,6 +31,11 @@ std::vector<std::string_view> split(std::string_view text, std::string_view mark
     }
 }
 
+std::string_view withoutByteOrderMark(std::string_view text) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    return text.starts_with(kByteOrderMark) ? text.substr(kByteOrderMark.size()) : text;
+}
+
 std::string without(std::string_view text, char taken) {
     std::string rest(text);
     std::erase(rest, taken);

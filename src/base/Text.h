@@ -14,6 +14,9 @@ namespace quillon {
 /// Pieces between the marks; always at least one piece, which may be empty.
 [[nodiscard]] std::vector<std::string_view> split(std::string_view text, std::string_view mark);
 
+/// The text behind the mark that editors put in front of UTF-8.
+[[nodiscard]] std::string_view withoutByteOrderMark(std::string_view text);
+
 /// The text with all of a character taken out.
 [[nodiscard]] std::string without(std::string_view text, char taken);
 

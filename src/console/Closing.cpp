@@ -11,7 +11,6 @@ namespace {
 constexpr int kGoodbyeDelay = 1000; // ms
 constexpr int kShutdownHold = 4000; // ms the key has to be held
 
-constexpr std::string_view kShutdownTitle = "Torvane Generator Service";
 constexpr std::string_view kShutdownQuestion = "Close the port and restart the PC?";
 constexpr std::string_view kRestartRefused = "The PC was not restarted: ";
 
@@ -106,7 +105,7 @@ void Closing::goodbyeTick() {
 }
 
 void Closing::shutdownTick() {
-    if (!context_.desktop.ask(kShutdownTitle, kShutdownQuestion)) {
+    if (!context_.desktop.ask(kBoxTitle, kShutdownQuestion)) {
         return;
     }
     context_.link.leavePort();
@@ -119,7 +118,7 @@ void Closing::shutdownTick() {
         if (!context_.link.PortOpen()) {
             context_.events.CannotOpenPort.raise();
         }
-        context_.desktop.message(BoxKind::Critical, kShutdownTitle, std::string(kRestartRefused) + *refusal);
+        context_.desktop.message(BoxKind::Critical, kBoxTitle, std::string(kRestartRefused) + *refusal);
     }
 }
 

@@ -11,6 +11,8 @@
 namespace quillon {
 
 inline constexpr std::string_view kLineBreak = "\r\n";
+/// What every message box is headed with.
+inline constexpr std::string_view kBoxTitle = "Torvane Generator Service";
 
 /// The operator's texts. Each can be replaced by name.
 struct ConsoleTexts {

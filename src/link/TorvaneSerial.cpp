@@ -8,7 +8,6 @@
 #include "link/PortControl.h"
 #include "link/SendPath.h"
 #include "link/StatusPoll.h"
-#include "link/cGeneratorError.h"
 #include "model/Commands.h"
 #include "model/ErrorsAndWarnings.h"
 #include "model/ExposureControl.h"
@@ -72,7 +71,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     PanelFrame frame;
     ModelContext context;
 
-    cGeneratorError errorTable;
+    ErrorTable& errorTable;
     Service service;
     PhaseReports phase;
     Technique technique;
@@ -106,7 +105,7 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
       frame(panel), context{state, generator, settings, facts,        events,
                             send,  poll,      commands, decoder,      operations,
                             panel, pages,     fromGUI,  TempUserMode, given.commandLine},
-      errorTable(given.folder), service(context), phase(context, service), technique(context),
+      errorTable(given.errorTable), service(context), phase(context, service), technique(context),
       errors(context, errorTable), exposureControl(context), fluoroscopy(context), programs(context),
       positioner(context), records(context), blinking(generator, panel), heldKeys(subjects),
       panelKeys(subjects, pages, frame) {

@@ -6,6 +6,7 @@
 
 #include "link/LinkEvents.h"
 #include "link/LinkSettings.h"
+#include "model/ErrorTable.h"
 #include "model/GeneratorState.h"
 #include "runtime/Operations.h"
 #include "runtime/Platform.h"
@@ -32,6 +33,7 @@ public:
         UserStore& store;
         Folder& folder;
         Desktop& desktop;
+        ErrorTable& errorTable;
         std::string commandLine;
     };
 

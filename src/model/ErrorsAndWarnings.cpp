@@ -94,7 +94,7 @@ constexpr ErrorsAndWarnings::Lamp ErrorsAndWarnings::kLamps[]{
 };
 // clang-format on
 
-ErrorsAndWarnings::ErrorsAndWarnings(ModelContext& context, const cGeneratorError& errors)
+ErrorsAndWarnings::ErrorsAndWarnings(ModelContext& context, const ErrorTable& errors)
     : context_(context), link_(context.link), state_(context.state), errors_(errors),
       lblWarning_(context.panel["lblWarning"]), cmbTM3_(context.panel.at("cmbTM", kWarnedTechniqueMode)),
       Iconized_(context.panel["Iconized"]), tmrWarning_(context.panel.timer("tmrWarning")),

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "link/cGeneratorError.h"
+#include "model/ErrorTable.h"
 #include "model/ModelContext.h"
 
 namespace quillon {
@@ -13,7 +13,7 @@ namespace quillon {
 class ErrorsAndWarnings {
 public:
     /// `errors` knows the words for the error codes.
-    ErrorsAndWarnings(ModelContext& context, const cGeneratorError& errors);
+    ErrorsAndWarnings(ModelContext& context, const ErrorTable& errors);
 
     /// Forgets the error and asks the generator to do the same.
     void ResetError(bool WithACK = false);
@@ -36,7 +36,7 @@ private:
     ModelContext& context_;
     LinkState& link_;
     GeneratorState& state_;
-    const cGeneratorError& errors_;
+    const ErrorTable& errors_;
     Control& lblWarning_;
     Control& cmbTM3_;
     Control& Iconized_;

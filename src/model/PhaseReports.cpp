@@ -77,7 +77,6 @@ PhaseReports::PhaseReports(ModelContext& context, Service& service)
     bindSignals();
     context_.operations.addMember("HURemaining", state_.HURemaining);
     context_.operations.addReadOnly("Phase", [this] { return link_.m_Phase; });
-    panel_["cmdSWExposure"].on.click = [this] { context_.commands.send(command("SoftwareExposure"), true); };
 }
 
 void PhaseReports::bindSignals() {

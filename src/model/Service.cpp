@@ -83,7 +83,8 @@ Service::Service(ModelContext& context)
         });
     }
     addOperations();
-    bindKeys();
+    tmrConfirm_.setTick([this] { confirmTick(); });
+    tmrDismiss_.setTick([this] { dismissTick(); });
 }
 
 void Service::bindNumber(std::string_view handler, MessageDecoder::Handler work) {
@@ -102,20 +103,6 @@ void Service::addOperations() {
     operations.add("ToggleAutocalibrationFeature", [this] { ToggleAutocalibrationFeature(); });
     operations.addWriteOnly("CalibrationDataSize",
                             [this](std::int16_t Bits) { setCalibrationDataSize(Bits); });
-}
-
-void Service::bindKeys() {
-    sldCalValue_.on.release = [this] {
-        context_.send.SendMessageWithDefaults("CV" + fixedDigits(sldCalValue_.value(), 4), phasesOf("CV"));
-    };
-    cmbAutocalConfirm_.on.click = [this] {
-        beginAnswer(context_.events.AutocalibrationConfirm, tmrConfirm_, 0, 3);
-    };
-    cmbAutocalDismiss_.on.click = [this] {
-        beginAnswer(context_.events.AutocalibrationDismiss, tmrDismiss_, 2, 1);
-    };
-    tmrConfirm_.setTick([this] { confirmTick(); });
-    tmrDismiss_.setTick([this] { dismissTick(); });
 }
 
 void Service::calibration(bool Enable, bool WithACK) {
@@ -150,6 +137,18 @@ void Service::ToggleAutocalibrationFeature() {
     } else if (state_.m_AutocalState == 4) {
         context_.commands.send(command("Autocalibration"), false);
     }
+}
+
+void Service::sendCalibrationValue() {
+    context_.send.SendMessageWithDefaults("CV" + fixedDigits(sldCalValue_.value(), 4), phasesOf("CV"));
+}
+
+void Service::confirm() {
+    beginAnswer(context_.events.AutocalibrationConfirm, tmrConfirm_, 0, 3);
+}
+
+void Service::dismiss() {
+    beginAnswer(context_.events.AutocalibrationDismiss, tmrDismiss_, 2, 1);
 }
 
 void Service::setCalibrationDataSize(std::int16_t Bits) {

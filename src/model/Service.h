@@ -19,6 +19,11 @@ public:
     void ToggleCalibrationFeature();
     /// Asks for an autocalibration, or ends the one that runs.
     void ToggleAutocalibrationFeature();
+    /// The operator's answers to the question whether to autocalibrate.
+    void confirm();
+    void dismiss();
+    /// The value that the slider stands at.
+    void sendCalibrationValue();
     /// How many bits a calibration value has: 8, 10 or 12; the slider's range follows.
     void setCalibrationDataSize(std::int16_t Bits);
     /// An answer to the generator's question whether to autocalibrate is on its way: "CAU" was or will be
@@ -34,7 +39,6 @@ private:
     /// A handler that drops whatever is no number.
     void bindNumber(std::string_view handler, MessageDecoder::Handler work);
     void addOperations();
-    void bindKeys();
 
     void fmessConfWM(std::string_view value);
     void fmessWorkstation(std::string_view value);

@@ -22,7 +22,6 @@ public:
     void minimize();
     void restore();
     [[nodiscard]] bool minimized() const { return m_Minimized; }
-    [[nodiscard]] bool iconized() const { return iconized_.visible(); }
 
 private:
     void layOut();

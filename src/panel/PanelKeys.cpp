@@ -61,6 +61,9 @@ void setDensity(const PanelSubjects& subjects, int index) {
 void setDigitalDensity(const PanelSubjects& subjects, int index) {
     subjects.exposureControl.SetAECDensity(index);
 }
+void expose(const PanelSubjects& subjects, int /*index*/) {
+    subjects.context.commands.send(command("SoftwareExposure"), true);
+}
 void askHighDose(const PanelSubjects& subjects, int /*index*/) {
     subjects.context.commands.send(command("FlHighDose"), false);
 }
@@ -78,6 +81,7 @@ constexpr auto kRelease = Touch::Release;
 constexpr auto kClick = Touch::Click;
 constexpr std::array kKeys{
     // Technique
+    KeyRow{"cmdSWExposure",         kClick,   &expose},
     KeyRow{"cmbDoseLastExposure",   kRelease, sends<command("LastExposureDose")>},
     KeyRow{"cmbDoseAccumulated",    kRelease, sends<command("AccumulatedDose")>},
     KeyRow{"cmbDoseReset",          kRelease, sends<command("DosemeterReset")>},
@@ -119,6 +123,9 @@ constexpr std::array kKeys{
     KeyRow{"cmbAutocalibration",    kRelease, does<&Service::ToggleAutocalibrationFeature>},
     KeyRow{"cmbKVPCalUp",           kPress,   sends<command("KVPOneUp")>, &kvpMovable},
     KeyRow{"cmbKVPCalDown",         kPress,   sends<command("KVPOneDown")>, &kvpMovable},
+    KeyRow{"cmbAutocalConfirm",     kClick,   does<&Service::confirm>},
+    KeyRow{"cmbAutocalDismiss",     kClick,   does<&Service::dismiss>},
+    KeyRow{"sldCalValue",           kRelease, does<&Service::sendCalibrationValue>},
     KeyRow{"cmbSaveCalValue",       kClick,   sends<command("CalibrationValueRead")>},
     KeyRow{"cmbStoreCalValue",      kRelease, sends<command("CalibrationValueStore")>},
 };

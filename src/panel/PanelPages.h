@@ -22,7 +22,6 @@ public:
     void SelectMainPage(std::int16_t page);
     void SelectServicePage(std::int16_t page) override;
     void setServicePage(std::int16_t page) override { m_ServicePage = page; }
-    void setMainPage(std::int16_t page) { m_MainPage = page; }
     void resetPages() override;
     void ResetPanelKeys() override;
     void EnableRADKeys(bool enable) override;
@@ -38,7 +37,6 @@ public:
     /// What the operator must not reach while the machine is lent to its users for a while.
     void setUserMode(bool on);
 
-    [[nodiscard]] std::int16_t mainPage() const { return m_MainPage; }
     [[nodiscard]] bool mainMenuShown() const { return m_MainMenuShown; }
 
 private:

@@ -41,7 +41,6 @@ private:
     /// `over`: the finger is still on what it pressed, so that a click may follow.
     void letGo(int finger, bool over);
     void letGoOfAll();
-    void stepSlider(int steps);
 
     [[nodiscard]] std::vector<Control*> keyboardOrder() const;
     void moveFocus(int step);

@@ -4,11 +4,10 @@
 
 namespace quillon {
 
-/// A label: plain text, a field that shows a value, a warning lamp, a prompt. Which of the others it is goes
-/// by its name; all are opaque.
+/// A label, which looks as its role wants it. All are opaque.
 class LabelView final : public ControlView {
 public:
-    LabelView(Control& control, QWidget* parent);
+    using ControlView::ControlView;
 
     [[nodiscard]] std::optional<Words> words() const override;
 
@@ -16,15 +15,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    enum class Role { Text, Title, Prompt, Alarm, Value, Lamp };
-    [[nodiscard]] static Role roleOf(const Control& control);
-
     /// It stands on a plate: a value, or a lamp that is lit.
     [[nodiscard]] bool hasPlate() const;
-    [[nodiscard]] bool looksDisabled() const { return role_ != Role::Lamp && !isEnabled(); }
+    [[nodiscard]] bool looksDisabled() const { return !control().lamp() && !isEnabled(); }
     [[nodiscard]] QColor ground() const;
-
-    Role role_;
 };
 
 } // namespace quillon

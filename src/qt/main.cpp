@@ -15,6 +15,7 @@
 #include "base/CodePage.h"
 #include "base/Fault.h"
 #include "base/ProgramArguments.h"
+#include "console/ConsoleTexts.h"
 #include "console/ConsoleVersion.h"
 #include "qt/Convert.h"
 #include "qt/EndRequest.h"
@@ -138,8 +139,7 @@ std::unique_ptr<Recorder> recorderFor(const Platform& machine, const std::string
     // Seen from where the program was started, unlike the installation's own files.
     auto file = DiskFolder(QDir::currentPath()).create(name);
     if (!file) {
-        machine.desktop.message(BoxKind::Critical, "Torvane Generator Service",
-                                "The recording cannot be written: " + name);
+        machine.desktop.message(BoxKind::Critical, kBoxTitle, "The recording cannot be written: " + name);
         return nullptr;
     }
     return std::make_unique<Recorder>(machine, std::move(file), commandLine);

@@ -33,16 +33,11 @@ std::string_view unquoted(std::string_view value) {
 
 } // namespace
 
-ProfileFile::ProfileFile(std::string text) : text_(std::move(text)) {
-    // Editors put a mark in front of UTF-8 text; it must not hide the first section.
-    if (text_.starts_with("\xEF\xBB\xBF")) {
-        text_.erase(0, 3);
-    }
-}
+ProfileFile::ProfileFile(std::string text) : text_(std::move(text)) {}
 
 std::string ProfileFile::read(std::string_view section, std::string_view key, std::string_view otherwise,
                               std::size_t limit) const {
-    std::string_view rest = text_;
+    std::string_view rest = withoutByteOrderMark(text_);
     bool inside = false;
     while (!rest.empty()) {
         const std::string_view line = trimBlanks(takeLine(rest));

@@ -6,6 +6,7 @@
 #include "link/TorvaneSerial.h"
 #include "shell/System.h"
 #include "shell/TextFile.h"
+#include "shell/cGeneratorError.h"
 #include "shell/frmMain.h"
 
 namespace quillon {
@@ -81,7 +82,8 @@ private:
 class Application::Impl {
 public:
     Impl(const Platform& platform, std::string_view commandLine)
-        : folder(platform.folder), desktop(platform.desktop, input), relay(input), system(platform.power) {
+        : folder(platform.folder), desktop(platform.desktop, input), relay(input), system(platform.power),
+          errorTable(platform.folder) {
         main = makeMain(platform, std::string(commandLine));
         main->setSink(&relay);
     }
@@ -93,13 +95,15 @@ public:
     BoxDesktop desktop;
     ScreenRelay relay;
     System system;
+    cGeneratorError errorTable;
     std::unique_ptr<frmMain> main;
 
 private:
     /// Inner ones first: what the link control asks the operator comes before there is a window.
     std::unique_ptr<frmMain> makeMain(const Platform& platform, const std::string& commandLine) {
-        auto link = std::make_unique<TorvaneSerialV3_07_QLC1>(TorvaneSerialV3_07_QLC1::Context{
-            platform.schedule, platform.port, platform.store, platform.folder, desktop, commandLine});
+        auto link = std::make_unique<TorvaneSerialV3_07_QLC1>(
+            TorvaneSerialV3_07_QLC1::Context{platform.schedule, platform.port, platform.store,
+                                             platform.folder, desktop, errorTable, commandLine});
         auto console = std::make_unique<ctrQuillonConsole>(
             ctrQuillonConsole::Context{platform.schedule, platform.loop, desktop, commandLine,
                                        [this] { return main == nullptr ? 0 : main->PositionerToCalibrate; },

@@ -21,17 +21,6 @@ constexpr Milliseconds kLongestSilence = 1000; // the file is never further behi
 
 constexpr std::array<std::string_view, 5> kGestures{"press", "release", "type", "select", "slide"};
 
-/// As a scenario calls the control.
-std::string nameOf(const Control& control) {
-    const bool alone = dynamic_cast<const ControlHost*>(&control) != nullptr;
-    std::string name =
-        alone || control.host() == nullptr ? control.name() : control.host()->name() + "." + control.name();
-    if (control.index()) {
-        name += "(" + std::to_string(*control.index()) + ")";
-    }
-    return name;
-}
-
 /// The lines of a small file, as a scenario takes them in.
 std::string fileBlock(std::string_view name, std::string_view content) {
     std::string block = "file " + std::string(name) + "\n";

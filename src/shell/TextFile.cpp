@@ -14,8 +14,6 @@ namespace quillon {
 
 namespace {
 
-constexpr std::string_view kBoxTitle = "Torvane Generator Service";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kLongestReport = 10; // lines of the box
 
 /// The text with its escapes resolved. A backslash in front of anything else stands for itself.
@@ -60,15 +58,11 @@ void replaceTexts(const ctrQuillonConsole& console, const Folder& folder, Deskto
     if (!content) {
         return;
     }
-    std::string_view rest = *content;
-    if (rest.starts_with(kByteOrderMark)) {
-        rest.remove_prefix(kByteOrderMark.size());
-    }
     const std::vector<std::string> names = console.textNames();
     std::string report;
     std::size_t problems = 0;
     std::size_t number = 0;
-    for (std::string_view line : split(rest, "\n")) {
+    for (std::string_view line : split(withoutByteOrderMark(*content), "\n")) {
         ++number;
         line = trim(line.substr(0, line.find_last_not_of('\r') + 1));
         if (line.empty() || line.starts_with('#')) {

@@ -7,6 +7,7 @@
 #include "base/Fault.h"
 #include "base/Numbers.h"
 #include "base/Text.h"
+#include "console/ConsoleTexts.h"
 #include "console/ctrQuillonConsole.h"
 #include "runtime/ProfileFile.h"
 
@@ -15,7 +16,6 @@ namespace quillon {
 namespace {
 
 constexpr std::string_view kTitle = "Torvane Generator Service  Application";
-constexpr std::string_view kBoxTitle = "Torvane Generator Service";
 constexpr std::string_view kErrorFile = "error_info.txt";
 constexpr std::string_view kConfigurationFile = "Quillon.ini";
 constexpr std::string_view kSection = "CONFIG";

@@ -29,6 +29,12 @@ enum class Kind : std::uint8_t {
     Images
 };
 
+/// What a label, or a lamp's key, is there for: how it looks follows.
+enum class Role : std::uint8_t { Plain, Lamp, Field, Title, Alarm, Prompt };
+
+/// Where a label's text stands. Two labels that are one phrase meet in the middle.
+enum class TextSide : std::uint8_t { Middle, Left, PhraseStart, PhraseEnd };
+
 /// What a kind of control may have. A property that the kind lacks refuses the read and the write.
 enum class Property : std::uint16_t {
     Visible = 1,
@@ -147,10 +153,14 @@ public:
     [[nodiscard]] int artSize() const { return artSize_; }
     void setArtSize(int size);
 
-    /// Lit by the generator and never by a finger: it looks the same whether it is enabled or not. Written
-    /// when the control is made.
-    [[nodiscard]] bool lamp() const { return lamp_; }
-    void setLamp(bool lamp) { lamp_ = lamp; }
+    /// Written when the control is made.
+    [[nodiscard]] Role role() const { return role_; }
+    void setRole(Role role) { role_ = role; }
+    /// Lit by the generator and never by a finger: it looks the same whether it is enabled or not.
+    [[nodiscard]] bool lamp() const { return role_ == Role::Lamp; }
+    /// Written when the control is made.
+    [[nodiscard]] TextSide textSide() const { return textSide_; }
+    void setTextSide(TextSide side) { textSide_ = side; }
 
     /// A text box that shows and does not take text.
     [[nodiscard]] bool readOnly() const { return readOnly_; }
@@ -211,7 +221,8 @@ private:
     bool visible_ = true;
     bool enabled_ = true;
     int locks_ = 0;
-    bool lamp_ = false;
+    Role role_ = Role::Plain;
+    TextSide textSide_ = TextSide::Middle;
     bool readOnly_ = false;
     bool multiLine_ = false;
     bool border_ = true;

@@ -147,4 +147,14 @@ std::vector<Control*> ControlHost::all(std::string_view name) const {
     return row;
 }
 
+std::string nameOf(const Control& control) {
+    const bool alone = dynamic_cast<const ControlHost*>(&control) != nullptr;
+    std::string name =
+        alone || control.host() == nullptr ? control.name() : control.host()->name() + "." + control.name();
+    if (control.index()) {
+        name += "(" + std::to_string(*control.index()) + ")";
+    }
+    return name;
+}
+
 } // namespace quillon

@@ -104,4 +104,7 @@ private:
     ChangeSink* sink_ = nullptr;
 };
 
+/// As a scenario calls the control: "TorvaneSerial.cmbWS(2)", or a form's or a user control's own name.
+[[nodiscard]] std::string nameOf(const Control& control);
+
 } // namespace quillon

@@ -38,7 +38,8 @@ void addControls(ControlHost& host, std::span<const ControlRow> rows) {
         } else if (control.has(Property::Text) && !control.has(Property::Items)) {
             control.setText(row.caption);
         }
-        control.setLamp(row.lamp);
+        control.setRole(row.role);
+        control.setTextSide(row.side);
         if (control.has(Property::Art)) {
             control.setArt(row.art);
         }

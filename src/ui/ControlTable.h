@@ -8,7 +8,7 @@
 namespace quillon {
 
 /// One control of a screen's table. `index` -1 means none; `container` names the frame it lies on, such as
-/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name; `lamp` as in Control.
+/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name; `role` and `side` as in Control.
 struct ControlRow {
     Kind kind;
     std::string_view name;
@@ -19,14 +19,49 @@ struct ControlRow {
     std::string_view caption;
     bool visible = true;
     std::string_view art = {};
-    bool lamp = false;
+    Role role = Role::Plain;
+    TextSide side = TextSide::Middle;
 };
 
-/// The row of a lamp.
-constexpr ControlRow lamp(ControlRow row) {
-    row.lamp = true;
+/// The row with another role or side.
+constexpr ControlRow withRole(ControlRow row, Role role) {
+    row.role = role;
     return row;
 }
+constexpr ControlRow withSide(ControlRow row, TextSide side) {
+    row.side = side;
+    return row;
+}
+constexpr ControlRow lamp(const ControlRow& row) {
+    return withRole(row, Role::Lamp);
+}
+constexpr ControlRow field(const ControlRow& row) {
+    return withRole(row, Role::Field);
+}
+constexpr ControlRow title(const ControlRow& row) {
+    return withRole(row, Role::Title);
+}
+constexpr ControlRow alarm(const ControlRow& row) {
+    return withRole(row, Role::Alarm);
+}
+constexpr ControlRow left(const ControlRow& row) {
+    return withSide(row, TextSide::Left);
+}
+constexpr ControlRow prompt(const ControlRow& row) {
+    return left(withRole(row, Role::Prompt));
+}
+constexpr ControlRow phraseStart(const ControlRow& row) {
+    return withSide(row, TextSide::PhraseStart);
+}
+constexpr ControlRow phraseEnd(const ControlRow& row) {
+    return withSide(row, TextSide::PhraseEnd);
+}
+
+/// A timer of a screen. An interval of 0 says that whoever starts it sets one first.
+struct TimerRow {
+    std::string_view name;
+    int interval;
+};
 
 /// Makes the controls of a table on the host, in the table's order. A container must stand above what it
 /// holds.

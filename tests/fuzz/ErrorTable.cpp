@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "link/cGeneratorError.h"
 #include "runtime/MemoryPlatform.h"
+#include "shell/cGeneratorError.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace quillon;

@@ -10,9 +10,9 @@
 #include "link/TorvaneSerial.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
+#include "tools/replay/Journal.h"
 #include "tools/replay/Listing.h"
 #include "tools/replay/ScenarioWriter.h"
-#include "tools/replay/Session.h"
 #include "tools/scenario/FarEnd.h"
 #include "tools/scenario/Script.h"
 
@@ -25,9 +25,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::vector<std::string> texts(const Session& session) {
+std::vector<std::string> texts(const Journal& journal) {
     std::vector<std::string> all;
-    for (const Entry& entry : session.entries) {
+    for (const Entry& entry : journal.entries) {
         all.push_back((entry.kind == Entry::Kind::Sent ? ">" : "<") + entry.text);
     }
     return all;
@@ -81,16 +81,16 @@ TEST_F(LogTest, EachRecordIsFoundWhateverTheDebugViewHolds) {
     talk(3);
     application->link()["cmbToggleDebug"].on.click(); // and now it is wiped
     talk(3);
-    const Session session = readSession(log());
-    EXPECT_THAT(session.problems, IsEmpty());
-    EXPECT_EQ(texts(session), traffic);
+    const Journal journal = readJournal(log());
+    EXPECT_THAT(journal.problems, IsEmpty());
+    EXPECT_EQ(texts(journal), traffic);
     EXPECT_THAT(traffic, SizeIs(testing::Gt(300U)));
 }
 
 TEST_F(LogTest, TheScenarioOfALogBringsTheConsoleToTheSameEvents) {
     far.simulate({});
     machine.time.advance(21'000);
-    const std::string scenario = scenarioOf(readSession(log()));
+    const std::string scenario = scenarioOf(readJournal(log()));
     std::ostringstream out;
     Script script(scenario, out);
     EXPECT_TRUE(script.run());
@@ -107,29 +107,29 @@ TEST_F(LogTest, TheScenarioOfALogBringsTheConsoleToTheSameEvents) {
 }
 
 TEST(LogReader, DamageIsToldAndTheRestIsRead) {
-    const Session session =
-        readSession("rest of a record\r\n\r\n(Rx)ST2\r\n\r\n(Tx)HU\r\nscribble\r\n(Rx)HE1\r\n\r\n(Tx)S");
-    EXPECT_THAT(texts(session), ElementsAre("<ST2", ">HU", "<HE1", ">S"));
-    EXPECT_THAT(session.problems,
+    const Journal journal =
+        readJournal("rest of a record\r\n\r\n(Rx)ST2\r\n\r\n(Tx)HU\r\nscribble\r\n(Rx)HE1\r\n\r\n(Tx)S");
+    EXPECT_THAT(texts(journal), ElementsAre("<ST2", ">HU", "<HE1", ">S"));
+    EXPECT_THAT(journal.problems,
                 ElementsAre("line 1: no record begins here", "line 6: this does not end the record before it",
                             "line 6: no record begins here"));
-    EXPECT_THAT(texts(readSession("(Rx)ST2\n\n(Tx)\n\n")), ElementsAre("<ST2", ">")) << "an edited copy";
+    EXPECT_THAT(texts(readJournal("(Rx)ST2\n\n(Tx)\n\n")), ElementsAre("<ST2", ">")) << "an edited copy";
 }
 
 TEST(LogReader, AFrameThatWasLostIsNoTransmission) {
     const std::string log = "(Nx)CF1\r\n\r\n(Tx)CF1\r\n\r\n(--)the port\r\n\r\n(Rx)AK\r\n\r\n";
-    EXPECT_THAT(listing(readSession(log)),
+    EXPECT_THAT(listing(readJournal(log)),
                 AllOf(HasSubstr("     1  -x  CF1"),
                       HasSubstr("  not sent: the device did not take it\n     2  ->  CF1"),
                       HasSubstr("  acknowledged by 4\n     3  --  the port\n"), HasSubstr("for 2\n")));
     std::ostringstream out;
-    const std::string scenario = scenarioOf(readSession(log));
+    const std::string scenario = scenarioOf(readJournal(log));
     Script script(scenario, out);
     EXPECT_TRUE(script.run());
 
     const std::string recording = "# Recorded by Quillon 1\nstart\n# 350 tx \"CF1\"\n# 700 tx \"HU\"\n"
                                   "# 2400 lost \"CF1\"\n";
-    EXPECT_THAT(listing(readSession(recording)), AllOf(HasSubstr("350  -x  CF1"), HasSubstr("700  ->  HU")));
+    EXPECT_THAT(listing(readJournal(recording)), AllOf(HasSubstr("350  -x  CF1"), HasSubstr("700  ->  HU")));
 }
 
 TEST(Listing, EachMessageIsExplained) {
@@ -148,13 +148,13 @@ TEST(Listing, EachMessageIsExplained) {
 
 /// The notes of a log whose lines are given, without the head.
 std::vector<std::string> notes(const std::vector<std::string>& lines) {
-    Session session;
+    Journal journal;
     for (const std::string& line : lines) {
-        session.entries.push_back(
+        journal.entries.push_back(
             {line.front() == '>' ? Entry::Kind::Sent : Entry::Kind::Received, line.substr(1)});
     }
     std::vector<std::string> found;
-    std::istringstream text(listing(session));
+    std::istringstream text(listing(journal));
     for (std::string line; std::getline(text, line);) {
         if (line.find("->") != std::string::npos || line.find("<-") != std::string::npos) {
             constexpr std::size_t kNote = 76;

@@ -99,8 +99,8 @@ struct Item {
 /// Finds out what became of each message that was sent.
 class Annotator {
 public:
-    explicit Annotator(const Session& session) {
-        for (const Entry& entry : session.entries) {
+    explicit Annotator(const Journal& journal) {
+        for (const Entry& entry : journal.entries) {
             if (entry.kind == Entry::Kind::Received) {
                 for (const std::string_view piece : split(entry.text, "\r")) {
                     add(entry, piece);
@@ -231,18 +231,18 @@ std::string explained(Direction direction, std::string_view message) {
     return text;
 }
 
-std::string listing(const Session& session) {
+std::string listing(const Journal& journal) {
     constexpr std::size_t kTextWidth = 14;
     constexpr std::size_t kMeaningWidth = 46;
-    std::string text = session.recorded ? "A recording; times in ms are exact.\n"
+    std::string text = journal.recorded ? "A recording; times in ms are exact.\n"
                                         : "A log; it tells the order of the messages and no times.\n";
     text +=
         "Commands that the console held back for the present phase were never sent and are not in it.\n\n";
     std::size_t number = 0;
-    for (const Item& item : Annotator(session).items) {
+    for (const Item& item : Annotator(journal).items) {
         std::string line = std::to_string(++number);
         line.insert(0, line.size() < 6 ? 6 - line.size() : 0, ' ');
-        if (session.recorded) {
+        if (journal.recorded) {
             std::string time = std::to_string(item.time.value_or(0));
             line += "  " + time.insert(0, time.size() < 9 ? 9 - time.size() : 0, ' ');
         }

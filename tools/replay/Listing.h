@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "Session.h"
+#include "Journal.h"
 #include "tools/protocol/Meanings.h"
 
 namespace quillon {
@@ -12,6 +12,6 @@ namespace quillon {
 [[nodiscard]] std::string explained(Direction direction, std::string_view message);
 
 /// The session for a reader: a line each message, with what it is and what became of it.
-[[nodiscard]] std::string listing(const Session& session);
+[[nodiscard]] std::string listing(const Journal& journal);
 
 } // namespace quillon

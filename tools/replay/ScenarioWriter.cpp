@@ -32,7 +32,7 @@ std::string waitLine(Milliseconds ms) {
 
 } // namespace
 
-std::string scenarioOf(const Session& log) {
+std::string scenarioOf(const Journal& log) {
     std::string text(kHead);
     Milliseconds sinceFrame = 0;
     for (const Entry& entry : log.entries) {

@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "Session.h"
+#include "Journal.h"
 
 namespace quillon {
 
 /// A scenario that plays the generator's side of a log: its messages in their order, at assumed times.
-[[nodiscard]] std::string scenarioOf(const Session& log);
+[[nodiscard]] std::string scenarioOf(const Journal& log);
 
 } // namespace quillon

@@ -61,13 +61,13 @@ int main(int count, char** arguments) {
     if (!content) {
         return complain(name + " cannot be read");
     }
-    const quillon::Session session = quillon::readSession(*content);
-    for (const std::string& problem : session.problems) {
+    const quillon::Journal journal = quillon::readJournal(*content);
+    for (const std::string& problem : journal.problems) {
         std::cerr << name << ": " << problem << '\n';
     }
-    if (scenario && session.recorded) {
+    if (scenario && journal.recorded) {
         return complain("a recording is a scenario already");
     }
-    std::cout << (scenario ? quillon::scenarioOf(session) : quillon::listing(session));
-    return session.problems.empty() ? 0 : 1;
+    std::cout << (scenario ? quillon::scenarioOf(journal) : quillon::listing(journal));
+    return journal.problems.empty() ? 0 : 1;
 }

@@ -80,16 +80,6 @@ std::string valueText(const Value& value) {
     return text != nullptr ? quoted(*text) : valueTo<std::string>(value);
 }
 
-std::string nameOf(const Control& control) {
-    const bool alone = dynamic_cast<const ControlHost*>(&control) != nullptr;
-    std::string name =
-        alone || control.host() == nullptr ? control.name() : control.host()->name() + "." + control.name();
-    if (control.index()) {
-        name += "(" + decimalText(*control.index()) + ")";
-    }
-    return name;
-}
-
 std::string stateText(const Control& control) {
     Fields fields(nameOf(control));
     fields.add("kind", kKindNames[static_cast<std::size_t>(control.kind())]);

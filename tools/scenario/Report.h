@@ -17,8 +17,6 @@ class Control;
 [[nodiscard]] std::string_view flagText(bool flag);
 /// Numbers plain, texts in quotes, True and False.
 [[nodiscard]] std::string valueText(const Value& value);
-/// How a scenario calls the control: "Quillon.cmbClose", "TorvaneSerial.cmbTM(2)", "Quillon".
-[[nodiscard]] std::string nameOf(const Control& control);
 /// All that can be told of a control, name first.
 [[nodiscard]] std::string stateText(const Control& control);
 

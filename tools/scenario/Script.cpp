@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Fault.h"
+#include "base/Text.h"
 
 namespace quillon {
 
@@ -48,12 +49,8 @@ const std::vector<Script::Command>& Script::commands() {
     return kCommands;
 }
 
-Script::Script(std::string_view content, std::ostream& out) : rest_(content), rig_(out) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    if (rest_.starts_with(kByteOrderMark)) {
-        rest_.remove_prefix(kByteOrderMark.size());
-    }
-}
+Script::Script(std::string_view content, std::ostream& out)
+    : rest_(withoutByteOrderMark(content)), rig_(out) {}
 
 bool Script::run() {
     std::string_view text;

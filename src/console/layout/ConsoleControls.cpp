@@ -49,7 +49,7 @@ void addConsoleControls(ControlHost& console, std::unique_ptr<ControlHost> linkC
 
     console.add(Kind::Images, "imglstPrep");
     console.add(Kind::Images, "imglstExp");
-    for (const ConsoleTimer& timer : kConsoleTimers) {
+    for (const TimerRow& timer : kConsoleTimers) {
         console.addTimer(timer.name, timer.interval);
     }
 }

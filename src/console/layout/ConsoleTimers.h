@@ -1,17 +1,12 @@
 #pragma once
 
 #include <array>
-#include <string_view>
+
+#include "ui/ControlTable.h"
 
 namespace quillon {
 
-/// A timer of the console. An interval of 0 says that whoever starts it sets one first.
-struct ConsoleTimer {
-    std::string_view name;
-    int interval;
-};
-
-inline constexpr auto kConsoleTimers = std::to_array<ConsoleTimer>({
+inline constexpr auto kConsoleTimers = std::to_array<TimerRow>({
     {"tmrDelayShow", 3000},
     {"tmrWaitStartGenerator", 5000},
     {"tmrWaitRefresh", 10000},

@@ -11,13 +11,13 @@ inline constexpr auto kModeColumnRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Frame, "fraActualExposureParameters", -1, "", {9240, 60, 2700, 900}, 9,
      "Actual Exposure Parameters", false},
-    {Kind::Label, "lblActKVP", -1, "fraActualExposureParameters", {60, 255, 765, 285}, 11, ""},
+    field({Kind::Label, "lblActKVP", -1, "fraActualExposureParameters", {60, 255, 765, 285}, 11, ""}),
     {Kind::Label, "lblUnitKVP", -1, "fraActualExposureParameters", {825, 255, 495, 285}, 10, "kVp"},
-    {Kind::Label, "lblActMA", -1, "fraActualExposureParameters", {1380, 255, 765, 285}, 11, ""},
+    field({Kind::Label, "lblActMA", -1, "fraActualExposureParameters", {1380, 255, 765, 285}, 11, ""}),
     {Kind::Label, "lblUnitMA", -1, "fraActualExposureParameters", {2145, 255, 495, 285}, 10, "mA"},
-    {Kind::Label, "lblActMS", -1, "fraActualExposureParameters", {60, 555, 765, 285}, 11, ""},
+    field({Kind::Label, "lblActMS", -1, "fraActualExposureParameters", {60, 555, 765, 285}, 11, ""}),
     {Kind::Label, "lblUnitMS", -1, "fraActualExposureParameters", {825, 555, 495, 285}, 10, "ms"},
-    {Kind::Label, "lblActMAS", -1, "fraActualExposureParameters", {1380, 555, 765, 285}, 11, ""},
+    field({Kind::Label, "lblActMAS", -1, "fraActualExposureParameters", {1380, 555, 765, 285}, 11, ""}),
     {Kind::Label, "lblUnitMAS", -1, "fraActualExposureParameters", {2145, 555, 495, 285}, 10, "mAs"},
     {Kind::Frame, "fraPrepExp", -1, "", {9240, 1020, 2700, 900}, 10, ""},
     lamp({Kind::Button, "cmdPrep", -1, "fraPrepExp", {60, 75, 1260, 750}, 10, "", true, "preparation"}),
@@ -29,11 +29,11 @@ inline constexpr auto kModeColumnRows = std::to_array<ControlRow>({
     {Kind::Button, "cmbAutocalibration", -1, "", {9240, 5520, 2700, 840}, 13, "Auto Calibration"},
     {Kind::Button, "cmbGoToUserMode", -1, "", {9240, 5520, 2700, 840}, 13, "Go to User Mode", false},
     {Kind::Button, "cmbResetError", -1, "", {9240, 6405, 1860, 840}, 13, "RESET ERROR"},
-    {Kind::Label, "lblError", -1, "", {11160, 6405, 780, 840}, 16, ""},
+    alarm({Kind::Label, "lblError", -1, "", {11160, 6405, 780, 840}, 16, ""}),
     // One place for three: the prompt in front, then the words of an error, then the versions.
-    {Kind::Label, "lblSoftwareVersion", -1, "", {9240, 7290, 2700, 1680}, 10, ""},
-    {Kind::Label, "lblErrorDescription", -1, "", {9240, 7290, 2700, 1680}, 12, "", false},
-    {Kind::Label, "lblHelp", -1, "", {9240, 7290, 2700, 1680}, 14, ""},
+    left({Kind::Label, "lblSoftwareVersion", -1, "", {9240, 7290, 2700, 1680}, 10, ""}),
+    left(alarm({Kind::Label, "lblErrorDescription", -1, "", {9240, 7290, 2700, 1680}, 12, "", false})),
+    prompt({Kind::Label, "lblHelp", -1, "", {9240, 7290, 2700, 1680}, 14, ""}),
     // clang-format on
 });
 

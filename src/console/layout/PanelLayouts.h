@@ -34,15 +34,15 @@ inline constexpr auto kWarningRows = std::to_array<ControlRow>({
 inline constexpr auto kSelectFocusRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Picture, "Shape1", -1, "", {120, 120, 8880, 8235}, 0, "", true, "frame"},
-    {Kind::Label, "lblSelectFocus", -1, "", {600, 540, 7920, 540}, 16,
-     "     Select focus for mA auto calibration"},
+    title({Kind::Label, "lblSelectFocus", -1, "", {600, 540, 7920, 540}, 16,
+     "     Select focus for mA auto calibration"}),
     {Kind::Button, "cmbAutocalSmallFocus", -1, "", {600, 1200, 2520, 1200}, 18, "Small"},
     {Kind::Button, "cmbAutocalLargeFocus", -1, "", {3300, 1200, 2520, 1200}, 18, "Large"},
     {Kind::Button, "cmbOKFocus", -1, "", {6000, 1200, 2520, 1200}, 18, "OK"},
-    {Kind::Label, "lblSelectExtMemory", -1, "", {600, 2820, 7920, 840}, 16,
-     "    Or extended memory location for auto calibration"},
+    title({Kind::Label, "lblSelectExtMemory", -1, "", {600, 2820, 7920, 840}, 16,
+     "    Or extended memory location for auto calibration"}),
     {Kind::Label, "Label3", -1, "", {600, 3780, 1080, 2520}, 32, "E"},
-    {Kind::Label, "lblAutocalParameter", -1, "", {1740, 3780, 1380, 2520}, 32, "1"},
+    field({Kind::Label, "lblAutocalParameter", -1, "", {1740, 3780, 1380, 2520}, 32, "1"}),
     {Kind::Button, "cmbParameterUp", -1, "", {3300, 3780, 2520, 1200}, 18, "Up"},
     {Kind::Button, "cmbParameterDown", -1, "", {3300, 5100, 2520, 1200}, 18, "Down"},
     {Kind::Button, "cmbOKParameter", -1, "", {6000, 5100, 2520, 1200}, 18, "OK"},
@@ -54,9 +54,9 @@ inline constexpr auto kSelectFocusRows = std::to_array<ControlRow>({
 inline constexpr auto kSelectWorkstationRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Picture, "Shape1",      -1, "", {120, 120, 8880, 8235}, 0, "", true, "frame"},
-    {Kind::Label,   "lblSelectWS", -1, "", {600, 900, 7920, 720}, 24, "Select a Workstation"},
+    title({Kind::Label,   "lblSelectWS", -1, "", {600, 900, 7920, 720}, 24, "Select a Workstation"}),
     {Kind::Label,   "Label3",      -1, "", {600, 2280, 2040, 2520}, 40, "WS"},
-    {Kind::Label,   "lblWS",       -1, "", {2700, 2280, 1680, 2520}, 40, "1"},
+    field({Kind::Label,   "lblWS",       -1, "", {2700, 2280, 1680, 2520}, 40, "1"}),
     {Kind::Button,  "cmbWSUp",     -1, "", {4800, 2280, 3720, 1200}, 20, "Up"},
     {Kind::Button,  "cmbWSDown",   -1, "", {4800, 3600, 3720, 1200}, 20, "Down"},
     {Kind::Button,  "cmdOK",       -1, "", {4800, 6000, 3720, 1200}, 20, "OK"},
@@ -67,9 +67,9 @@ inline constexpr auto kSelectWorkstationRows = std::to_array<ControlRow>({
 inline constexpr auto kErrorRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Picture, "Shape1", -1, "", {0, 0, 6750, 3720}, 0, "", true, "frame"},
-    {Kind::Label, "myCaption", -1, "", {240, 240, 6270, 420}, 14, ""},
-    {Kind::Label, "lblError", -1, "", {240, 840, 6270, 840}, 14,
-     "Please check calibration dip switch\r\nand toggle with power off"},
+    title({Kind::Label, "myCaption", -1, "", {240, 240, 6270, 420}, 14, ""}),
+    alarm({Kind::Label, "lblError", -1, "", {240, 840, 6270, 840}, 14,
+     "Please check calibration dip switch\r\nand toggle with power off"}),
     {Kind::Frame, "Frame1", -1, "", {2055, 2040, 2640, 1380}, 10, ""},
     {Kind::Button, "cmbOK", -1, "Frame1", {120, 240, 2400, 1020}, 18, "OK"},
     // clang-format on

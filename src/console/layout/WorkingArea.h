@@ -9,7 +9,7 @@ namespace quillon {
 /// The working area: title and picture at rest, the frame of the link control, the keys at its foot.
 inline constexpr auto kWorkingAreaRows = std::to_array<ControlRow>({
     // clang-format off
-    {Kind::Label,   "lblQuillonConsole", -1, "", {60, 60, 9120, 900}, 24, "Generator Service Mode"},
+    title({Kind::Label,   "lblQuillonConsole", -1, "", {60, 60, 9120, 900}, 24, "Generator Service Mode"}),
     {Kind::Picture, "imgQuillonConsole", -1, "", {60, 1020, 9120, 4260}, 0, "", true, "rest"},
     {Kind::Frame,   "fraTorvaneSerial",  -1, "", {60, 60, 9120, 8340}, 10, "", false},
     // clang-format on

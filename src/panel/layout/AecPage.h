@@ -35,7 +35,7 @@ inline constexpr auto kAecPageRows = std::to_array<ControlRow>({
     upKey("cmbAECDensityUp", "fraDensity(0)", {4185, 225, 435, 1065}),
     {Kind::Frame,  "fraBrightness",      0, kAecPage, {60, 2865, 4680, 1350}, 8, "Brightness"},
     downKey("cmbAECBrightnessDown", "fraBrightness(0)", {60, 225, 1480, 1065}),
-    {Kind::Label,  "txtAECBrightness",  -1, "fraBrightness(0)", {1600, 225, 1480, 1065}, 20, ""},
+    field({Kind::Label,  "txtAECBrightness",  -1, "fraBrightness(0)", {1600, 225, 1480, 1065}, 20, ""}),
     upKey("cmbAECBrightnessUp", "fraBrightness(0)", {3140, 225, 1480, 1065}),
     // clang-format on
 });

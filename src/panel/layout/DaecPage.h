@@ -29,7 +29,7 @@ inline constexpr auto kDaecPageRows = std::to_array<ControlRow>({
     upKey("cmbDAECDensityUp", kDaecPage, {4305, 1680, 435, 1065}),
     {Kind::Frame,  "fraBrightness",       1, kDaecPage, {60, 2865, 4680, 1350}, 8, "Brightness"},
     downKey("cmbDAECBrightnessDown", "fraBrightness(1)", {60, 225, 1480, 1065}),
-    {Kind::Label,  "txtDAECBrightness",  -1, "fraBrightness(1)", {1600, 225, 1480, 1065}, 20, ""},
+    field({Kind::Label,  "txtDAECBrightness",  -1, "fraBrightness(1)", {1600, 225, 1480, 1065}, 20, ""}),
     upKey("cmbDAECBrightnessUp", "fraBrightness(1)", {3140, 225, 1480, 1065}),
     // clang-format on
 });

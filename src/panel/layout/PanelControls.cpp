@@ -63,7 +63,7 @@ void addPanelControls(ControlHost& host) {
     host["sldCalValue"].setMaximum(4095);
     host.at("txtDebugComm").setMultiLine(true);
     host.at("txtDebugComm").setReadOnly(true);
-    for (const PanelTimer& timer : kPanelTimers) {
+    for (const TimerRow& timer : kPanelTimers) {
         host.addTimer(timer.name, timer.interval);
     }
 }

@@ -1,17 +1,12 @@
 #pragma once
 
 #include <array>
-#include <string_view>
+
+#include "ui/ControlTable.h"
 
 namespace quillon {
 
-/// A timer of the link control. An interval of 0 says that whoever starts it sets one first.
-struct PanelTimer {
-    std::string_view name;
-    int interval;
-};
-
-inline constexpr auto kPanelTimers = std::to_array<PanelTimer>({
+inline constexpr auto kPanelTimers = std::to_array<TimerRow>({
     {"timerStatusUpdate", 1000},
     {"tmrProtocolHandshaking", 0},
     {"tmrWaitAfterRx", 400},

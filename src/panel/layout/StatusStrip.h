@@ -10,10 +10,10 @@ namespace quillon {
 inline constexpr auto kStatusStripRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Frame, "fraStatus", -1, "", {60, 60, 4800, 1170}, 8, ""},
-    {Kind::Label, "txtPHASE", -1, "fraStatus", {60, 45, 1470, 315}, 10, ""},
-    {Kind::Label, "txtWorkingMode", -1, "fraStatus", {1560, 45, 960, 315}, 10, ""},
-    {Kind::Label, "txtHU", -1, "fraStatus", {2550, 45, 990, 315}, 10, "HU 0%"},
-    {Kind::Label, "txtInfo", -1, "fraStatus", {60, 375, 2700, 240}, 8, ""},
+    field({Kind::Label, "txtPHASE", -1, "fraStatus", {60, 45, 1470, 315}, 10, ""}),
+    field({Kind::Label, "txtWorkingMode", -1, "fraStatus", {1560, 45, 960, 315}, 10, ""}),
+    field({Kind::Label, "txtHU", -1, "fraStatus", {2550, 45, 990, 315}, 10, "HU 0%"}),
+    field({Kind::Label, "txtInfo", -1, "fraStatus", {60, 375, 2700, 240}, 8, ""}),
     lamp({Kind::Label, "txtCassetteNotPresentWarning", -1, "fraStatus", {2790, 375, 750, 240}, 8, "", false}),
     lamp({Kind::Label, "txtDoorOpenWarning", -1, "fraStatus", {60, 630, 480, 240}, 8, "Door", false}),
     lamp({Kind::Label, "txtGeneratorOverloadWarning", -1, "fraStatus", {570, 630, 760, 240}, 8, "Gen.Over", false}),

@@ -33,9 +33,9 @@ LinkTest::LinkTest(std::string commandLine) : link(made(std::move(commandLine)))
 }
 
 TorvaneSerialV3_07_QLC1& LinkTest::made(std::string commandLine) {
-    const TorvaneSerialV3_07_QLC1::Context context{platform.time.schedule(), platform.port,
-                                                   platform.store,           platform.folder,
-                                                   platform.desktop,         std::move(commandLine)};
+    const TorvaneSerialV3_07_QLC1::Context context{platform.time.schedule(), platform.port,    platform.store,
+                                                   platform.folder,          platform.desktop, errorTable,
+                                                   std::move(commandLine)};
     auto made = std::make_unique<TorvaneSerialV3_07_QLC1>(context);
     TorvaneSerialV3_07_QLC1& control = *made;
     form.adopt(std::move(made));

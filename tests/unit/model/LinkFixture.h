@@ -12,6 +12,7 @@
 #include "base/Numbers.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/MemoryPlatform.h"
+#include "shell/cGeneratorError.h"
 #include "ui/Input.h"
 
 namespace quillon {
@@ -74,6 +75,7 @@ protected:
     void put(std::string_view property, const Value& value) const { link.operations().set(property, value); }
 
     MemoryPlatform platform;
+    cGeneratorError errorTable{platform.folder};
     Input input;
     ControlHost form{Kind::Form, "frm", platform.time.schedule()};
     TorvaneSerialV3_07_QLC1& link;

@@ -1,4 +1,4 @@
-#include "link/cGeneratorError.h"
+#include "shell/cGeneratorError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Session.h"
+#include "Journal.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +38,7 @@ public:
     explicit LogReader(std::string_view content)
         : rest_(content), end_(content.find("\r\n") == std::string_view::npos ? "\n" : "\r\n") {}
 
-    Session read() {
+    Journal read() {
         while (!rest_.empty()) {
             const Mark* mark = markOf(rest_);
             if (mark == nullptr) {
@@ -46,11 +46,11 @@ public:
                 continue;
             }
             const std::string line(rest_.substr(0, rest_.find(end_)));
-            session_.entries.push_back({mark->kind, line.substr(mark->text.size())});
+            journal_.entries.push_back({mark->kind, line.substr(mark->text.size())});
             take(line.size() + end_.size());
             takeView(line);
         }
-        return std::move(session_);
+        return std::move(journal_);
     }
 
 private:
@@ -66,13 +66,13 @@ private:
             }
         }
         if (!rest_.empty()) {
-            session_.problems.push_back(lineProblem(line_, "this does not end the record before it"));
+            journal_.problems.push_back(lineProblem(line_, "this does not end the record before it"));
         }
         view_.clear();
     }
 
     void skipToMark() {
-        session_.problems.push_back(lineProblem(line_, "no record begins here"));
+        journal_.problems.push_back(lineProblem(line_, "no record begins here"));
         std::size_t next = rest_.find(end_);
         while (next != std::string_view::npos && markOf(rest_.substr(next + end_.size())) == nullptr) {
             next = rest_.find(end_, next + end_.size());
@@ -90,7 +90,7 @@ private:
     std::string_view end_;
     std::string view_;
     std::size_t line_ = 1;
-    Session session_;
+    Journal journal_;
 };
 
 /// The bytes that a quoted text of a recording means.
@@ -120,8 +120,8 @@ std::string unquoted(std::string_view text) {
 
 class RecordingReader {
 public:
-    Session read(std::string_view content) {
-        session_.recorded = true;
+    Journal read(std::string_view content) {
+        journal_.recorded = true;
         bool inFile = false;
         while (!content.empty()) {
             const auto end = content.find('\n');
@@ -134,7 +134,7 @@ public:
                 readLine(line);
             }
         }
-        return std::move(session_);
+        return std::move(journal_);
     }
 
 private:
@@ -149,7 +149,7 @@ private:
         } else if (line.starts_with("# ")) {
             readComment(line.substr(2));
         } else if (std::ranges::any_of(kOperator, beginsLine)) {
-            session_.entries.push_back({Entry::Kind::Operator, std::string(line), time_});
+            journal_.entries.push_back({Entry::Kind::Operator, std::string(line), time_});
         }
     }
 
@@ -161,7 +161,7 @@ private:
         }
         const std::string_view rest = text.substr(blank + 1);
         if (rest.starts_with("tx ")) {
-            session_.entries.push_back({Entry::Kind::Sent, unquoted(rest), number(text.substr(0, blank))});
+            journal_.entries.push_back({Entry::Kind::Sent, unquoted(rest), number(text.substr(0, blank))});
         } else if (rest.starts_with("lost ")) {
             lose(unquoted(rest));
         }
@@ -170,10 +170,10 @@ private:
     /// A frame stands where the console wrote it, this where the device had not taken it.
     void lose(const std::string& frame) {
         const auto found =
-            std::find_if(session_.entries.rbegin(), session_.entries.rend(), [&frame](const Entry& entry) {
+            std::find_if(journal_.entries.rbegin(), journal_.entries.rend(), [&frame](const Entry& entry) {
                 return entry.kind == Entry::Kind::Sent && entry.text == frame;
             });
-        if (found != session_.entries.rend()) {
+        if (found != journal_.entries.rend()) {
             found->kind = Entry::Kind::Lost;
         }
     }
@@ -189,7 +189,7 @@ private:
                 frame_.pop_back();
             }
             if (!frame_.empty()) {
-                session_.entries.push_back({Entry::Kind::Received, std::exchange(frame_, {}), time_});
+                journal_.entries.push_back({Entry::Kind::Received, std::exchange(frame_, {}), time_});
             }
         }
     }
@@ -197,7 +197,7 @@ private:
     Milliseconds number(std::string_view text) {
         Milliseconds value = 0;
         if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc{}) {
-            session_.problems.push_back(lineProblem(line_, "a time is wanted"));
+            journal_.problems.push_back(lineProblem(line_, "a time is wanted"));
         }
         return value;
     }
@@ -205,12 +205,12 @@ private:
     std::string frame_;
     Milliseconds time_ = 0;
     std::size_t line_ = 0;
-    Session session_;
+    Journal journal_;
 };
 
 } // namespace
 
-Session readSession(std::string_view content) {
+Journal readJournal(std::string_view content) {
     return content.starts_with(kRecordingMark) ? RecordingReader().read(content) : LogReader(content).read();
 }
 

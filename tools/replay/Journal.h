@@ -23,13 +23,14 @@ struct Entry {
     std::optional<Milliseconds> time = std::nullopt; ///< a log has none
 };
 
-struct Session {
+/// A log or a recording, entry by entry.
+struct Journal {
     std::vector<Entry> entries;
     bool recorded = false;             ///< a recording, and so a scenario already
     std::vector<std::string> problems; ///< what could not be read, by line
 };
 
 /// Reads a communication log or a recording, whichever it is.
-[[nodiscard]] Session readSession(std::string_view content);
+[[nodiscard]] Journal readJournal(std::string_view content);
 
 } // namespace quillon

@@ -1,4 +1,4 @@
-#include "link/cGeneratorError.h"
+#include "shell/cGeneratorError.h"
 
 #include "base/CodePage.h"
 #include "base/Fault.h"
@@ -10,7 +10,6 @@ namespace quillon {
 namespace {
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 20;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSource = "CGeneratorError";
 constexpr cGeneratorError::Problem kCannotOpen{513, kSource, "Cannot Open Error Description File"};
 constexpr cGeneratorError::Problem kEmpty{514, kSource, "Error Description File Empty"};
@@ -37,16 +36,14 @@ void cGeneratorError::Setup(std::string_view txtfilePath) {
     m_Table.clear();
     m_Problem.reset();
 
-    std::optional<std::string> content = m_Folder.read(txtfilePath, kLargestFile);
+    const std::optional<std::string> content = m_Folder.read(txtfilePath, kLargestFile);
     if (!content) {
         m_Problem = kCannotOpen;
         return;
     }
-    if (content->starts_with(kByteOrderMark)) {
-        content->erase(0, kByteOrderMark.size());
-    }
     // Not valid UTF-8: taken as Windows-1252.
-    const std::string text = codePageFromUtf8(*content).value_or(*content);
+    const std::string_view given = withoutByteOrderMark(*content);
+    const std::string text = codePageFromUtf8(given).value_or(std::string(given));
     const auto lines = split(text, "\r\n");
     if (lines.size() < 2) {
         m_Problem = kEmpty;

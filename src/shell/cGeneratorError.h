@@ -6,13 +6,14 @@
 #include <string_view>
 #include <vector>
 
+#include "model/ErrorTable.h"
 #include "runtime/Platform.h"
 
 namespace quillon {
 
-/// Words and severity for the error numbers of the generator, from a text file that can be changed or
-/// translated without changing the program. A line is CODE=DESCRIPTION=CLASS and ends with CR LF.
-class cGeneratorError {
+/// The error table in a text file that can be changed or translated without changing the program. A line is
+/// CODE=DESCRIPTION=CLASS and ends with CR LF.
+class cGeneratorError final : public ErrorTable {
 public:
     /// Why the last Setup left the table empty.
     struct Problem {
@@ -21,19 +22,12 @@ public:
         std::string_view text;
     };
 
-    static constexpr std::string_view kDefaultFile = "error_info.txt";
-    static constexpr std::int32_t kNoClass = 3; ///< the table has nothing to say
-
     explicit cGeneratorError(const Folder& folder) : m_Folder(folder) {}
 
-    /// Reads a file, by name in the executable's directory or by its path, and replaces the table. A file
-    /// that can't be used leaves the table empty and is reported in problem() only.
-    void Setup(std::string_view txtfilePath = kDefaultFile);
-
-    /// Empty when the table has nothing to say.
-    [[nodiscard]] std::string Description(std::int32_t error_code) const;
-    /// 0, 1 or 2, or kNoClass.
-    [[nodiscard]] std::int32_t ErrorType(std::int32_t error_code) const;
+    /// A file that can't be used is reported in problem() only.
+    void Setup(std::string_view txtfilePath = kDefaultFile) override;
+    [[nodiscard]] std::string Description(std::int32_t error_code) const override;
+    [[nodiscard]] std::int32_t ErrorType(std::int32_t error_code) const override;
 
     /// While False the table keeps its rows and does not answer.
     [[nodiscard]] bool Enable() const { return m_Enable; }
