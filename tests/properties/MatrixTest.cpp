@@ -138,7 +138,7 @@ public:
     [[nodiscard]] bool reaches(std::string_view name) { return holds(session_.reachable(), name); }
     [[nodiscard]] const ServiceSession& doing() { return application().console().session(); }
     [[nodiscard]] Control& control(std::string_view name) { return application().console()[name]; }
-    [[nodiscard]] bool polls() { return application().link().get<bool>("StatusUpdateEnable"); }
+    [[nodiscard]] bool polls() { return application().link().StatusUpdateEnable(); }
     [[nodiscard]] bool allowsXRays() {
         return session_.ask("status").find("x-rays enabled") != std::string::npos;
     }
@@ -270,7 +270,7 @@ void checkReady(Cell& cell, Way way) {
     EXPECT_TRUE(cell.reaches("Quillon.cmbManualCalibration") || counters || cell.doing().lent() ||
                 cell.control("fraRemote").visible());
 
-    EXPECT_EQ(cell.allowsXRays(), cell.application().link().get<bool>("RXEnable"));
+    EXPECT_EQ(cell.allowsXRays(), cell.application().link().mirror().RXEnable);
     const bool broken = way == Way::Restart || way == Way::Lost;
     EXPECT_FALSE(broken && cell.doing().lent());
     if (!cell.raysTaken || (broken && holds(kGiveBack, cell.scene.run))) {
