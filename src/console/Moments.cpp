@@ -95,7 +95,7 @@ constexpr std::array kRows{
     MomentRow{Moment::CountersIncomplete,          modes,          none,          none,      none,  Poll::Free,     Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Stays},
     MomentRow{Moment::CountersClosed,              modes | X,      none,          R,         none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Close, Rx::Stays},
     MomentRow{Moment::CountersGone,                X,              none,          R,         none,  Poll::Stays,    Busy::Stays,   Prompt::Cleared, Caption::Close, Rx::Stays},
-    MomentRow{Moment::CountersFailed,              none,           none,          none,      none,  Poll::Free,     Busy::Given,   Prompt::Stays,   Caption::Stays, Rx::Stays},
+    MomentRow{Moment::CountersFailed,              none,           none,          none,      none,  Poll::Free,     Busy::Settled, Prompt::Stays,   Caption::Stays, Rx::Stays},
 };
 // clang-format on
 
