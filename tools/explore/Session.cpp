@@ -4,8 +4,8 @@
 
 #include "base/Numbers.h"
 #include "base/Text.h"
-#include "scenario/Reader.h"
 #include "sim/Options.h"
+#include "tools/scenario/Reader.h"
 
 namespace quillon {
 
@@ -172,9 +172,8 @@ std::uint64_t Session::state() {
         session.lent());
     const TorvaneSerialV3_07_QLC1& link = application().link();
     const GeneratorState& mirror = link.mirror();
-    add(link.PortOpen(), link.StatusUpdateEnable(), link.answering(), link.allows("RX"),
-        mirror.RXEnable, mirror.m_AutocalState, mirror.m_CalibrationType, mirror.m_LargeFocus,
-        mirror.m_SmallFocus);
+    add(link.PortOpen(), link.StatusUpdateEnable(), link.answering(), link.allows("RX"), mirror.RXEnable,
+        mirror.m_AutocalState, mirror.m_CalibrationType, mirror.m_LargeFocus, mirror.m_SmallFocus);
     add(facts_.phase, facts_.rays, acknowledges_, rig_.farEnd.simulated() ? ask("status").substr(0, 8) : "");
     for (const std::string& key : facts_.held) {
         add(key);
