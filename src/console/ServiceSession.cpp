@@ -10,6 +10,11 @@ namespace {
 
 constexpr int kPatience = 60000; // ms
 
+/// In these the place of a positioner's screen is wanted for something else.
+constexpr Phases kEndsScreen{Phase::Initialization,  Phase::Calibration,    Phase::Configuration,
+                             Phase::Autocalibration, Phase::ConfirmDismiss, Phase::AutocalError,
+                             Phase::AutocalOk};
+
 std::optional<Way> wayOf(Phase phase) {
     switch (phase) {
     case Phase::Initialization:
@@ -257,7 +262,7 @@ void ServiceSession::reported(Phase phase) {
             context_.console.timer(wait.timer).stop();
         }
     }
-    if (phase == Phase::Initialization || isServiceMode(phase)) {
+    if (kEndsScreen.has(phase)) {
         closeScreen();
     }
     if (const std::optional<Way> way = wayOf(phase)) {

@@ -11,7 +11,7 @@
 #include "console/ServiceSession.h"
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
-#include "scenario/Rig.h"
+#include "tools/scenario/Rig.h"
 
 namespace quillon {
 

@@ -4,8 +4,8 @@
 
 #include "base/Numbers.h"
 #include "base/Text.h"
-#include "scenario/Reader.h"
 #include "sim/Options.h"
+#include "tools/scenario/Reader.h"
 
 namespace quillon {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Invariants.h"
-#include "scenario/Rig.h"
+#include "tools/scenario/Rig.h"
 
 namespace quillon {
 

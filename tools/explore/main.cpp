@@ -1,18 +1,20 @@
 // Searches the states of the console in virtual time for one that must not be; and works on for many days.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <iostream>
 #include <limits>
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <unistd.h>
 
 #include "Search.h"
+#include "base/ProgramArguments.h"
 
 namespace {
 
@@ -42,6 +44,15 @@ long residentMemory() {
     file >> total >> resident;
     return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
+
+constexpr std::string_view kHelp =
+    "usage: quillon-explore search GROUND [STATES [WALKS [SEED]]]   breadth first, then random walks\n"
+    "       quillon-explore hunt [SECONDS [SEED]]                   the same on every ground\n"
+    "       quillon-explore print GROUND [SEED]                     a walk as a scenario\n"
+    "       quillon-explore days [DAYS [SEED]]                      one session of many days\n"
+    "       quillon-explore idle                                    a day of polling, timed\n"
+    "A ground is where a search begins: told, remote, orla, simulated. What is found is printed as scenario "
+    "files.\n";
 
 const Ground* groundOf(std::string_view name) {
     for (const Ground& ground : grounds()) {
@@ -168,11 +179,11 @@ std::uint32_t number(std::string_view text) {
     return static_cast<std::uint32_t>(std::strtoul(std::string(text).c_str(), nullptr, 10));
 }
 
-int run(std::span<char*> words) {
+int run(const std::vector<std::string>& words) {
     const auto argument = [&](std::size_t at, std::uint32_t otherwise) {
         return at < words.size() ? number(words[at]) : otherwise;
     };
-    const std::string_view what = words.empty() ? "" : words[0];
+    const std::string what = words.empty() ? "" : words[0];
     const Ground* ground = words.size() < 2 ? nullptr : groundOf(words[1]);
     if (what == "search" && ground != nullptr) {
         return search(*ground, argument(2, 1000), argument(3, 50), argument(4, 1));
@@ -189,21 +200,17 @@ int run(std::span<char*> words) {
     if (what == "idle") {
         return idle();
     }
-    std::cerr << "usage: quillon-explore search GROUND [STATES [WALKS [SEED]]]   breadth first, then walks\n"
-                 "       quillon-explore hunt [SECONDS [SEED]]                   the same on every ground\n"
-                 "       quillon-explore print GROUND [SEED]                     a walk as a scenario\n"
-                 "       quillon-explore days [DAYS [SEED]]                      one session of many days\n"
-                 "       quillon-explore idle                                    a day of polling, timed\n"
-                 "grounds:";
-    for (const Ground& each : grounds()) {
-        std::cerr << ' ' << each.name;
-    }
-    std::cerr << '\n';
+    std::cerr << kHelp;
     return 2;
 }
 
 } // namespace
 
 int main(int count, char** arguments) {
-    return run(std::span(arguments + 1, static_cast<std::size_t>(count > 0 ? count - 1 : 0)));
+    const std::vector<std::string> given(arguments + 1, arguments + std::max(count, 1));
+    const ProgramArguments read = readArguments(given, {});
+    if (const auto status = answerAtOnce(read, "quillon-explore", kHelp)) {
+        return *status;
+    }
+    return run(read.words);
 }
