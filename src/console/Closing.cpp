@@ -56,9 +56,7 @@ void Closing::closeClicked() {
     session_.closeScreen();
     if (session_.giveUp()) {
         session_.giveXRaysBack();
-    } else if (session_.poweringUp()) {
-        close(); // whatever stood before is over
-    } else if (!leave()) {
+    } else if (session_.poweringUp() || !leave()) { // after a start anew, whatever stood before is over
         close();
     }
 }

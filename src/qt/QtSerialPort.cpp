@@ -50,7 +50,7 @@ void drain(QSerialPort& device) {
 /// The file that locks the device; empty when there is none.
 QString lockFileOf(const QString& portName) {
     for (const char* directory : {"/var/lock", "/run/lock", "/var/spool/lock", "/tmp", "/var/tmp"}) {
-        const QString file =
+        QString file =
             QStringLiteral("%1/LCK..%2").arg(QLatin1String(directory), QString(portName).replace(u'/', u'_'));
         if (QFileInfo::exists(file)) {
             return file;

@@ -47,7 +47,8 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
     const auto caption = words();
     QRectF outline(rect());
     if (caption) {
-        outline.setTop(caption->place.height() / 2);
+        const int middle = caption->place.height() / 2; // whole pixels
+        outline.setTop(middle);
     }
     // Around a single thing there is nothing to group.
     if (control().border() && (caption || control().stack().size() > 1)) {

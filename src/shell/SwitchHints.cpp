@@ -41,7 +41,7 @@ bool isKnown(std::string_view piece) {
 }
 
 std::string hintFor(std::string_view piece) {
-    const std::string given = "\"-" + std::string(piece) + "\" is no switch";
+    std::string given = "\"-" + std::string(piece) + "\" is no switch";
     for (const KnownSwitch& known : kKnown) {
         if (!known.exact && startsWith(piece, known)) {
             return given + ", and is taken for -" + std::string(known.name);
