@@ -208,16 +208,24 @@ template <typename... Arguments> class CommandFor {
 public:
     consteval CommandFor(CommandId id)
         : id_(takes(id.row()) ? id : throw "the command takes other arguments") {}
+    /// The same for a template's parameter, with which clang 14 cannot do the above.
+    template <CommandId kId> [[nodiscard]] static constexpr CommandFor of() {
+        static_assert(takes(kId.row()), "the command takes other arguments");
+        return CommandFor(kId, Checked{});
+    }
     [[nodiscard]] constexpr const CommandRow& row() const { return id_.row(); }
 
 private:
+    struct Checked {};
+    constexpr CommandFor(CommandId id, Checked /*checked*/) : id_(id) {}
+
     enum class Sort : std::uint8_t { Flag, Number, Text };
-    template <typename T> static consteval Sort sortOf() {
+    template <typename T> static constexpr Sort sortOf() {
         static_assert(std::integral<T> || std::same_as<T, std::string>);
         return std::same_as<T, bool> ? Sort::Flag : std::integral<T> ? Sort::Number : Sort::Text;
     }
     /// The value, if the form has one, then whether to ask for an acknowledgement, where the caller may.
-    static consteval bool takes(const CommandRow& row) {
+    static constexpr bool takes(const CommandRow& row) {
         constexpr std::array<Sort, sizeof...(Arguments)> kGiven{sortOf<Arguments>()...};
         const std::size_t values = row.value == ValueForm::None ? 0 : 1;
         const Sort value = row.value == ValueForm::Switch ? Sort::Flag

@@ -24,25 +24,21 @@ using KeyWork = void (*)(const PanelSubjects& subjects, int index);
 
 /// Sends a command.
 template <CommandId kId> void sends(const PanelSubjects& subjects, int /*index*/) {
-    constexpr CommandFor<> kCommand(kId);
-    subjects.context.commands.send(kCommand);
+    subjects.context.commands.send(CommandFor<>::of<kId>());
 }
 
 /// Sends a command with the key's index.
 template <CommandId kId> void sendsIndex(const PanelSubjects& subjects, int index) {
-    constexpr CommandFor<std::int32_t> kCommand(kId);
-    subjects.context.commands.send(kCommand, std::int32_t{index});
+    subjects.context.commands.send(CommandFor<std::int32_t>::of<kId>(), std::int32_t{index});
 }
 
 /// Sends the switch that is not set now; while Handshaking is off another command, which only toggles.
 template <CommandId kSet, CommandId kToggle, bool (*kIsOn)(const GeneratorState& state)>
 void switches(const PanelSubjects& subjects, int /*index*/) {
-    constexpr CommandFor<bool> kSetCommand(kSet);
-    constexpr CommandFor<> kToggleCommand(kToggle);
     if (subjects.context.link.Handshaking) {
-        subjects.context.commands.send(kSetCommand, !kIsOn(subjects.context.state));
+        subjects.context.commands.send(CommandFor<bool>::of<kSet>(), !kIsOn(subjects.context.state));
     } else {
-        subjects.context.commands.send(kToggleCommand);
+        subjects.context.commands.send(CommandFor<>::of<kToggle>());
     }
 }
 
