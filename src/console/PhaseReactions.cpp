@@ -182,7 +182,7 @@ void PhaseReactions::modeIsOver() {
         screen_.hide({"fraTorvaneSerial"});
         screen_.hide(Key::GoToUserMode);
         screen_.show(kModeKeys);
-        ShowCalibrationButton(context_, true);
+        session_.showPositionerKey(true);
     }
     screen_.show({"lblQuillonConsole"});
     if (state_.GeneratorVisible) {

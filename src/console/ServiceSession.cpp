@@ -326,6 +326,13 @@ void ServiceSession::openScreen(std::function<void()> close) {
     screenClose_ = std::move(close);
 }
 
+void ServiceSession::showPositionerKey(bool visible) {
+    ShowCalibrationButton(context_, visible);
+    if (!context_.console["cmdOrla"].visible() && !context_.console["cmdMultiRoom"].visible()) {
+        closeScreen();
+    }
+}
+
 void ServiceSession::closeScreen() {
     screenLock_.release();
     if (const auto close = std::exchange(screenClose_, {})) {

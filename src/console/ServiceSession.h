@@ -106,7 +106,10 @@ public:
     /// With the next such report in any case: what was said before may be lost.
     void oweXRays() { xRaysOwed_ = true; }
     /// A positioner's key stands beside the picture at rest only.
-    void showPositionerKey() { ShowCalibrationButton(context_, !isServiceMode(mode_)); }
+    void showPositionerKey() { showPositionerKey(!isServiceMode(mode_)); }
+    /// Where no positioner is installed but its switch was given, the key goes for good, and an open screen
+    /// with it.
+    void showPositionerKey(bool visible);
     /// A line that was closed by hand is opened, so that the generator can be told.
     void openLine();
 

@@ -202,7 +202,7 @@ void ConsolePanels::ErrorMessage(std::int16_t code) {
     context_.state.m_ProtocolError = false;
     session_.at(Moment::MessageOpens);
     screen_.hide({"fraTorvaneSerial"});
-    ShowCalibrationButton(context_, true);
+    session_.showPositionerKey(true);
 
     const Row& row = *find(kError);
     ModalPanel* panel = create(row, [this](ModalPanel&, std::string_view, std::int16_t) {
