@@ -27,6 +27,9 @@ CalibrationMode::CalibrationMode(ConsoleContext& context, ServiceSession& sessio
             return;
         }
         context_.state.m_ProtocolError = false;
+        if (session_.mode() == Phase::Calibration) {
+            session_.loan().takeBack(); // the way out is the engineer's again
+        }
         ToggleCalibrationMode();
         session_.loan().takeBack();
         screen_.hide({"fraActualExposureParameters"});

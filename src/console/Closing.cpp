@@ -70,8 +70,8 @@ bool Closing::leave() {
     } else if (waits) {
         session_.giveXRaysBack();
     } else if (session_.mode() == Phase::Calibration) {
+        session_.loan().takeBack(); // the way out is the engineer's again
         modes_.calibration.ToggleCalibrationMode();
-        session_.loan().takeBack();
     } else if (session_.countersActive()) {
         modes_.counters.ToggleExposureCounterView();
     } else if (session_.lent()) {
