@@ -26,8 +26,11 @@ void UserMode::goToUserMode() {
         session_.is(Run::EnteringAutocalibration)) {
         return;
     }
-    session_.at(Moment::UsersAsked);
     session_.loan().lend();
+    if (!session_.lent()) {
+        return; // it has started over since, and has not told calibration again
+    }
+    session_.at(Moment::UsersAsked);
     calibration_.ToggleCalibrationMode();
     tmrFlRefresh_.start(kRefreshDelay);
     tmrGotoUserMode_.start(kArrivalDelay);
