@@ -185,6 +185,14 @@ void ServiceSession::movePoll(Poll poll) {
     }
 }
 
+void ServiceSession::stopWait(const WaitRow& wait) {
+    Timer& timer = context_.console.timer(wait.timer);
+    if (timer.running() && idle() && pollHeld_) {
+        movePoll(Poll::Free); // its last tick would have
+    }
+    timer.stop();
+}
+
 void ServiceSession::at(Moment moment) {
     const MomentRow& row = rowOf(moment);
     take(row.off);
@@ -259,7 +267,7 @@ void ServiceSession::reported(Phase phase) {
     loan_.reported(phase);
     for (const WaitRow& wait : waitRows()) {
         if (wait.endedBy.has(phase) && !(wait.notWhileLent && lent())) {
-            context_.console.timer(wait.timer).stop();
+            stopWait(wait);
         }
     }
     if (kEndsScreen.has(phase)) {
@@ -301,7 +309,7 @@ void ServiceSession::lost() {
     afterExposure_ = {};
     for (const WaitRow& wait : waitRows()) {
         if (wait.byLoss) {
-            context_.console.timer(wait.timer).stop();
+            stopWait(wait);
         }
     }
     answer(Way::Lost);

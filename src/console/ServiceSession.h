@@ -118,6 +118,7 @@ private:
     void give(Keys keys);
     void take(Keys keys);
     void movePoll(Poll poll);
+    void stopWait(const WaitRow& wait);
     void paint(Keys keys, Colour colour);
     void answer(Way way);
 
