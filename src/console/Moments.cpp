@@ -71,7 +71,7 @@ constexpr std::array kRows{
     MomentRow{Moment::CalibrationDoneForTheUsers,  C | A | R,      none,          modes,     none,  Poll::Free,     Busy::Given,   Prompt::Stays,   Caption::Stays, Rx::Off},
     MomentRow{Moment::CalibrationExitNotFollowed,  M | U | X | F,  none,          A | U,     M,     Poll::Free,     Busy::Settled, Prompt::Cleared, Caption::Stays, Rx::GivenBack},
     MomentRow{Moment::UsersAsked,                  none,           none,          none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::On},
-    MomentRow{Moment::UsersCome,                   F | M | X,      none,          none,      U,     Poll::Stays,    Busy::Settled, Prompt::Stays,   Caption::Exit,  Rx::On},
+    MomentRow{Moment::UsersCome,                   F | M | X,      none,          none,      U,     Poll::Free,     Busy::Settled, Prompt::Stays,   Caption::Exit,  Rx::On},
     MomentRow{Moment::UsersCancelled,              X,              none,          none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Stays},
 
     MomentRow{Moment::AutocalibrationChoice,       none,           F,             none,      none,  Poll::Held,     Busy::Taken,   Prompt::Stays,   Caption::Stays, Rx::Stays},
