@@ -11,7 +11,6 @@
 #include <QTimer>
 #include <QWindow>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "qt/ControlView.h"
 #include "qt/Convert.h"

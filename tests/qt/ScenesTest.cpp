@@ -4,7 +4,6 @@
 #include <sstream>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
