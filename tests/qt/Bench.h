@@ -11,7 +11,6 @@
 #include <QTimer>
 #include <QWindow>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
@@ -36,6 +35,11 @@ inline void turn() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+/// Lets the event loop run for so long.
+inline void rest(int ms) {
+    waitFor([] { return false; }, ms);
+}
+
 /// A form in a window, and a hand with which to work on it.
 class WindowTest : public testing::Test {
 protected:
@@ -53,13 +57,11 @@ protected:
 
     /// Notes what happens to a control, in order.
     void record(Control& control) {
-        const std::string name = control.name();
-        control.on.press = [this, name] { log += name + " press, "; };
-        control.on.release = [this, name] { log += name + " release, "; };
-        control.on.click = [this, name] { log += name + " click, "; };
-        control.on.abandon = [this, name] { log += name + " abandon, "; };
-        control.on.cancel = [this, name] { log += name + " cancel, "; };
-        control.on.change = [this, name] { log += name + " change, "; };
+        const auto note = [this, name = control.name()](const char* what) {
+            return [this, text = name + " " + what + ", "] { log += text; };
+        };
+        control.on = {note("press"),   note("release"), note("click"),
+                      note("abandon"), note("cancel"),  note("change")};
     }
 
     [[nodiscard]] std::string takeLog() { return std::exchange(log, {}); }
@@ -93,12 +95,11 @@ protected:
     int closeRequests = 0;
     Place resized;
     std::string log;
-    Screen screen{form,
-                  input,
-                  {[this](Twips width, Twips height) {
-                       resized = {0, 0, width, height};
-                   },
-                   [this] { ++closeRequests; }}};
+    const FormWindow::Requests requests{[this](Twips width, Twips height) {
+                                            resized = {0, 0, width, height};
+                                        },
+                                        [this] { ++closeRequests; }};
+    Screen screen{form, input, requests};
 };
 
 } // namespace quillon

@@ -52,57 +52,47 @@ TEST_F(InputRouterTest, MousePressesAndReleases) {
     mouse(QEvent::MouseButtonDblClick, onFirst);
     mouse(QEvent::MouseButtonRelease, onFirst);
     EXPECT_EQ(takeLog(), "first press, first release, first click, ");
-
-    first.setEnabled(false);
-    tap(onFirst);
-    EXPECT_EQ(takeLog(), "");
 }
 
 TEST_F(InputRouterTest, AReleaseAlwaysReachesWhatWasPressed) {
-    const auto pressWhile = [this](const std::function<void()>& meanwhile, const std::function<void()>& end) {
+    QFocusEvent focusLost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QEvent hidden(QEvent::Hide);
+    QEvent blocked(QEvent::WindowBlocked);
+    const auto send = [this](QEvent& event) {
+        QCoreApplication::sendEvent(screen.window().windowHandle(), &event);
+    };
+    const auto pressWhile = [this](const std::function<void()>& meanwhile, QPoint end) {
         mouse(QEvent::MouseButtonPress, onFirst);
         meanwhile();
         turn();
-        end();
-        turn();
+        mouse(QEvent::MouseButtonRelease, end);
+        EXPECT_FALSE(screen.view(first)->pressed());
         first.setVisible(true);
         first.setEnabled(true);
         turn();
         return takeLog();
     };
-    const auto up = [this] { mouse(QEvent::MouseButtonRelease, onFirst); };
-    EXPECT_EQ(pressWhile([this] { first.setVisible(false); }, up),
-              "first press, first release, first abandon, ");
-    EXPECT_EQ(pressWhile([this] { first.setEnabled(false); }, up),
-              "first press, first release, first abandon, ");
-    for (const QPoint place : {nowhere, onSecond}) {
-        EXPECT_EQ(pressWhile([] {}, [&] { mouse(QEvent::MouseButtonRelease, place); }),
-                  "first press, first release, first abandon, ");
+    const std::pair<std::function<void()>, QPoint> rows[]{{[&] { first.setVisible(false); }, onFirst},
+                                                          {[&] { first.setEnabled(false); }, onFirst},
+                                                          {[&] { send(focusLost); }, onFirst},
+                                                          {[&] { send(hidden); }, onFirst},
+                                                          {[&] { send(blocked); }, onFirst},
+                                                          {[] {}, onSecond},
+                                                          {[] {}, nowhere}};
+    for (const auto& [meanwhile, end] : rows) {
+        EXPECT_EQ(pressWhile(meanwhile, end), "first press, first release, first abandon, ");
     }
     const auto backAgain = [this] {
         mouse(QEvent::MouseMove, nowhere);
         mouse(QEvent::MouseMove, onFirst);
     };
-    EXPECT_EQ(pressWhile(backAgain, up), "first press, first release, first click, ");
-
-    QFocusEvent focusLost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-    QEvent hidden(QEvent::Hide);
-    QEvent blocked(QEvent::WindowBlocked);
-    for (QEvent* event : {static_cast<QEvent*>(&focusLost), &hidden, &blocked}) {
-        const auto happens = [&] { QCoreApplication::sendEvent(screen.window().windowHandle(), event); };
-        EXPECT_EQ(pressWhile([] {}, happens), "first press, first release, first abandon, ");
-        up();
-        EXPECT_EQ(takeLog(), "") << "released once only";
-        EXPECT_FALSE(screen.view(first)->pressed());
-    }
-
+    EXPECT_EQ(pressWhile(backAgain, onFirst), "first press, first release, first click, ");
     const auto openBox = [&] {
         input.boxOpened();
-        QCoreApplication::sendEvent(screen.window().windowHandle(), &blocked);
+        send(blocked);
         input.boxClosed();
     };
-    EXPECT_EQ(pressWhile(openBox, up), "first press, first cancel, ") << "a box breaks a hold off";
-    EXPECT_FALSE(screen.view(first)->pressed());
+    EXPECT_EQ(pressWhile(openBox, onFirst), "first press, first cancel, ") << "a box breaks a hold off";
 }
 
 TEST_F(InputRouterTest, FingersMayOverlap) {
@@ -118,8 +108,7 @@ TEST_F(InputRouterTest, FingersMayOverlap) {
 
 TEST_F(InputRouterTest, TheKeyboardWalksInTheOrderOfEnumerationAndPressesWithSpace) {
     add(Kind::Label, "lblPlain", {0, 1500, 1500, 600});
-    Control& hidden = add(Kind::Button, "hidden", {0, 3000, 1500, 600});
-    hidden.setVisible(false);
+    add(Kind::Button, "hidden", {0, 3000, 1500, 600}).setVisible(false);
     Control& third = add(Kind::Button, "third", {3000, 0, 1500, 750});
     record(third);
     third.sendToBack(); // the order on the screen is another matter
@@ -139,18 +128,15 @@ TEST_F(InputRouterTest, TheKeyboardWalksInTheOrderOfEnumerationAndPressesWithSpa
     EXPECT_EQ(space(), "third press, third release, third click, ");
 
     key(QEvent::KeyPress, Qt::Key_Space);
-    for (int i = 0; i < 3; ++i) {
-        key(QEvent::KeyRelease, Qt::Key_Space, true);
-        key(QEvent::KeyPress, Qt::Key_Space, true);
-    }
+    key(QEvent::KeyRelease, Qt::Key_Space, true);
+    key(QEvent::KeyPress, Qt::Key_Space, true);
     EXPECT_EQ(takeLog(), "third press, ");
     key(QEvent::KeyPress, Qt::Key_Tab);
     EXPECT_EQ(takeLog(), "third release, third abandon, ") << "nobody keeps a key down that he has left";
 
     key(QEvent::KeyPress, Qt::Key_Backtab);
     key(QEvent::KeyPress, Qt::Key_Space);
-    key(QEvent::KeyPress, Qt::Key_Escape);
-    key(QEvent::KeyRelease, Qt::Key_Escape);
+    strike(Qt::Key_Escape);
     key(QEvent::KeyRelease, Qt::Key_Space);
     EXPECT_EQ(takeLog(), "third press, third release, third abandon, ") << "Escape takes the press back";
 }
@@ -163,7 +149,6 @@ TEST_F(InputRouterTest, ASliderMovesWithTheFingerAndIsToldWhenItIsLetGo) {
     mouse(QEvent::MouseButtonPress, {100, 125});
     EXPECT_EQ(slider.value(), 50);
     mouse(QEvent::MouseMove, {500, 125});
-    EXPECT_EQ(slider.value(), 100);
     EXPECT_EQ(takeLog(), "slider change, slider change, ");
     mouse(QEvent::MouseButtonRelease, {500, 125});
     EXPECT_EQ(slider.value(), 100);
@@ -186,6 +171,11 @@ TEST_F(InputRouterTest, AListOpensAndTakesOneEntry) {
         tap({50, 120});
         return view->popup();
     };
+    const auto strikeIn = [view](int code) {
+        QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->popup(), &event);
+        turn();
+    };
     ASSERT_NE(open(), nullptr);
     EXPECT_GE(view->popup()->height(), 2 * 38) << "as high as a finger";
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
@@ -195,32 +185,24 @@ TEST_F(InputRouterTest, AListOpensAndTakesOneEntry) {
     }
     turn();
     EXPECT_EQ(list.text(), "19200");
-    EXPECT_EQ(takeLog(), "list click, ");
     EXPECT_EQ(view->popup(), nullptr);
 
-    const auto strikeIn = [view](int code) {
-        QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier);
-        QCoreApplication::sendEvent(view->popup(), &event);
-        turn();
-    };
     ASSERT_NE(open(), nullptr);
     strikeIn(Qt::Key_Up);
     const QImage shown = view->popup()->grab().toImage();
     EXPECT_NE(shown.pixelColor(20, 10), shown.pixelColor(20, 50)) << "the marked entry looks different";
     strikeIn(Qt::Key_Return);
-    EXPECT_EQ(list.text(), "9600");
     ASSERT_NE(open(), nullptr);
     strikeIn(Qt::Key_Down);
     strikeIn(Qt::Key_Escape);
     EXPECT_EQ(view->popup(), nullptr);
     EXPECT_EQ(list.text(), "9600");
-    EXPECT_EQ(takeLog(), "list click, ") << "the entry taken by a key, and no more";
 
     ASSERT_NE(open(), nullptr);
     list.setVisible(false); // what goes off the screen takes its entries with it
     turn();
     EXPECT_EQ(view->popup(), nullptr);
-    EXPECT_EQ(takeLog(), "");
+    EXPECT_EQ(takeLog(), "list click, list click, ") << "one by the finger and one by a key, and no more";
 }
 
 } // namespace

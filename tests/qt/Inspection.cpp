@@ -1,13 +1,13 @@
 #include "tests/qt/Inspection.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <iterator>
 
 #include <QFontMetrics>
 
 #include "qt/ControlView.h"
-#include "tests/qt/Contrast.h"
 
 namespace quillon {
 
@@ -18,8 +18,17 @@ constexpr int kSmallestLetters = 8; ///< pixels; on a panel of 640 x 480 they ar
 using Findings = std::vector<std::string>;
 using Tell = std::function<void(const Control&, const std::string&)>;
 
+/// How much light a colour gives to the eye, 0 to 1.
+double luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
 std::string rectText(const QRect& place) {
-    return std::to_string(place.width()).append(" x ").append(std::to_string(place.height()));
+    return std::to_string(place.width()) + " x " + std::to_string(place.height());
 }
 
 void inspectText(const ControlView& view, const Tell& tell) {
@@ -94,17 +103,16 @@ void walk(const Screen& screen, const Control& control,
 
 } // namespace
 
+double contrast(const QColor& a, const QColor& b) {
+    const auto [dark, bright] = std::minmax({luminance(a), luminance(b)});
+    return (bright + 0.05) / (dark + 0.05);
+}
+
 std::string pathOf(const Control& control) {
-    std::vector<const Control*> around;
-    for (const Control* at = &control; at != nullptr; at = at->container()) {
-        around.push_back(at);
-    }
     std::string path;
-    for (auto at = around.rbegin(); at != around.rend(); ++at) {
-        path.append(path.empty() ? "" : "/").append((*at)->name());
-        if ((*at)->index()) {
-            path.append("(").append(std::to_string(*(*at)->index())).append(")");
-        }
+    for (const Control* at = &control; at != nullptr; at = at->container()) {
+        const std::string index = at->index() ? "(" + std::to_string(*at->index()) + ")" : "";
+        path.insert(0, (at->container() == nullptr ? "" : "/") + at->name() + index);
     }
     return path;
 }
@@ -142,7 +150,7 @@ std::string textOn(Screen& screen, const Control& form) {
     std::string text;
     walk(screen, form, [&text](const ControlView& view) {
         if (const auto words = view.words()) {
-            text.append(words->text.toStdString()).append("\n");
+            text += words->text.toStdString() + "\n";
         }
     });
     return text;

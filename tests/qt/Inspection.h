@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include <QColor>
+
 #include "qt/Screen.h"
 
 namespace quillon {
@@ -20,5 +22,9 @@ namespace quillon {
 
 /// A control's name with those around it, such as "Quillon/fraRemote/cmdUPSid".
 [[nodiscard]] std::string pathOf(const Control& control);
+
+/// 1 for a colour on itself, 21 for black on white.
+[[nodiscard]] double contrast(const QColor& a, const QColor& b);
+inline constexpr double kReadable = 4.5; ///< below this, text is hard to read
 
 } // namespace quillon

@@ -1,15 +1,16 @@
-#include <fstream>
-#include <iterator>
+#include <csignal>
 
 #include <QDBusConnection>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 
 #include "Bench.h"
 #include "qt/Convert.h"
+#include "qt/EndRequest.h"
 #include "qt/QtDesktop.h"
 #include "qt/QtPower.h"
 #include "qt/QtRuntime.h"
@@ -37,17 +38,10 @@ TEST(QtScheduleDriver, TimersRunOnTimeInsideEveryLoop) {
     EXPECT_TRUE(waitFor([&] { return inner >= 5; }));
     EXPECT_EQ(ticks, 1);
     EXPECT_GE(clock.now() - start, 40 + 5 * 10) << "never early";
-}
-
-TEST(QtEventLoop, ServesWhatIsDueAndReturns) {
-    const SteadyClock clock;
-    Schedule schedule(clock);
-    QtEventLoop loop(schedule);
-    int served = 0;
-    schedule.post(0, [&] { ++served; });
-    schedule.post(60'000, [&] { ++served; });
-    loop.processEvents();
-    EXPECT_EQ(served, 1);
+    schedule.post(0, [&] { ++ticks; });
+    schedule.post(60'000, [&] { ++ticks; });
+    QtEventLoop(schedule).processEvents();
+    EXPECT_EQ(ticks, 2) << "what is due, and no wait for the rest";
 }
 
 TEST(QtDesktop, OneBoxIsUpAtATimeAndTimeGoesOn) {
@@ -55,30 +49,23 @@ TEST(QtDesktop, OneBoxIsUpAtATimeAndTimeGoesOn) {
     Schedule schedule(clock);
     const QtScheduleDriver driver(schedule, clock);
     QtDesktop desktop;
-    std::vector<std::string> order;
-    const auto boxUp = [] {
+    std::string order;
+    const auto expectBox = [](const QString& text, QMessageBox::StandardButton answer) {
         std::vector<QMessageBox*> up;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             if (auto* box = qobject_cast<QMessageBox*>(widget); box != nullptr && box->isVisible()) {
                 up.push_back(box);
             }
         }
-        return up.size() == 1 ? up.front() : nullptr;
+        ASSERT_EQ(up.size(), 1U);
+        EXPECT_EQ(up.front()->text(), text);
+        up.front()->button(answer)->click();
     };
-    schedule.post(20, [&] { order.push_back(desktop.ask("second", "2?") ? "second yes" : "second no"); });
-    schedule.post(60, [&] {
-        ASSERT_NE(boxUp(), nullptr);
-        EXPECT_EQ(boxUp()->text(), "1");
-        boxUp()->accept();
-    });
-    schedule.post(90, [&] {
-        ASSERT_NE(boxUp(), nullptr);
-        EXPECT_EQ(boxUp()->text(), "2?");
-        boxUp()->button(QMessageBox::Yes)->click();
-    });
+    schedule.post(20, [&] { order += desktop.ask("second", "2?") ? "second yes, " : "second no, "; });
+    schedule.post(60, [&] { expectBox("1", QMessageBox::Ok); });
+    schedule.post(90, [&] { expectBox("2?", QMessageBox::Yes); });
     desktop.message(BoxKind::Critical, "first", "1");
-    order.emplace_back("first");
-    EXPECT_EQ(order, (std::vector<std::string>{"second yes", "first"}));
+    EXPECT_EQ(order + "first", "second yes, first");
 }
 
 // A system bus that is not there refuses everything, and nothing of this PC can be reached through it.
@@ -137,11 +124,8 @@ TEST(QtUserStore, KeepsValuesByApplicationSectionAndKey) {
     const auto store = [&] {
         return QtUserStore(std::make_unique<QSettings>(directory.filePath("store"), QSettings::IniFormat));
     };
-    {
-        QtUserStore written = store();
-        written.write("", "TorvaneSerial", "Baudrate", "19200");
-        written.write("Other", "TorvaneSerial", "Baudrate", "a, \"b\" \xE9");
-    }
+    store().write("", "TorvaneSerial", "Baudrate", "19200");
+    store().write("Other", "TorvaneSerial", "Baudrate", "a, \"b\" \xE9");
     QtUserStore read = store();
     EXPECT_EQ(read.read("", "TorvaneSerial", "Baudrate"), "19200");
     EXPECT_EQ(read.read("Other", "TorvaneSerial", "Baudrate"), "a, \"b\" \xE9");
@@ -150,6 +134,41 @@ TEST(QtUserStore, KeepsValuesByApplicationSectionAndKey) {
     EXPECT_FALSE(read.read("", "TorvaneSerial", "Baudrate").has_value());
     EXPECT_TRUE(read.read("Other", "TorvaneSerial", "Baudrate").has_value());
 }
+
+TEST(EndRequest, TheEndOfTheSessionIsServedBeforeTheSystemGoesOn) {
+    EndRequest request;
+    int served = 0;
+    request.onSessionEnd = [&served] { ++served; };
+    char nobody = 0; // the session's manager, whom nobody asks anything
+    QMetaObject::invokeMethod(qApp, "commitDataRequest", Qt::DirectConnection,
+                              QGenericArgument("QSessionManager&", &nobody));
+    EXPECT_EQ(served, 1);
+    QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection);
+    EXPECT_EQ(served, 2);
+}
+
+#ifndef _WIN32
+TEST(EndRequest, SignalsOfOneMomentAreOneRequestAndIgnoredOnesStayIgnored) {
+    std::signal(SIGHUP, SIG_IGN);
+    {
+        EndRequest request;
+        std::string served;
+        request.onFirst = [&served] { served += "first "; };
+        request.onAgain = [&served] { served += "again "; };
+        std::raise(SIGHUP);
+        rest(50);
+        EXPECT_EQ(served, "");
+        std::raise(SIGTERM);
+        waitFor([&] { return !served.empty(); });
+        std::raise(SIGINT);
+        rest(550);
+        EXPECT_EQ(served, "first ");
+        std::raise(SIGTERM);
+        EXPECT_TRUE(waitFor([&] { return served == "first again "; }));
+    }
+    std::signal(SIGHUP, SIG_DFL);
+}
+#endif
 
 } // namespace
 } // namespace quillon

@@ -86,7 +86,7 @@ TEST_F(SerialPortTest, ADeviceThatVanishesIsClosedOnceAndComesBackByItself) {
     EXPECT_EQ(outcomes, "-HU ") << "thrown away";
 
     const std::clock_t before = std::clock();
-    waitFor([] { return false; }, 1200);
+    rest(1200);
     EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 4) << "a missing device costs next to nothing";
     EXPECT_EQ(port.losses(), 1);
 
@@ -143,10 +143,9 @@ TEST_F(SerialPortTest, WhatWasWrittenIsOnTheLineWhenItIsClosed) {
 }
 
 TEST_F(SerialPortTest, AFirstOpenThatFailsSaysSo) {
-    EXPECT_FALSE(open());
-    EXPECT_FALSE(port.isOpen());
+    EXPECT_FALSE(open() || port.isOpen());
     EXPECT_EQ(port.failure(), "COM3: " + link + ": No such file or directory");
-    waitFor([] { return false; }, 1100);
+    rest(1100);
     EXPECT_FALSE(port.connected()) << "what was never open is not tried again";
     plug();
     EXPECT_FALSE(port.open(3, "fast,n,8,1"));
@@ -159,9 +158,7 @@ TEST_F(SerialPortTest, ADeviceInUseIsToldWithItsOwner) {
     QtSerialPort other(folder, clock);
     ASSERT_TRUE(other.open(3, "19200,n,8,1"));
     EXPECT_FALSE(open());
-    EXPECT_THAT(port.failure(),
-                testing::AllOf(testing::StartsWith("COM3: " + link + ": "),
-                               testing::HasSubstr("locked by process " + std::to_string(getpid()))));
+    EXPECT_THAT(port.failure(), testing::HasSubstr("locked by process " + std::to_string(getpid())));
 }
 
 TEST_F(SerialPortTest, PortsAreNamedByTheIniFileOrTheSystem) {
@@ -173,10 +170,8 @@ TEST_F(SerialPortTest, PortsAreNamedByTheIniFileOrTheSystem) {
 TEST(LineSettings, AreReadFromOneText) {
     const auto line = LineSettings::parse("9600,e,7,2");
     ASSERT_TRUE(line.has_value());
-    EXPECT_EQ(line->baudRate, 9600);
-    EXPECT_EQ(line->parity, QSerialPort::EvenParity);
-    EXPECT_EQ(line->dataBits, QSerialPort::Data7);
-    EXPECT_EQ(line->stopBits, QSerialPort::TwoStop);
+    EXPECT_EQ(std::tie(line->baudRate, line->parity, line->dataBits, line->stopBits),
+              std::tuple(9600, QSerialPort::EvenParity, QSerialPort::Data7, QSerialPort::TwoStop));
     for (const char* wrong : {"", "9600", "9600,n,8", "9600,x,8,1", "0,n,8,1", "9600,n,9,1", "9600,n,8,3"}) {
         EXPECT_FALSE(LineSettings::parse(wrong).has_value()) << wrong;
     }

@@ -62,6 +62,28 @@ public:
         return wait(ms);
     }
 
+    /// What is sent, or befalls the generator when it begins with "!", or nothing; what comes back with a
+    /// blank between, "?" when the desk refuses; and the time that passes first.
+    struct Row {
+        std::string_view sent;
+        std::string_view back;
+        std::int64_t ms = 100;
+    };
+    void play(std::initializer_list<Row> rows) {
+        for (const auto& [sent, back, ms] : rows) {
+            std::string told;
+            const bool befalls = sent.starts_with('!');
+            if (befalls && desk(sent.substr(1)).starts_with('?')) {
+                told = " ?";
+            } else {
+                for (const std::string& line : befalls || sent.empty() ? wait(ms) : ask(sent, ms)) {
+                    told.append(" ").append(line);
+                }
+            }
+            EXPECT_EQ(told.substr(told.empty() ? 0 : 1), back) << sent;
+        }
+    }
+
     /// The value of a line of the status.
     std::string status(const std::string& name) {
         const std::string text = std::string("\n").append(desk("status")).append("\n");

@@ -23,20 +23,6 @@ TEST(Answers, AcknowledgementFirstThenTheValueEachAfterItsDelay) {
     EXPECT_EQ(bench.wait(1), Lines{"KV70"});
 }
 
-TEST(Answers, AMessageNeverOvertakesAnother) {
-    UpBench bench({"ack=5", "answer=100"});
-    bench.raw("KV?\r\n\x03");
-    bench.wait(50);
-    bench.raw("MA?\r\n\x03");
-    EXPECT_EQ(bench.wait(200), (Lines{"KV70", "AK", "MA100"}));
-}
-
-TEST(Answers, PollsAreAnsweredByTheirValuesAlone) {
-    UpBench bench({"heat=42"});
-    EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
-    EXPECT_EQ(bench.ask("HU"), Lines{"HE42"});
-}
-
 TEST(Answers, TakeTheirTimeOnALineWithAPace) {
     UpBench bench({"line=19200", "ack=0", "answer=0"});
     bench.raw("KV?\r\n\x03KV+\r\n\x03");
@@ -49,16 +35,6 @@ TEST(Answers, TakeTheirTimeOnALineWithAPace) {
     }
     EXPECT_EQ(pieces, "00001222222222");
     EXPECT_EQ(bench.wait(14 + 100), (Lines{"AK", "KV70", "AK", "KV71"}));
-}
-
-TEST(Frames, MayComeInPiecesOrTogether) {
-    UpBench bench;
-    for (const char byte : std::string("ST\r\n\x03")) {
-        bench.raw(std::string(1, byte));
-    }
-    EXPECT_EQ(bench.wait(50), Lines{"ST2"});
-    bench.raw("ST\r\n\x03HU\r\n\x03");
-    EXPECT_EQ(bench.wait(50), (Lines{"ST2", "HE0"}));
 }
 
 TEST(Frames, CrookedOnesAreCountedAndDropped) {
@@ -82,12 +58,9 @@ TEST(Frames, AFrameThatBreaksOffDoesNotSpoilTheNext) {
 
 TEST(Refusals, AreSilentAndCountedByTheirReason) {
     UpBench bench;
-    EXPECT_EQ(bench.ask("TU+"), Lines{});
-    EXPECT_EQ(bench.ask("C+"), Lines{});
-    EXPECT_EQ(bench.ask("KV"), Lines{});
-    EXPECT_EQ(bench.ask("WS9"), Lines{});
-    EXPECT_EQ(bench.ask("KV1e999"), Lines{});
-    EXPECT_EQ(bench.ask("QQ"), Lines{});
+    for (const std::string_view refused : {"TU+", "C+", "KV", "WS9", "KV1e999", "QQ"}) {
+        EXPECT_EQ(bench.ask(refused), Lines{}) << refused;
+    }
     EXPECT_EQ(bench.status("wrong-phase"), "2");
     EXPECT_EQ(bench.status("bad-argument"), "3");
     EXPECT_EQ(bench.status("unknown"), "1");

@@ -39,15 +39,6 @@ TEST(PseudoTerminal, PassesEveryByteUnchangedAndEchoesNothing) {
     EXPECT_EQ(readFrom(device), every);
 }
 
-TEST(PseudoTerminal, OutlivesAConsoleThatCloses) {
-    PseudoTerminal terminal;
-    openDevice(terminal.path());
-    EXPECT_EQ(terminal.read(), "");
-    const Descriptor device = openDevice(terminal.path());
-    terminal.write("ST2\r\n");
-    EXPECT_EQ(readFrom(device), "ST2\r\n");
-}
-
 TEST(PseudoTerminal, ALineNobodyReadsLosesWholeMessages) {
     PseudoTerminal terminal;
     const std::string message = std::string(98, 'x') + "\r\n";

@@ -15,23 +15,6 @@ TEST(Configuration, IsEnteredReportedAndLeft) {
     EXPECT_EQ(bench.wait(300), Lines{"ST2"});
 }
 
-TEST(Configuration, ValuesAreSteppedWithinTheirLimitsForEachWorkstation) {
-    UpBench bench;
-    bench.ask("CF1", 600);
-    EXPECT_EQ(bench.ask("TU+"), (Lines{"AK", "TU2"}));
-    EXPECT_EQ(bench.ask("TU+"), (Lines{"AK", "TU2"}));
-    EXPECT_EQ(bench.ask("WM-"), (Lines{"AK", "WM0"}));
-    EXPECT_EQ(bench.ask("WSS+"), (Lines{"AK", "WSS1"}));
-    EXPECT_EQ(bench.ask("WSI+"), (Lines{"AK", "WSI1"}));
-    EXPECT_EQ(bench.ask("KVT+"), (Lines{"AK", "KVT1"}));
-    EXPECT_EQ(bench.ask("FI2"), (Lines{"AK", "FI21"}));
-    EXPECT_TRUE(holds(bench.ask("WS3"), "TU1"));
-    EXPECT_TRUE(holds(bench.ask("WS1"), "TU2"));
-    EXPECT_TRUE(holds(bench.ask("CFD"), "TU1"));
-    bench.ask("CF0", 600);
-    EXPECT_EQ(bench.ask("WS2"), (Lines{"AK", "WS2", "WM1"}));
-}
-
 TEST(ServiceModes, TheDipSwitchKeepsThemOut) {
     UpBench bench({"dipswitch=0"});
     EXPECT_EQ(bench.ask("CF1"), Lines{"AK"});
@@ -101,16 +84,6 @@ TEST(Calibration, ValuesAreChangedStoredAndReadBack) {
     EXPECT_EQ(bench.ask("CR"), (Lines{"AK", "CV500"}));
 }
 
-TEST(Autocalibration, AShortExposureCountsForNothing) {
-    CalibratingBench bench({"exposures=1"});
-    bench.ask("CAU1", 2100);
-    bench.ask("CAU1", 2100);
-    bench.after("expose", 1050);
-    const Lines lines = bench.after("release", 3000);
-    EXPECT_TRUE(holds(lines, "XE1"));
-    EXPECT_EQ(lines.back(), "ST9");
-}
-
 TEST(Autocalibration, AnErrorEndsIt) {
     CalibratingBench bench({"autoexpose=1"});
     bench.ask("CAU1", 2100);
@@ -134,20 +107,6 @@ TEST(Positioner, TheRemoteOneKeepsItsPointsAndItsSid) {
     EXPECT_EQ(reading.size(), 9U);
     EXPECT_EQ(bench.ask("URSPS+005"), Lines{"AK"}) << "that is for the other kind";
     EXPECT_EQ(bench.ask("URSCD9"), Lines{"AK"}) << "passed on, and not understood";
-}
-
-TEST(Positioner, OrlaAnswersEachAxisWithItsReading) {
-    UpBench bench({"positioner=orla"});
-    for (const std::string_view head : {"URSPS+", "URSPB-", "URSAA+", "URSAB-", "URSSI+"}) {
-        const Lines lines = bench.ask(std::string(head) + "120");
-        ASSERT_EQ(lines.size(), 2U) << head;
-        EXPECT_EQ(lines[1].substr(0, 9), std::string(head) + "120");
-        const int reading = std::stoi(lines[1].substr(9));
-        EXPECT_EQ(lines[1].size(), 13U);
-        EXPECT_NEAR(reading, head.back() == '-' ? 1808 : 2288, 2) << head;
-    }
-    EXPECT_EQ(bench.ask("URSPS120"), Lines{"AK"});
-    EXPECT_EQ(bench.ask("URSCG"), Lines{"AK"});
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <optional>
 #include <set>
@@ -37,11 +36,6 @@ protected:
                                machine.folder, machine.desktop, machine.power},
                       "") {
         application.start();
-    }
-
-    [[nodiscard]] bool hasMember(const std::string& name) {
-        const Operations& link = application.link().operations();
-        return link.hasOperation(name) || link.canSet(name);
     }
 
     MemoryPlatform machine;

@@ -2,7 +2,6 @@
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "FaultyMachine.h"
 #include "link/CommunicationLog.h"

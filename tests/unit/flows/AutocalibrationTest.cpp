@@ -3,10 +3,8 @@
 namespace quillon {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 class AutocalibrationTest : public FlowTest {
 protected:
@@ -31,56 +29,67 @@ TEST_F(AutocalibrationTest, AProtocolErrorEndsTheWaitForTheGeneratorAtTheNextLoo
     EXPECT_FALSE(running("tmrAutocalON"));
 }
 
-struct EndCase {
-    const char* answer; ///< what the generator says to the end of the autocalibration
-    bool protocolError;
-    const char* message;
-};
-
-class AutocalibrationEnd : public AutocalibrationTest, public testing::WithParamInterface<EndCase> {};
-
-TEST_P(AutocalibrationEnd, TellsOfAProtocolErrorOnlyWhenTheGeneratorHasNotComeBack) {
-    report("ST6\rMA050");
-    report("ST9");
-    wait(5000);
-    click("cmbClose");
-    if (GetParam().protocolError) {
-        events().MessageProtocolError.raise();
+TEST_F(AutocalibrationTest, ErrorAfterThePressSelectsProtocolPanel) {
+    for (const bool before : {false, true}) {
+        for (const std::string_view mode : {"cmbConfiguration", "cmbManualCalibration"}) {
+            if (before) {
+                events().MessageProtocolError.raise();
+            }
+            click(mode);
+            if (panel("SelWSCal") != nullptr) {
+                click("SelWSCal", "cmdOK");
+            }
+            if (!before) {
+                events().MessageProtocolError.raise();
+            }
+            wait(4500);
+            EXPECT_EQ(message(), before ? "BQS Calibration Dip Switch Error" : "Protocol Error") << mode;
+            click("Error", "cmbOK");
+            wait(10000);
+        }
     }
-    report(GetParam().answer);
-    wait(50000);
-    EXPECT_FALSE(running("tmrAutocalOFF"));
-    EXPECT_EQ(message(), GetParam().message);
 }
 
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Ends, AutocalibrationEnd, testing::Values(
-    EndCase{"ST9", false, ""},
-    EndCase{"ST9", true,  "Protocol Error"},  // short end, still in the mode
-    EndCase{"ST2", true,  ""},                // short end, back
-    EndCase{"ST6", false, ""},
-    EndCase{"ST6", true,  "Protocol Error"})); // full end, calibration not left
-// clang-format on
-
-struct PromptCase {
-    const char* reports;
-    const char* prompt;
-};
-
-class AutocalibrationBlink : public AutocalibrationTest, public testing::WithParamInterface<PromptCase> {};
-
-TEST_P(AutocalibrationBlink, NeverGoesOnOverAnotherPrompt) {
-    confirm();
-    report(GetParam().reports);
-    EXPECT_FALSE(running("tmrIniAutocal"));
-    EXPECT_THAT(prompt(), HasSubstr(GetParam().prompt));
+TEST_F(AutocalibrationTest, ItsEndTellsOfAProtocolErrorOnlyWhenTheGeneratorHasNotComeBack) {
+    struct Row {
+        const char* answer; ///< what the generator says to the end of the autocalibration
+        bool protocolError;
+        const char* message;
+    };
+    for (const Row& row :
+         {Row{"ST9", false, ""}, Row{"ST9", true, "Protocol Error"},    // short end, still in the mode
+          Row{"ST2", true, ""},                                         // short end, back
+          Row{"ST6", false, ""}, Row{"ST6", true, "Protocol Error"}}) { // full end, calibration not left
+        SCOPED_TRACE(row.answer);
+        start();
+        report("ST6\rMA050");
+        report("ST9");
+        wait(5000);
+        click("cmbClose");
+        if (row.protocolError) {
+            events().MessageProtocolError.raise();
+        }
+        report(row.answer);
+        wait(50000);
+        EXPECT_FALSE(running("tmrAutocalOFF"));
+        EXPECT_EQ(message(), row.message);
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Prompts, AutocalibrationBlink,
-                         testing::Values(PromptCase{"ST6\rST11", "Press Confirm to Start"},
-                                         PromptCase{"ST9\rST12", "ERROR"}, PromptCase{"ST9\rST13", "OK"},
-                                         PromptCase{"ST1", "Powering Up"}, PromptCase{"ST2", ""},
-                                         PromptCase{"CAU0", "Aborting Auto Calibration"}));
+TEST_F(AutocalibrationTest, TheBlinkNeverGoesOnOverAnotherPrompt) {
+    for (const auto& [reports, words] : {std::pair{"ST6\rST11", "Press Confirm to Start"},
+                                         {"ST9\rST12", "ERROR"},
+                                         {"ST9\rST13", "OK"},
+                                         {"ST1", "Powering Up"},
+                                         {"ST2", ""},
+                                         {"CAU0", "Aborting Auto Calibration"}}) {
+        start();
+        confirm();
+        report(reports);
+        EXPECT_FALSE(running("tmrIniAutocal")) << reports;
+        EXPECT_THAT(prompt(), HasSubstr(words)) << reports;
+    }
+}
 
 } // namespace
 } // namespace quillon

@@ -9,8 +9,6 @@ namespace {
 using Answer = MemoryDesktop::Answer;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
 
 class ClosingTest : public FlowTest {
 public:
@@ -25,26 +23,18 @@ protected:
     }
 };
 
-struct SwitchCase {
-    const char* commandLine;
-    bool restarts;
-};
-
-class RestartSwitch : public ClosingTest, public testing::WithParamInterface<SwitchCase> {};
-
-TEST_P(RestartSwitch, KeepsThePcOnAndClosesThePortAllTheSame) {
-    start(GetParam().commandLine);
-    machine.desktop.answer(Answer::Yes);
-    holdClose(4000);
-    EXPECT_FALSE(machine.port.isOpen());
-    EXPECT_EQ(machine.power.exits().size(), GetParam().restarts ? 1U : 0U);
-    EXPECT_EQ(goodbyes, 0);
+TEST_F(ClosingTest, ASwitchKeepsThePcOnAndThePortIsClosedAllTheSame) {
+    std::size_t restarts = 0;
+    for (const auto& [commandLine, restart] :
+         {std::pair{"", true}, {"-P1", true}, {"-d", false}, {"-P1 -D", false}, {"-debug", false}}) {
+        start(commandLine);
+        machine.desktop.answer(Answer::Yes);
+        holdClose(4000);
+        EXPECT_FALSE(machine.port.isOpen());
+        EXPECT_EQ(machine.power.exits().size(), restarts += restart ? 1 : 0) << commandLine;
+        EXPECT_EQ(goodbyes, 0);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(CommandLines, RestartSwitch,
-                         testing::Values(SwitchCase{"", true}, SwitchCase{"-P1", true},
-                                         SwitchCase{"-d", false}, SwitchCase{"-P1 -D", false},
-                                         SwitchCase{"-debug", false}));
 
 TEST_F(ClosingTest, AfterARestartThatIsRefusedTheConsoleWorksOn) {
     start();

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "base/Numbers.h"
 #include "console/ctrQuillonConsole.h"
@@ -32,6 +31,7 @@ struct CountingLoop final : EventLoop {
 class FlowTest : public testing::Test {
 protected:
     void start(std::string_view commandLine = {}, std::string_view configuration = {}) {
+        application.reset();
         machine.folder.put("Quillon.ini", "[CONFIG]\r\n" + std::string(configuration));
         application =
             std::make_unique<Application>(Platform{machine.time.schedule(), loop, machine.port, machine.store,

@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "tests/unit/fluoro/PanelTest.h"
 
 namespace quillon {

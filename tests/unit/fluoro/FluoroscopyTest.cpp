@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <map>
 
 #include "tests/unit/fluoro/PanelTest.h"
@@ -91,6 +88,9 @@ TEST_F(FluoroscopyTest, TrackingStepsHereWhileItIsOffAndInTheGeneratorWhileItIsO
     call("FlKVPToggleKVPTracking");
     EXPECT_THAT(sentSoon(), ElementsAre("KVT+", "KVT-", "KVT0"));
     EXPECT_EQ(caption("txtFlKVPTracking"), "4");
+    prepare({"ST1", "ST2"}); // a power-up ends it
+    call("FlKVPTrackingUp");
+    EXPECT_THAT(sentSoon(), IsEmpty());
 }
 
 class SingleStep : public PanelTest {

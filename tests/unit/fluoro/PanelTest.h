@@ -1,10 +1,6 @@
 #pragma once
 
 #include <initializer_list>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
 
 #include "tests/unit/model/LinkFixture.h"
 

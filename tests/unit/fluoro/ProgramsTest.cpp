@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "tests/unit/base/Faults.h"
 #include "tests/unit/fluoro/PanelTest.h"
 
@@ -19,8 +16,8 @@ Arguments operator+(Arguments first, const Arguments& second) {
 
 // Workstation, KVP, mA, ms, Focus, then the fields, film screen and density, or AEC, brightness, road
 // mapping.
-const Arguments kRad{1, 80, 100, 50, 0, 1, 0, 0, 0, 4};
-const Arguments kDigital{2, 75, 12, 345, 1, 1, 7, 0};
+const Arguments kRad{1, 80, 100, 50, 0, 1, 0, 1, 0, 4};
+const Arguments kDigital{2, 75, 12, 345, 0, 1, 7, 0};
 // KVP, PPS, ABC, HighDose, Contrast, Tracking
 const Arguments kFluoro{70, 3, 1, 0, 2, 5};
 constexpr std::string_view kFluoroPart = "FLK070FLP03ABC1FLHD0FLC2KVT5";
@@ -51,8 +48,8 @@ TEST_F(ProgramsTest, LayoutsToTheByte) {
         std::string message;
     };
     const std::string fluoro(kFluoroPart);
-    const std::string rad = "WS1FO0ET0FI100FS0FN4KV080MA00100MS00050";
-    const std::string digital = "WS2FO1AEC1BR007RM0KV075MA00012MS00345";
+    const std::string rad = "WS1FO0ET0FI101FS0FN4KV080MA00100MS00050";
+    const std::string digital = "WS2FO0AEC1BR007RM0KV075MA00012MS00345";
     const std::vector<Row> rows{
         {"SendAPRRAD", "APRRAD", kRad, "SA" + rad},
         {"SendAPRDigital", "APRDigital", kDigital, "SC" + digital},

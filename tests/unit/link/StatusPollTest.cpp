@@ -1,7 +1,5 @@
 #include "link/StatusPoll.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "tests/unit/model/LinkFixture.h"

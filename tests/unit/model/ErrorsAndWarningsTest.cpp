@@ -34,6 +34,9 @@ TEST_F(ErrorsTest, AnErrorIsToldWithItsWordsUntilItIsReset) {
         {"ERL07x",  {"GeneratorWSInterlockERROR(7)"}},
         {"ERL",     {}},
         {"ER",      {}},
+        {"AR0",     {"GeneratorERRORResetAck()"}},
+        {"AR3",     {"GeneratorAECError(3)"}},
+        {"ARx",     {}},
         {"ER0",     {"GeneratorERROR(7, \"\", 3)"}},
     };
     // clang-format on
@@ -44,23 +47,6 @@ TEST_F(ErrorsTest, AnErrorIsToldWithItsWordsUntilItIsReset) {
     }
     call("ResetError");
     EXPECT_THAT(eventsAfter("ER0"), ElementsAre("GeneratorERROR(0, \"\", 3)"));
-}
-
-TEST_F(ErrorsTest, TheResetGoesOutInEveryPhaseAndIsAcknowledgedOnWish) {
-    for (const int number : {1, 2, 7, 12}) {
-        phase(number);
-        call("ResetError");
-        settle();
-        EXPECT_THAT(sent, ElementsAre("AR"));
-    }
-    forget();
-    call("ResetError", {true});
-    settle();
-    EXPECT_THAT(sent, ElementsAre("AR", "AR", "AR", "AR", ""));
-    msg("AR0");
-    msg("AR3");
-    msg("ARx");
-    EXPECT_THAT(events, ElementsAre("GeneratorERRORResetAck()", "GeneratorAECError(3)"));
 }
 
 struct Lamp {

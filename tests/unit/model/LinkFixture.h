@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "base/Numbers.h"
 #include "link/TorvaneSerial.h"

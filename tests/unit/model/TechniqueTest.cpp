@@ -8,23 +8,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class TechniqueTest : public LinkTest {
-protected:
-    /// Into autocalibration, as the generator reports it.
-    void autocalibration(std::string_view item) {
-        phase(2);
-        phase(6);
-        msg(item);
-        phase(9);
-        msg("CAU1");
-        forget();
-    }
-    [[nodiscard]] bool focusKeysShown() const {
-        EXPECT_EQ(visible("lblFocusCal"), visible("txtFocusCal"));
-        EXPECT_EQ(visible("lblFocusCal"), visible("cmbToggleFocusCal"));
-        return visible("lblFocusCal");
-    }
-};
+using TechniqueTest = LinkTest;
 
 struct Routed {
     std::string_view message;
@@ -70,25 +54,6 @@ TEST_F(TechniqueTest, ReportsGoToTheFieldsOfTheOperatingPhase) {
         }
     }
 }
-
-struct Number {
-    std::string_view wire;
-    std::string_view text; ///< what is kept and shown
-    int kvp;               ///< -7: the number before stays
-    double ma;
-};
-
-// clang-format off
-const Number kNumbers[]{
-    {"-0.5",     "-0.5",   0,     -0.5},
-    {"12.5",     "12.5",   12,    12.5},
-    {"13.5",     "13.5",   14,    13.5},
-    {"32767.5",  "32767.5", -7,   32767.5},
-    {"32768",    "32768",  -7,    32768},
-    {"1e3",      "1e3",    1000,  1000},
-    {"  0080 ",  "0080 ",  80,    80},
-};
-// clang-format on
 
 TEST_F(TechniqueTest, TextsThatAreNoNumbers) {
     phase(2);

@@ -45,8 +45,6 @@ public:
             (*panel)[key].on.click();
         }
     }
-    std::string caption(std::string_view name) const { return (*panel)[name].caption(); }
-    Colour colour(std::string_view name) const { return (*panel)[name].backColour(); }
 
     VirtualTime time;
     ControlHost host{Kind::User, "console", time.schedule()};
@@ -90,29 +88,6 @@ TEST(ModalPanelTest, EachClosingKeySetsItsResultsGivesTheStatesBackAndReports) {
     Shown<ctrQuillonError> error;
     error.click("cmbOK");
     EXPECT_EQ(error.reports, std::vector<std::string>{"OK 0 1011"});
-}
-
-TEST(ModalPanelTest, OnlyAChosenFocusIsPainted) {
-    Shown<ctrASelFocusOrParam> choice;
-    const auto focus = [&choice] {
-        return std::string(choice.panel->get<bool>("SmallFocus") ? "small" : "") +
-               (choice.panel->get<bool>("LargeFocus") ? "large" : "");
-    };
-    EXPECT_EQ(focus(), "");
-    choice.panel->set("SmallFocus", false);
-    EXPECT_EQ(focus(), "large");
-    EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), kNormalColour);
-    EXPECT_FALSE((*choice.panel)["cmbOKFocus"].enabled());
-    choice.panel->set("ButtonOnColor", 0x123456);
-    choice.click("cmbAutocalLargeFocus");
-    EXPECT_EQ(focus(), "large");
-    EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), 0x123456U);
-    EXPECT_TRUE((*choice.panel)["cmbOKFocus"].enabled());
-    choice.click("cmbAutocalSmallFocus");
-    EXPECT_EQ(focus(), "small");
-    EXPECT_EQ(choice.colour("cmbAutocalSmallFocus"), 0x123456U);
-    EXPECT_EQ(choice.colour("cmbAutocalLargeFocus"), kNormalColour);
-    EXPECT_TRUE(choice.reports.empty());
 }
 
 } // namespace

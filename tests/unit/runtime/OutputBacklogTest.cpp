@@ -1,7 +1,6 @@
 #include "runtime/OutputBacklog.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>

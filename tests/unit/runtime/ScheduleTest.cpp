@@ -1,13 +1,13 @@
 #include "runtime/Schedule.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "runtime/MemoryPlatform.h"
+#include "runtime/Signal.h"
 
 namespace quillon {
 namespace {
@@ -133,6 +133,25 @@ TEST_F(ScheduleTest, TimeStopsWhereItIsToldTo) {
     timer.start(100);
     time.advance(1000, [this] { return happened.size() == 3; });
     EXPECT_EQ(time.now(), 300);
+}
+
+TEST(Signal, ListenersMayComeAndGoWhileItIsRaised) {
+    Signal<int> signal;
+    std::vector<std::string> heard;
+    const auto note = [&heard](const std::string& name) {
+        return [&heard, name](int value) { heard.push_back(name + std::to_string(value)); };
+    };
+    Signal<int>::Connection second = 0;
+    const auto first = signal.connect([&](int value) {
+        note("first")(value);
+        signal.disconnect(second);
+        signal.connect(note("new"));
+    });
+    second = signal.connect(note("second"));
+    signal.raise(1);
+    signal.disconnect(first);
+    signal.raise(2);
+    EXPECT_THAT(heard, ElementsAre("first1", "new2"));
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
@@ -8,6 +7,7 @@
 #include "console/ctrQuillonConsole.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
+#include "shell/SwitchHints.h"
 #include "shell/frmMain.h"
 
 namespace quillon {
@@ -42,9 +42,6 @@ protected:
     [[nodiscard]] std::string title() const {
         const std::string& caption = application->form().caption();
         return caption.substr(std::min(caption.find('('), caption.size()));
-    }
-    [[nodiscard]] bool shows(std::string_view control) const {
-        return application->console()[control].visible();
     }
 
     MemoryPlatform machine;
@@ -149,6 +146,17 @@ TEST_F(StartTest, TheHandLetsGoOfWhatGoes) {
     application->console().removeKeyed("Extra");
     application->input().release(key);
     EXPECT_EQ(releases, 0);
+}
+
+TEST(SwitchHints, AreGivenForWhatTheConsoleDoesNotKnow) {
+    using testing::ElementsAre;
+    EXPECT_THAT(switchHints("-P2 -S9600 -FitToScreen -ResetCounters -ORLA -LOGFILE -swSync -D"),
+                ElementsAre());
+    EXPECT_THAT(switchHints("-P2-ORLA"), ElementsAre());
+    EXPECT_THAT(switchHints("-orla"), ElementsAre("\"-orla\" is no switch; it is written -ORLA"));
+    EXPECT_THAT(switchHints("-debug"), ElementsAre("\"-debug\" is no switch, and is taken for -d"));
+    EXPECT_THAT(switchHints("--wibble -P2"), ElementsAre("\"-wibble\" is no switch"));
+    EXPECT_THAT(switchHints("ORLA"), ElementsAre("\"ORLA\" is no switch: they begin with a hyphen"));
 }
 
 } // namespace

@@ -1,18 +1,28 @@
 #include "ui/Input.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "tests/unit/ui/Screen.h"
+#include "runtime/MemoryPlatform.h"
+#include "tests/unit/base/Faults.h"
+#include "ui/ControlHost.h"
 
 namespace quillon {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+/// A form with a user control that holds a frame with a key in it.
+struct TestScreen {
+    VirtualTime time;
+    ControlHost form{Kind::Form, "frm", time.schedule()};
+    ControlHost& user = form.adopt(std::make_unique<ControlHost>(Kind::User, "usr", time.schedule()));
+    Control& frame = user.add(Kind::Frame, "fra");
+    Control& key = user.add(Kind::Button, "key", std::nullopt, &frame);
+};
 
 class InputTest : public testing::Test {
 protected:
@@ -65,22 +75,6 @@ TEST_F(InputTest, AReleaseReachesWhatWasPressedButTheClickDoesNot) {
     EXPECT_THAT(told, ElementsAre("", "outside"));
 }
 
-TEST_F(InputTest, ABoxBreaksEveryHoldOff) {
-    input.press(screen.key);
-    input.boxOpened();
-    input.boxClosed();
-    input.release(screen.key);
-    EXPECT_THAT(happened, ElementsAre("key press", "key cancel"));
-}
-
-TEST_F(InputTest, WhatWentAwayIsNotHeldAnyMore) {
-    input.press(screen.key);
-    input.forget(screen.user);
-    input.release(screen.key);
-    input.cancel();
-    EXPECT_THAT(happened, ElementsAre("key press"));
-}
-
 TEST_F(InputTest, OnlyTheOperatorsHandCallsTheHandlers) {
     Control& text = screen.user.add(Kind::TextBox, "txt");
     Control& list = screen.user.add(Kind::List, "lst");
@@ -104,6 +98,38 @@ TEST_F(InputTest, OnlyTheOperatorsHandCallsTheHandlers) {
     EXPECT_EQ(text.text(), "hand");
     EXPECT_EQ(list.listIndex(), 0);
     EXPECT_EQ(slider.value(), 10);
+}
+
+TEST(Control, RefusesAPropertyThatItsKindLacks) {
+    Control label(Kind::Label, "lbl");
+    Control slider(Kind::Slider, "sld");
+    Control text(Kind::TextBox, "txt");
+    TestScreen screen;
+    TimerControl timer("tmr", screen.time.schedule());
+    const std::initializer_list<std::function<void()>> refused{
+        [&] { label.setText("x"); },           [&] { (void)label.value(); },
+        [&] { (void)slider.fontSize(); },      [&] { slider.setBackColour(1); },
+        [&] { text.setCaption("x"); },         [&] { (void)text.items(); },
+        [&] { timer.setVisible(true); },       [&] { timer.setPlace({}); },
+        [&] { (void)screen.form.fontSize(); }, [&] { (void)screen.user.enabled(); }};
+    for (const auto& access : refused) {
+        EXPECT_EQ(faultOf(access), Fault::kPropertyRefused);
+    }
+}
+
+TEST(ControlHost, PanelsComeAndGoByKey) {
+    TestScreen screen;
+    ControlFactory factory;
+    factory.add("Quillon.ctrSelWS",
+                [&] { return std::make_unique<ControlHost>(Kind::User, "made", screen.time.schedule()); });
+    ControlHost& panel = screen.user.addByClass("QUILLON.ctrselws", "SelWSCal", factory);
+    EXPECT_FALSE(panel.visible());
+    EXPECT_EQ(screen.user.keyed("selwscal"), &panel);
+    EXPECT_EQ(faultOf([&] { screen.user.addByClass("Quillon.ctrSelWS", "SELWSCAL", factory); }), 457);
+    EXPECT_EQ(faultOf([&] { screen.user.addByClass("ctrOther", "Other", factory); }), Fault::kNoSuchName);
+    EXPECT_TRUE(screen.user.removeKeyed("SelWSCal"));
+    EXPECT_FALSE(screen.user.removeKeyed("SelWSCal"));
+    EXPECT_EQ(panel.container(), nullptr) << "it lives until its own handler has ended";
 }
 
 } // namespace

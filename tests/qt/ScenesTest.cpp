@@ -1,0 +1,232 @@
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sstream>
+
+#include <gmock/gmock.h>
+
+#include "console/ctrQuillonConsole.h"
+#include "link/TorvaneSerial.h"
+#include "qt/Look.h"
+#include "screenshots/Scenes.h"
+#include "tests/qt/Inspection.h"
+
+namespace quillon {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr QSize kWindow(1024, 768);
+
+std::vector<std::string> findingsOf(Stage& stage) {
+    return inspect(stage.screen(), stage.application().form());
+}
+
+/// The texts that are built in, and those of the second language.
+class EveryScene : public testing::TestWithParam<std::tuple<bool, QSize>> {};
+
+const auto kSizes = testing::Values(QSize(640, 480), QSize(800, 600), kWindow, QSize(1280, 1024));
+INSTANTIATE_TEST_SUITE_P(AllSizes, EveryScene, testing::Combine(testing::Bool(), kSizes),
+                         [](const auto& row) {
+                             return (std::get<0>(row.param) ? "German" : "English") +
+                                    std::to_string(std::get<1>(row.param).width());
+                         });
+
+TEST_P(EveryScene, ShowsAllItsTextAndNothingLiesOverAnother) {
+    const auto& [german, size] = GetParam();
+    std::string texts;
+    if (german) {
+        std::ifstream file(QUILLON_SOURCE_DIR "/samples/texts-de.txt", std::ios::binary);
+        file.exceptions(std::ios::failbit); // without the file there is nothing to test
+        texts.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    }
+    std::map<std::string, Place> places;
+    for (const Scene& scene : scenes()) {
+        SCOPED_TRACE(scene.name);
+        const auto stage = scene.staged(size, texts);
+        EXPECT_THAT(findingsOf(*stage), IsEmpty());
+        // From one state to the next everything stays where it is.
+        for (const auto& control : stage->console().controls()) {
+            if (control->has(Property::Geometry) && !control->name().empty()) {
+                const auto [known, first] = places.emplace(pathOf(*control), control->place());
+                EXPECT_EQ(known->second, control->place()) << known->first << " has moved";
+            }
+        }
+    }
+}
+
+TEST(Scenes, BetweenThemShowEachTextThatCanBeReplaced) {
+    const std::vector<std::string> names =
+        sceneNamed("power-up").staged(kWindow)->application().console().textNames();
+    const auto mark = [](std::size_t number) { return "<" + std::to_string(number) + ">"; };
+    std::string texts;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        texts += names[i] + "=" + mark(i) + "\n";
+    }
+    std::string seen;
+    for (const Scene& scene : scenes()) {
+        const auto stage = scene.staged(kWindow, texts);
+        seen += textOn(stage->screen(), stage->application().form());
+    }
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        // The console has no key for one of them.
+        EXPECT_EQ(seen.find(mark(i)) != std::string::npos, names[i] != "scmbCancel") << names[i];
+    }
+}
+
+TEST(TouchTargets, AreAFingerWideInTheWindowThatFitsTheTouchPanel) {
+    constexpr QSize kFitted(1012, 756); // on a screen of 1024 x 768
+    constexpr int kFinger = 45;         // 9 mm where 1024 pixels are 10 inches in the diagonal
+    for (const Scene& scene : scenes()) {
+        SCOPED_TRACE(scene.name);
+        const auto stage = scene.staged(kFitted);
+        EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), kFinger), IsEmpty());
+    }
+}
+
+/// The controls of the console and of the generator's keyboard.
+std::vector<const Control*> controlsOf(Stage& stage) {
+    std::vector<const Control*> all;
+    for (ControlHost* host : {&stage.console(), static_cast<ControlHost*>(&stage.application().link())}) {
+        for (const auto& control : host->controls()) {
+            all.push_back(control.get());
+        }
+    }
+    return all;
+}
+
+/// Where everything is and how large its text.
+std::vector<std::string> places(Stage& stage) {
+    stage.screen().flush();
+    std::vector<std::string> all;
+    for (const Control* control : controlsOf(stage)) {
+        if (!control->has(Property::Geometry)) {
+            continue;
+        }
+        std::ostringstream line;
+        const Place& place = control->place();
+        line << pathOf(*control) << ' ' << place.left << ' ' << place.top << ' ' << place.width << ' '
+             << place.height << ' ' << (control->has(Property::Font) ? control->fontSize() : 0);
+        if (const ControlView* view = stage.screen().view(*control)) {
+            line << " at pixel " << view->x() << ' ' << view->y();
+        }
+        all.push_back(line.str());
+    }
+    return all;
+}
+
+void toDesignSize(Stage& stage) {
+    constexpr Twips kBelowConsole = 250;
+    stage.application().resizeWindow(12180, 9180 + kBelowConsole);
+}
+
+TEST(Resize, AThousandTimesAndBackLeavesEverythingInItsPlace) {
+    Stage untouched({}, kWindow);
+    toDesignSize(untouched);
+    Stage stage({}, kWindow);
+    std::mt19937 random(20240229);
+    // Down to windows in which the panel is nothing but its icon.
+    std::uniform_int_distribution<int> width(40, 1920);
+    std::uniform_int_distribution<int> height(40, 1200);
+    for (int i = 0; i < 1000; ++i) {
+        stage.resize({width(random), height(random)});
+    }
+    EXPECT_NE(places(stage), places(untouched));
+    toDesignSize(stage);
+    EXPECT_EQ(places(stage), places(untouched));
+    const Control& key = stage.control("cmbConfiguration");
+    EXPECT_EQ(key.place(), (Place{9240, 3750, 2700, 840})) << "the place that the table gives it";
+}
+
+TEST(Lamps, StayLitWhileWhatTheyLieOnIsDisabled) {
+    const auto stage = sceneNamed("all-lamps").staged(kWindow);
+    Screen& screen = stage->screen();
+    stage->control("cmdPrep").setBackColour(kPreparationColour);
+    stage->control("cmdExposure").setBackColour(kExposureColour);
+    const Control& value = stage->control("link.txtKVp");
+    const auto look = [&screen](const Control& control) {
+        screen.flush();
+        return screen.view(control)->grab().toImage();
+    };
+    std::vector<std::pair<const Control*, QImage>> lit{{&value, look(value)}};
+    for (const Control* control : controlsOf(*stage)) {
+        if (control->lamp() && control->shown()) {
+            lit.emplace_back(control, look(*control));
+        }
+    }
+    EXPECT_EQ(lit.size(), 1 + 9U) << "preparation, exposure and the seven conditions of the generator";
+
+    for (const std::string_view frame : {"fraTorvaneSerial", "fraPrepExp"}) {
+        stage->control(frame).setEnabled(false);
+    }
+    for (const auto& [control, before] : lit) {
+        EXPECT_EQ(look(*control) == before, control->lamp()) << control->name();
+        EXPECT_FALSE(screen.view(*control)->isEnabled());
+    }
+    EXPECT_EQ(screen.view(stage->control("link.txtDoorOpenWarning"))->words()->ground.rgb(), kLampFace);
+}
+
+// Text on the screens is measured in every scene; this is what none of them shows, and what is no text.
+TEST(Contrast, SignsCanBeReadAndOutlinesThatTellSomethingStandOut) {
+    constexpr double kVisible = 3;
+    const QRgb active = screenColour(kActiveColour).rgb();
+    const struct {
+        double least;
+        QRgb ink;
+        std::vector<QRgb> grounds;
+    } rows[] = {
+        {kReadable, kField, {kStrongEdge, kAlarmInk, kInk}},
+        {kReadable, kInk, {screenColour(kErrorFlashColour).rgb(), kField, kPressedFace}},
+        {kVisible, kEdge, {kSurface}},
+        {kVisible, kActiveMark, {kSurface, active}},
+        {kVisible, kFocusRing, {kSurface, kFace}},
+    };
+    for (const auto& [least, ink, grounds] : rows) {
+        for (const QRgb ground : grounds) {
+            EXPECT_GE(contrast(QColor(ink), QColor(ground)), least) << std::hex << ink << " on " << ground;
+        }
+    }
+}
+
+// The inspection itself: each fault that it is there for is made and has to be told.
+
+TEST(Inspection, TellsOfTextThatDoesNotFitOrCannotBeReadAndOfWhatIsInTheWrongPlace) {
+    const struct {
+        void (*spoil)(Stage& stage);
+        const char* finding;
+    } rows[] = {
+        {[](Stage& stage) {
+             stage.control("cmbConfiguration").setCaption("Konfigurationseinstellungsverwaltung");
+         },
+         "cmbConfiguration \"Konfig"},
+        {[](Stage& stage) {
+             stage.control("fraRemote").setVisible(true);
+             stage.control("txtRemoteSID").setText("1234567890123");
+         },
+         "txtRemoteSID \"1234567890123\" is clipped"},
+        {[](Stage& stage) { stage.control("cmbClose").setBackColour(0x404040); },
+         "cmbClose \"Close\" has a contrast of 1."},
+        {[](Stage& stage) {
+             stage.control("cmbConfiguration").setTop(stage.control("cmbManualCalibration").top() - 300);
+         },
+         "cmbConfiguration lies half under cmbManualCalibration"},
+        {[](Stage& stage) { stage.control("cmbConfiguration").setWidth(6000); },
+         "cmbConfiguration leaves Quillon"},
+    };
+    for (const auto& [spoil, finding] : rows) {
+        const auto stage = sceneNamed("ready").staged(kWindow);
+        EXPECT_THAT(findingsOf(*stage), IsEmpty());
+        spoil(*stage);
+        EXPECT_THAT(findingsOf(*stage), Contains(HasSubstr(finding)));
+    }
+    const auto stage = sceneNamed("ready").staged(kWindow);
+    stage->control("cmbClose").setHeight(600);
+    EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), 45),
+                ElementsAre(HasSubstr("cmbClose is ")));
+}
+
+} // namespace
+} // namespace quillon
