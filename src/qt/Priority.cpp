@@ -29,6 +29,7 @@ constexpr rlim_t kEnd = 200'000;      // the system ends the process then; Realt
 
 volatile std::sig_atomic_t fallen = 1;
 pid_t scheduled = 0; // the thread that the event loop runs in
+pid_t reading = 0;   // the thread that reads from the display, 0 without one
 
 /// What the thread starts does not inherit it.
 bool set(pid_t thread, int policy) {
@@ -51,10 +52,14 @@ pid_t displayReader() {
 
 void worksTooLong(int) {
     set(scheduled, SCHED_OTHER);
+    if (reading != 0) {
+        set(reading, SCHED_OTHER);
+    }
     fallen = 1;
 }
 
-/// What runs away must not take the PC with it.
+/// What runs away must not take the PC with it. To be set anew after each signal: the system moves the limit on by a
+/// second with it, past the end.
 bool limitWork() {
     struct sigaction action {};
     action.sa_handler = worksTooLong;
@@ -79,7 +84,7 @@ void askRealtimeKit(pid_t thread) {
 } // namespace
 
 Priority::Priority() {
-    if (qgetenv("QUILLON_PRIORITY") == "no" || !limitWork()) {
+    if (qgetenv("QUILLON_PRIORITY") == "no") {
         return;
     }
     scheduled = static_cast<pid_t>(::syscall(SYS_gettid));
@@ -93,11 +98,15 @@ void Priority::ask() {
         return;
     }
     fallen = 0;
+    if (!limitWork()) {
+        return;
+    }
     if (!set(scheduled, SCHED_FIFO)) {
         askRealtimeKit(scheduled);
     }
-    if (const pid_t reader = displayReader(); reader != 0 && !set(reader, SCHED_FIFO)) {
-        askRealtimeKit(reader);
+    reading = displayReader();
+    if (reading != 0 && !set(reading, SCHED_FIFO)) {
+        askRealtimeKit(reading);
     }
 }
 
