@@ -60,6 +60,23 @@ constexpr std::array kTexts{
     TextRow{"sResetExposureCounterFluoro", &T::sResetExposureCounterFluoro, "Do you really want to reset fluoro time exposure counter?"},
     TextRow{"sAECBackUpTime",              &T::sAECBackUpTime,              "EXPOSURE ABORTED BY BACK-UP TIMER"},
     TextRow{"sAECCompensationError",       &T::sAECCompensationError,       "WRONG AEC SELECTION"},
+    // The generator at a glance
+    TextRow{"sStateUnheard",               &T::sStateUnheard,               "Nothing heard yet"},
+    TextRow{"sStateReady",                 &T::sStateReady,                 "Ready"},
+    TextRow{"sStatePreparation",           &T::sStatePreparation,           "Preparation"},
+    TextRow{"sStateExposure",              &T::sStateExposure,              "Exposure"},
+    TextRow{"sStateError",                 &T::sStateError,                 "Error"},
+    TextRow{"sStateTubeTooHot",            &T::sStateTubeTooHot,            "Tube too hot"},
+    TextRow{"sTubeHeat",                   &T::sTubeHeat,                   "Tube heat"},
+    TextRow{"sWarnings",                   &T::sWarnings,                   "Standing"},
+    TextRow{"sWarnDoor",                   &T::sWarnDoor,                   "Door open"},
+    TextRow{"sWarnGenOverload",            &T::sWarnGenOverload,            "Generator overload"},
+    TextRow{"sWarnTubeOverload",           &T::sWarnTubeOverload,           "Tube overload"},
+    TextRow{"sWarnRotor",                  &T::sWarnRotor,                  "Rotor"},
+    TextRow{"sWarnOverheat",               &T::sWarnOverheat,               "Overheat"},
+    TextRow{"sWarnTechnique",              &T::sWarnTechnique,              "Technique"},
+    TextRow{"sWarnCollimator",             &T::sWarnCollimator,             "Collimator"},
+    TextRow{"sErrorsSinceStart",           &T::sErrorsSinceStart,           "Errors since the start"},
 };
 
 // Texts that are nothing but the caption of their controls.

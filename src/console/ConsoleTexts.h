@@ -48,6 +48,22 @@ struct ConsoleTexts {
     std::string sResetExposureCounterFluoro;
     std::string sAECBackUpTime;
     std::string sAECCompensationError;
+    std::string sStateUnheard;
+    std::string sStateReady;
+    std::string sStatePreparation;
+    std::string sStateExposure;
+    std::string sStateError;
+    std::string sStateTubeTooHot;
+    std::string sTubeHeat;
+    std::string sWarnings;
+    std::string sWarnDoor;
+    std::string sWarnGenOverload;
+    std::string sWarnTubeOverload;
+    std::string sWarnRotor;
+    std::string sWarnOverheat;
+    std::string sWarnTechnique;
+    std::string sWarnCollimator;
+    std::string sErrorsSinceStart;
 
     /// Sets the defaults, and the captions that come from texts.
     void initialize(ControlHost& console);

@@ -12,6 +12,7 @@
 #include "console/Departure.h"
 #include "console/ErrorReactions.h"
 #include "console/ExposureCounters.h"
+#include "console/Glance.h"
 #include "console/OrlaPositioner.h"
 #include "console/PhaseReactions.h"
 #include "console/RemotePositioner.h"
@@ -95,7 +96,9 @@ struct ctrQuillonConsole::Parts {
     ErrorReactions errors;
     RemotePositioner remotePositioner;
     OrlaPositioner orlaPositioner;
-    Departure departure; ///< hears of a phase behind the reactions to it
+    // These hear of a phase behind the reactions to it.
+    Departure departure;
+    Glance glance;
 };
 
 namespace {
@@ -129,7 +132,8 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       userMode(context, session, calibration),
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
-      remotePositioner(context, session), orlaPositioner(context, session), departure(context, session) {
+      remotePositioner(context, session), orlaPositioner(context, session), departure(context, session),
+      glance(context, session) {
     initialize();
     addProperties();
 }
@@ -288,6 +292,10 @@ TorvaneSerialV3_07_QLC1& ctrQuillonConsole::link() {
 
 const ServiceSession& ctrQuillonConsole::session() const {
     return parts_->session;
+}
+
+Signs ctrQuillonConsole::signs() {
+    return {parts_->glance};
 }
 
 const Operations& ctrQuillonConsole::operations() const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "console/ConsoleState.h"
+#include "console/Signs.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/EventLoop.h"
 #include "runtime/Operations.h"
@@ -38,6 +39,8 @@ public:
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     /// Where the generator stands and what the console is doing.
     [[nodiscard]] const ServiceSession& session() const;
+    /// What a front end shows beside the controls.
+    [[nodiscard]] Signs signs();
     /// Public operations, properties and texts by name.
     [[nodiscard]] const Operations& operations() const;
     /// Those of them that are the operator's texts, the dialogs' included.

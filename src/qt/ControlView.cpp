@@ -11,7 +11,8 @@
 
 namespace quillon {
 
-ControlView::ControlView(Control& control, QWidget* parent) : QWidget(parent), control_(control) {
+ControlView::ControlView(Control& control, QWidget* parent, const Signs* signs)
+    : QWidget(parent), control_(control), signs_(signs) {
     setFocusPolicy(Qt::NoFocus);
 }
 
@@ -48,7 +49,7 @@ void ControlView::paintFocusMark(QPainter& painter) const {
     }
 }
 
-ControlView* makeView(Control& control, Input& input, QWidget* parent) {
+ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidget* parent) {
     switch (control.kind()) {
     case Kind::Form:
     case Kind::User:
@@ -56,9 +57,9 @@ ControlView* makeView(Control& control, Input& input, QWidget* parent) {
     case Kind::Frame:
         return new FrameView(control, parent);
     case Kind::Button:
-        return new KeyView(control, parent);
+        return new KeyView(control, parent, signs);
     case Kind::Label:
-        return new LabelView(control, parent);
+        return new LabelView(control, parent, signs);
     case Kind::TextBox:
         return new TextView(control, input, parent);
     case Kind::List:
@@ -66,7 +67,7 @@ ControlView* makeView(Control& control, Input& input, QWidget* parent) {
     case Kind::Slider:
         return new SliderView(control, parent);
     case Kind::Picture:
-        return new PictureView(control, parent);
+        return new PictureView(control, parent, signs);
     case Kind::Timer:
     case Kind::Images:
         break;

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include "console/Signs.h"
 #include "qt/Look.h"
 #include "ui/Control.h"
 #include "ui/Input.h"
@@ -14,7 +15,7 @@ namespace quillon {
 /// hand reaches the control through InputRouter and never through the widget, typed text excepted.
 class ControlView : public QWidget {
 public:
-    ControlView(Control& control, QWidget* parent);
+    ControlView(Control& control, QWidget* parent, const Signs* signs = nullptr);
 
     [[nodiscard]] Control& control() const { return control_; }
     /// Takes the control's properties over and asks to be painted.
@@ -34,15 +35,18 @@ protected:
     /// Where keys, fields and lists draw their plate: the same inset for all, so that their edges line up.
     [[nodiscard]] QRectF facePlace() const { return QRectF(rect()).adjusted(1, 1, -1, -1); }
     void paintFocusMark(QPainter& painter) const;
+    /// What is shown beside the controls; empty where nothing of it is known.
+    [[nodiscard]] const Signs* signs() const { return signs_; }
     [[nodiscard]] bool focusMark() const { return focusMark_; }
 
 private:
     Control& control_;
+    const Signs* signs_;
     bool pressed_ = false;
     bool focusMark_ = false;
 };
 
 /// Makes the widget for a control; empty for a kind that has nothing to show.
-[[nodiscard]] ControlView* makeView(Control& control, Input& input, QWidget* parent);
+[[nodiscard]] ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidget* parent);
 
 } // namespace quillon

@@ -23,8 +23,9 @@ void walk(Control& control, const std::function<void(Control&)>& visit) {
 
 } // namespace
 
-Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests)
-    : form_(form), input_(input), window_(std::make_unique<FormWindow>(form, std::move(requests))),
+Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, std::optional<Signs> signs)
+    : form_(form), input_(input), signs_(signs),
+      window_(std::make_unique<FormWindow>(form, std::move(requests))),
       router_(std::make_unique<InputRouter>(*this, form, input)) {
     views_.emplace(&form, window_.get());
     window_->windowHandle()->installEventFilter(router_.get());
@@ -120,7 +121,7 @@ ControlView* Screen::make(Control& control) {
     if (parent == nullptr) {
         return nullptr;
     }
-    ControlView* made = makeView(control, input_, parent);
+    ControlView* made = makeView(control, input_, signs_ ? &*signs_ : nullptr, parent);
     if (made != nullptr) {
         views_.emplace(&control, made);
     }

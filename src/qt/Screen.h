@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
 #include <QObject>
 
+#include "console/Signs.h"
 #include "qt/FormWindow.h"
 #include "ui/ControlHost.h"
 #include "ui/Input.h"
@@ -18,7 +20,8 @@ class InputRouter;
 /// turn of the event loop, however many there were.
 class Screen final : public QObject, public ChangeSink {
 public:
-    Screen(ControlHost& form, Input& input, FormWindow::Requests requests);
+    /// The signs, where there are any, outlive the screen.
+    Screen(ControlHost& form, Input& input, FormWindow::Requests requests, std::optional<Signs> signs = {});
     ~Screen() override;
 
     void controlChanged(Control& control) override;
@@ -45,6 +48,7 @@ private:
 
     ControlHost& form_;
     Input& input_;
+    std::optional<Signs> signs_;
     std::unique_ptr<FormWindow> window_;
     std::unique_ptr<InputRouter> router_;
     std::unordered_map<const Control*, ControlView*> views_;

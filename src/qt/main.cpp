@@ -212,7 +212,8 @@ int run(const Options& options) {
                            recorder->closeRequested();
                        }
                        application.requestClose();
-                   }});
+                   }},
+                  application.signs());
     application.setScreen(&screen);
     desktop.setWindow(&screen.window());
     driver.guard(screen.window());

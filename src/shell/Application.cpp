@@ -152,6 +152,10 @@ Input& Application::input() {
     return impl_->input;
 }
 
+Signs Application::signs() {
+    return console().signs();
+}
+
 void Application::setScreen(ChangeSink* screen) {
     impl_->relay.setScreen(screen);
 }

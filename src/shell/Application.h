@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "console/Signs.h"
 #include "runtime/EventLoop.h"
 #include "runtime/Platform.h"
 #include "runtime/Schedule.h"
@@ -44,6 +45,8 @@ public:
     [[nodiscard]] ctrQuillonConsole& console();
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     [[nodiscard]] Input& input();
+    /// What a front end shows beside the controls.
+    [[nodiscard]] Signs signs();
 
     /// Told of every change on the screen. Not owned.
     void setScreen(ChangeSink* screen);

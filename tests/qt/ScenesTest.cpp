@@ -72,8 +72,11 @@ TEST(Scenes, BetweenThemShowEachTextThatCanBeReplaced) {
         seen += textOn(stage->screen(), stage->application().form());
     }
     for (std::size_t i = 0; i < names.size(); ++i) {
-        // The console has no key for one of them.
-        EXPECT_EQ(seen.find(mark(i)) != std::string::npos, names[i] != "scmbCancel") << names[i];
+        // The console has no key for one of them; the generator at a glance is not on the screen yet.
+        const std::string& name = names[i];
+        const bool glance = name.starts_with("sState") || name.starts_with("sWarn") || name == "sTubeHeat" ||
+                            name == "sErrorsSinceStart";
+        EXPECT_EQ(seen.find(mark(i)) != std::string::npos, name != "scmbCancel" && !glance) << name;
     }
 }
 

@@ -27,5 +27,6 @@ struct Scene {
 [[nodiscard]] std::span<const Scene> modeScenes();       ///< rest, modes, errors, the end
 [[nodiscard]] std::span<const Scene> panelScenes();      ///< the pages of the generator's own keyboard
 [[nodiscard]] std::span<const Scene> positionerScenes(); ///< calibration of the positioners
+[[nodiscard]] std::span<const Scene> signScenes();       ///< what is shown beside the controls
 
 } // namespace quillon

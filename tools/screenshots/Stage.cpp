@@ -42,7 +42,8 @@ Stage::Stage(const Installation& installation, QSize window) {
     screen_ = std::make_unique<Screen>(
         application_->form(), application_->input(),
         FormWindow::Requests{[this](Twips width, Twips height) { application_->resizeWindow(width, height); },
-                             {}});
+                             {}},
+        application_->signs());
     application_->setScreen(screen_.get());
     application_->start();
 }

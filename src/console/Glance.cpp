@@ -1,0 +1,147 @@
+#include "console/Glance.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/Numbers.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::int16_t kGeneratorLost = 33;
+// Errors without a code of their own.
+constexpr std::int16_t kBackUpTimer = -1;
+constexpr std::int16_t kWrongSelection = -2;
+
+struct WarningRow {
+    std::string_view lamp;
+    std::string ConsoleTexts::*words;
+    Signal<bool> LinkEvents::*event;
+};
+
+// clang-format off
+constexpr std::array kWarnings{
+    WarningRow{"txtDoorOpenWarning",          &ConsoleTexts::sWarnDoor,          &LinkEvents::WARNINGDoorOpen},
+    WarningRow{"txtGeneratorOverloadWarning", &ConsoleTexts::sWarnGenOverload,   &LinkEvents::WARNINGGenOverload},
+    WarningRow{"txtTubeOverloadWarning",      &ConsoleTexts::sWarnTubeOverload,  &LinkEvents::WARNINGTubeOverload},
+    WarningRow{"txtRotorWarning",             &ConsoleTexts::sWarnRotor,         &LinkEvents::WARNINGRotor},
+    WarningRow{"txtOverheatWarning",          &ConsoleTexts::sWarnOverheat,      &LinkEvents::WARNINGOverheat},
+    WarningRow{"txtTechniqueWarning",         &ConsoleTexts::sWarnTechnique,     &LinkEvents::WARNINGTechnique},
+    WarningRow{"txtCollimatorWarning",        &ConsoleTexts::sWarnCollimator,    &LinkEvents::WARNINGCollimator},
+};
+// clang-format on
+
+} // namespace
+
+Glance::Glance(ConsoleContext& context, const ServiceSession& session)
+    : context_(context), session_(session) {
+    listen();
+}
+
+void Glance::listen() {
+    LinkEvents& events = context_.link.events();
+    events.GeneratorPhaseChange.connect([this](Phase phase) {
+        if (phase != Phase::Error && phase != Phase::AutocalError) {
+            standing_ = 0;
+        }
+        changed.raise();
+    });
+    events.HUUpdate.connect([this](std::int16_t heat) {
+        if (std::exchange(heat_, heat) != heat) {
+            changed.raise();
+        }
+    });
+    events.GeneratorERROR.connect([this](std::int16_t code, const std::string& words, std::int16_t) {
+        if (code != kGeneratorLost) {
+            note(code, words);
+        } else if (session_.isLost()) { // silence is no loss while it starts
+            note(code, context_.texts.sCommError);
+        }
+    });
+    events.GeneratorAECError.connect([this](std::int32_t code) {
+        if (code == 1) {
+            note(kBackUpTimer, context_.texts.sAECBackUpTime);
+        } else if (code == 2) {
+            note(kWrongSelection, context_.texts.sAECCompensationError);
+        }
+    });
+    events.GeneratorERRORResetAck.connect([this] { standing_ = 0; });
+    for (const WarningRow& row : kWarnings) {
+        (events.*row.event).connect([this](bool) { changed.raise(); });
+    }
+}
+
+void Glance::note(std::int16_t code, std::string_view words) {
+    if (code == 0 || std::exchange(standing_, code) == code) {
+        return;
+    }
+    errors_.push_front(
+        {context_.console.schedule().now(), std::max(code, std::int16_t{0}), std::string(words)});
+    errors_.resize(std::min(errors_.size(), kErrorsKept));
+    ++count_;
+    changed.raise();
+}
+
+std::string Glance::state() const {
+    const ConsoleTexts& texts = context_.texts;
+    const auto keyOf = [this](Key key) { return context_.console[nameOf(key)].caption(); };
+    if (session_.isLost()) {
+        return texts.sCommError;
+    }
+    switch (session_.lastPhase()) {
+    case Phase::NormalOperation:
+        return texts.sStateReady;
+    case Phase::Preparation:
+        return texts.sStatePreparation;
+    case Phase::RadExposure:
+    case Phase::FluoroExposure:
+        return texts.sStateExposure;
+    case Phase::Calibration:
+        return keyOf(Key::ManualCalibration);
+    case Phase::Error:
+        return texts.sStateError;
+    case Phase::Configuration:
+        return keyOf(Key::Configuration);
+    case Phase::Autocalibration:
+    case Phase::ConfirmDismiss:
+    case Phase::AutocalError:
+    case Phase::AutocalOk:
+        return keyOf(Key::Autocalibration);
+    case Phase::TubeTooHot:
+        return texts.sStateTubeTooHot;
+    case Phase::Unheard:
+    case Phase::None:
+    case Phase::Initialization:
+        break;
+    }
+    return session_.poweringUp() ? texts.sPoweringUp : texts.sStateUnheard;
+}
+
+std::string Glance::warnings() const {
+    std::string all;
+    for (const WarningRow& row : kWarnings) {
+        if (context_.link[row.lamp].visible()) {
+            all.append(all.empty() ? "" : ", ").append(context_.texts.*row.words);
+        }
+    }
+    return all;
+}
+
+std::vector<GlanceLine> Glance::lines() const {
+    const ConsoleTexts& texts = context_.texts;
+    const Phase phase = session_.lastPhase();
+    std::vector<GlanceLine> all{{texts.sGenerator, state(),
+                                 session_.isLost() || phase == Phase::Error || phase == Phase::TubeTooHot}};
+    if (context_.link.mirror().m_HU >= 0) {
+        all.push_back({texts.sTubeHeat, decimalText(context_.link.mirror().m_HU) + " %"});
+    }
+    if (std::string standing = warnings(); !standing.empty()) {
+        all.push_back({texts.sWarnings, std::move(standing), true});
+    }
+    all.push_back({texts.sErrorsSinceStart, decimalText(count_)});
+    return all;
+}
+
+} // namespace quillon

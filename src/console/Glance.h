@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "console/ServiceSession.h"
+#include "runtime/Clock.h"
+#include "runtime/Signal.h"
+
+namespace quillon {
+
+/// An error of this session.
+struct SessionError {
+    Milliseconds at;   ///< on the schedule's clock
+    std::int16_t code; ///< 0 where the generator gives none
+    std::string words;
+};
+
+/// A subject and how it stands, for a line of a table.
+struct GlanceLine {
+    std::string subject;
+    std::string state;
+    bool alarm = false; ///< the operator should see this one first
+};
+
+/// The generator at a glance: where it stands, how hot its tube is, what stands in its way, and which errors
+/// came since the program was started. For the picture at rest, which shows none of the panel.
+class Glance {
+public:
+    static constexpr std::size_t kErrorsKept = 5;
+
+    Glance(ConsoleContext& context, const ServiceSession& session);
+
+    /// In the operator's language. A line whose subject is not known yet is left out.
+    [[nodiscard]] std::vector<GlanceLine> lines() const;
+    /// The last of them, the newest first. One that goes on, or is reported once more, is one.
+    [[nodiscard]] const std::deque<SessionError>& errors() const { return errors_; }
+    [[nodiscard]] int errorCount() const { return count_; }
+
+    Signal<> changed;
+
+private:
+    void listen();
+    void note(std::int16_t code, std::string_view words);
+    [[nodiscard]] std::string state() const;
+    [[nodiscard]] std::string warnings() const;
+
+    ConsoleContext& context_;
+    const ServiceSession& session_;
+    std::deque<SessionError> errors_;
+    int count_ = 0;
+    std::int16_t standing_ = 0; ///< the code that has not been reset
+    std::int16_t heat_ = -1;
+};
+
+} // namespace quillon

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace quillon {
+
+class Glance;
+
+/// What the screen shows beside the controls. A front end reads it, paints it, and is told of changes by each
+/// part's own signal; nothing of it can be reached, named or replaced like a control.
+struct Signs {
+    Glance& glance;
+};
+
+} // namespace quillon
