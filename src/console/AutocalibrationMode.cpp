@@ -1,5 +1,6 @@
 #include "console/AutocalibrationMode.h"
 
+#include "base/Numbers.h"
 #include "console/panels/ctrASelFocusOrParam.h"
 #include "model/Commands.h"
 #include "model/Service.h"
@@ -54,7 +55,7 @@ AutocalibrationMode::AutocalibrationMode(ConsoleContext& context, ServiceSession
       tmrDelayAutocal_(context.console.timer("tmrDelayAutocal")),
       tmrIniAutocal_(context.console.timer("tmrIniAutocal")) {
     context_.console["cmbAutocalibration"].on.click = [this] {
-        if (!screen_.errorOnShow() && !session_.is(Run::Closing)) {
+        if (!screen_.keptBack(Key::Autocalibration) && !session_.is(Run::Closing)) {
             state_.m_ProtocolError = false;
             ToggleAutocalibrationMode();
         }
@@ -105,13 +106,23 @@ void AutocalibrationMode::askPoint() {
         state_.m_AutocalSmallFocus = choice.smallFocus;
         state_.m_AutocalLargeFocus = choice.largeFocus;
         state_.m_AutocalParameter = choice.parameter;
+        const std::string point = wordsFor(panel);
         panels_.remove(kSelectPoint);
-        warn();
+        warn(point);
     });
     ShowCalibrationButton(context_, false);
 }
 
-void AutocalibrationMode::warn() {
+std::string AutocalibrationMode::wordsFor(ModalPanel& choice) const {
+    const std::string station = "WS" + decimalText(state_.m_SelectedWorkstation) + ", ";
+    if (!state_.m_SelAutocalmA) {
+        return station + "E" + decimalText(state_.m_AutocalParameter);
+    }
+    const std::string_view key = state_.m_AutocalSmallFocus ? "cmbAutocalSmallFocus" : "cmbAutocalLargeFocus";
+    return station + context_.texts.sFocus + ": " + choice.at(key).caption();
+}
+
+void AutocalibrationMode::warn(const std::string& point) {
     panels_.open(kWarning, [this](ModalPanel&, std::string_view event, std::int16_t) {
         if (event != kOk) {
             cancelled();
@@ -120,6 +131,9 @@ void AutocalibrationMode::warn() {
         panels_.remove(kWarning);
         enter();
     });
+    if (ControlHost* panel = context_.console.keyed(kWarning)) {
+        panel->at("Shape1").setNote(point);
+    }
 }
 
 void AutocalibrationMode::cancelled() {
@@ -145,7 +159,7 @@ void AutocalibrationMode::enter() {
                                                        : !tmrAutocalON_.running();
                        },
                    .givenUp = [this] { generatorNeverCame(); }});
-    screen_.prompt(context_.texts.waitPrompt(context_.texts.sEnterAutocal));
+    screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sEnterAutocal));
     onStep_ = kSendWorkstation;
     seekPace_ = kSeekPace;
     handOverOwed_ = false;
@@ -324,7 +338,7 @@ void AutocalibrationMode::handOverTick() {
 void AutocalibrationMode::handOver() {
     handOverOwed_ = false;
     session_.end(Moment::AutocalibrationHandedOver);
-    screen_.prompt(context_.texts.sPressPrepExpose);
+    screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
 }
 
 void AutocalibrationMode::questionAsked() {
@@ -336,19 +350,19 @@ void AutocalibrationMode::questionAsked() {
 void AutocalibrationMode::confirmed() {
     session_.at(Moment::AutocalibrationConfirmed);
     questionAsked();
-    screen_.prompt(initPrompt());
+    screen_.prompt(Role::Prompt, initPrompt());
     tmrIniAutocal_.start(kBlinkPace);
 }
 
 void AutocalibrationMode::blink() {
-    screen_.prompt(lblHelp_.caption().empty() ? initPrompt() : std::string());
+    screen_.prompt(Role::Prompt, lblHelp_.caption().empty() ? initPrompt() : std::string());
 }
 
 void AutocalibrationMode::dismissed() {
     tmrIniAutocal_.stop();
     session_.at(Moment::AutocalibrationConfirmed);
     questionAsked();
-    screen_.prompt(context_.texts.waitPrompt(context_.texts.sStopAutocal));
+    screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sStopAutocal));
 }
 
 void AutocalibrationMode::acknowledged(bool on) {
@@ -364,7 +378,7 @@ void AutocalibrationMode::acknowledged(bool on) {
     }
     const std::string prompt = exitPrompt();
     session_.turn(Run::LeavingAutocalibration, Moment::AutocalibrationEnded);
-    screen_.prompt(prompt);
+    screen_.prompt(Role::Prompt, prompt);
     startLeaving(kStopCalibration);
 }
 
@@ -372,7 +386,7 @@ void AutocalibrationMode::leave() {
     session_.openLine();
     const std::string prompt = exitPrompt();
     session_.begin(Run::LeavingAutocalibration, Moment::AutocalibrationLeft);
-    screen_.prompt(prompt);
+    screen_.prompt(Role::Prompt, prompt);
     startLeaving(kStopAutocalibration);
 }
 

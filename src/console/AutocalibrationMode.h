@@ -29,7 +29,9 @@ private:
     // The panels, one after the other.
     void askWorkstation();
     void askPoint();
-    void warn();
+    /// What was chosen, in words: "WS3, Focus: Small".
+    [[nodiscard]] std::string wordsFor(ModalPanel& choice) const;
+    void warn(const std::string& point);
     void cancelled();
     void enter();
 

@@ -83,7 +83,7 @@ void CalibrationMode::comeBack() {
 }
 
 void CalibrationMode::beginEntry(int firstWait) {
-    screen_.prompt(context_.texts.waitPrompt(context_.texts.sEnterCalibration));
+    screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sEnterCalibration));
     onStep_ = 0;
     workstationSent_ = false;
     tmrCalON_.start(firstWait);
@@ -154,7 +154,7 @@ void CalibrationMode::leave() {
     session_.at(Moment::CalibrationPressed);
     session_.begin(lent ? Run::Lending : Run::LeavingCalibration, Moment::CalibrationLeft, exitHooks());
     session_.waitPatiently();
-    screen_.prompt(context_.texts.waitPrompt(context_.texts.sExitCalibration));
+    screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sExitCalibration));
     tmrCalOFF_.start(kLeaveWait);
     if (!lent) {
         showModeKeys(true);

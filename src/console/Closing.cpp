@@ -50,7 +50,7 @@ void Closing::pressedForNothing() {
 }
 
 void Closing::closeClicked() {
-    if (screen_.errorOnShow() || session_.is(Run::Closing)) {
+    if (screen_.keptBack(Key::Close) || session_.is(Run::Closing)) {
         return;
     }
     session_.closeScreen();
@@ -85,7 +85,7 @@ bool Closing::leave() {
 
 void Closing::close() {
     BeginClosing();
-    screen_.prompt(context_.texts.sClosing);
+    screen_.prompt(Role::Prompt, context_.texts.sClosing);
     session_.loan().takeBack();
     screen_.hide(Key::ReadCounters | Key::GoToUserMode);
     screen_.show(kModeKeys.without(Key::ReadCounters));

@@ -15,7 +15,7 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ServiceSession& se
       tmrConfigON_(context.console.timer("tmrConfigON")),
       tmrConfigOFF_(context.console.timer("tmrConfigOFF")) {
     context_.console["cmbConfiguration"].on.click = [this] {
-        if (!screen_.errorOnShow() && !session_.is(Run::Closing)) {
+        if (!screen_.keptBack(Key::Configuration) && !session_.is(Run::Closing)) {
             if (session_.mode() != Phase::Configuration) {
                 context_.state.m_ProtocolError = false;
             }
@@ -39,7 +39,7 @@ void ConfigurationMode::ToggleConfigurationMode() {
 }
 
 void ConfigurationMode::tell(bool enable, std::string_view prompt, Timer& wait) {
-    screen_.prompt(context_.texts.waitPrompt(prompt));
+    screen_.prompt(Role::Prompt, context_.texts.waitPrompt(prompt));
     context_.link.commands().send(command("Configuration"), enable);
     wait.start(kWait);
 }

@@ -24,14 +24,24 @@ void ConsoleScreen::on(Names names) const {
     }
 }
 
-void ConsoleScreen::prompt(std::string_view text) const {
-    console_["lblHelp"].setCaption(text);
+void ConsoleScreen::prompt(Role rank, std::string_view text) const {
+    writePrompt(rank, text);
     console_["lblHelp"].setVisible(true);
+}
+
+void ConsoleScreen::writePrompt(Role rank, std::string_view text) const {
+    console_["lblHelp"].setRole(rank);
+    console_["lblHelp"].setCaption(text);
 }
 
 void ConsoleScreen::clearPrompt() const {
     console_["lblHelp"].setCaption("");
     console_["lblHelp"].setVisible(false);
+}
+
+void ConsoleScreen::setError(std::string_view number) const {
+    console_["lblError"].setCaption(number);
+    kKeptBackByError.each([&](Key key) { console_[nameOf(key)].setKeptBack(!number.empty()); });
 }
 
 bool ConsoleScreen::errorOnShow() const {

@@ -43,11 +43,17 @@ public:
     void off(Names names) const;
     void on(Names names) const;
 
-    /// Writes the prompt and shows it.
-    void prompt(std::string_view text) const;
+    /// Writes the prompt and shows it. Its rank says how it looks: Prompt, Good, Warning or Alarm.
+    void prompt(Role rank, std::string_view text) const;
+    /// The same, where it comes into sight by itself.
+    void writePrompt(Role rank, std::string_view text) const;
     /// Empties the prompt and hides it.
     void clearPrompt() const;
+    /// The number of the error that stands, and what it does to the keys; empty for none.
+    void setError(std::string_view number) const;
     [[nodiscard]] bool errorOnShow() const;
+    /// The key does nothing for now, and looks so.
+    [[nodiscard]] bool keptBack(Key key) const { return console_[nameOf(key)].keptBack(); }
     /// Empties the four values of the last exposure.
     void clearActualExposure() const;
 

@@ -60,6 +60,10 @@ private:
     return Keys(a) | Keys(b);
 }
 
+/// What does nothing while an error stands.
+inline constexpr Keys kKeptBackByError =
+    Key::Configuration | Key::Autocalibration | Key::ReadCounters | Key::GoToUserMode | Key::Close;
+
 inline constexpr Keys kModeKeys =
     Key::Configuration | Key::ManualCalibration | Key::Autocalibration | Key::ReadCounters;
 

@@ -50,6 +50,7 @@ constexpr std::array kTexts{
     TextRow{"sPressDismiss",               &T::sPressDismiss,               "Or Dismiss to Exit"},
     TextRow{"sPressPrepExpose",            &T::sPressPrepExpose,            "Press Prep and Expose"},
     TextRow{"sPowerUpGenerator",           &T::sPowerUpGenerator,           "POWER UP THE GENERATOR"},
+    TextRow{"sFocus",                      &T::sFocus,                      "Focus"},
     TextRow{"scmbClose",                   &T::scmbClose,                   "Close"},
     TextRow{"scmbCancel",                  &T::scmbCancel,                  "Cancel"},
     TextRow{"sResetCounterYes",            &T::sResetCounterYes,            "Yes"},

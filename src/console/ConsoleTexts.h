@@ -37,6 +37,7 @@ struct ConsoleTexts {
     std::string sPressDismiss;
     std::string sPressPrepExpose;
     std::string sPowerUpGenerator;
+    std::string sFocus;
     std::string scmbClose;
     std::string scmbCancel;
     std::string m_ExitCaption;

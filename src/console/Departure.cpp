@@ -39,7 +39,7 @@ void Departure::LeaveNow() {
     }
     session_.loan().takeBack();
     session_.giveXRaysBack(); // behind the commands, which may have thrown it away
-    screen_.prompt(context_.texts.sClosing);
+    screen_.prompt(Role::Prompt, context_.texts.sClosing);
     tmrGoodbye_.setTick([this] { goodbyeTick(); });
     tmrGoodbye_.start(modes.empty() ? kGoodbyeDelay : kLeaveTime);
 }
@@ -91,7 +91,7 @@ void Departure::phaseReported(Phase phase) {
     if (std::exchange(stood_, phase) != phase) {
         leave(phase);
     }
-    screen_.prompt(context_.texts.sClosing); // the reaction to the report has words of its own
+    screen_.prompt(Role::Prompt, context_.texts.sClosing); // the reaction to the report has words of its own
 }
 
 void Departure::goodbyeTick() {

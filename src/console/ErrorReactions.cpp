@@ -14,7 +14,7 @@ constexpr std::int16_t kGeneratorLost = 33;
 
 ErrorReactions::ErrorReactions(ConsoleContext& context, ServiceSession& session)
     : context_(context), session_(session), screen_(context), state_(context.state),
-      lblError_(context.console["lblError"]), lblErrorDescription_(context.console["lblErrorDescription"]),
+      lblErrorDescription_(context.console["lblErrorDescription"]),
       cmbResetError_(context.console["cmbResetError"]), tmrError_(context.console.timer("tmrError")) {
     LinkEvents& events = context_.link.events();
     events.GeneratorERROR.connect([this](std::int16_t code, const std::string& description, std::int16_t) {
@@ -27,19 +27,25 @@ ErrorReactions::ErrorReactions(ConsoleContext& context, ServiceSession& session)
     cmbResetError_.on.click = [this] { resetKey(); };
 }
 
-void ErrorReactions::describe(std::string_view words) {
+void ErrorReactions::describe(Role rank, std::string_view words) {
+    lblErrorDescription_.setRole(rank);
     lblErrorDescription_.setCaption(words);
     lblErrorDescription_.setVisible(!words.empty());
+}
+
+void ErrorReactions::describeNothing() {
+    lblErrorDescription_.setCaption("");
+    lblErrorDescription_.setVisible(false);
 }
 
 void ErrorReactions::generatorError(std::int16_t code, std::string_view description) {
     if (code == kGeneratorLost) {
         generatorLost();
     } else if (code != 0) {
-        lblError_.setCaption(decimalText(code));
+        screen_.setError(decimalText(code));
         session_.at(Moment::ErrorReported);
         tmrError_.start(kFlashInterval);
-        describe(description);
+        describe(Role::Alarm, description);
     }
 }
 
@@ -49,7 +55,7 @@ void ErrorReactions::generatorLost() {
     }
     session_.lost();
     session_.at(Moment::Lost);
-    screen_.prompt(context_.texts.sCommError);
+    screen_.prompt(Role::Alarm, context_.texts.sCommError);
     screen_.show(kModeKeys);
     screen_.hide(Key::GoToUserMode);
     screen_.hide({"fraActualExposureParameters", "fraTorvaneSerial"});
@@ -64,9 +70,9 @@ void ErrorReactions::flash() {
 void ErrorReactions::resetKey() {
     if (screen_.errorOnShow()) {
         tmrError_.stop();
-        describe("");
+        describeNothing();
     }
-    lblError_.setCaption("");
+    screen_.setError("");
     screen_.off({"cmbResetError"});
     if (session_.lastPhase() != Phase::Configuration) {
         context_.link.errors().ResetError();
@@ -79,21 +85,21 @@ void ErrorReactions::resetKey() {
 
 void ErrorReactions::aecError(std::int32_t code) {
     if (code == 0) {
-        describe("");
+        describeNothing();
         tmrError_.stop();
     } else if (code == 1) {
-        describe(context_.texts.sAECBackUpTime);
+        describe(Role::Warning, context_.texts.sAECBackUpTime);
         tmrError_.start(kFlashInterval);
     } else if (code == 2) {
-        describe(context_.texts.sAECCompensationError);
+        describe(Role::Warning, context_.texts.sAECCompensationError);
     }
 }
 
 void ErrorReactions::resetAcknowledged() {
     tmrError_.stop();
     screen_.off({"cmbResetError"});
-    lblError_.setCaption("");
-    describe("");
+    screen_.setError("");
+    describeNothing();
 }
 
 } // namespace quillon

@@ -19,13 +19,13 @@ private:
     void resetAcknowledged();
     void resetKey();
     void flash();
-    void describe(std::string_view words);
+    void describe(Role rank, std::string_view words);
+    void describeNothing();
 
     ConsoleContext& context_;
     ServiceSession& session_;
     ConsoleScreen screen_;
     ConsoleState& state_;
-    Control& lblError_;
     Control& lblErrorDescription_;
     Control& cmbResetError_;
     Timer& tmrError_;

@@ -43,7 +43,7 @@ ExposureCounters::ExposureCounters(ConsoleContext& context, ServiceSession& sess
       console_(context.console), tmrReadExposureCounters_(context.console.timer("tmrReadExposureCounters")),
       tmrResetTubeCounter_(context.console.timer("tmrResetTubeCounter")) {
     console_["cmbReadExposureCounters"].on.click = [this] {
-        if (!screen_.errorOnShow() && !session_.is(Run::Closing)) {
+        if (!screen_.keptBack(Key::ReadCounters) && !session_.is(Run::Closing)) {
             state_.m_ProtocolError = false;
             showQuestion(false);
             ToggleExposureCounterView();
@@ -69,7 +69,7 @@ void ExposureCounters::open() {
     }
     screen_.hide({"lblT3RAD", "lblTube3", "cmdResetT3"}); // they come with a value of their own
     session_.begin(Run::ReadingCounters, Moment::CountersAsked, hooks());
-    screen_.prompt(context_.texts.waitPrompt(context_.texts.sReadingExpCounters));
+    screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sReadingExpCounters));
     tmrReadExposureCounters_.start(kReadingPace);
     step_ = 1;
 }

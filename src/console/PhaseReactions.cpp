@@ -62,7 +62,7 @@ void PhaseReactions::phaseChange(Phase phase) {
         // The operator must be able to leave, whatever came before.
         session_.at(Moment::AutocalibrationIsFree);
         if (wasLost && phase == Phase::Autocalibration) {
-            screen_.prompt(context_.texts.sPressPrepExpose);
+            screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
         }
     }
     session_.settled(phase);
@@ -101,10 +101,10 @@ void PhaseReactions::react(Phase phase) {
         autocalibration_.questionAsked();
         break;
     case Phase::AutocalError:
-        result(texts.sAutocalERROR);
+        result(Role::Alarm, texts.sAutocalERROR);
         break;
     case Phase::AutocalOk:
-        result(texts.sAutocalOK);
+        result(Role::Good, texts.sAutocalOK);
         break;
     case Phase::TubeTooHot:
     case Phase::None:
@@ -125,11 +125,11 @@ void PhaseReactions::lightExposure(bool lit) {
 
 void PhaseReactions::initialization() {
     const ConsoleTexts& texts = context_.texts;
-    console_["lblHelp"].setCaption(std::string(texts.sGenerator)
-                                       .append(kLineBreak)
-                                       .append(texts.sPoweringUp)
-                                       .append(kLineBreak)
-                                       .append(texts.sPleaseWait));
+    screen_.writePrompt(Role::Prompt, std::string(texts.sGenerator)
+                                          .append(kLineBreak)
+                                          .append(texts.sPoweringUp)
+                                          .append(kLineBreak)
+                                          .append(texts.sPleaseWait));
     lightPreparation(false);
     lightExposure(false);
     context_.link.setVisible(false);
@@ -193,7 +193,7 @@ void PhaseReactions::modeIsOver() {
 void PhaseReactions::preparation() {
     if (screen_.errorOnShow()) {
         console_.timer("tmrError").stop();
-        console_["lblError"].setCaption("");
+        screen_.setError("");
         screen_.off({"cmbResetError"});
     }
     if (session_.lastPhase() == Phase::NormalOperation) {
@@ -257,11 +257,11 @@ void PhaseReactions::autocalibration() {
     autocalibration_.modeReported(false);
 }
 
-void PhaseReactions::result(const std::string& words) {
+void PhaseReactions::result(Role rank, const std::string& words) {
     if (session_.mode() == Phase::Autocalibration) {
         autocalibration_.modeReported(true);
     }
-    screen_.prompt(std::string(context_.texts.sAutocal).append(kLineBreak).append(words));
+    screen_.prompt(rank, std::string(context_.texts.sAutocal).append(kLineBreak).append(words));
 }
 
 void PhaseReactions::askToConfirm() {
@@ -277,7 +277,8 @@ void PhaseReactions::askToConfirm() {
 
 void PhaseReactions::promptToAnswer() {
     const ConsoleTexts& texts = context_.texts;
-    screen_.prompt(std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
+    screen_.prompt(Role::Prompt,
+                   std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
 }
 
 void PhaseReactions::hideRestPicture() {

@@ -24,7 +24,7 @@ private:
     void calibration();
     void configuration();
     void autocalibration();
-    void result(const std::string& words);
+    void result(Role rank, const std::string& words);
     void lightPreparation(bool lit);
     void lightExposure(bool lit);
     void askToConfirm();

@@ -85,7 +85,7 @@ void StartOfService::delayShowTick() {
     screen_.hide({"lblErrorDescription", "lblHelp"});
     screen_.hide(Key::GoToUserMode);
     if (session_.lastPhase() != Phase::NormalOperation) {
-        screen_.prompt(context_.texts.sPowerUpGenerator);
+        screen_.prompt(Role::Prompt, context_.texts.sPowerUpGenerator);
     }
     screen_.hide({"fraExposureCounters"});
 }

@@ -22,8 +22,8 @@ UserMode::UserMode(ConsoleContext& context, ServiceSession& session, Calibration
 
 void UserMode::goToUserMode() {
     // Only calibration can be lent; the generator may have left it under the finger.
-    if (screen_.errorOnShow() || session_.is(Run::Closing) || session_.mode() != Phase::Calibration ||
-        session_.is(Run::EnteringAutocalibration)) {
+    if (screen_.keptBack(Key::GoToUserMode) || session_.is(Run::Closing) ||
+        session_.mode() != Phase::Calibration || session_.is(Run::EnteringAutocalibration)) {
         return;
     }
     session_.loan().lend();

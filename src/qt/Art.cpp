@@ -67,6 +67,94 @@ void paintExposure(QPainter& painter, const QRectF& place, const QColor& ink) {
     painter.drawEllipse(focus, 2.9 * unit, 2.9 * unit);
 }
 
+/// An exclamation mark in a shape that is told without its colour as well.
+void paintMark(QPainter& painter, const QRectF& place, const QPolygonF& shape, double middle, double high) {
+    const double edge = place.width();
+    QPainterPath path;
+    path.addPolygon(shape);
+    path.closeSubpath();
+    QPainterPath mark;
+    const double x = place.center().x();
+    const double wide = edge * 0.15;
+    mark.addRoundedRect(QRectF(x - wide / 2, middle - high / 2, wide, high * 0.62), wide / 3, wide / 3);
+    mark.addEllipse(QPointF(x, middle + high / 2 - wide * 0.55), wide * 0.55, wide * 0.55);
+    painter.drawPath(path.subtracted(mark));
+}
+
+void paintAlarm(QPainter& painter, const QRectF& place, const QColor& ink) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    const double cut = box.width() * 0.29;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    const QPolygonF octagon({{box.left() + cut, box.top()},
+                             {box.right() - cut, box.top()},
+                             {box.right(), box.top() + cut},
+                             {box.right(), box.bottom() - cut},
+                             {box.right() - cut, box.bottom()},
+                             {box.left() + cut, box.bottom()},
+                             {box.left(), box.bottom() - cut},
+                             {box.left(), box.top() + cut}});
+    paintMark(painter, box, octagon, box.center().y(), box.height() * 0.66);
+}
+
+void paintWarning(QPainter& painter, const QRectF& place, const QColor& ink) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    const QPolygonF triangle({{box.center().x(), box.top()},
+                              {box.right(), box.bottom() - box.height() * 0.06},
+                              {box.left(), box.bottom() - box.height() * 0.06}});
+    paintMark(painter, box, triangle, box.top() + box.height() * 0.6, box.height() * 0.5);
+}
+
+void paintGood(QPainter& painter, const QRectF& place) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    const double unit = box.width() / 20;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor::fromRgb(kGoodMark));
+    painter.drawEllipse(box);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor::fromRgb(kField), 2.6 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(
+        QPolygonF({box.topLeft() + QPointF(5.2, 10.4) * unit, box.topLeft() + QPointF(8.8, 14) * unit,
+                   box.topLeft() + QPointF(14.8, 6.6) * unit}));
+}
+
+/// The trefoil: three blades round a centre, one of them down.
+void paintRadiation(QPainter& painter, const QRectF& place) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    const double radius = box.width() / 2;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor::fromRgb(kInk));
+    painter.drawEllipse(box);
+    painter.setBrush(QColor::fromRgb(kRadiation));
+    painter.drawEllipse(box.center(), radius * 0.91, radius * 0.91);
+    painter.setBrush(QColor::fromRgb(kInk));
+    const QRectF outer = middle(box, radius * 1.54);
+    for (const int start : {0, 120, 240}) {
+        painter.drawPie(outer, start * 16, 60 * 16);
+    }
+    painter.setBrush(QColor::fromRgb(kRadiation));
+    painter.drawEllipse(box.center(), radius * 0.25, radius * 0.25);
+    painter.setBrush(QColor::fromRgb(kInk));
+    painter.drawEllipse(box.center(), radius * 0.16, radius * 0.16);
+}
+
+void paintLock(QPainter& painter, const QRectF& place, const QColor& ink) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    const double unit = box.width() / 20;
+    painter.setPen(QPen(ink, 2.2 * unit, Qt::SolidLine, Qt::FlatCap));
+    painter.setBrush(Qt::NoBrush);
+    QPainterPath shackle(box.topLeft() + QPointF(5.6, 10) * unit);
+    shackle.lineTo(box.topLeft() + QPointF(5.6, 6.4) * unit);
+    shackle.arcTo(QRectF(box.topLeft() + QPointF(5.6, 2) * unit, QSizeF(8.8, 8.8) * unit), 180, -180);
+    shackle.lineTo(box.topLeft() + QPointF(14.4, 10) * unit);
+    painter.drawPath(shackle);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawRoundedRect(QRectF(box.topLeft() + QPointF(3, 9) * unit, QSizeF(14, 9.6) * unit), unit, unit);
+}
+
 /// A quiet view of the room: wall stand, tube, beam, table, and the generator's cabinet.
 void paintRest(QPainter& painter, const QRectF& place) {
     painter.save();
@@ -140,6 +228,16 @@ void paintArt(QPainter& painter, std::string_view name, const QRectF& place, con
         paintExposure(painter, place, ink);
     } else if (name == "rest") {
         paintRest(painter, place);
+    } else if (name == "alarm") {
+        paintAlarm(painter, place, ink);
+    } else if (name == "warning") {
+        paintWarning(painter, place, ink);
+    } else if (name == "good") {
+        paintGood(painter, place);
+    } else if (name == "radiation") {
+        paintRadiation(painter, place);
+    } else if (name == "lock") {
+        paintLock(painter, place, ink);
     } else if (name == "frame") {
         paintPlate(painter, place, Qt::transparent, QColor::fromRgb(kStrongEdge), 2, 6);
     }

@@ -19,7 +19,23 @@ void KeyView::paintEvent(QPaintEvent* /*event*/) {
 }
 
 bool KeyView::isOn() const {
-    return control().backColour() != kNormalColour;
+    return control().backColour() != kNormalColour && control().role() != Role::Decline;
+}
+
+bool KeyView::isAlive() const {
+    return isEnabled() && !control().keptBack();
+}
+
+std::string_view KeyView::sign() const {
+    if (control().keptBack()) {
+        return "lock";
+    }
+    return control().role() == Role::Radiation ? "radiation" : "";
+}
+
+QRect KeyView::signPlace() const {
+    const int edge = std::min(width() / 4, height() * (control().keptBack() ? 2 : 3) / 5);
+    return {8, (height() - edge) / 2 + (pressed() ? 1 : -1), edge, edge};
 }
 
 bool KeyView::isAlarm() const {
@@ -27,11 +43,12 @@ bool KeyView::isAlarm() const {
 }
 
 QColor KeyView::face() const {
-    const QColor own = screenColour(control().backColour());
+    const QColor own =
+        control().role() == Role::Decline ? groundColour(control()) : screenColour(control().backColour());
     if (control().lamp()) {
         return isOn() ? own : groundColour(control());
     }
-    if (!isEnabled()) {
+    if (!isAlive()) {
         return isOn() ? own.darker(112) : groundColour(control());
     }
     if (pressed()) {
@@ -41,7 +58,7 @@ QColor KeyView::face() const {
 }
 
 QColor KeyView::ink() const {
-    const bool strong = control().lamp() ? isOn() : isEnabled();
+    const bool strong = control().lamp() ? isOn() : isAlive();
     return QColor::fromRgb(strong ? kInk : kMutedInk);
 }
 
@@ -54,7 +71,8 @@ QRect KeyView::contentPlace() const {
         return rect().adjusted(6, 6, -6, -6);
     }
     const int shift = pressed() ? 2 : 0;
-    return rect().adjusted(6, 2 + barHeight() + shift, -6, -4 - barHeight() + shift);
+    const int left = sign().empty() ? 6 : signPlace().right() + 4;
+    return rect().adjusted(left, 2 + barHeight() + shift, -6, -4 - barHeight() + shift);
 }
 
 std::optional<Words> KeyView::words() const {
@@ -67,7 +85,7 @@ std::optional<Words> KeyView::words() const {
 
 void KeyView::paintKey(QPainter& painter) const {
     const QRectF place = facePlace();
-    if (!isEnabled()) {
+    if (!isAlive()) {
         // Flat on the ground: no face and no depth. One that is on keeps its bar.
         paintPlate(painter, place, face(), QColor::fromRgb(kFaintEdge), 1);
         if (isOn()) {
@@ -86,6 +104,9 @@ void KeyView::paintKey(QPainter& painter) const {
         if (isOn() && !isAlarm()) {
             paintBar(painter, edge);
         }
+    }
+    if (!sign().empty()) {
+        paintArt(painter, sign(), signPlace(), ink());
     }
     paintContent(painter);
 }

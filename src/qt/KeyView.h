@@ -17,6 +17,11 @@ protected:
 private:
     [[nodiscard]] bool isOn() const;
     [[nodiscard]] bool isAlarm() const;
+    /// It can be pressed and does something.
+    [[nodiscard]] bool isAlive() const;
+    /// The sign beside its text; empty for none.
+    [[nodiscard]] std::string_view sign() const;
+    [[nodiscard]] QRect signPlace() const;
     /// The colour that its content stands on.
     [[nodiscard]] QColor face() const;
     [[nodiscard]] QColor ink() const;

@@ -1,13 +1,18 @@
 #include "qt/LabelView.h"
 
+#include <algorithm>
+
 #include <QFontMetrics>
 
+#include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
 
 namespace quillon {
 
 namespace {
+
+constexpr int kSmallPlate = 24; ///< pixels of height, below which a plate has a thin edge or none
 
 Qt::Alignment alignmentOf(TextSide side) {
     switch (side) {
@@ -24,8 +29,23 @@ Qt::Alignment alignmentOf(TextSide side) {
 
 } // namespace
 
+const RankLook* LabelView::rank() const {
+    return control().caption().empty() ? nullptr : rankLook(control().role());
+}
+
 bool LabelView::hasPlate() const {
-    return control().role() == Role::Field || (control().lamp() && !control().caption().empty());
+    return control().role() == Role::Field || rank() != nullptr;
+}
+
+QRect LabelView::signPlace() const {
+    if (control().role() == Role::Interlock) {
+        const int edge = height() - 3;
+        return {2, 1, edge, edge};
+    }
+    // Beside the words in a low label, above them in a high one.
+    const bool low = width() > 2.5 * height();
+    const int edge = low ? std::min(height() - 8, width() / 6) : std::clamp(height() / 4, 12, 40);
+    return {8, low ? (height() - edge) / 2 : 6, edge, edge};
 }
 
 QColor LabelView::ground() const {
@@ -36,22 +56,31 @@ QColor LabelView::ground() const {
     if (own && control().backColour() != kWindowColour) {
         return screenColour(control().backColour());
     }
-    if (looksDisabled()) {
-        return groundColour(control());
+    if (const RankLook* look = rank()) {
+        return QColor::fromRgb(look->face);
     }
-    return QColor::fromRgb(control().lamp() ? kLampFace : kField);
+    return looksDisabled() ? groundColour(control()) : QColor::fromRgb(kField);
 }
 
 std::optional<Words> LabelView::words() const {
+    const RankLook* look = rank();
     Words words{rect(),
                 toQtLines(control().caption()).trimmed(),
                 consoleFont(control().fontSize(), control().role() != Role::Plain),
-                QColor::fromRgb(looksDisabled()                   ? kMutedInk
-                                : control().role() == Role::Alarm ? kAlarmInk
-                                                                  : kInk),
+                QColor::fromRgb(look != nullptr   ? look->ink
+                                : looksDisabled() ? kMutedInk
+                                                  : kInk),
                 ground(),
                 Qt::AlignVCenter | alignmentOf(control().textSide())};
-    if (hasPlate()) {
+    if (control().role() == Role::Interlock) {
+        words.place.adjust(signPlace().right() + 2, 0, -2, 0);
+        words.font.setBold(false); // it has to be narrowed as it is
+        words.oneLine = true;
+    } else if (look != nullptr) {
+        const QRect sign = signPlace();
+        const bool beside = sign.bottom() > height() / 2;
+        words.place.adjust(beside ? sign.right() + 6 : 8, beside ? 2 : sign.bottom() + 2, -6, -4);
+    } else if (hasPlate()) {
         words.place.adjust(4, 1, -4, -1);
     } else if (control().role() == Role::Prompt) {
         words.place.setLeft(10);
@@ -66,13 +95,14 @@ std::optional<Words> LabelView::words() const {
 
 void LabelView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (hasPlate()) {
-        const bool lamp = control().lamp();
-        paintPlate(painter, facePlace(), ground(),
-                   QColor::fromRgb(lamp          ? kInk
-                                   : isEnabled() ? kEdge
-                                                 : kFaintEdge),
-                   lamp && height() >= 20 ? 2 : 1, lamp ? 3 : 2);
+    if (const RankLook* look = rank()) {
+        painter.fillRect(rect(), groundColour(control()));
+        const bool small = height() < kSmallPlate;
+        paintPlate(painter, small ? QRectF(rect()) : facePlace(), ground(), QColor::fromRgb(look->edge),
+                   small ? 0 : 3, small ? 2 : 4);
+        paintArt(painter, look->sign, signPlace(), words()->ink);
+    } else if (hasPlate()) {
+        paintPlate(painter, facePlace(), ground(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 2);
     } else {
         painter.fillRect(rect(), ground());
         if (control().role() == Role::Prompt && !control().caption().empty()) {

@@ -15,8 +15,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    /// It stands on a plate: a value, or a lamp that is lit.
+    /// The look of what is lit for the operator; empty where nothing is.
+    [[nodiscard]] const RankLook* rank() const;
+    /// It stands on a plate: a value, or what is lit.
     [[nodiscard]] bool hasPlate() const;
+    /// Where its rank's sign goes.
+    [[nodiscard]] QRect signPlace() const;
     [[nodiscard]] bool looksDisabled() const { return !control().lamp() && !isEnabled(); }
     [[nodiscard]] QColor ground() const;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QFontMetrics>
 
@@ -13,6 +14,13 @@ constexpr Colour kSystemColour = 0x80000000;
 
 /// Text may shrink to this part of its size before words are broken.
 constexpr double kSmallest = 0.6;
+
+/// On one line, capitals have this part of the place's height, and letters hang below it by this part of
+/// their size.
+constexpr double kCapitals = 0.66;
+constexpr double kBelowLine = 0.2;
+/// Letters may be narrowed to this part of their width before they shrink.
+constexpr double kNarrowest = 0.65;
 
 /// In three pieces where it is tall: what Qt paints of many rows at once it shares out to threads, and waits
 /// for them; beside busy programs they are long in coming.
@@ -94,14 +102,48 @@ void paintText(QPainter& painter, const QRect& place, const QString& text, const
     if (text.isEmpty() || place.isEmpty()) {
         return;
     }
-    const auto [fitting, whole] = fitText(place, text, font, alignment);
-    painter.setFont(fitting);
-    painter.drawText(place, static_cast<int>(alignment) | (whole ? Qt::TextWordWrap : Qt::TextWrapAnywhere),
-                     text);
+    const Fit fit = fitText(place, text, font, alignment);
+    painter.setFont(fit.font);
+    painter.drawText(
+        place, static_cast<int>(alignment) | (fit.whole ? Qt::TextWordWrap : Qt::TextWrapAnywhere), text);
+}
+
+Fit fitWords(const Words& words) {
+    if (!words.oneLine) {
+        return fitText(words.place, words.text, words.font, words.alignment);
+    }
+    // By the height of its capitals, without the room that a font keeps above and below.
+    QFont font = words.font;
+    int size = 1;
+    do {
+        font.setPixelSize(++size);
+    } while (QFontMetricsF(font).capHeight() < kCapitals * words.place.height());
+    for (;; --size) {
+        font.setPixelSize(size);
+        const double needed = QFontMetricsF(font).horizontalAdvance(words.text);
+        const double width = std::min(1.0, words.place.width() / std::max(needed, 1.0));
+        if (width >= kNarrowest || size == 1) {
+            return {font, width >= kNarrowest, width};
+        }
+    }
 }
 
 void paintWords(QPainter& painter, const Words& words) {
     painter.setPen(words.ink);
+    if (words.oneLine) {
+        const Fit fit = fitWords(words);
+        const QFontMetricsF metrics(fit.font);
+        const QRectF place(words.place);
+        const double letters = metrics.capHeight() + kBelowLine * fit.font.pixelSize();
+        painter.save();
+        painter.translate(place.center().x() - fit.width * metrics.horizontalAdvance(words.text) / 2,
+                          place.center().y() - letters / 2 + metrics.capHeight());
+        painter.scale(fit.width, 1);
+        painter.setFont(fit.font);
+        painter.drawText(QPointF(), words.text);
+        painter.restore();
+        return;
+    }
     paintText(painter, words.place, words.text, words.font, words.alignment);
 }
 
@@ -125,6 +167,24 @@ void paintPlate(QPainter& painter, const QRectF& place, const QColor& fill, cons
     }
     painter.setPen(QPen(edge, width));
     painter.drawRoundedRect(place.adjusted(half, half, -half, -half), radius, radius);
+}
+
+const RankLook* rankLook(Role role) {
+    // clang-format off
+    static constexpr std::pair<Role, RankLook> kRanks[]{
+        {Role::Radiation, {kLampFace,  kInk,      kInk,   "radiation"}},
+        {Role::Good,      {kGoodFace,  kGoodMark, kInk,   "good"}},
+        {Role::Warning,   {kLampFace,  kInk,      kInk,   "warning"}},
+        {Role::Interlock, {kAlarmFace, kAlarmInk, kField, "alarm"}},
+        {Role::Alarm,     {kAlarmFace, kAlarmInk, kField, "alarm"}},
+    };
+    // clang-format on
+    for (const auto& [ranked, look] : kRanks) {
+        if (ranked == role) {
+            return &look;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace quillon

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include <QColor>
 #include <QFont>
 #include <QPainter>
@@ -22,8 +24,12 @@ inline constexpr QRgb kStrongEdge = 0xFF1F3B57; ///< outline of what is pressed 
 inline constexpr QRgb kPressedFace = 0xFFB9CDDF;
 inline constexpr QRgb kActiveMark = 0xFF8A5A00; ///< bar and outline of a key that is on
 inline constexpr QRgb kFocusRing = 0xFF0B57D0;
-inline constexpr QRgb kAlarmInk = 0xFF8E0F0F; ///< words about an error
-inline constexpr QRgb kLampFace = 0xFFFFD54A; ///< a warning that stands
+inline constexpr QRgb kAlarmInk = 0xFF8E0F0F;  ///< outline of an alarm, and of what was refused
+inline constexpr QRgb kAlarmFace = 0xFFB3161B; ///< an alarm or an interlock that stands
+inline constexpr QRgb kLampFace = 0xFFFFD54A;  ///< a warning that stands
+inline constexpr QRgb kGoodFace = 0xFFDCF1DE;  ///< what has gone well
+inline constexpr QRgb kGoodMark = 0xFF17652D;
+inline constexpr QRgb kRadiation = 0xFFFFD500; ///< ground of the sign for radiation
 
 /// The palette of the application, for the few widgets that Qt draws.
 [[nodiscard]] QPalette consolePalette();
@@ -45,14 +51,17 @@ struct Words {
     QColor ink;
     QColor ground; ///< what it is painted on
     Qt::Alignment alignment = Qt::AlignCenter;
+    bool oneLine = false; ///< as high as its place allows, and narrowed where it is too long
 };
 
 /// How a text goes into its place: in its font, or in a smaller one where it would be clipped.
 struct Fit {
     QFont font;
-    bool whole; ///< false when even the smallest is too large, so that words are broken
+    bool whole;       ///< false when even the smallest is too large, so that words are broken
+    double width = 1; ///< of its letters, as a part of their own
 };
 [[nodiscard]] Fit fitText(const QRect& place, const QString& text, QFont font, Qt::Alignment alignment);
+[[nodiscard]] Fit fitWords(const Words& words);
 
 /// Draws a text within a place, wrapped, with the painter's pen.
 void paintText(QPainter& painter, const QRect& place, const QString& text, const QFont& font,
@@ -62,5 +71,15 @@ void paintWords(QPainter& painter, const Words& words);
 /// A flat plate with round corners. The outline lies inside the place.
 void paintPlate(QPainter& painter, const QRectF& place, const QColor& fill, const QColor& edge, double width,
                 double radius = 4);
+
+/// How something that is lit looks, by its rank: never by its colour alone.
+struct RankLook {
+    QRgb face;
+    QRgb edge;
+    QRgb ink;
+    std::string_view sign; ///< one of Art's
+};
+/// Empty for a role that is no rank.
+[[nodiscard]] const RankLook* rankLook(Role role);
 
 } // namespace quillon

@@ -60,6 +60,18 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
     }
 }
 
+std::optional<Words> PictureView::words() const {
+    if (control().note().empty()) {
+        return std::nullopt;
+    }
+    // As high as the free ground above what lies in a dialog's frame.
+    const int high = height() / 14;
+    QFont font = consoleFont(1, true);
+    font.setPixelSize(std::max(1, high * 6 / 10));
+    return Words{QRect(kCaptionInset, 3, width() - 2 * kCaptionInset, high - 3), toQtLines(control().note()),
+                 font, QColor::fromRgb(kInk), groundColour(control())};
+}
+
 void PictureView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (control().backColour() != kNormalColour) {
@@ -77,6 +89,9 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
         paintArt(onto, control().art(), rect(), ink);
     }
     painter.drawPixmap(0, 0, drawn_);
+    if (const auto note = words()) {
+        paintWords(painter, *note);
+    }
 }
 
 } // namespace quillon

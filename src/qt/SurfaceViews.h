@@ -37,6 +37,9 @@ class PictureView final : public ControlView {
 public:
     using ControlView::ControlView;
 
+    /// Its note, at its upper edge.
+    [[nodiscard]] std::optional<Words> words() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

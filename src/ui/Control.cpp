@@ -62,6 +62,10 @@ void Control::require(Property property) const {
 
 template <typename T, typename V> void Control::assign(Property property, T& member, V&& value) {
     require(property);
+    assign(member, std::forward<V>(value));
+}
+
+template <typename T, typename V> void Control::assign(T& member, V&& value) {
     if (member != value) {
         member = std::forward<V>(value);
         notify();
@@ -231,6 +235,18 @@ void Control::setSelectionStart(std::int32_t start) {
 const std::string& Control::art() const {
     require(Art);
     return art_;
+}
+
+void Control::setRole(Role role) {
+    assign(role_, role);
+}
+
+void Control::setKeptBack(bool kept) {
+    assign(keptBack_, kept);
+}
+
+void Control::setNote(std::string_view note) {
+    assign(note_, note);
 }
 
 void Control::setArt(std::string_view art) {

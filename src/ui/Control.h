@@ -29,8 +29,21 @@ enum class Kind : std::uint8_t {
     Images
 };
 
-/// What a label, or a lamp's key, is there for: how it looks follows.
-enum class Role : std::uint8_t { Plain, Lamp, Field, Title, Alarm, Prompt };
+/// What a label or a key is there for: how it looks follows.
+enum class Role : std::uint8_t {
+    Plain,
+    Title,
+    Field,
+    Prompt,    ///< what the operator is asked to do, or to wait for
+    Radiation, ///< warns of radiation; a key that leads to it
+    Decline,   ///< a key that refuses what is asked
+    // From here on, what the generator or the console lights: the more it matters the further down.
+    Lamp,
+    Good,
+    Warning,
+    Interlock, ///< an alarm among others in little room
+    Alarm,
+};
 
 /// Where a label's text stands. Two labels that are one phrase meet in the middle.
 enum class TextSide : std::uint8_t { Middle, Left, PhraseStart, PhraseEnd };
@@ -153,11 +166,16 @@ public:
     [[nodiscard]] int artSize() const { return artSize_; }
     void setArtSize(int size);
 
-    /// Written when the control is made.
     [[nodiscard]] Role role() const { return role_; }
-    void setRole(Role role) { role_ = role; }
-    /// Lit by the generator and never by a finger: it looks the same whether it is enabled or not.
-    [[nodiscard]] bool lamp() const { return role_ == Role::Lamp; }
+    void setRole(Role role);
+    /// Lit for the operator and never by a finger: it looks the same whether it is enabled or not.
+    [[nodiscard]] bool lamp() const { return role_ >= Role::Lamp; }
+    /// It can be pressed, and would do nothing: something that stands keeps it back.
+    [[nodiscard]] bool keptBack() const { return keptBack_; }
+    void setKeptBack(bool kept);
+    /// Words that the window writes beside what the control shows.
+    [[nodiscard]] const std::string& note() const { return note_; }
+    void setNote(std::string_view note);
     /// Written when the control is made.
     [[nodiscard]] TextSide textSide() const { return textSide_; }
     void setTextSide(TextSide side) { textSide_ = side; }
@@ -197,6 +215,7 @@ private:
 
     void require(Property property) const;
     template <typename T, typename V> void assign(Property property, T& member, V&& value);
+    template <typename T, typename V> void assign(T& member, V&& value);
 
     Kind kind_;
     std::string name_;
@@ -212,6 +231,7 @@ private:
     std::string caption_;
     std::string toolTip_;
     std::string art_;
+    std::string note_;
     std::vector<std::string> items_;
     int listIndex_ = -1;
     std::int32_t value_ = 0;
@@ -226,6 +246,7 @@ private:
     bool readOnly_ = false;
     bool multiLine_ = false;
     bool border_ = true;
+    bool keptBack_ = false;
 };
 
 } // namespace quillon

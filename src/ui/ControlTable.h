@@ -41,6 +41,18 @@ constexpr ControlRow field(const ControlRow& row) {
 constexpr ControlRow title(const ControlRow& row) {
     return withRole(row, Role::Title);
 }
+constexpr ControlRow radiation(const ControlRow& row) {
+    return withRole(row, Role::Radiation);
+}
+constexpr ControlRow declines(const ControlRow& row) {
+    return withRole(row, Role::Decline);
+}
+constexpr ControlRow warning(const ControlRow& row) {
+    return withRole(row, Role::Warning);
+}
+constexpr ControlRow interlock(const ControlRow& row) {
+    return withRole(row, Role::Interlock);
+}
 constexpr ControlRow alarm(const ControlRow& row) {
     return withRole(row, Role::Alarm);
 }

@@ -156,7 +156,7 @@ TEST(Lamps, StayLitWhileWhatTheyLieOnIsDisabled) {
     };
     std::vector<std::pair<const Control*, QImage>> lit{{&value, look(value)}};
     for (const Control* control : controlsOf(*stage)) {
-        if (control->lamp() && control->shown()) {
+        if (control->lamp() && control->shown() && control->container() != &stage->console()) {
             lit.emplace_back(control, look(*control));
         }
     }
@@ -169,7 +169,62 @@ TEST(Lamps, StayLitWhileWhatTheyLieOnIsDisabled) {
         EXPECT_EQ(look(*control) == before, control->lamp()) << control->name();
         EXPECT_FALSE(screen.view(*control)->isEnabled());
     }
-    EXPECT_EQ(screen.view(stage->control("link.txtDoorOpenWarning"))->words()->ground.rgb(), kLampFace);
+    EXPECT_EQ(screen.view(stage->control("link.txtDoorOpenWarning"))->words()->ground.rgb(), kAlarmFace);
+}
+
+TEST(Ranks, FollowWhatIsSaidAndAreToldWithoutColour) {
+    const struct {
+        std::string_view scene;
+        std::string_view label;
+        Role rank;
+    } rows[] = {
+        {"communications-error", "lblHelp", Role::Alarm},
+        {"autocal-error", "lblHelp", Role::Alarm},
+        {"error", "lblErrorDescription", Role::Alarm},
+        {"error-back-up-timer", "lblErrorDescription", Role::Warning},
+        {"autocal-ok", "lblHelp", Role::Good},
+        {"autocal-expose", "lblHelp", Role::Prompt},
+    };
+    std::map<Role, QImage> looks;
+    for (const auto& [scene, name, rank] : rows) {
+        const auto stage = sceneNamed(scene).staged(kWindow);
+        Control& label = stage->control(name);
+        EXPECT_EQ(label.role(), rank) << scene;
+        // The same words at the same place, so that what differs is the rank's look.
+        label.setFontSize(12);
+        label.setCaption("WORDS");
+        stage->screen().flush();
+        looks[rank] = stage->screen().view(label)->grab().toImage().convertToFormat(QImage::Format_Mono);
+    }
+    for (auto one = looks.begin(); one != looks.end(); ++one) {
+        for (auto other = std::next(one); other != looks.end(); ++other) {
+            int differ = 0;
+            const int pixels = one->second.width() * one->second.height();
+            for (int i = 0; i < pixels; ++i) {
+                const QPoint at(i % one->second.width(), i / one->second.width());
+                differ += one->second.pixelIndex(at) != other->second.pixelIndex(at) ? 1 : 0;
+            }
+            EXPECT_GT(differ * 20, pixels);
+        }
+    }
+}
+
+TEST(Ranks, KeysThatAnErrorKeepsBackLookDeadAndAreDead) {
+    const auto stage = sceneNamed("error").staged(kWindow);
+    const auto cured = sceneNamed("error").staged(kWindow);
+    cured->click("cmbResetError");
+    const auto look = [](Stage& at, std::string_view key) {
+        at.screen().flush();
+        return at.screen().view(at.control(key))->grab().toImage();
+    };
+    for (const std::string_view key : {"cmbReadExposureCounters", "cmbConfiguration", "cmbAutocalibration",
+                                       "cmbClose", "cmbManualCalibration"}) {
+        const bool alive = key == "cmbManualCalibration";
+        EXPECT_EQ(look(*stage, key) == look(*cured, key), alive) << key;
+        stage->click(key); // in reach all the same
+        EXPECT_EQ(stage->console().keyed("SelWSCal") != nullptr, alive) << key;
+        EXPECT_FALSE(stage->control("lblHelp").visible()) << key;
+    }
 }
 
 // Text on the screens is measured in every scene; this is what none of them shows, and what is no text.

@@ -27,7 +27,7 @@ inline constexpr auto kCounterScreenRows = std::to_array<ControlRow>({
     {Kind::Frame, "fraResetCounterConfirm", -1, "fraExposureCounters", {60, 2070, 9000, 930}, 10, "", false},
     {Kind::Label, "lblResetRADCounter", -1, "fraResetCounterConfirm", {60, 120, 5280, 750}, 14, ""},
     {Kind::Button, "cmdResetCounterYes", -1, "fraResetCounterConfirm", {5400, 120, 1740, 750}, 14, "Yes"},
-    {Kind::Button, "cmdResetCounterNo", -1, "fraResetCounterConfirm", {7200, 120, 1740, 750}, 14, "No"},
+    declines({Kind::Button, "cmdResetCounterNo", -1, "fraResetCounterConfirm", {7200, 120, 1740, 750}, 14, "No"}),
     // clang-format on
 });
 

@@ -18,15 +18,15 @@ inline constexpr PanelSize kErrorSize{6750, 3720};
 inline constexpr auto kWarningRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Picture, "Shape1", -1, "", {120, 120, 8880, 8235}, 0, "", true, "frame"},
-    {Kind::Label, "lblWarning1", -1, "", {600, 720, 7920, 1020}, 18,
-     "You are about to enter the autocalibration procedure. "},
+    radiation({Kind::Label, "lblWarning1", -1, "", {600, 720, 7920, 1020}, 18,
+     "You are about to enter the autocalibration procedure. "}),
     {Kind::Label, "lblWarning2", -1, "", {600, 1980, 7920, 1440}, 18,
      "For mA auto calibration,  it initializes all the calibrated currents for the focus selected. "},
     {Kind::Label, "lblWarning3", -1, "", {600, 3660, 7920, 1440}, 18,
      "For extended memory location auto calibration,  it initializes its value."},
     {Kind::Label, "lblWarning4", -1, "", {600, 5340, 7920, 600}, 18, "Do you want to continue?"},
-    {Kind::Button, "cmbAutocalYes", -1, "", {600, 6480, 3720, 1200}, 20, "Yes"},
-    {Kind::Button, "cmbAutocalNo", -1, "", {4800, 6480, 3720, 1200}, 20, "No"},
+    radiation({Kind::Button, "cmbAutocalYes", -1, "", {600, 6480, 3720, 1200}, 20, "Yes"}),
+    declines({Kind::Button, "cmbAutocalNo", -1, "", {4800, 6480, 3720, 1200}, 20, "No"}),
     // clang-format on
 });
 
@@ -46,7 +46,7 @@ inline constexpr auto kSelectFocusRows = std::to_array<ControlRow>({
     {Kind::Button, "cmbParameterUp", -1, "", {3300, 3780, 2520, 1200}, 18, "Up"},
     {Kind::Button, "cmbParameterDown", -1, "", {3300, 5100, 2520, 1200}, 18, "Down"},
     {Kind::Button, "cmbOKParameter", -1, "", {6000, 5100, 2520, 1200}, 18, "OK"},
-    {Kind::Button, "cmbCancel", -1, "", {6000, 6720, 2520, 1200}, 18, "Cancel"},
+    declines({Kind::Button, "cmbCancel", -1, "", {6000, 6720, 2520, 1200}, 18, "Cancel"}),
     // clang-format on
 });
 
