@@ -53,4 +53,10 @@ QRect toPixels(const Place& place) {
             std::max(0, pixel(place.top + place.height) - top)};
 }
 
+double panelPixels(double millimetres, QSize window) {
+    constexpr int kMargin = 12; // what a window fitted to the screen leaves free
+    constexpr double kDiagonal = 254;
+    return millimetres * std::hypot(window.width() + kMargin, window.height() + kMargin) / kDiagonal;
+}
+
 } // namespace quillon

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <QRect>
+#include <QSize>
 #include <QString>
 
 #include "ui/Control.h"
@@ -28,5 +29,8 @@ inline constexpr Twips kTwipsPerPixel = 15;
 [[nodiscard]] constexpr Twips toTwips(int pixels) {
     return pixels * kTwipsPerPixel;
 }
+
+/// A length on the panel of ten inches whose screen the window fills but for its margin, in pixels.
+[[nodiscard]] double panelPixels(double millimetres, QSize window);
 
 } // namespace quillon

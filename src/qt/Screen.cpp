@@ -1,5 +1,7 @@
 #include "qt/Screen.h"
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include <QCoreApplication>
@@ -20,6 +22,26 @@ void walk(Control& control, const std::function<void(Control&)>& visit) {
         walk(*child, visit);
     }
 }
+
+/// Every control on show below, with its place on the window.
+void eachShown(const Control& container, QPoint origin,
+               const std::function<void(Control&, const QRect&)>& visit) {
+    for (Control* child : container.stack()) {
+        if (child->visible()) {
+            const QRect shown = toPixels(child->place()).translated(origin);
+            visit(*child, shown);
+            eachShown(*child, shown.topLeft(), visit);
+        }
+    }
+}
+
+/// A text box is left out: the platform places the cursor in it.
+bool takesFinger(const Control& control) {
+    return control.kind() == Kind::List || control.kind() == Kind::Slider ||
+           (control.kind() == Kind::Button && !control.lamp());
+}
+
+constexpr double kFinger = 9; // mm
 
 } // namespace
 
@@ -154,6 +176,35 @@ void Screen::restack(const Control& container) const {
 }
 
 Control& Screen::controlAt(QPoint place) const {
+    Control& front = frontMost(place);
+    if (takesFinger(front) || front.kind() == Kind::TextBox) {
+        return front;
+    }
+    const int finger = static_cast<int>(std::ceil(panelPixels(kFinger, window_->size())));
+    Control* nearest = &front;
+    int distance = finger;
+    eachShown(form_, {}, [&](Control& control, const QRect& shown) {
+        if (!takesFinger(control)) {
+            return;
+        }
+        const int wide = std::max(0, (finger - shown.width() + 1) / 2);
+        const int high = std::max(0, (finger - shown.height() + 1) / 2);
+        if (!shown.adjusted(-wide, -high, wide, high).contains(place)) {
+            return;
+        }
+        const QPoint edge(std::clamp(place.x(), shown.left(), shown.right()),
+                          std::clamp(place.y(), shown.top(), shown.bottom()));
+        const int away = (place - edge).manhattanLength();
+        // What lies under something else is not in reach beside it.
+        if (away < distance && &frontMost(edge) == &control) {
+            nearest = &control;
+            distance = away;
+        }
+    });
+    return *nearest;
+}
+
+Control& Screen::frontMost(QPoint place) const {
     Control* at = &form_;
     for (;;) {
         Control* inner = nullptr;

@@ -34,7 +34,8 @@ public:
     [[nodiscard]] FormWindow& window() { return *window_; }
     /// Empty for a control that has no widget (yet).
     [[nodiscard]] ControlView* view(const Control& control) const;
-    /// The front-most visible control at a pixel of the window.
+    /// What a finger at a pixel of the window is on: the front-most visible control, or beside a key that is
+    /// smaller than a finger the key. Where two are in reach it is the nearer one.
     [[nodiscard]] Control& controlAt(QPoint place) const;
 
 protected:
@@ -45,6 +46,7 @@ private:
     void markAll(Control& control);
     ControlView* make(Control& control);
     void restack(const Control& container) const;
+    [[nodiscard]] Control& frontMost(QPoint place) const;
 
     ControlHost& form_;
     Input& input_;

@@ -8,12 +8,15 @@
 #include <QFontMetrics>
 
 #include "qt/ControlView.h"
+#include "qt/Convert.h"
 
 namespace quillon {
 
 namespace {
 
 constexpr int kSmallestLetters = 8; ///< pixels; on a panel of 640 x 480 they are 2.5 mm
+
+constexpr double kLampCapitals = 3; ///< mm
 
 using Findings = std::vector<std::string>;
 using Tell = std::function<void(const Control&, const std::string&)>;
@@ -45,9 +48,12 @@ void inspectText(const ControlView& view, const Tell& tell) {
             tell(view.control(), text + " is clipped in its box of " + rectText(words->place));
         }
     } else {
-        const auto [font, whole] = fitText(words->place, words->text, words->font, words->alignment);
+        const auto [font, whole, width] = fitWords(*words);
         if (!whole) {
             tell(view.control(), text + " is clipped in " + rectText(words->place));
+        } else if (words->oneLine &&
+                   QFontMetrics(font).capHeight() < panelPixels(kLampCapitals, view.window()->size())) {
+            tell(view.control(), text + " has capitals of " + std::to_string(QFontMetrics(font).capHeight()));
         } else if (font.pixelSize() < kSmallestLetters) {
             tell(view.control(), text + " shrinks to " + std::to_string(font.pixelSize()) + " pixels");
         }
@@ -74,7 +80,7 @@ void inspectPlaces(const Screen& screen, const ControlView& view, const Tell& te
     for (auto at = shown.begin(); at != shown.end(); ++at) {
         const QRect place = (*at)->geometry();
         const Control& control = (*at)->control();
-        if (!view.rect().contains(place)) {
+        if (!view.rect().adjusted(0, 0, 1, 1).contains(place)) { // both are rounded to pixels
             tell(control, "leaves " + view.control().name());
         }
         if (caption && caption->place.intersects(place)) {
@@ -99,6 +105,27 @@ void walk(const Screen& screen, const Control& control,
     for (const Control* child : control.stack()) {
         walk(screen, *child, visit);
     }
+}
+
+/// How far a finger may be from a control's middle and still be on it, from side to side and up and down;
+/// empty where it is covered.
+QSize touchedArea(const Screen& screen, const ControlView& view) {
+    const QPoint middle = view.mapTo(view.window(), view.rect().center());
+    if (&screen.controlAt(middle) != &view.control()) {
+        return {};
+    }
+    const QRect shown(view.mapTo(view.window(), QPoint()), view.size());
+    const auto beyond = [&](QPoint at, QPoint step) {
+        int pixels = 0;
+        while (&screen.controlAt(at += step) == &view.control()) {
+            ++pixels;
+        }
+        return pixels;
+    };
+    return {beyond({shown.left(), middle.y()}, {-1, 0}) + shown.width() +
+                beyond({shown.right(), middle.y()}, {1, 0}),
+            beyond({middle.x(), shown.top()}, {0, -1}) + shown.height() +
+                beyond({middle.x(), shown.bottom()}, {0, 1})};
 }
 
 } // namespace
@@ -138,8 +165,10 @@ Findings smallTargets(Screen& screen, const Control& form, int finger) {
         const bool typed = control.kind() == Kind::TextBox && !control.readOnly();
         const bool touched = control.kind() == Kind::Button || control.kind() == Kind::List ||
                              control.kind() == Kind::Slider || typed;
-        if (touched && std::min(view.width(), view.height()) < finger) {
-            findings.push_back(pathOf(control) + " is " + rectText(view.rect()));
+        const QSize reach = touched ? touchedArea(screen, view) : QSize();
+        if (!reach.isEmpty() && std::min(reach.width(), reach.height()) < finger) {
+            findings.push_back(pathOf(control) + " is " + std::to_string(reach.width()) + " x " +
+                               std::to_string(reach.height()));
         }
     });
     return findings;

@@ -28,7 +28,8 @@ std::vector<std::string> findingsOf(Stage& stage) {
 /// The texts that are built in, and those of the second language.
 class EveryScene : public testing::TestWithParam<std::tuple<bool, QSize>> {};
 
-const auto kSizes = testing::Values(QSize(640, 480), QSize(800, 600), kWindow, QSize(1280, 1024));
+/// The windows that fill screens of 640 x 480 to 1280 x 1024.
+const auto kSizes = testing::Values(QSize(628, 468), QSize(788, 588), QSize(1012, 756), QSize(1268, 1012));
 INSTANTIATE_TEST_SUITE_P(AllSizes, EveryScene, testing::Combine(testing::Bool(), kSizes),
                          [](const auto& row) {
                              return (std::get<0>(row.param) ? "German" : "English") +
@@ -81,12 +82,16 @@ TEST(Scenes, BetweenThemShowEachTextThatCanBeReplaced) {
 }
 
 TEST(TouchTargets, AreAFingerWideInTheWindowThatFitsTheTouchPanel) {
-    constexpr QSize kFitted(1012, 756); // on a screen of 1024 x 768
-    constexpr int kFinger = 45;         // 9 mm where 1024 pixels are 10 inches in the diagonal
-    for (const Scene& scene : scenes()) {
-        SCOPED_TRACE(scene.name);
-        const auto stage = scene.staged(kFitted);
-        EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), kFinger), IsEmpty());
+    const struct {
+        QSize fitted; // to a screen of 10 inches that is 12 pixels wider and higher
+        int finger;   // 9 mm there
+    } rows[] = {{{628, 468}, 29}, {{788, 588}, 36}, {{1012, 756}, 46}, {{1268, 1012}, 59}};
+    for (const auto& [fitted, finger] : rows) {
+        for (const Scene& scene : scenes()) {
+            SCOPED_TRACE(std::string(scene.name) + " " + std::to_string(fitted.width()));
+            const auto stage = scene.staged(fitted);
+            EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), finger), IsEmpty());
+        }
     }
 }
 
@@ -281,7 +286,9 @@ TEST(Inspection, TellsOfTextThatDoesNotFitOrCannotBeReadAndOfWhatIsInTheWrongPla
         EXPECT_THAT(findingsOf(*stage), Contains(HasSubstr(finding)));
     }
     const auto stage = sceneNamed("ready").staged(kWindow);
-    stage->control("cmbClose").setHeight(600);
+    Control& key = stage->control("cmbClose");
+    key.setHeight(300);
+    stage->control("cmbReadExposureCounters").setTop(key.top() + key.height()); // no free ground below
     EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), 45),
                 ElementsAre(HasSubstr("cmbClose is ")));
 }
