@@ -17,13 +17,20 @@ void FormWindow::sync() {
     const QRect place = toPixels(control().place());
     if (size() != place.size()) {
         resize(place.size());
+        tellSize(); // it may have a limit
     }
     setVisible(control().visible());
     update();
 }
 
 void FormWindow::resizeEvent(QResizeEvent* /*event*/) {
-    if (isVisible() && size() != toPixels(control().place()).size() && requests_.resize) {
+    if (isVisible()) {
+        tellSize();
+    }
+}
+
+void FormWindow::tellSize() {
+    if (size() != toPixels(control().place()).size() && requests_.resize) {
         requests_.resize(toTwips(width()), toTwips(height()));
     }
 }

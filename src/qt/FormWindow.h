@@ -17,6 +17,11 @@ public:
 
     FormWindow(Control& form, Requests requests);
 
+    /// Below it letters would be lower than 8 pixels. It leaves room for the window of a screen of 640 x 480.
+    static constexpr QSize kSmallest{620, 456};
+    /// Whoever sizes the window, it is not made smaller than that any more.
+    void setReadable() { setMinimumSize(kSmallest); }
+
     void sync() override;
 
 protected:
@@ -25,6 +30,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// Asks for the size that the window has, where it is not the form's.
+    void tellSize();
+
     Requests requests_;
     bool placed_ = false;
 };

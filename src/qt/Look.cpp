@@ -17,7 +17,7 @@ constexpr double kSmallest = 0.6;
 
 /// On one line, capitals have this part of the place's height, and letters hang below it by this part of
 /// their size.
-constexpr double kCapitals = 0.66;
+constexpr double kCapitals = 0.7;
 constexpr double kBelowLine = 0.2;
 /// Letters may be narrowed to this part of their width before they shrink.
 constexpr double kNarrowest = 0.65;

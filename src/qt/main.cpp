@@ -215,6 +215,7 @@ int run(const Options& options) {
                    }},
                   application.signs());
     application.setScreen(&screen);
+    screen.window().setReadable();
     desktop.setWindow(&screen.window());
     driver.guard(screen.window());
     const Priority priority;

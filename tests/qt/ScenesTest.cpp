@@ -28,8 +28,9 @@ std::vector<std::string> findingsOf(Stage& stage) {
 /// The texts that are built in, and those of the second language.
 class EveryScene : public testing::TestWithParam<std::tuple<bool, QSize>> {};
 
-/// The windows that fill screens of 640 x 480 to 1280 x 1024.
-const auto kSizes = testing::Values(QSize(628, 468), QSize(788, 588), QSize(1012, 756), QSize(1268, 1012));
+/// The smallest window, and those that fill screens of 640 x 480 to 1280 x 1024.
+const auto kSizes = testing::Values(FormWindow::kSmallest, QSize(628, 468), QSize(788, 588), QSize(1012, 756),
+                                    QSize(1268, 1012));
 INSTANTIATE_TEST_SUITE_P(AllSizes, EveryScene, testing::Combine(testing::Bool(), kSizes),
                          [](const auto& row) {
                              return (std::get<0>(row.param) ? "German" : "English") +

@@ -120,6 +120,14 @@ TEST_F(ScreenTest, TheWindowFollowsTheFormAndAsksBeforeItCloses) {
     turn();
     EXPECT_EQ(resized, (Place{0, 0, 9600, 7200}));
 
+    screen.window().setReadable();
+    for (const Place small : {Place{0, 0, 4500, 10500}, Place{0, 0, 4500, 15}}) {
+        form.setPlace(small); // by the configuration's width and height
+        turn();
+        EXPECT_EQ(screen.window().size(), FormWindow::kSmallest.expandedTo(toPixels(small).size()));
+        EXPECT_EQ(toPixels(resized).size(), screen.window().size());
+    }
+
     screen.window().close();
     EXPECT_TRUE(screen.window().isVisible());
     EXPECT_EQ(closeRequests, 1);
