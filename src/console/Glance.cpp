@@ -135,7 +135,8 @@ std::vector<GlanceLine> Glance::lines() const {
     std::vector<GlanceLine> all{{texts.sGenerator, state(),
                                  session_.isLost() || phase == Phase::Error || phase == Phase::TubeTooHot}};
     if (context_.link.mirror().m_HU >= 0) {
-        all.push_back({texts.sTubeHeat, decimalText(context_.link.mirror().m_HU) + " %"});
+        all.push_back({texts.sTubeHeat, decimalText(context_.link.mirror().m_HU) + " %", false,
+                       context_.link.mirror().m_HU});
     }
     if (std::string standing = warnings(); !standing.empty()) {
         all.push_back({texts.sWarnings, std::move(standing), true});

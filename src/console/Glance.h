@@ -24,6 +24,7 @@ struct GlanceLine {
     std::string subject;
     std::string state;
     bool alarm = false; ///< the operator should see this one first
+    int percent = -1;   ///< of a bar beside it; below 0 for none
 };
 
 /// The generator at a glance: where it stands, how hot its tube is, what stands in its way, and which errors
@@ -34,7 +35,8 @@ public:
 
     Glance(ConsoleContext& context, const ServiceSession& session);
 
-    /// In the operator's language. A line whose subject is not known yet is left out.
+    /// In the operator's language. A line whose subject is not known yet is left out; the last one counts the
+    /// errors.
     [[nodiscard]] std::vector<GlanceLine> lines() const;
     /// The last of them, the newest first. One that goes on, or is reported once more, is one.
     [[nodiscard]] const std::deque<SessionError>& errors() const { return errors_; }

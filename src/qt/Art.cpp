@@ -12,6 +12,9 @@ namespace quillon {
 
 namespace {
 
+/// The size that the picture at rest is drawn in.
+constexpr QSizeF kScene(640, 300);
+
 /// A square in the middle of the place.
 QRectF middle(const QRectF& place, double edge) {
     return {place.center().x() - edge / 2, place.center().y() - edge / 2, edge, edge};
@@ -158,13 +161,11 @@ void paintLock(QPainter& painter, const QRectF& place, const QColor& ink) {
 /// A quiet view of the room: wall stand, tube, beam, table, and the generator's cabinet.
 void paintRest(QPainter& painter, const QRectF& place) {
     painter.save();
-    constexpr QSizeF kScene(640, 300);
-    const double scale = std::min(place.width() / kScene.width(), place.height() / kScene.height());
-    painter.translate(place.center());
-    painter.scale(scale, scale);
-    painter.translate(-kScene.width() / 2, -kScene.height() / 2);
+    const QRectF whole = restPlace(place);
+    painter.translate(whole.topLeft());
+    painter.scale(whole.width() / kScene.width(), whole.height() / kScene.height());
 
-    const QColor wall(0xE6EBEF);
+    const QColor wall = QColor::fromRgb(kQuietFace);
     const QColor metal(0x3D5870);
     const QColor light(0x9FB2C2);
     const QColor pale(0xC3D0DA);
@@ -242,6 +243,12 @@ void paintArt(QPainter& painter, std::string_view name, const QRectF& place, con
         paintPlate(painter, place, Qt::transparent, QColor::fromRgb(kStrongEdge), 2, 6);
     }
     painter.restore();
+}
+
+QRectF restPlace(const QRectF& place) {
+    QRectF whole(QPointF(), kScene.scaled(place.size(), Qt::KeepAspectRatio));
+    whole.moveCenter(place.center());
+    return whole;
 }
 
 int artPixels(int size) {

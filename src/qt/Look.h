@@ -17,6 +17,7 @@ inline constexpr QRgb kInk = 0xFF14202B;        ///< text and pictures
 inline constexpr QRgb kMutedInk = 0xFF525C66;   ///< text of what cannot be used now
 inline constexpr QRgb kSurface = 0xFFD5DBE0;    ///< the console's ground
 inline constexpr QRgb kFace = 0xFFF5F7F9;       ///< a key at rest
+inline constexpr QRgb kQuietFace = 0xFFE6EBEF;  ///< where something is told by the way
 inline constexpr QRgb kField = 0xFFFFFFFF;      ///< where values and typed text stand
 inline constexpr QRgb kEdge = 0xFF6C7985;       ///< outlines
 inline constexpr QRgb kFaintEdge = 0xFFA3ADB6;  ///< outlines of what cannot be used, of frames

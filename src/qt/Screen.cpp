@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QWindow>
 
+#include "console/Glance.h"
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
 
@@ -130,9 +131,27 @@ void Screen::flush() {
         restack(container);
     }
     posted_ = false;
+    makeGlance();
+    if (glance_ != nullptr) {
+        glance_->settle();
+    }
     if (form) {
         window_->sync();
     }
+}
+
+void Screen::makeGlance() {
+    const auto* console = dynamic_cast<const ControlHost*>(form_.find("Quillon"));
+    ControlView* ground = !signs_ || console == nullptr ? nullptr : view(*console);
+    if (glance_ != nullptr || ground == nullptr) {
+        return;
+    }
+    glance_ = new GlanceView(signs_->glance, *console, ground);
+    signs_->glance.changed.connect([glance = glance_] {
+        if (glance != nullptr) {
+            glance->settle();
+        }
+    });
 }
 
 ControlView* Screen::make(Control& control) {

@@ -6,9 +6,11 @@
 #include <unordered_set>
 
 #include <QObject>
+#include <QPointer>
 
 #include "console/Signs.h"
 #include "qt/FormWindow.h"
+#include "qt/GlanceView.h"
 #include "ui/ControlHost.h"
 #include "ui/Input.h"
 
@@ -32,6 +34,8 @@ public:
     void flush();
 
     [[nodiscard]] FormWindow& window() { return *window_; }
+    /// What is shown of the generator beside the controls; empty for a form without.
+    [[nodiscard]] GlanceView* glance() const { return glance_; }
     /// Empty for a control that has no widget (yet).
     [[nodiscard]] ControlView* view(const Control& control) const;
     /// What a finger at a pixel of the window is on: the front-most visible control, or beside a key that is
@@ -45,6 +49,8 @@ private:
     void mark(Control& control);
     void markAll(Control& control);
     ControlView* make(Control& control);
+    /// The console's view comes first, and on it what is no control.
+    void makeGlance();
     void restack(const Control& container) const;
     [[nodiscard]] Control& frontMost(QPoint place) const;
 
@@ -53,6 +59,7 @@ private:
     std::optional<Signs> signs_;
     std::unique_ptr<FormWindow> window_;
     std::unique_ptr<InputRouter> router_;
+    QPointer<GlanceView> glance_;
     std::unordered_map<const Control*, ControlView*> views_;
     std::unordered_set<Control*> changed_;
     std::unordered_set<Control*> reordered_;

@@ -34,33 +34,31 @@ std::string rectText(const QRect& place) {
     return std::to_string(place.width()) + " x " + std::to_string(place.height());
 }
 
-void inspectText(const ControlView& view, const Tell& tell) {
-    const auto words = view.words();
-    if (!words || words->text.isEmpty()) {
+/// `box`: an editor, which neither wraps nor shrinks.
+void inspectWords(const Words& words, bool box, QSize window, const std::function<void(std::string)>& tell) {
+    if (words.text.isEmpty()) {
         return;
     }
-    const std::string text = QStringLiteral("\"%1\"").arg(words->text).toStdString();
-    if (view.editor() != nullptr) {
-        // An editor neither wraps nor shrinks.
-        const QFontMetrics metrics(words->font);
-        if (metrics.horizontalAdvance(words->text) > words->place.width() ||
-            metrics.height() > words->place.height()) {
-            tell(view.control(), text + " is clipped in its box of " + rectText(words->place));
-        }
-    } else {
-        const auto [font, whole, width] = fitWords(*words);
-        if (!whole) {
-            tell(view.control(), text + " is clipped in " + rectText(words->place));
-        } else if (words->oneLine &&
-                   QFontMetrics(font).capHeight() < panelPixels(kLampCapitals, view.window()->size())) {
-            tell(view.control(), text + " has capitals of " + std::to_string(QFontMetrics(font).capHeight()));
-        } else if (font.pixelSize() < kSmallestLetters) {
-            tell(view.control(), text + " shrinks to " + std::to_string(font.pixelSize()) + " pixels");
-        }
+    const std::string text = QStringLiteral("\"%1\"").arg(words.text).toStdString();
+    const Fit fit = box ? Fit{words.font, true} : fitWords(words);
+    const QFontMetrics metrics(fit.font);
+    if (!fit.whole || (box && (metrics.horizontalAdvance(words.text) > words.place.width() ||
+                               metrics.height() > words.place.height()))) {
+        tell(text + " is clipped in " + rectText(words.place));
+    } else if (words.oneLine && metrics.capHeight() < panelPixels(kLampCapitals, window)) {
+        tell(text + " has capitals of " + std::to_string(metrics.capHeight()));
+    } else if (fit.font.pixelSize() < kSmallestLetters) {
+        tell(text + " shrinks to " + std::to_string(fit.font.pixelSize()) + " pixels");
     }
-    if (contrast(words->ink, words->ground) < kReadable) {
-        tell(view.control(),
-             text + " has a contrast of " + std::to_string(contrast(words->ink, words->ground)));
+    if (contrast(words.ink, words.ground) < kReadable) {
+        tell(text + " has a contrast of " + std::to_string(contrast(words.ink, words.ground)));
+    }
+}
+
+void inspectText(const ControlView& view, const Tell& tell) {
+    if (const auto words = view.words()) {
+        inspectWords(*words, view.editor() != nullptr, view.window()->size(),
+                     [&](const std::string& what) { tell(view.control(), what); });
     }
 }
 
@@ -154,6 +152,12 @@ Findings inspect(Screen& screen, const Control& form) {
         inspectText(view, tell);
         inspectPlaces(screen, view, tell);
     });
+    if (const GlanceView* glance = screen.glance()) {
+        for (const Words& words : glance->words()) {
+            inspectWords(words, false, glance->window()->size(),
+                         [&](const std::string& what) { tell(form, what); });
+        }
+    }
     return findings;
 }
 
@@ -182,6 +186,11 @@ std::string textOn(Screen& screen, const Control& form) {
             text += words->text.toStdString() + "\n";
         }
     });
+    if (const GlanceView* glance = screen.glance()) {
+        for (const Words& words : glance->words()) {
+            text.append(words.text.toStdString()).append("\n");
+        }
+    }
     return text;
 }
 

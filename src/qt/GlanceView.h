@@ -1,0 +1,54 @@
+#pragma once
+
+#include <vector>
+
+#include <QDateTime>
+#include <QWidget>
+
+#include "qt/Look.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+class Glance;
+struct SessionError;
+
+/// The generator at a glance, on ground of the console that no control is on: below the picture at rest all
+/// of it, below the generator's own keyboard the last error. Nothing on it can be touched.
+class GlanceView final : public QWidget {
+public:
+    GlanceView(const Glance& glance, const ControlHost& console, QWidget* parent);
+
+    /// Goes where the ground is free, or away.
+    void settle();
+    /// All that is written on it.
+    [[nodiscard]] std::vector<Words> words() const;
+    /// What the clock on the wall shows at the schedule's time zero.
+    void setStart(QDateTime start) { start_ = start; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    /// Text, with what is drawn beside it.
+    struct Piece {
+        Words words;
+        QRect bar = {};  ///< its outline; empty for none
+        int percent = 0; ///< of the bar
+        QRect sign = {}; ///< of an alarm
+    };
+
+    [[nodiscard]] QRect freeGround() const;
+    [[nodiscard]] Words line(const QRect& place, const std::string& text, bool strong = true) const;
+    [[nodiscard]] std::vector<Piece> pieces() const;
+    void addState(std::vector<Piece>& all, QRect place) const;
+    void addErrors(std::vector<Piece>& all, QRect place) const;
+    void addError(std::vector<Piece>& all, QRect row, const SessionError& error) const;
+
+    const Glance& glance_;
+    const ControlHost& console_;
+    QDateTime start_;
+    int row_ = 1; ///< the height of a line
+};
+
+} // namespace quillon
