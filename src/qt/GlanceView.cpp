@@ -26,6 +26,7 @@ GlanceView::GlanceView(const Glance& glance, const ControlHost& console, QWidget
     : QWidget(parent), glance_(glance), console_(console),
       start_(QDateTime::currentDateTime().addMSecs(-console.schedule().now())) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    lower();
     hide();
 }
 
@@ -60,12 +61,10 @@ QRect GlanceView::freeGround() const {
 void GlanceView::settle() {
     const QRect ground = freeGround();
     setVisible(!ground.isEmpty());
-    if (!ground.isEmpty()) {
+    if (!ground.isEmpty() && ground != geometry()) {
         setGeometry(ground);
-        row_ =
-            console_.at("fraTorvaneSerial").visible() ? ground.height() : (ground.height() - kInset) / kRows;
-        lower();
-        update();
+        row_ = console_.at("fraTorvaneSerial").visible() ? ground.height()
+                                                         : (ground.height() - kInset) / kRows;
     }
 }
 

@@ -150,6 +150,7 @@ void Screen::makeGlance() {
     signs_->glance.changed.connect([glance = glance_] {
         if (glance != nullptr) {
             glance->settle();
+            glance->update();
         }
     });
 }
