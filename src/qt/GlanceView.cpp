@@ -14,11 +14,12 @@ namespace quillon {
 
 namespace {
 
-constexpr int kRows = 6;        ///< of the place at rest
-constexpr int kInset = 14;      ///< of what is written, from the plate's edge
-constexpr double kState = 0.44; ///< the left part of the place, which tells how it stands
-constexpr double kSubject = 0.42;
-constexpr double kBar = 0.62;
+constexpr int kRows = 6;       ///< of the place at rest
+constexpr int kInset = 14;     ///< of what is written, from the plate's edge
+constexpr double kState = 0.5; ///< the left part of the place, which tells how it stands
+constexpr double kSubject = 0.4;
+constexpr double kBar = 0.6;
+constexpr int kSmallestLetters = 9;
 
 } // namespace
 
@@ -63,8 +64,8 @@ void GlanceView::settle() {
     setVisible(!ground.isEmpty());
     if (!ground.isEmpty() && ground != geometry()) {
         setGeometry(ground);
-        row_ = console_.at("fraTorvaneSerial").visible() ? ground.height()
-                                                         : (ground.height() - kInset) / kRows;
+        row_ =
+            console_.at("fraTorvaneSerial").visible() ? ground.height() : (ground.height() - kInset) / kRows;
     }
 }
 
@@ -125,8 +126,11 @@ void GlanceView::addError(std::vector<Piece>& all, QRect row, const SessionError
     add(clock.toStdString(), false, 8);
     add(error.code > 0 ? decimalText(error.code) : "", true, 4);
     add(error.words, false, 0);
-    Words& last = all.back().words; // as much of it as there is room for
-    last.text = QFontMetrics(last.font).elidedText(last.text, Qt::ElideRight, last.place.width());
+    Words& last = all.back().words;
+    if (const Fit fit = fitWords(last); !fit.whole || fit.font.pixelSize() < kSmallestLetters) {
+        // As much of it as there is room for.
+        last.text = QFontMetrics(last.font).elidedText(last.text, Qt::ElideRight, last.place.width());
+    }
 }
 
 void GlanceView::addErrors(std::vector<Piece>& all, QRect place) const {
