@@ -58,8 +58,8 @@ void worksTooLong(int) {
     fallen = 1;
 }
 
-/// What runs away must not take the PC with it. To be set anew after each signal: the system moves the limit on by a
-/// second with it, past the end.
+/// What runs away must not take the PC with it. To be set anew after each signal: the system moves the limit
+/// on by a second with it, past the end.
 bool limitWork() {
     struct sigaction action {};
     action.sa_handler = worksTooLong;
