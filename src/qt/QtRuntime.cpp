@@ -135,6 +135,9 @@ bool QtScheduleDriver::eventFilter(QObject* window, QEvent* event) {
     window->event(event);
     const std::int64_t end = clock_.microseconds();
     const std::int64_t took = end - begin;
+    if (onPaint) {
+        onPaint(took);
+    }
     rested_ = end + kRest * took;
     paintTime_ = std::min(std::max(took, paintTime_ - paintTime_ / 8), kLongestPaintTime);
     return true;

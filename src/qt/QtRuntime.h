@@ -48,6 +48,8 @@ public:
 
     /// Told before due timers run how late the first of them is, in microseconds.
     std::function<void(std::int64_t late)> onRun;
+    /// Told after the guarded window was painted how long it took, in microseconds.
+    std::function<void(std::int64_t took)> onPaint;
 
 protected:
     bool eventFilter(QObject* window, QEvent* event) override;
