@@ -1,4 +1,5 @@
 #include <map>
+
 #include "base/Text.h"
 #include "tests/unit/flows/Flow.h"
 
