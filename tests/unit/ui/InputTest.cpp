@@ -111,20 +111,5 @@ TEST(Control, RefusesAPropertyThatItsKindLacks) {
     }
 }
 
-TEST(ControlHost, PanelsComeAndGoByKey) {
-    TestScreen screen;
-    ControlFactory factory;
-    factory.add("Quillon.ctrSelWS",
-                [&] { return std::make_unique<ControlHost>(Kind::User, "made", screen.time.schedule()); });
-    ControlHost& panel = screen.user.addByClass("QUILLON.ctrselws", "SelWSCal", factory);
-    EXPECT_FALSE(panel.visible());
-    EXPECT_EQ(screen.user.keyed("selwscal"), &panel);
-    EXPECT_EQ(faultOf([&] { screen.user.addByClass("Quillon.ctrSelWS", "SELWSCAL", factory); }), 457);
-    EXPECT_EQ(faultOf([&] { screen.user.addByClass("ctrOther", "Other", factory); }), Fault::kNoSuchName);
-    EXPECT_TRUE(screen.user.removeKeyed("SelWSCal"));
-    EXPECT_FALSE(screen.user.removeKeyed("SelWSCal"));
-    EXPECT_EQ(panel.container(), nullptr) << "it lives until its own handler has ended";
-}
-
 } // namespace
 } // namespace quillon
