@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "runtime/MemoryPlatform.h"
-#include "tests/unit/base/Faults.h"
 #include "ui/ControlHost.h"
 
 namespace quillon {
@@ -95,20 +94,6 @@ TEST_F(InputTest, OnlyTheOperatorsHandCallsTheHandlers) {
     EXPECT_EQ(text.text(), "hand");
     EXPECT_EQ(list.listIndex(), 0);
     EXPECT_EQ(slider.value(), 10);
-}
-
-TEST(Control, RefusesAPropertyThatItsKindLacks) {
-    Control label(Kind::Label, "lbl");
-    Control slider(Kind::Slider, "sld");
-    Control text(Kind::TextBox, "txt");
-    TestScreen screen;
-    TimerControl timer("tmr", screen.time.schedule());
-    const std::initializer_list<std::function<void()>> refused{
-        [&] { label.setText("x"); }, [&] { (void)slider.fontSize(); }, [&] { text.setCaption("x"); },
-        [&] { timer.setVisible(true); }, [&] { (void)screen.form.fontSize(); }};
-    for (const auto& access : refused) {
-        EXPECT_EQ(faultOf(access), Fault::kPropertyRefused);
-    }
 }
 
 } // namespace
