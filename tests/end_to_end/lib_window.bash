@@ -61,3 +61,25 @@ start_window() {
 # said TEXT: the console has sent a message that begins so, since the trace was emptied; told: the generator has.
 said() { grep -q " rx \"$1" "$home/wire"; }
 told() { grep -q " tx \"$1" "$home/wire"; }
+
+# A window with its mode keys alive; the trace begins with it.
+begin_ready() {
+    : >"$home/wire"
+    start_window
+    wait_for 20 'the refresh is not over' said 'VR?'
+    sleep 1
+}
+
+# expect_end SECONDS OF_WHAT: the program ends by itself and in order.
+expect_end() {
+    ended() { ! kill -0 "$program_pid" 2>/dev/null; }
+    wait_for "$1" "no end $2" ended
+    local status=0
+    wait "$program_pid" || status=$?
+    program_pid=''
+    ((status == 0)) || fail "status $status at the end $2"
+    sleep 0.3
+}
+
+# What the generator has heard of X-rays, as digits.
+rays() { grep -o ' rx "RX[01]' "$home/wire" | grep -o '[01]$' | tr -d '\n' || true; }

@@ -1,17 +1,11 @@
 #!/usr/bin/env bash
 # The real program's polls against their nominal pace of 1350 ms, as the generator's end sees them. On a machine
 # that is busy with other things lateness is that machine's, so only a pace that is wrong fails.
-# timing_frames.sh [SECONDS [BUSY]]: BUSY processes that never rest run beside it.
+# timing_frames.sh [SECONDS]
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib_program.bash"
 
 seconds=${1:-15}
-busy=()
-for ((count = 0; count < ${2:-0}; ++count)); do
-    while :; do :; done &
-    busy+=($!)
-done
-trap '((${#busy[@]} == 0)) || kill "${busy[@]}" 2>/dev/null; finish' EXIT
 plug_in startphase=2
 start_program
 wait_for 20 'no poll on the line' grep -q 'rx "HU' "$home/wire"

@@ -25,10 +25,7 @@ press counters
 sleep 2
 readlink /proc/"$program_pid"/fd/* | grep -qxF "$(readlink "$link")" || fail 'the port is not open while it works'
 press close
-ended() { ! kill -0 "$program_pid" 2>/dev/null; }
-wait_for 5 'the program does not end' ended
-wait "$program_pid" || fail "it ended with status $?"
-program_pid=''
+expect_end 5 'of Close'
 
 # Both sides of the line, one message a row. What the generator says after the end nobody can log.
 sed -n 's/^[0-9]* \([rt]\)x "\(.*\)"$/\1 \2/p' "$home/wire" | sed 's/\\x03$//; s/\\x0D\\x0A$//' >"$home/line"

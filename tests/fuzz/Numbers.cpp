@@ -23,35 +23,30 @@ void require(bool held) {
     }
 }
 
-/// The value, or the number of the fault that kept it from being made.
-template <typename Work> auto attempt(Work&& work, int& fault) -> std::optional<decltype(work())> {
-    fault = 0;
+/// The value; without one, the fault that kept it from being made is the one that the text deserves.
+template <typename Work> auto attempt(bool numeric, Work&& work) -> std::optional<decltype(work())> {
     try {
         return work();
     } catch (const Fault& caught) {
-        fault = caught.number();
+        require(caught.number() == (numeric ? Fault::kOverflow : Fault::kTypeMismatch));
         return std::nullopt;
     }
 }
 
 void checkNumber(std::string_view text) {
-    int fault = 0;
     const bool numeric = isNumeric(text);
-    const auto value = attempt([&] { return toDouble(text); }, fault);
-    require(value ? numeric && std::isfinite(*value)
-                  : fault == (numeric ? Fault::kOverflow : Fault::kTypeMismatch));
-    const auto small = attempt([&] { return toInt16(text); }, fault);
-    require(small ? numeric && std::abs(*value - *small) <= 0.5
-                  : fault == (numeric ? Fault::kOverflow : Fault::kTypeMismatch));
-    const auto large = attempt([&] { return toInt32(text); }, fault);
-    require(large ? numeric && std::abs(*value - *large) <= 0.5
-                  : fault == (numeric ? Fault::kOverflow : Fault::kTypeMismatch));
+    const auto value = attempt(numeric, [&] { return toDouble(text); });
+    require(!value || (numeric && std::isfinite(*value)));
+    const auto small = attempt(numeric, [&] { return toInt16(text); });
+    require(!small || (numeric && std::abs(*value - *small) <= 0.5));
+    const auto large = attempt(numeric, [&] { return toInt32(text); });
+    require(!large || (numeric && std::abs(*value - *large) <= 0.5));
     require(!small || (large && *small == *large));
-    const auto flag = attempt([&] { return toBoolean(text); }, fault);
+    const auto flag = attempt(numeric, [&] { return toBoolean(text); });
     require(!flag || !value || *flag == (*value != 0));
     if (value) {
         // Fifteen digits are shown, which is all that a person could have written.
-        const auto again = attempt([&] { return toDouble(decimalText(*value)); }, fault);
+        const auto again = attempt(true, [&] { return toDouble(decimalText(*value)); });
         require(again ? std::abs(*again - *value) <= std::abs(*value) * 1e-14 : std::abs(*value) > 1e307);
         const std::string sign = signedText(*value);
         require(!sign.empty() && (sign[0] == ' ' || sign[0] == '-'));
@@ -67,13 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     checkNumber(text);
-    int fault = 0;
-    const auto leading = attempt([&] { return leadingNumber(text); }, fault);
-    require(leading ? std::isfinite(*leading) : fault == Fault::kOverflow);
-    const auto digits = attempt([&] { return fixedDigits(text, 3); }, fault);
-    require(digits ? !isNumeric(text) || digits->size() >= 3 : fault == Fault::kOverflow);
-    const auto decimal = attempt([&] { return oneDecimal(text); }, fault);
-    require(decimal ? (isNumeric(text) ? decimal->find('.') != std::string::npos : *decimal == text)
-                    : fault == Fault::kOverflow);
+    const auto leading = attempt(true, [&] { return leadingNumber(text); });
+    require(!leading || std::isfinite(*leading));
+    const auto digits = attempt(true, [&] { return fixedDigits(text, 3); });
+    require(!digits || !isNumeric(text) || digits->size() >= 3);
+    const auto decimal = attempt(true, [&] { return oneDecimal(text); });
+    require(!decimal || (isNumeric(text) ? decimal->find('.') != std::string::npos : *decimal == text));
     return 0;
 }

@@ -87,19 +87,5 @@ TEST(InvariantList, HasAMisdeedForEach) {
     }
 }
 
-TEST(Shortest, KeepsOnlyWhatFails) {
-    std::vector<std::string> lines(100, "wait");
-    lines[13] = "press";
-    lines[77] = "release";
-    int looks = 0;
-    const auto left = shortest(lines, [&looks](const std::vector<std::string>& some) {
-        ++looks;
-        const auto press = std::find(some.begin(), some.end(), "press");
-        return std::find(press, some.end(), "release") != some.end();
-    });
-    EXPECT_EQ(left, (std::vector<std::string>{"press", "release"}));
-    EXPECT_LT(looks, 60);
-}
-
 } // namespace
 } // namespace quillon

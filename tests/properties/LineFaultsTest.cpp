@@ -13,10 +13,7 @@
 namespace quillon {
 namespace {
 
-using testing::Contains;
 using testing::IsEmpty;
-
-constexpr std::string_view kDipSwitch = "BQS Calibration Dip Switch Error";
 
 /// What became of an engineer's round through the modes.
 struct Round {
@@ -141,9 +138,7 @@ int sweep(int step, Fault fault, bool toGenerator, std::string_view kind, Judge 
 }
 
 void everythingReached(const Round& round) {
-    EXPECT_THAT(round.reached, Contains("Configuration"));
-    EXPECT_THAT(round.reached, Contains("Calibration"));
-    EXPECT_THAT(round.reached, Contains("Counters"));
+    EXPECT_EQ(round.reached, (std::set<std::string>{"Calibration", "Configuration", "Counters"}));
     EXPECT_FALSE(round.lost);
 }
 
@@ -156,15 +151,9 @@ TEST(LineFaults, ALostAcknowledgementKeepsNoModeFromItsKey) {
     });
 }
 
-TEST(LineFaults, ALostWriteCostsNothing) {
+TEST(LineFaults, ALostShortOrDoubledWriteCostsNothing) {
     sweep(5, nothing, true, "", everythingReached);
-}
-
-TEST(LineFaults, AShortWriteCostsNothing) {
     sweep(7, half, true, "", everythingReached);
-}
-
-TEST(LineFaults, AWriteThatArrivesTwiceCostsNothing) {
     sweep(7, twice, true, "", everythingReached);
 }
 
@@ -176,7 +165,7 @@ TEST(LineFaults, ALostReportIsMadeUpForByThePoll) {
         everythingReached(round);
         panels.insert(round.panels.begin(), round.panels.end());
     });
-    EXPECT_EQ(panels, std::set<std::string>{std::string(kDipSwitch)});
+    EXPECT_EQ(panels, std::set<std::string>{"BQS Calibration Dip Switch Error"});
 }
 
 TEST(LineFaults, AGarbledOrTruncatedMessageIsDropped) {
@@ -210,23 +199,6 @@ TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
         }
     }
     EXPECT_GT(losses, 4) << "the operator was not told";
-}
-
-// A reader that takes nothing: what the console has to say is bounded, and it goes on when the line moves.
-TEST(LineFaults, AStalledReaderIsSilenceAndNoMore) {
-    Session session(Plan{"", {}, "startphase=2", {}});
-    session.perform("wait 20000");
-    session.farEnd().toGenerator = nothing;
-    const std::uint64_t before = session.frameCount();
-    session.perform("wait 3600000");
-    EXPECT_LT(session.frameCount() - before, 3600U); // one poll in more than a second, no burst
-    EXPECT_EQ(session.application().console()["lblHelp"].caption(), "Communications ERROR");
-    session.farEnd().toGenerator = {};
-    session.perform("wait 60000");
-    EXPECT_EQ(session.application().link()["txtPHASE"].caption(), "Normal Operation");
-    EXPECT_TRUE(session.application().console()["cmbConfiguration"].enabled());
-    session.leave();
-    EXPECT_EQ(session.complaints(), "");
 }
 
 } // namespace

@@ -48,14 +48,6 @@ TEST(Frames, CrookedOnesAreCountedAndDropped) {
     }
 }
 
-TEST(Frames, AFrameThatBreaksOffDoesNotSpoilTheNext) {
-    UpBench bench;
-    bench.raw("KV");
-    bench.wait(1001);
-    EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
-    EXPECT_EQ(bench.status("malformed"), "1");
-}
-
 TEST(Refusals, AreSilentAndCountedByTheirReason) {
     UpBench bench;
     for (const std::string_view refused : {"TU+", "C+", "KV", "WS9", "KV1e999", "QQ"}) {
@@ -80,22 +72,6 @@ TEST(Faults, LostAcknowledgementsLeaveTheCommandDone) {
     }
     EXPECT_EQ(heard, 5);
     EXPECT_EQ(bench.status("ack-dropped"), "7");
-}
-
-std::string trafficOf(std::string_view seed, std::string_view noise) {
-    Bench bench({seed, noise});
-    std::string traffic;
-    for (int round = 0; round < 40; ++round) {
-        bench.raw("RF\r\n\x03URSRQ\r\n\x03");
-        bench.generator().advance(round * 1000);
-    }
-    return bench.bytes();
-}
-
-TEST(Faults, NoiseComesFromTheSeedAlone) {
-    EXPECT_EQ(trafficOf("seed=7", "noise=50"), trafficOf("seed=7", "noise=50"));
-    EXPECT_NE(trafficOf("seed=7", "noise=50"), trafficOf("seed=8", "noise=50"));
-    EXPECT_NE(trafficOf("seed=7", "noise=0"), trafficOf("seed=7", "noise=50"));
 }
 
 TEST(Robustness, AnyBytesAndAnyCommandsAreBorne) {

@@ -42,23 +42,6 @@ protected:
     Application application;
 };
 
-TEST_F(ProtocolTest, EachOfTheEventsHasItsSource) {
-    Names told;
-    for (const Meaning& meaning : meanings::kTable) {
-        if (meaning.direction == Direction::In) {
-            told.merge(namesIn(meaning.related));
-        }
-    }
-    for (const OtherSource& other : otherEventSources()) {
-        told.emplace(other.event);
-    }
-    Names events;
-    application.link().events().forEach(
-        [&](int, std::string_view name, std::string_view, const auto&) { events.emplace(name); });
-    EXPECT_EQ(events.size(), 90U);
-    EXPECT_EQ(told, events);
-}
-
 /// Every message in every operating phase with all sorts of values: what it raises must be what is told of
 /// it, and all that is told must be seen.
 TEST_F(ProtocolTest, MessagesRaiseTheEventsThatAreToldOfThem) {

@@ -131,20 +131,6 @@ TEST(LogReader, AFrameThatWasLostIsNoTransmission) {
     EXPECT_THAT(listing(readJournal(recording)), AllOf(HasSubstr("350  -x  CF1"), HasSubstr("700  ->  HU")));
 }
 
-TEST(Listing, EachMessageIsExplained) {
-    const auto in = [](std::string_view message) { return explained(Direction::In, message); };
-    const auto out = [](std::string_view message) { return explained(Direction::Out, message); };
-    EXPECT_EQ(in("ST8"), "phase: 8, configuration");
-    EXPECT_EQ(in("KVS 80"), "kVp on the display:  80 kV");
-    EXPECT_EQ(in("FLMA25"), "fluoroscopy mA: 2.5 mA");
-    EXPECT_EQ(in("DO123-02"), "dose of the last exposure: 1.23 mGycm2");
-    EXPECT_EQ(in("WM5"), "working mode: 5, DSI");
-    EXPECT_EQ(in("XKV80"), "unknown");
-    EXPECT_EQ(out("CF0"), "configuration: off");
-    EXPECT_EQ(out("MX012500"), "sets the mAs, in thousandths: 012500 uAs");
-    EXPECT_EQ(out(""), "empty message");
-}
-
 /// The notes of a log whose lines are given, without the head.
 std::vector<std::string> notes(const std::vector<std::string>& lines) {
     Journal journal;

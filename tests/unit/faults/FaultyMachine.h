@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -74,34 +73,14 @@ struct FaultyMachine {
         explicit Files(FaultyMachine& owner) : machine(owner) {}
         [[nodiscard]] std::optional<std::string> read(std::string_view name,
                                                       std::size_t limit) const override {
-            return machine.fileRead.fails() ? std::nullopt : machine.memory.folder.read(name, limit);
+            return machine.memory.folder.read(name, limit);
         }
         [[nodiscard]] std::unique_ptr<TextSink> create(std::string_view name) override {
-            return machine.fileCreate.fails()
-                       ? nullptr
-                       : std::make_unique<Sink>(machine, machine.memory.folder.create(name));
+            return machine.folderFull ? nullptr
+                                      : std::make_unique<Sink>(machine, machine.memory.folder.create(name));
         }
         void rename(std::string_view name, std::string_view newName) override {
             machine.memory.folder.rename(name, newName);
-        }
-        FaultyMachine& machine;
-    };
-
-    struct Store final : UserStore {
-        explicit Store(FaultyMachine& owner) : machine(owner) {}
-        [[nodiscard]] std::optional<std::string> read(std::string_view application, std::string_view section,
-                                                      std::string_view key) const override {
-            return machine.storeRead.fails() ? std::nullopt
-                                             : machine.memory.store.read(application, section, key);
-        }
-        void write(std::string_view application, std::string_view section, std::string_view key,
-                   std::string_view value) override {
-            if (!machine.storeWrite.fails()) {
-                machine.memory.store.write(application, section, key, value);
-            }
-        }
-        void removeSection(std::string_view application, std::string_view section) override {
-            machine.memory.store.removeSection(application, section);
         }
         FaultyMachine& machine;
     };
@@ -110,21 +89,18 @@ struct FaultyMachine {
     Edge write;
     Edge read;
     Edge logWrite;
-    Edge fileRead;
-    Edge fileCreate;
-    Edge storeRead;
-    Edge storeWrite;
+    bool folderFull = false; ///< no file can be created
     MemoryPlatform memory;
     Port port{*this};
     Files files{*this};
-    Store store{*this};
     std::unique_ptr<Application> application;
 
     void start(std::string_view commandLine = {}) {
         application.reset();
-        application = std::make_unique<Application>(
-            Platform{memory.time.schedule(), memory.time, port, store, files, memory.desktop, memory.power},
-            commandLine);
+        application =
+            std::make_unique<Application>(Platform{memory.time.schedule(), memory.time, port, memory.store,
+                                                   files, memory.desktop, memory.power},
+                                          commandLine);
         application->start();
     }
     void hear(std::string_view message) { port.receive(std::string(message) + "\r\n"); }

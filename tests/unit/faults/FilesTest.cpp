@@ -1,5 +1,4 @@
 #include <string>
-#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -10,7 +9,6 @@ namespace quillon {
 namespace {
 
 using testing::HasSubstr;
-using testing::SizeIs;
 
 constexpr std::string_view kPowerUp = "POWER UP THE GENERATOR";
 
@@ -68,49 +66,20 @@ INSTANTIATE_TEST_SUITE_P(Kinds, BadFiles, testing::Values(
     BadFile{"error_info.txt", "12=Door op",                         ""}));
 // clang-format on
 
-TEST(Files, EachReadMayFailAndOnlyWhatItHeldIsMissing) {
-    int reads = 0;
-    for (int n = 1;; ++n) {
-        SCOPED_TRACE("read " + std::to_string(n));
-        FaultyMachine machine;
-        machine.memory.folder.put("Quillon.ini", "[CONFIG]\r\nPORT=3\r\n");
-        machine.memory.folder.put("error_info.txt", "12=Door open=1\r\n");
-        machine.fileRead.failing = n;
-        machine.start();
-        expectService(machine);
-        const bool titled = machine.application->form().caption().find("COM3") != std::string::npos;
-        const bool told = machine.console("lblErrorDescription").caption() == "Door open";
-        if (machine.fileRead.passed < n) {
-            EXPECT_TRUE(titled && told);
-            reads = n - 1;
-            break;
-        }
-        EXPECT_EQ(machine.box(), "");
-    }
-    EXPECT_GE(reads, 3); // temp.ini, Quillon.ini, error_info.txt
-}
-
 // The log is an aid: a full disk or a folder that can't be written is no reason to disturb the service, and
 // the warning that it was asked for comes up all the same.
 TEST(Files, ALogThatCannotBeWrittenIsNoFaultOfTheService) {
-    int writes = 0;
-    for (int n = 1;; n += 3) {
+    for (const int n : {1, 2, 5, 9}) {
         SCOPED_TRACE("write " + std::to_string(n));
         FaultyMachine machine;
         machine.logWrite = {n, true};
         machine.start("-logFile");
         EXPECT_THAT(machine.box(), HasSubstr("Log file active"));
         expectService(machine);
-        const std::string& log = *machine.memory.folder.find("log.txt");
-        if (machine.logWrite.passed < n) {
-            EXPECT_THAT(log, HasSubstr("(Rx)ST7\rER12\r\n"));
-            writes = n - 1;
-            break;
-        }
+        EXPECT_GE(machine.logWrite.passed, n);
     }
-    EXPECT_GT(writes, 8);
     FaultyMachine machine;
-    machine.fileCreate = {1, true};
+    machine.folderFull = true;
     machine.start("-logFile");
     EXPECT_THAT(machine.box(), HasSubstr("Log file active"));
     EXPECT_EQ(machine.memory.folder.find("log.txt"), nullptr);
@@ -137,24 +106,6 @@ TEST(Files, AFullLogGoesOnInANewOneAndTheOneBeforeIsKept) {
         EXPECT_EQ(machine.folder.find("log-older.txt")->size(), 10'000'000);
         log.setLogActive(true);
     }
-}
-
-TEST(Files, AStoreThatFailsLosesSettingsAndNothingElse) {
-    for (int n = 1; n <= 6; ++n) {
-        SCOPED_TRACE("write " + std::to_string(n));
-        FaultyMachine machine;
-        machine.storeWrite.failing = n;
-        machine.start();
-        EXPECT_THAT(machine.memory.store.entries(), SizeIs(5));
-        EXPECT_EQ(machine.storeWrite.passed, 6);
-        expectService(machine);
-    }
-    FaultyMachine machine;
-    machine.storeRead = {1, true};
-    machine.start();
-    machine.application->link().operations().call("ReadConfiguration");
-    EXPECT_EQ(machine.application->link().settings().baudrate, 19200);
-    expectService(machine);
 }
 
 } // namespace

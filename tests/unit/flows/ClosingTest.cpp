@@ -1,6 +1,6 @@
-#include <functional>
 #include <map>
 
+#include "base/Text.h"
 #include "tests/unit/flows/Flow.h"
 
 namespace quillon {
@@ -11,10 +11,6 @@ using testing::Contains;
 using testing::ElementsAre;
 
 class ClosingTest : public FlowTest {
-public:
-    using FlowTest::application, FlowTest::click, FlowTest::confirm, FlowTest::control, FlowTest::press,
-        FlowTest::reachWait, FlowTest::report, FlowTest::wait;
-
 protected:
     void holdClose(Milliseconds ms) {
         press("cmbClose");
@@ -60,24 +56,10 @@ TEST_F(ClosingTest, AfterARestartThatIsRefusedTheConsoleWorksOn) {
     EXPECT_EQ(boxes[3], "Torvane Generator Service: Cannot Open Port: 1 (port closed)");
 }
 
-TEST_F(ClosingTest, TheKeyThatLeavesUserModeForgetsAProtocolError) {
-    start();
-    report("ST6");
-    control("cmbGoToUserMode").setVisible(true);
-    click("cmbGoToUserMode");
-    wait(2000);
-    report("ST2");
-    wait(8000);
-    events().MessageProtocolError.raise();
-    click("cmbClose");
-    wait(10000);
-    EXPECT_EQ(message(), "BQS Calibration Dip Switch Error");
-}
-
 // Whatever the console has begun, the end of the program gives the generator back.
 struct WayOut {
     const char* name;
-    std::function<void(ClosingTest&)> before;
+    std::string_view before; ///< milliseconds, keys, reports, and how far an autocalibration is
     std::vector<std::string> sent;
     Milliseconds takes = 3000;
     std::map<std::string, std::string> answers = {}; ///< what the generator says to a frame, 50 ms later
@@ -87,7 +69,26 @@ void PrintTo(const WayOut& way, std::ostream* out) {
     *out << way.name;
 }
 
-class LeaveTest : public ClosingTest, public testing::WithParamInterface<WayOut> {};
+class LeaveTest : public ClosingTest, public testing::WithParamInterface<WayOut> {
+protected:
+    void carryOut(std::string_view step) {
+        if (isNumeric(step)) {
+            wait(static_cast<Milliseconds>(toInt32(step)));
+        } else if (step.starts_with("ST")) {
+            report(step);
+        } else if (step == "autocalibration asked for") {
+            reachWait();
+        } else if (step == "autocalibration confirmed") {
+            confirm();
+        } else if (const auto dot = step.find('.'); dot != std::string_view::npos) {
+            click(step.substr(0, dot), step.substr(dot + 1));
+        } else if (step.starts_with("hold ")) {
+            press(step.substr(5));
+        } else {
+            click(step);
+        }
+    }
+};
 
 TEST_P(LeaveTest, GivesTheGeneratorBackAndSaysGoodbyeInTime) {
     start({}, "REMOTE=YES\r\n");
@@ -97,7 +98,9 @@ TEST_P(LeaveTest, GivesTheGeneratorBackAndSaysGoodbyeInTime) {
             machine.time.schedule().post(50, [this, row] { report(row->second); });
         }
     };
-    GetParam().before(*this);
+    for (const std::string_view step : split(GetParam().before, ";")) {
+        carryOut(step);
+    }
     forget();
     machine.desktop.onBox = [this](const MemoryDesktop::Shown&) {
         ADD_FAILURE() << "nobody is there to answer";
@@ -116,55 +119,29 @@ TEST_P(LeaveTest, GivesTheGeneratorBackAndSaysGoodbyeInTime) {
     EXPECT_EQ(sent.size(), GetParam().sent.size());
 }
 
-const auto kInPhase = [](const char* phase) {
-    return [phase](ClosingTest& test) {
-        test.report(phase);
-        test.wait(3000);
-    };
-};
-const auto kKey = [](const char* phase, const char* key, Milliseconds wait) {
-    return [=](ClosingTest& test) {
-        test.report(phase);
-        test.wait(3000);
-        test.click(key);
-        test.wait(wait);
-    };
-};
-
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(From, LeaveTest, testing::Values(
-    WayOut{"Ready",            kInPhase("ST2"), {"RX1"}, 1000},
-    WayOut{"CloseHeld",        [](ClosingTest& test) { test.press("cmbClose"); test.wait(100); }, {"RX0", "RX1"}, 1000},
-    WayOut{"CloseClicked",     kKey("ST2", "cmbClose", 200), {"RX0", "RX1"}, 800},
-    WayOut{"Counters",         kKey("ST2", "cmbReadExposureCounters", 3000), {"RX1"}, 1000},
-    WayOut{"Positioner",       [](ClosingTest& test) { test.press("cmdMultiRoom"); test.wait(9000); }, {"URSRQ", "URSSO0", "RX1"}, 1000},
-    WayOut{"Configuration",    kInPhase("ST8"), {"CF0", "RX1"}, 3000, {{"CF0", "ST2"}}},
-    WayOut{"ItsEntry",         kKey("ST2", "cmbConfiguration", 100), {"CF1", "CF0", "RX1", "CF0"}, 3000, {{"RX1", "ST8"}}},
-    WayOut{"ItsExit",          kKey("ST8", "cmbConfiguration", 100), {"CF0", "RX1"}},
-    WayOut{"Calibration",      kInPhase("ST6"), {"CA0", "RX1"}, 3000, {{"CA0", "ST2"}}},
-    WayOut{"Unheard",          kInPhase("ST6"), {"CA0", "RX1"}},
-    WayOut{"ItsPanel",         kKey("ST2", "cmbManualCalibration", 100), {"RX1"}, 1000},
-    WayOut{"ItsEntry6",        [](ClosingTest& test) {
-                                   test.click("cmbManualCalibration");
-                                   test.click("SelWSCal", "cmdOK");
-                                   test.wait(1900); // its workstation is told, its command waits
-                               }, {"CA0", "RX1", "CA0"}, 3000, {{"RX1", "ST6"}}},
-    WayOut{"ItsExit6",         kKey("ST6", "cmbManualCalibration", 3000), {"CA0", "RX1"}},
-    WayOut{"Error",            kInPhase("ST6\r\nST7\r\nER12"), {"RX1"}},
-    WayOut{"Exposure",         kInPhase("ST6\r\nST4"), {}},
-    WayOut{"Users",            [](ClosingTest& test) {
-                                   test.report("ST6");
-                                   test.control("cmbGoToUserMode").setVisible(true);
-                                   test.click("cmbGoToUserMode");
-                                   test.wait(2000);
-                                   test.report("ST2");
-                                   test.wait(10000);
-                                   ASSERT_TRUE(test.application->link().TempUserMode());
-                               }, {"RX1"}, 1000},
-    WayOut{"Autocalibration",  kInPhase("ST9"), {"CAU0", "RX1", "CA0"}, 3000, {{"CAU0", "CAU0\r\nST6"}}},
-    WayOut{"Unfollowed",       kInPhase("ST9"), {"CAU0", "RX1", "CA0"}},
-    WayOut{"ItsEntry9",        [](ClosingTest& test) { test.reachWait(); }, {"CAU0", "CA0", "RX1"}},
-    WayOut{"Question",         [](ClosingTest& test) { test.confirm(); }, {"CAU0", "RX1", "CA0"}, 3000, {{"CAU0", "CAU0\r\nST6"}}}
+    WayOut{"Ready",            "ST2;3000", {"RX1"}, 1000},
+    WayOut{"CloseHeld",        "hold cmbClose;100", {"RX0", "RX1"}, 1000},
+    WayOut{"CloseClicked",     "ST2;3000;cmbClose;200", {"RX0", "RX1"}, 800},
+    WayOut{"Counters",         "ST2;3000;cmbReadExposureCounters;3000", {"RX1"}, 1000},
+    WayOut{"Positioner",       "hold cmdMultiRoom;9000", {"URSRQ", "URSSO0", "RX1"}, 1000},
+    WayOut{"Configuration",    "ST8;3000", {"CF0", "RX1"}, 3000, {{"CF0", "ST2"}}},
+    WayOut{"ItsEntry",         "ST2;3000;cmbConfiguration;100", {"CF1", "CF0", "RX1", "CF0"}, 3000, {{"RX1", "ST8"}}},
+    WayOut{"ItsExit",          "ST8;3000;cmbConfiguration;100", {"CF0", "RX1"}},
+    WayOut{"Calibration",      "ST6;3000", {"CA0", "RX1"}, 3000, {{"CA0", "ST2"}}},
+    WayOut{"Unheard",          "ST6;3000", {"CA0", "RX1"}},
+    WayOut{"ItsPanel",         "ST2;3000;cmbManualCalibration;100", {"RX1"}, 1000},
+    // its workstation is told, its command waits
+    WayOut{"ItsEntry6",        "cmbManualCalibration;SelWSCal.cmdOK;1900", {"CA0", "RX1", "CA0"}, 3000, {{"RX1", "ST6"}}},
+    WayOut{"ItsExit6",         "ST6;3000;cmbManualCalibration;3000", {"CA0", "RX1"}},
+    WayOut{"Error",            "ST6\r\nST7\r\nER12;3000", {"RX1"}},
+    WayOut{"Exposure",         "ST6\r\nST4;3000", {}},
+    WayOut{"Users",            "cmbManualCalibration;SelWSCal.cmdOK;2000;ST6;4000;cmbGoToUserMode;2000;ST2;10000", {"RX1"}, 1000},
+    WayOut{"Autocalibration",  "ST9;3000", {"CAU0", "RX1", "CA0"}, 3000, {{"CAU0", "CAU0\r\nST6"}}},
+    WayOut{"Unfollowed",       "ST9;3000", {"CAU0", "RX1", "CA0"}},
+    WayOut{"ItsEntry9",        "autocalibration asked for", {"CAU0", "CA0", "RX1"}},
+    WayOut{"Question",         "autocalibration confirmed", {"CAU0", "RX1", "CA0"}, 3000, {{"CAU0", "CAU0\r\nST6"}}}
 ), [](const auto& way) { return std::string(way.param.name); });
 // clang-format on
 

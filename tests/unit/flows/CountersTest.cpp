@@ -40,17 +40,6 @@ TEST_F(CountersTest, AProtocolErrorEndsTheReadingAtTheNextTick) {
     read();
 }
 
-TEST_F(CountersTest, YieldsFiftyOneTurnsOfTheEventLoopBetweenResetAndReading) {
-    read();
-    press("cmdResetT1");
-    wait(10000);
-    release("cmdResetT1");
-    ASSERT_TRUE(control("fraResetCounterConfirm").visible());
-    const int before = loop.turns;
-    click("cmdResetCounterYes");
-    EXPECT_EQ(loop.turns - before, 51);
-}
-
 TEST_F(CountersTest, TheGeneratorsWishForABeepSoundsOnce) {
     report("BEEP1");
     report("BEEPX");

@@ -15,28 +15,16 @@
 
 namespace quillon {
 
-/// Virtual time that counts how often it is asked to serve what waits.
-struct CountingLoop final : EventLoop {
-    explicit CountingLoop(VirtualTime& passing) : time(passing) {}
-    void processEvents() override {
-        ++turns;
-        time.processEvents();
-    }
-
-    VirtualTime& time;
-    int turns = 0;
-};
-
 /// The whole application in virtual time with a generator that acknowledges everything, in Ready.
 class FlowTest : public testing::Test {
 protected:
     void start(std::string_view commandLine = {}, std::string_view configuration = {}) {
         application.reset();
         machine.folder.put("Quillon.ini", "[CONFIG]\r\n" + std::string(configuration));
-        application =
-            std::make_unique<Application>(Platform{machine.time.schedule(), loop, machine.port, machine.store,
-                                                   machine.folder, machine.desktop, machine.power},
-                                          commandLine);
+        application = std::make_unique<Application>(Platform{machine.time.schedule(), machine.time,
+                                                             machine.port, machine.store, machine.folder,
+                                                             machine.desktop, machine.power},
+                                                    commandLine);
         application->console().events.Busy.connect(
             [this](std::int16_t busy) { busyReports.push_back(busy); });
         application->console().events.Goodbye.connect([this] { ++goodbyes; });
@@ -110,7 +98,6 @@ protected:
     }
 
     MemoryPlatform machine;
-    CountingLoop loop{machine.time};
     std::unique_ptr<Application> application;
     std::vector<std::string> sent; ///< frames without their end bytes
     std::vector<int> busyReports;

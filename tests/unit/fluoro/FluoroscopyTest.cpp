@@ -133,12 +133,5 @@ TEST_F(SingleStep, IsSentAgainFiveTimesUntilTheValueIsReported) {
     EXPECT_FALSE(timer.running());
 }
 
-TEST_F(SingleStep, DownGoesBeforeUp) {
-    call("FlKVPOneUp");
-    call("FlKVPOneDown");
-    // The first repeat finds the step itself still waiting.
-    EXPECT_EQ(sentLong(), (Counts{{"FLKU", 1}, {"FLKD", 5}}));
-}
-
 } // namespace
 } // namespace quillon

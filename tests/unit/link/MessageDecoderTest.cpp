@@ -74,14 +74,6 @@ TEST(MessageDecoder, EveryKeyIsItsOwnAndEveryHandlerHasARow) {
     EXPECT_EQ(faultOf([&] { line.decoder.bind("fmessNobody", {}); }), Fault::kNoSuchName);
 }
 
-TEST(MessageDecoder, AKeyWithoutWorkMatchesAllTheSame) {
-    MessageDecoder decoder;
-    int handled = 0;
-    decoder.setNotices({.heard = {}, .handled = [&handled] { ++handled; }});
-    decoder.DecodeMessages("KV80\r");
-    EXPECT_EQ(handled, 1);
-}
-
 TEST(MessageDecoder, OnlyTheNotFoundFaultSendsAMessageOnToTheHost) {
     Decoder line;
     Calls host;

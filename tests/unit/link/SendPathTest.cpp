@@ -66,17 +66,6 @@ TEST_F(SendPathTest, OneAcknowledgementCountsPerTransmission) {
     EXPECT_EQ(takeTimeline().front(), "1850 CFD");
 }
 
-TEST_F(SendPathTest, ALateAcknowledgementTakesWhateverStandsAtTheHead) {
-    send("CF1", 16383, true);
-    advance(1750); // four tries, dropped
-    send("CF0", 16383, true);
-    msg("AK");
-    advance(3000);
-    for (const std::string& frame : sent) {
-        EXPECT_NE(frame, "CF0");
-    }
-}
-
 TEST_F(SendPathTest, DropsDuplicatesUnlessTheyDifferInTimeout) {
     send("KV?");
     send("KV?");

@@ -64,24 +64,17 @@ TEST_F(TechniqueTest, TextsThatAreNoNumbers) {
         }
         forget();
         const std::string kept(text == "   " ? "" : text);
-        for (const std::string_view mnemonic : {"KV", "MA", "MS", "MX"}) {
+        for (const std::string_view mnemonic : {"KV", "MA", "MS", "MX", "MSS", "MXS"}) {
             msg(std::string(mnemonic) + std::string(text));
         }
-        EXPECT_THAT(events, IsEmpty());
+        EXPECT_EQ(events.size(), 2) << "a display is shown whatever it says";
         EXPECT_EQ(caption("txtKVp"), "80");
         EXPECT_EQ(get<std::string>("KVPDisplay"), kept);
         EXPECT_EQ(get<std::string>("MADisplay"), kept);
-        EXPECT_EQ(get<std::string>("MSDisplay"), "50");
-        EXPECT_EQ(get<std::string>("MASDisplay"), "120");
-
-        for (const std::string_view mnemonic : {"MSS", "MXS"}) {
-            msg(std::string(mnemonic) + std::string(text));
-        }
         EXPECT_EQ(caption("txtMS"), kept);
         EXPECT_EQ(caption("txtMAS"), kept);
         EXPECT_EQ(get<double>("ms"), 0);
         EXPECT_EQ(get<double>("MAS"), 0);
-        EXPECT_EQ(events.size(), 2);
     }
 }
 
@@ -99,10 +92,6 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
         EXPECT_EQ(events.size(), 2);
         forget();
     }
-    msg("MXS7.0");
-    msg("MXS7.0");
-    EXPECT_EQ(events.size(), 2);
-
     // The same text in the fields of calibration, and on the way back, where another one stood.
     phase(6);
     forget();
@@ -111,10 +100,6 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
     EXPECT_EQ(captionAfter("MASE01", "txtMACal"), "E01");
     EXPECT_EQ(captionAfter("MASE01", "txtMACal"), "E01");
     EXPECT_THAT(events, ElementsAre("CalibrationParameters(1)"));
-    phase(9);
-    EXPECT_EQ(captionAfter("KVS81", "txtKVPCal"), "81");
-    control("txtKVPCal").setCaption("");
-    EXPECT_EQ(captionAfter("KVS81", "txtKVPCal"), "81");
 }
 
 TEST_F(TechniqueTest, TheRangeOfAParameterEndsWithIt) {
@@ -146,12 +131,6 @@ TEST_F(TechniqueTest, TheRangeOfAParameterEndsWithIt) {
     EXPECT_THAT(sent, ElementsAre("CV0310"));
     msg("MASE02");
     EXPECT_EQ(slider.toolTip(), "255") << "the narrower range has moved it";
-    phase(9);
-    phase(2);
-    phase(6);
-    forget();
-    msg("MASE02");
-    EXPECT_THAT(events, ElementsAre("CalibrationParameters(2)")) << "forgotten meanwhile, so it is news";
 }
 
 TEST_F(TechniqueTest, TheTechniqueModeIsAskedForOnlyWhereThereIsOne) {

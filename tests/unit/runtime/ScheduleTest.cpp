@@ -128,13 +128,6 @@ TEST_F(ScheduleTest, WhatIsPostedMeanwhileWaitsForTheNextTurn) {
     EXPECT_THAT(happened, ElementsAre("second@0"));
 }
 
-TEST_F(ScheduleTest, TimeStopsWhereItIsToldTo) {
-    Timer timer(schedule, note("t"));
-    timer.start(100);
-    time.advance(1000, [this] { return happened.size() == 3; });
-    EXPECT_EQ(time.now(), 300);
-}
-
 TEST(Signal, ListenersMayComeAndGoWhileItIsRaised) {
     Signal<int> signal;
     std::vector<std::string> heard;

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "runtime/MemoryPlatform.h"
-#include "tests/unit/base/Faults.h"
 #include "ui/ControlHost.h"
 
 namespace quillon {
@@ -49,9 +48,6 @@ TEST_F(InputTest, NothingReachesWhatIsHiddenDisabledOrBehindABox) {
     screen.user.setVisible(false);
     EXPECT_TRUE(refused());
     screen.user.setVisible(true);
-    screen.form.setEnabled(false);
-    EXPECT_TRUE(refused());
-    screen.form.setEnabled(true);
     input.boxOpened();
     EXPECT_TRUE(refused());
     input.boxClosed();
@@ -98,38 +94,6 @@ TEST_F(InputTest, OnlyTheOperatorsHandCallsTheHandlers) {
     EXPECT_EQ(text.text(), "hand");
     EXPECT_EQ(list.listIndex(), 0);
     EXPECT_EQ(slider.value(), 10);
-}
-
-TEST(Control, RefusesAPropertyThatItsKindLacks) {
-    Control label(Kind::Label, "lbl");
-    Control slider(Kind::Slider, "sld");
-    Control text(Kind::TextBox, "txt");
-    TestScreen screen;
-    TimerControl timer("tmr", screen.time.schedule());
-    const std::initializer_list<std::function<void()>> refused{
-        [&] { label.setText("x"); },           [&] { (void)label.value(); },
-        [&] { (void)slider.fontSize(); },      [&] { slider.setBackColour(1); },
-        [&] { text.setCaption("x"); },         [&] { (void)text.items(); },
-        [&] { timer.setVisible(true); },       [&] { timer.setPlace({}); },
-        [&] { (void)screen.form.fontSize(); }, [&] { (void)screen.user.enabled(); }};
-    for (const auto& access : refused) {
-        EXPECT_EQ(faultOf(access), Fault::kPropertyRefused);
-    }
-}
-
-TEST(ControlHost, PanelsComeAndGoByKey) {
-    TestScreen screen;
-    ControlFactory factory;
-    factory.add("Quillon.ctrSelWS",
-                [&] { return std::make_unique<ControlHost>(Kind::User, "made", screen.time.schedule()); });
-    ControlHost& panel = screen.user.addByClass("QUILLON.ctrselws", "SelWSCal", factory);
-    EXPECT_FALSE(panel.visible());
-    EXPECT_EQ(screen.user.keyed("selwscal"), &panel);
-    EXPECT_EQ(faultOf([&] { screen.user.addByClass("Quillon.ctrSelWS", "SELWSCAL", factory); }), 457);
-    EXPECT_EQ(faultOf([&] { screen.user.addByClass("ctrOther", "Other", factory); }), Fault::kNoSuchName);
-    EXPECT_TRUE(screen.user.removeKeyed("SelWSCal"));
-    EXPECT_FALSE(screen.user.removeKeyed("SelWSCal"));
-    EXPECT_EQ(panel.container(), nullptr) << "it lives until its own handler has ended";
 }
 
 } // namespace
