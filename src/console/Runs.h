@@ -56,6 +56,7 @@ enum class Answer : std::uint8_t {
 struct RunRow {
     Run run;
     std::string_view name;
+    bool waits; ///< for the generator
     std::array<std::string_view, 3> timers;
     std::array<std::string_view, 3> panels;
     std::array<Answer, kWays> answers;

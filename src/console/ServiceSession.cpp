@@ -69,6 +69,15 @@ bool ServiceSession::isFree() const {
     return idle() || is(Run::ChoosingWorkstation) || is(Run::ChoosingAutocalibration);
 }
 
+void ServiceSession::setRun(Run run) {
+    run_ = run;
+    changed.raise();
+}
+
+bool ServiceSession::waits() const {
+    return rowOf(run_).waits && lastPhase_ != Phase::ConfirmDismiss;
+}
+
 void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
@@ -80,30 +89,31 @@ void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     if (before.undo) {
         before.undo();
     }
-    run_ = run;
     hooks_ = std::move(hooks);
+    began.raise();
+    setRun(run);
     at(moment);
 }
 
 void ServiceSession::turn(Run run, Moment moment, RunHooks hooks) {
     patience_.stop();
     patienceOver_ = false;
-    run_ = run;
     hooks_ = std::move(hooks);
+    setRun(run);
     at(moment);
 }
 
 void ServiceSession::end(Moment moment) {
     hooks_ = {};
     stopParts();
-    run_ = Run::None;
+    setRun(Run::None);
     at(moment);
 }
 
 void ServiceSession::breakOff(Moment moment) {
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
-    run_ = Run::None;
+    setRun(Run::None);
     at(moment);
     if (before.undo) {
         before.undo();
@@ -123,7 +133,7 @@ void ServiceSession::cancelLending() {
         become(Run::LeavingCalibration);
     } else {
         hooks_ = {};
-        run_ = Run::None;
+        setRun(Run::None);
     }
 }
 
@@ -133,7 +143,7 @@ void ServiceSession::drop() {
     for (const WaitRow& wait : waitRows()) {
         context_.console.timer(wait.timer).stop();
     }
-    run_ = Run::None;
+    setRun(Run::None);
 }
 
 /// The one place where the belongings of a run go.
@@ -300,6 +310,7 @@ void ServiceSession::settled(Phase phase) {
             at(Moment::PatienceIsOver);
         }
     }
+    changed.raise();
 }
 
 void ServiceSession::lost() {

@@ -55,6 +55,8 @@ public:
     [[nodiscard]] Run run() const { return run_; }
     [[nodiscard]] bool is(Run run) const { return run_ == run; }
     [[nodiscard]] bool idle() const { return run_ == Run::None; }
+    /// It waits for the generator, and not for the operator.
+    [[nodiscard]] bool waits() const;
     /// A mode can be entered: normal operation, and no exposure.
     [[nodiscard]] bool canEnter() const { return mode_ == Phase::NormalOperation && !isExposure(lastPhase_); }
     /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a
@@ -71,7 +73,7 @@ public:
     /// The run's own end.
     void end(Moment moment);
     /// The run is known by another name from now on, and nothing else changes.
-    void become(Run run) { run_ = run; }
+    void become(Run run) { setRun(run); }
     /// Ends the run before its own end.
     void breakOff(Moment moment = Moment::BrokenOff);
     /// The refresh ends the way to the users, and with it the wait that would have ended it.
@@ -98,6 +100,9 @@ public:
     void openScreen(std::function<void()> close);
     void closeScreen();
 
+    Signal<> began;   ///< another run, in the place of what ran before
+    Signal<> changed; ///< what is done, or the phase
+
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
     /// X-rays are allowed again, at once or with the next report of a phase in which the generator can be
@@ -114,6 +119,7 @@ public:
     void openLine();
 
 private:
+    void setRun(Run run);
     void stopParts();
     void give(Keys keys);
     void take(Keys keys);

@@ -14,6 +14,7 @@
 #include "console/ExposureCounters.h"
 #include "console/Glance.h"
 #include "console/OrlaPositioner.h"
+#include "console/PendingKeys.h"
 #include "console/PhaseReactions.h"
 #include "console/RemotePositioner.h"
 #include "console/ServiceSession.h"
@@ -96,6 +97,7 @@ struct ctrQuillonConsole::Parts {
     ErrorReactions errors;
     RemotePositioner remotePositioner;
     OrlaPositioner orlaPositioner;
+    PendingKeys pending;
     // These hear of a phase behind the reactions to it.
     Departure departure;
     Glance glance;
@@ -132,8 +134,8 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       userMode(context, session, calibration),
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
-      remotePositioner(context, session), orlaPositioner(context, session), departure(context, session),
-      glance(context, session) {
+      remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
+      departure(context, session), glance(context, session) {
     initialize();
     addProperties();
 }
@@ -295,7 +297,7 @@ const ServiceSession& ctrQuillonConsole::session() const {
 }
 
 Signs ctrQuillonConsole::signs() {
-    return {parts_->glance};
+    return {parts_->glance, parts_->pending};
 }
 
 const Operations& ctrQuillonConsole::operations() const {

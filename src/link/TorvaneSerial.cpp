@@ -349,6 +349,10 @@ void TorvaneSerialV3_07_QLC1::Flush() {
     parts_->send.Flush();
 }
 
+void TorvaneSerialV3_07_QLC1::setSendNotices(SendPath::Notices notices) {
+    parts_->send.setNotices(std::move(notices));
+}
+
 void TorvaneSerialV3_07_QLC1::AddParentMessage(std::string_view message, std::string_view method,
                                                const Operations& object) {
     parts_->decoder.AddParentMessage(object, method, message);

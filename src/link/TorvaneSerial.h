@@ -6,6 +6,7 @@
 
 #include "link/LinkEvents.h"
 #include "link/LinkSettings.h"
+#include "link/SendPath.h"
 #include "model/ErrorTable.h"
 #include "model/GeneratorState.h"
 #include "runtime/Operations.h"
@@ -90,6 +91,8 @@ public:
     /// Queues a message under a mask of phases.
     void SendMessage(std::string_view message, std::int16_t Phase, bool WithACK = false);
     void Flush();
+    /// Tells what becomes of each message that is queued.
+    void setSendNotices(SendPath::Notices notices);
     /// Routes an inbound mnemonic that the own table does not take to an operation of the host.
     void AddParentMessage(std::string_view message, std::string_view method, const Operations& object);
 

@@ -9,6 +9,7 @@
 #include <QWindow>
 
 #include "console/Glance.h"
+#include "console/PendingKeys.h"
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
 
@@ -53,9 +54,19 @@ Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, s
     views_.emplace(&form, window_.get());
     window_->windowHandle()->installEventFilter(router_.get());
     markAll(form);
+    if (signs_) {
+        pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
+            if (ControlView* shown = view(*key)) {
+                shown->update();
+            }
+        });
+    }
 }
 
 Screen::~Screen() {
+    if (signs_) {
+        signs_->pending.changed.disconnect(pendingChanged_);
+    }
     window_->windowHandle()->removeEventFilter(router_.get());
 }
 

@@ -11,6 +11,7 @@
 #include "console/Signs.h"
 #include "qt/FormWindow.h"
 #include "qt/GlanceView.h"
+#include "runtime/Signal.h"
 #include "ui/ControlHost.h"
 #include "ui/Input.h"
 
@@ -63,6 +64,7 @@ private:
     std::unordered_map<const Control*, ControlView*> views_;
     std::unordered_set<Control*> changed_;
     std::unordered_set<Control*> reordered_;
+    Signal<const Control*>::Connection pendingChanged_ = 0;
     bool posted_ = false;
 };
 

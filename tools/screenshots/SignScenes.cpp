@@ -31,6 +31,25 @@ void restTubeTooHot(Stage& stage) {
     atRest(stage, "HE97 ST10");
 }
 
+// ---- sent, not confirmed
+
+void pendingConfiguration(Stage& stage) {
+    configuration(stage);
+    stage.fallSilent();
+    for (const std::string_view key : {"link.cmbWS(3)", "link.cmbConfTubeUp", "link.cmbAECFieldLeft(1)"}) {
+        stage.click(key);
+    }
+    stage.wait(500);
+}
+
+void pendingCalibration(Stage& stage) {
+    calibrationStation(stage);
+    stage.fallSilent();
+    stage.press("link.cmbMACalUp");
+    stage.click("link.cmbKVPCalUp");
+    stage.wait(200);
+}
+
 // clang-format off
 constexpr std::array kScenes{
     Scene{"rest-warnings",          &restWarnings},
@@ -38,6 +57,8 @@ constexpr std::array kScenes{
     Scene{"rest-preparation",       &restPreparation},
     Scene{"rest-exposure",          &restExposure},
     Scene{"rest-tube-too-hot",      &restTubeTooHot},
+    Scene{"pending-configuration",  &pendingConfiguration},
+    Scene{"pending-calibration",    &pendingCalibration},
 };
 // clang-format on
 

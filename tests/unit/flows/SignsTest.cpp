@@ -1,4 +1,6 @@
 #include "console/Glance.h"
+#include "console/PendingKeys.h"
+#include "console/ServiceSession.h"
 #include "tests/unit/flows/Flow.h"
 
 namespace quillon {
@@ -45,6 +47,70 @@ TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
     }
     EXPECT_THAT(codes, ElementsAre(0, 12, 12, 12));
     EXPECT_EQ(signs().glance.errors()[0].words, "EXPOSURE ABORTED BY BACK-UP TIMER");
+}
+
+// What a key sent is confirmed, or not, at the named time; a second later the key waits no more.
+TEST_F(SignsTest, AKeyWaitsUntilWhatItSentIsAnsweredGivenUpOrThrownAway) {
+    report("ST8");
+    wait(1000);
+    machine.port.onWritten = [](std::string_view) {};
+    Control& key = application->link()["cmbDfltConfig"];
+    Control& other = application->link().at("cmbConfTubeUp");
+    int changes = 0;
+    signs().pending.changed.connect([&](const Control* changed) { changes += changed == &key ? 1 : 0; });
+    const struct {
+        const char* why;
+        std::function<void()> ends;
+        Milliseconds after;
+    } rows[] = {
+        {"acknowledged", [this] { report("AK"); }, 600},
+        {"given up", [] {}, 1750}, // four times, and one time-out more
+        {"thrown away",
+         [this] {
+             application->link().operations().call(
+                 "SendMessage", std::array{Value{std::string("x")}, Value{std::int16_t{16383}}, Value{false},
+                                           Value{std::int16_t{350}}, Value{true}});
+         },
+         600},
+        {"the port is closed", [this] { application->link().setPortOpen(false); }, 600},
+    };
+    for (const auto& row : rows) {
+        application->link().setPortOpen(true);
+        changes = 0;
+        ASSERT_TRUE(application->input().click(key)) << row.why;
+        EXPECT_TRUE(signs().pending.waits(key)) << row.why;
+        EXPECT_FALSE(signs().pending.waits(other)) << row.why;
+        wait(row.after - 1);
+        EXPECT_TRUE(signs().pending.waits(key)) << row.why;
+        row.ends();
+        wait(1);
+        EXPECT_FALSE(signs().pending.waits(key)) << row.why;
+        EXPECT_EQ(changes, 2) << row.why;
+    }
+}
+
+TEST_F(SignsTest, AModesKeyWaitsAsLongAsItsRunWaitsForTheGenerator) {
+    const auto waits = [this](std::string_view name) { return signs().pending.waits(control(name)); };
+    click("cmbManualCalibration");
+    EXPECT_FALSE(waits("cmbManualCalibration")) << "it is the operator's turn";
+    click("SelWSCal", "cmdOK");
+    EXPECT_TRUE(waits("cmbManualCalibration"));
+    wait(3000);
+    report("ST6");
+    wait(1000);
+    EXPECT_TRUE(waits("cmbManualCalibration"));
+    wait(1000);
+    EXPECT_FALSE(waits("cmbManualCalibration"));
+    click("cmbClose");
+    wait(3000); // what its press sends is confirmed
+    EXPECT_TRUE(waits("cmbClose"));
+    report("ST1");
+    EXPECT_FALSE(waits("cmbClose"));
+    // What comes by itself is nobody's.
+    report("ST6");
+    report("ST9");
+    ASSERT_TRUE(application->console().session().is(Run::HandingOver));
+    EXPECT_FALSE(waits("cmbClose"));
 }
 
 } // namespace
