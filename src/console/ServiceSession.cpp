@@ -74,6 +74,20 @@ void ServiceSession::setRun(Run run) {
     changed.raise();
 }
 
+void ServiceSession::setMode(Phase mode) {
+    if (mode == Phase::Autocalibration && mode_ != mode) {
+        exposures_ = 0;
+    }
+    mode_ = mode;
+}
+
+Count ServiceSession::count() const {
+    if (hooks_.count) {
+        return hooks_.count();
+    }
+    return {mode_ == Phase::Autocalibration ? exposures_ : 0, 0};
+}
+
 bool ServiceSession::waits() const {
     return rowOf(run_).waits && lastPhase_ != Phase::ConfirmDismiss;
 }
@@ -228,6 +242,7 @@ void ServiceSession::at(Moment moment) {
         busy_ = false;
         context_.events.Busy.raise(0);
     }
+    changed.raise();
 }
 
 void ServiceSession::waitPatiently() {
@@ -274,6 +289,9 @@ void ServiceSession::answer(Way way) {
 void ServiceSession::reported(Phase phase) {
     lost_ = false;
     poweringUp_ = phase == Phase::Initialization;
+    if (phase == Phase::RadExposure) {
+        ++exposures_;
+    }
     loan_.reported(phase);
     for (const WaitRow& wait : waitRows()) {
         if (wait.endedBy.has(phase) && !(wait.notWhileLent && lent())) {

@@ -26,10 +26,18 @@ private:
     bool returning_ = false;
 };
 
+/// So many of so many.
+struct Count {
+    int done = 0;
+    int of = 0; ///< 0 where that is not known
+    bool operator==(const Count&) const = default;
+};
+
 /// What a run has to say when it does not reach its own end.
 struct RunHooks {
     std::function<void()> undo = {};    ///< it does not reach its own end: what is its own on the screen goes
     std::function<bool(Way)> ends = {}; ///< its word where the matrix asks for it
+    std::function<Count()> count = {};  ///< how far it is
     std::function<void()> givenUp = {}; ///< the operator has waited for a minute and pressed cmbClose
 };
 
@@ -42,7 +50,9 @@ public:
     // Where the generator stands.
     /// The last of 2, 6, 8 and 9 that was reported.
     [[nodiscard]] Phase mode() const { return mode_; }
-    void setMode(Phase mode) { mode_ = mode; }
+    void setMode(Phase mode);
+    /// How far the run is; in autocalibration, of which nobody knows the length, the exposures made.
+    [[nodiscard]] Count count() const;
     /// The last report; 1 after a loss and at the start.
     [[nodiscard]] Phase lastPhase() const { return lastPhase_; }
     void setLastPhase(Phase phase) { lastPhase_ = phase; }
@@ -101,7 +111,7 @@ public:
     void closeScreen();
 
     Signal<> began;   ///< another run, in the place of what ran before
-    Signal<> changed; ///< what is done, or the phase
+    Signal<> changed; ///< what is done, or the phase, or what one of its moments gave
 
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
@@ -145,6 +155,7 @@ private:
     bool pollHeld_ = false;
     bool busy_ = false;
     bool xRaysOwed_ = false;
+    int exposures_ = 0; ///< since autocalibration was entered
 };
 
 } // namespace quillon

@@ -19,9 +19,11 @@
 #include "console/RemotePositioner.h"
 #include "console/ServiceSession.h"
 #include "console/StartOfService.h"
+#include "console/StatusLine.h"
 #include "console/UserMode.h"
 #include "console/layout/ConsoleControls.h"
 #include "console/panels/ConsolePanels.h"
+#include "link/LinkSilence.h"
 #include "ui/ScalingLayout.h"
 
 namespace quillon {
@@ -101,6 +103,7 @@ struct ctrQuillonConsole::Parts {
     // These hear of a phase behind the reactions to it.
     Departure departure;
     Glance glance;
+    StatusLine status;
 };
 
 namespace {
@@ -135,9 +138,11 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
       remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
-      departure(context, session), glance(context, session) {
+      departure(context, session), glance(context, session), status(context, session) {
     initialize();
     addProperties();
+    console.setReportAge(&link.silence().age);
+    link.silence().changed.connect([this] { console.showAge(); });
 }
 
 void ctrQuillonConsole::Parts::initialize() {
@@ -297,7 +302,7 @@ const ServiceSession& ctrQuillonConsole::session() const {
 }
 
 Signs ctrQuillonConsole::signs() {
-    return {parts_->glance, parts_->pending};
+    return {parts_->glance, parts_->pending, parts_->status};
 }
 
 const Operations& ctrQuillonConsole::operations() const {

@@ -17,6 +17,7 @@ namespace quillon {
 
 class Commands;
 class ErrorsAndWarnings;
+class LinkSilence;
 class Service;
 class StatusPoll;
 class Technique;
@@ -60,6 +61,8 @@ public:
     [[nodiscard]] Technique& technique();
     /// Errors, warnings and their reset.
     [[nodiscard]] ErrorsAndWarnings& errors();
+    /// Whether it answers.
+    [[nodiscard]] LinkSilence& silence();
     /// The requests for phase and heat.
     [[nodiscard]] StatusPoll& poll();
 

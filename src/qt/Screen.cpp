@@ -12,6 +12,7 @@
 #include "console/PendingKeys.h"
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
+#include "qt/SignStrip.h"
 
 namespace quillon {
 
@@ -55,17 +56,25 @@ Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, s
     window_->windowHandle()->installEventFilter(router_.get());
     markAll(form);
     if (signs_) {
-        pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
-            if (ControlView* shown = view(*key)) {
-                shown->update();
-            }
-        });
+        connectSigns();
     }
+}
+
+void Screen::connectSigns() {
+    strip_ = std::make_unique<SignStrip>(form_, signs_->status, window_.get());
+    strip_->onSecond = [this] { post(); };
+    pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
+        if (ControlView* shown = view(*key)) {
+            shown->update();
+        }
+    });
+    statusChanged_ = signs_->status.changed.connect([this] { post(); });
 }
 
 Screen::~Screen() {
     if (signs_) {
         signs_->pending.changed.disconnect(pendingChanged_);
+        signs_->status.changed.disconnect(statusChanged_);
     }
     window_->windowHandle()->removeEventFilter(router_.get());
 }
@@ -108,6 +117,10 @@ void Screen::mark(Control& control) {
     if (!control.stack().empty()) {
         reordered_.insert(&control);
     }
+    post();
+}
+
+void Screen::post() {
     if (!posted_) {
         posted_ = true;
         QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateLater));
@@ -148,6 +161,11 @@ void Screen::flush() {
     }
     if (form) {
         window_->sync();
+    }
+    if (strip_) {
+        const QRect console = toPixels(form_.stack().front()->place());
+        const Control& middle = controlAt({console.width() / 3, console.height() / 2});
+        strip_->sync(&middle == form_.stack().front());
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
+#include "qt/SignStrip.h"
 
 namespace quillon {
 
@@ -157,6 +158,10 @@ Findings inspect(Screen& screen, const Control& form) {
             inspectWords(words, false, glance->window()->size(),
                          [&](const std::string& what) { tell(form, what); });
         }
+    }
+    for (const Words& words : screen.strip()->words()) {
+        inspectWords(words, false, screen.window().size(),
+                     [&](const std::string& what) { tell(form, what); });
     }
     return findings;
 }
