@@ -71,7 +71,7 @@ Progress StatusLine::progress() const {
             }
         }
     }
-    return {{}, session_.count(), {}};
+    return {};
 }
 
 std::string StatusLine::silence() const {
@@ -85,7 +85,7 @@ std::string StatusLine::silence() const {
 
 std::string StatusLine::doing() const {
     const std::string what = progress().what;
-    return what.empty() || !context_.console["lblHelp"].caption().empty() ? std::string() : what + " ...";
+    return what.empty() || context_.console["lblHelp"].visible() ? std::string() : what + " ...";
 }
 
 std::string StatusLine::howFar() const {
@@ -99,7 +99,7 @@ std::string StatusLine::howFar() const {
                                     {seconds(*now.ends - context_.console.schedule().now())});
     }
     return session_.mode() == Phase::Autocalibration && !session_.isLost()
-               ? ConsoleTexts::filled(texts.sExposuresMade, {now.count.done})
+               ? ConsoleTexts::filled(texts.sExposuresMade, {session_.count().done})
                : std::string();
 }
 

@@ -32,6 +32,11 @@ void StatusPoll::begin() {
     timer_.run();
 }
 
+void StatusPoll::end() {
+    timer_.stop();
+    silence_.forget();
+}
+
 void StatusPoll::resume() {
     timer_.start(kInterval);
 }
@@ -56,8 +61,7 @@ void StatusPoll::ResetNoAnswerFromGeneratorError() {
 void StatusPoll::tick() {
     if (!port_.isOpen()) {
         // Nothing can answer, and a generator that was not asked is not lost.
-        timer_.stop();
-        silence_.forget();
+        end();
         return;
     }
     if (state_.m_Phase == Phase::FluoroExposure && !state_.StatusRequestinFluoro) {

@@ -21,7 +21,7 @@ public:
     /// The port was opened: the heat is asked for first, one interval from now.
     void begin();
     void run() { timer_.run(); }
-    void end() { timer_.stop(); }
+    void end();
     /// Keeps the poll away for a while; the next tick ends it.
     void holdBack();
     /// Ends that at once: the next poll is one ordinary interval away.

@@ -196,6 +196,9 @@ std::string textOn(Screen& screen, const Control& form) {
             text.append(words.text.toStdString()).append("\n");
         }
     }
+    for (const Words& words : screen.strip()->words()) {
+        text += words.text.toStdString() + "\n";
+    }
     return text;
 }
 

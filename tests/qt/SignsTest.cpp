@@ -22,5 +22,12 @@ TEST(Signs, AKeyThatWaitsLooksDifferentAtEverySizeAndItsCaptionStays) {
     }
 }
 
+TEST(Signs, AValueFromBeforeTheSilenceLooksOldUntilItIsReported) {
+    const auto stage = sceneNamed("silence").staged(QSize(640, 480));
+    const QImage old = lookOf(*stage, "link.txtMACal");
+    stage->report("MA0100");
+    EXPECT_NE(lookOf(*stage, "link.txtMACal"), old);
+}
+
 } // namespace
 } // namespace quillon

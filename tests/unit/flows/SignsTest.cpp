@@ -1,6 +1,7 @@
 #include "console/Glance.h"
 #include "console/PendingKeys.h"
 #include "console/ServiceSession.h"
+#include "console/StatusLine.h"
 #include "tests/unit/flows/Flow.h"
 
 namespace quillon {
@@ -111,6 +112,73 @@ TEST_F(SignsTest, AModesKeyWaitsAsLongAsItsRunWaitsForTheGenerator) {
     report("ST9");
     ASSERT_TRUE(application->console().session().is(Run::HandingOver));
     EXPECT_FALSE(waits("cmbClose"));
+}
+
+TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
+    const auto old = [this](std::string_view field) { return application->link()[field].old(); };
+    report("ST6\rKV080\rMA0100\rCV1234");
+    wait(500);
+    machine.port.onWritten = [](std::string_view) {};
+    EXPECT_EQ(signs().status.silence(), "");
+    int changes = 0;
+    signs().status.changed.connect([&] { ++changes; });
+    wait(4000);
+    EXPECT_EQ(signs().status.silence(), "No answer for 4 s");
+    EXPECT_GT(changes, 0);
+    EXPECT_TRUE(old("txtPHASE") && old("txtMACal") && signs().glance.lines()[0].old);
+    wait(30'000);
+    EXPECT_EQ(signs().status.silence(), "No answer for 34 s") << "the loss is not told yet";
+    EXPECT_EQ(prompt(), "");
+    // A report makes new what it says, even if it says the same, and nothing else.
+    report("ST6");
+    report("MA0100");
+    EXPECT_EQ(signs().status.silence(), "");
+    EXPECT_FALSE(old("txtPHASE") || old("txtMACal"));
+    EXPECT_TRUE(old("txtKVPCal"));
+    application->link()["txtKVPCal"].setCaption("090");
+    EXPECT_TRUE(old("txtKVPCal")) << "the console's own hand is no report";
+    wait(60'000);
+    EXPECT_NE(prompt(), "") << "the loss is told";
+    application->link().setPortOpen(false);
+    wait(2000);
+    EXPECT_EQ(signs().status.silence(), "") << "nobody was asked";
+}
+
+TEST_F(SignsTest, LongWorkIsCountedBesideThePrompt) {
+    const auto stands = [this](const char* doing, const char* howFar, Milliseconds after = 0) {
+        wait(after);
+        EXPECT_EQ(signs().status.doing(), doing);
+        EXPECT_EQ(signs().status.howFar(), howFar);
+        EXPECT_EQ(signs().status.counting(), *howFar != 0 && std::string_view(howFar).find(':') != 9);
+    };
+    stands("", "");
+    click("cmbReadExposureCounters");
+    stands("", "0 of 3", 2500);
+    report("TC05");
+    report("TC17");
+    stands("", "2 of 3");
+    report("TC22");
+    stands("", "");
+    click("cmbReadExposureCounters");
+    click("cmbConfiguration");
+    stands("", "3 s left", 100);
+    report("ST8"); // takes the prompt away
+    stands("Entering Configuration ...", "2 s left", 1000);
+    stands("", "", 3000);
+    report("ST1");
+    report("ST2");
+    stands("Reading the settings ...", "10 s left", 5000);
+    stands("", "", 10'000);
+    report("ST6");
+    report("ST9");
+    for (int exposure = 0; exposure < 2; ++exposure) {
+        report("ST3");
+        report("ST4");
+        report("ST9");
+    }
+    stands("", "Exposures: 2", 5000);
+    click("cmbClose");
+    stands("", "20 s left", 1500);
 }
 
 } // namespace
