@@ -134,7 +134,7 @@ void KeyView::paintPending(QPainter& painter) const {
     dashes.setCapStyle(Qt::FlatCap);
     painter.setPen(dashes);
     painter.drawRoundedRect(facePlace().adjusted(2, 2, -2, -3), 2, 2);
-    const bool small = height() < 36;
+    const bool small = height() < 48;
     const int dot = small ? 3 : 5;
     painter.setPen(Qt::NoPen);
     painter.setBrush(mark);

@@ -12,7 +12,7 @@ namespace {
 
 // In the console's design. What stands lowest there ends above it.
 constexpr Twips kTop = 8985;
-constexpr Twips kLeft = 60;
+constexpr Twips kLeft = 180;
 constexpr Twips kRightOfWork = 9180;
 constexpr Twips kPrompt = 9240;
 constexpr Twips kRight = 12120;
