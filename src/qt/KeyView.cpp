@@ -136,10 +136,12 @@ void KeyView::paintPending(QPainter& painter) const {
     painter.drawRoundedRect(facePlace().adjusted(2, 2, -2, -3), 2, 2);
     const bool small = height() < 48;
     const int dot = small ? 3 : 5;
+    const QRect dots(width() - 6 - 3 * (dot + 2), small ? 3 : 7, 3 * (dot + 2), dot);
+    painter.fillRect(dots.adjusted(-2, small ? -1 : 0, 0, 1), face());
     painter.setPen(Qt::NoPen);
     painter.setBrush(mark);
-    for (int i = 1; i <= 3; ++i) {
-        painter.drawEllipse(QRectF(width() - 6 - i * (dot + 2), small ? 4 : 7, dot, dot));
+    for (int i = 0; i < 3; ++i) {
+        painter.drawEllipse(QRectF(dots.left() + i * (dot + 2), dots.top(), dot, dot));
     }
 }
 

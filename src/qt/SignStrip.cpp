@@ -10,8 +10,7 @@ namespace quillon {
 
 namespace {
 
-// In the console's design. What stands lowest there ends above it.
-constexpr Twips kTop = 8985;
+// In the console's design.
 constexpr Twips kLeft = 180;
 constexpr Twips kRightOfWork = 9180;
 constexpr Twips kPrompt = 9240;
@@ -61,7 +60,7 @@ SignStrip::SignStrip(const Control& form, const StatusLine& status, QWidget* win
 void SignStrip::sync(bool workIsEmpty) {
     const QRect form = toPixels(form_.place());
     const QRect console = toPixels(form_.stack().front()->place());
-    const int top = scaled(console.height(), kTop, kConsoleDesignHeight);
+    const int top = scaled(console.height(), kConsoleFoot, kConsoleDesignHeight);
     setGeometry(0, top, form.width(), std::max(0, form.height() - top));
     raise();
 
