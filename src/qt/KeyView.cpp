@@ -137,7 +137,7 @@ void KeyView::paintPending(QPainter& painter) const {
     const bool small = height() < 48;
     const int dot = small ? 3 : 5;
     const QRect dots(width() - 6 - 3 * (dot + 2), small ? 3 : 7, 3 * (dot + 2), dot);
-    painter.fillRect(dots.adjusted(-2, small ? -1 : 0, 0, 1), face());
+    painter.fillRect(dots.adjusted(-5, small ? -1 : 0, 0, 1), face());
     painter.setPen(Qt::NoPen);
     painter.setBrush(mark);
     for (int i = 0; i < 3; ++i) {
