@@ -1,4 +1,4 @@
-#include "console/PendingKeys.h"
+#include "qt/SignStrip.h"
 #include "screenshots/Scenes.h"
 #include "tests/qt/Bench.h"
 
@@ -27,6 +27,19 @@ TEST(Signs, AValueFromBeforeTheSilenceLooksOldUntilItIsReported) {
     const QImage old = lookOf(*stage, "link.txtMACal");
     stage->report("MA0100");
     EXPECT_NE(lookOf(*stage, "link.txtMACal"), old);
+}
+
+TEST(Signs, TheFootAsksForTheTimeOnceASecondWhileItCounts) {
+    const auto stage = sceneNamed("silence").staged(QSize(640, 480));
+    int asked = 0;
+    SignStrip strip(stage->application().form(), stage->application().signs().status,
+                    &stage->screen().window());
+    strip.onSecond = [&asked] { ++asked; };
+    strip.sync(false);
+    EXPECT_TRUE(waitFor([&asked] { return asked == 1; }));
+    stage->report("ST6");
+    strip.sync(false);
+    EXPECT_FALSE(waitFor([&asked] { return asked == 2; }, 1200)) << "it answers again";
 }
 
 } // namespace
