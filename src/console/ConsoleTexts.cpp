@@ -61,6 +61,12 @@ constexpr std::array kTexts{
     TextRow{"sResetExposureCounterFluoro", &T::sResetExposureCounterFluoro, "Do you really want to reset fluoro time exposure counter?"},
     TextRow{"sAECBackUpTime",              &T::sAECBackUpTime,              "EXPOSURE ABORTED BY BACK-UP TIMER"},
     TextRow{"sAECCompensationError",       &T::sAECCompensationError,       "WRONG AEC SELECTION"},
+    // Link and progress; %1 and %2 are numbers
+    TextRow{"sNoAnswer",                   &T::sNoAnswer,                   "No answer for %1 s"},
+    TextRow{"sCountOf",                    &T::sCountOf,                    "%1 of %2"},
+    TextRow{"sSecondsLeft",                &T::sSecondsLeft,                "%1 s left"},
+    TextRow{"sExposuresMade",              &T::sExposuresMade,              "Exposures: %1"},
+    TextRow{"sReadingSettings",            &T::sReadingSettings,            "Reading the settings"},
     // The generator at a glance
     TextRow{"sStateUnheard",               &T::sStateUnheard,               "Nothing heard yet"},
     TextRow{"sStateReady",                 &T::sStateReady,                 "Ready"},
@@ -153,6 +159,17 @@ std::vector<std::string> ConsoleTexts::names() {
     }
     all.emplace_back(kResetText);
     return all;
+}
+
+std::string ConsoleTexts::filled(std::string text, std::initializer_list<std::int64_t> numbers) {
+    int place = 0;
+    for (const std::int64_t number : numbers) {
+        const std::string mark = "%" + std::to_string(++place);
+        if (const auto at = text.find(mark); at != std::string::npos) {
+            text.replace(at, mark.size(), std::to_string(number));
+        }
+    }
+    return text;
 }
 
 std::string ConsoleTexts::waitPrompt(std::string_view text) const {

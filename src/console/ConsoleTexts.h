@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -49,6 +51,11 @@ struct ConsoleTexts {
     std::string sResetExposureCounterFluoro;
     std::string sAECBackUpTime;
     std::string sAECCompensationError;
+    std::string sNoAnswer;
+    std::string sCountOf;
+    std::string sSecondsLeft;
+    std::string sExposuresMade;
+    std::string sReadingSettings;
     std::string sStateUnheard;
     std::string sStateReady;
     std::string sStatePreparation;
@@ -73,6 +80,8 @@ struct ConsoleTexts {
     /// The names of all texts that addTo() adds.
     [[nodiscard]] static std::vector<std::string> names();
 
+    /// The text with the numbers in the places that %1 and %2 mark; one without a place is left out.
+    [[nodiscard]] static std::string filled(std::string text, std::initializer_list<std::int64_t> numbers);
     /// The text, a line break, and the request to wait.
     [[nodiscard]] std::string waitPrompt(std::string_view text) const;
 };

@@ -1,5 +1,6 @@
 #include "console/ExposureCounters.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -93,11 +94,20 @@ void ExposureCounters::clearScreen() {
 }
 
 RunHooks ExposureCounters::hooks() {
-    return {.undo = [this] {
-        session_.at(Moment::CountersGone);
-        clearScreen();
-        session_.showPositionerKey();
-    }};
+    return {.undo =
+                [this] {
+                    session_.at(Moment::CountersGone);
+                    clearScreen();
+                    session_.showPositionerKey();
+                },
+            .count =
+                [this] {
+                    const auto read =
+                        std::count_if(kCounters.begin(), kCounters.end(), [this](const CounterRow& row) {
+                            return !console_[row.valueLabel].caption().empty();
+                        });
+                    return Count{static_cast<int>(read), context_.link.facts().ThirdTube ? 4 : 3};
+                }};
 }
 
 void ExposureCounters::readTick() {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "link/LinkSilence.h"
 
 namespace quillon {
 
@@ -68,6 +69,7 @@ void Glance::listen() {
         }
     });
     events.GeneratorERRORResetAck.connect([this] { standing_ = 0; });
+    context_.link.silence().changed.connect([this] { changed.raise(); });
     for (const WarningRow& row : kWarnings) {
         (events.*row.event).connect([this](bool) { changed.raise(); });
     }
@@ -133,10 +135,11 @@ std::vector<GlanceLine> Glance::lines() const {
     const ConsoleTexts& texts = context_.texts;
     const Phase phase = session_.lastPhase();
     std::vector<GlanceLine> all{{texts.sGenerator, state(),
-                                 session_.isLost() || phase == Phase::Error || phase == Phase::TubeTooHot}};
+                                 session_.isLost() || phase == Phase::Error || phase == Phase::TubeTooHot,
+                                 context_.link.silence().quiet()}};
     if (context_.link.mirror().m_HU >= 0) {
         all.push_back({texts.sTubeHeat, decimalText(context_.link.mirror().m_HU) + " %", false,
-                       context_.link.mirror().m_HU});
+                       context_.link["txtHU"].old(), context_.link.mirror().m_HU});
     }
     if (std::string standing = warnings(); !standing.empty()) {
         all.push_back({texts.sWarnings, std::move(standing), true});

@@ -24,6 +24,7 @@ struct GlanceLine {
     std::string subject;
     std::string state;
     bool alarm = false; ///< the operator should see this one first
+    bool old = false;   ///< from before the generator fell silent
     int percent = -1;   ///< of a bar beside it; below 0 for none
 };
 

@@ -56,6 +56,8 @@ enum class Answer : std::uint8_t {
 struct RunRow {
     Run run;
     std::string_view name;
+    bool waits;                ///< for the generator
+    std::string_view lastWait; ///< the timer with which it ends; empty where that takes no fixed time
     std::array<std::string_view, 3> timers;
     std::array<std::string_view, 3> panels;
     std::array<Answer, kWays> answers;

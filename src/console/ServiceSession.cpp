@@ -69,6 +69,29 @@ bool ServiceSession::isFree() const {
     return idle() || is(Run::ChoosingWorkstation) || is(Run::ChoosingAutocalibration);
 }
 
+void ServiceSession::setRun(Run run) {
+    run_ = run;
+    changed.raise();
+}
+
+void ServiceSession::setMode(Phase mode) {
+    if (mode == Phase::Autocalibration && mode_ != mode) {
+        exposures_ = 0;
+    }
+    mode_ = mode;
+}
+
+Count ServiceSession::count() const {
+    if (hooks_.count) {
+        return hooks_.count();
+    }
+    return {mode_ == Phase::Autocalibration ? exposures_ : 0, 0};
+}
+
+bool ServiceSession::waits() const {
+    return rowOf(run_).waits && lastPhase_ != Phase::ConfirmDismiss;
+}
+
 void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
@@ -80,30 +103,31 @@ void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     if (before.undo) {
         before.undo();
     }
-    run_ = run;
     hooks_ = std::move(hooks);
+    began.raise();
+    setRun(run);
     at(moment);
 }
 
 void ServiceSession::turn(Run run, Moment moment, RunHooks hooks) {
     patience_.stop();
     patienceOver_ = false;
-    run_ = run;
     hooks_ = std::move(hooks);
+    setRun(run);
     at(moment);
 }
 
 void ServiceSession::end(Moment moment) {
     hooks_ = {};
     stopParts();
-    run_ = Run::None;
+    setRun(Run::None);
     at(moment);
 }
 
 void ServiceSession::breakOff(Moment moment) {
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
-    run_ = Run::None;
+    setRun(Run::None);
     at(moment);
     if (before.undo) {
         before.undo();
@@ -123,7 +147,7 @@ void ServiceSession::cancelLending() {
         become(Run::LeavingCalibration);
     } else {
         hooks_ = {};
-        run_ = Run::None;
+        setRun(Run::None);
     }
 }
 
@@ -133,7 +157,7 @@ void ServiceSession::drop() {
     for (const WaitRow& wait : waitRows()) {
         context_.console.timer(wait.timer).stop();
     }
-    run_ = Run::None;
+    setRun(Run::None);
 }
 
 /// The one place where the belongings of a run go.
@@ -218,6 +242,7 @@ void ServiceSession::at(Moment moment) {
         busy_ = false;
         context_.events.Busy.raise(0);
     }
+    changed.raise();
 }
 
 void ServiceSession::waitPatiently() {
@@ -264,6 +289,9 @@ void ServiceSession::answer(Way way) {
 void ServiceSession::reported(Phase phase) {
     lost_ = false;
     poweringUp_ = phase == Phase::Initialization;
+    if (phase == Phase::RadExposure) {
+        ++exposures_;
+    }
     loan_.reported(phase);
     for (const WaitRow& wait : waitRows()) {
         if (wait.endedBy.has(phase) && !(wait.notWhileLent && lent())) {
@@ -300,6 +328,7 @@ void ServiceSession::settled(Phase phase) {
             at(Moment::PatienceIsOver);
         }
     }
+    changed.raise();
 }
 
 void ServiceSession::lost() {

@@ -26,10 +26,18 @@ private:
     bool returning_ = false;
 };
 
+/// So many of so many.
+struct Count {
+    int done = 0;
+    int of = 0; ///< 0 where that is not known
+    bool operator==(const Count&) const = default;
+};
+
 /// What a run has to say when it does not reach its own end.
 struct RunHooks {
     std::function<void()> undo = {};    ///< it does not reach its own end: what is its own on the screen goes
     std::function<bool(Way)> ends = {}; ///< its word where the matrix asks for it
+    std::function<Count()> count = {};  ///< how far it is
     std::function<void()> givenUp = {}; ///< the operator has waited for a minute and pressed cmbClose
 };
 
@@ -42,7 +50,9 @@ public:
     // Where the generator stands.
     /// The last of 2, 6, 8 and 9 that was reported.
     [[nodiscard]] Phase mode() const { return mode_; }
-    void setMode(Phase mode) { mode_ = mode; }
+    void setMode(Phase mode);
+    /// How far the run is; in autocalibration, of which nobody knows the length, the exposures made.
+    [[nodiscard]] Count count() const;
     /// The last report; 1 after a loss and at the start.
     [[nodiscard]] Phase lastPhase() const { return lastPhase_; }
     void setLastPhase(Phase phase) { lastPhase_ = phase; }
@@ -55,6 +65,8 @@ public:
     [[nodiscard]] Run run() const { return run_; }
     [[nodiscard]] bool is(Run run) const { return run_ == run; }
     [[nodiscard]] bool idle() const { return run_ == Run::None; }
+    /// It waits for the generator, and not for the operator.
+    [[nodiscard]] bool waits() const;
     /// A mode can be entered: normal operation, and no exposure.
     [[nodiscard]] bool canEnter() const { return mode_ == Phase::NormalOperation && !isExposure(lastPhase_); }
     /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a
@@ -71,7 +83,7 @@ public:
     /// The run's own end.
     void end(Moment moment);
     /// The run is known by another name from now on, and nothing else changes.
-    void become(Run run) { run_ = run; }
+    void become(Run run) { setRun(run); }
     /// Ends the run before its own end.
     void breakOff(Moment moment = Moment::BrokenOff);
     /// The refresh ends the way to the users, and with it the wait that would have ended it.
@@ -98,6 +110,9 @@ public:
     void openScreen(std::function<void()> close);
     void closeScreen();
 
+    Signal<> began;   ///< another run, in the place of what ran before
+    Signal<> changed; ///< what is done, or the phase, or what one of its moments gave
+
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
     /// X-rays are allowed again, at once or with the next report of a phase in which the generator can be
@@ -114,6 +129,7 @@ public:
     void openLine();
 
 private:
+    void setRun(Run run);
     void stopParts();
     void give(Keys keys);
     void take(Keys keys);
@@ -139,6 +155,7 @@ private:
     bool pollHeld_ = false;
     bool busy_ = false;
     bool xRaysOwed_ = false;
+    int exposures_ = 0; ///< since autocalibration was entered
 };
 
 } // namespace quillon

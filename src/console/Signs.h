@@ -3,11 +3,15 @@
 namespace quillon {
 
 class Glance;
+class PendingKeys;
+class StatusLine;
 
 /// What the screen shows beside the controls. A front end reads it, paints it, and is told of changes by each
 /// part's own signal; nothing of it can be reached, named or replaced like a control.
 struct Signs {
     Glance& glance;
+    PendingKeys& pending;
+    StatusLine& status;
 };
 
 } // namespace quillon

@@ -14,13 +14,16 @@
 #include "console/ExposureCounters.h"
 #include "console/Glance.h"
 #include "console/OrlaPositioner.h"
+#include "console/PendingKeys.h"
 #include "console/PhaseReactions.h"
 #include "console/RemotePositioner.h"
 #include "console/ServiceSession.h"
 #include "console/StartOfService.h"
+#include "console/StatusLine.h"
 #include "console/UserMode.h"
 #include "console/layout/ConsoleControls.h"
 #include "console/panels/ConsolePanels.h"
+#include "link/LinkSilence.h"
 #include "ui/ScalingLayout.h"
 
 namespace quillon {
@@ -96,9 +99,11 @@ struct ctrQuillonConsole::Parts {
     ErrorReactions errors;
     RemotePositioner remotePositioner;
     OrlaPositioner orlaPositioner;
+    PendingKeys pending;
     // These hear of a phase behind the reactions to it.
     Departure departure;
     Glance glance;
+    StatusLine status;
 };
 
 namespace {
@@ -132,10 +137,12 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       userMode(context, session, calibration),
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
-      remotePositioner(context, session), orlaPositioner(context, session), departure(context, session),
-      glance(context, session) {
+      remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
+      departure(context, session), glance(context, session), status(context, session) {
     initialize();
     addProperties();
+    console.setReportAge(&link.silence().age);
+    link.silence().changed.connect([this] { console.showAge(); });
 }
 
 void ctrQuillonConsole::Parts::initialize() {
@@ -295,7 +302,7 @@ const ServiceSession& ctrQuillonConsole::session() const {
 }
 
 Signs ctrQuillonConsole::signs() {
-    return {parts_->glance};
+    return {parts_->glance, parts_->pending, parts_->status};
 }
 
 const Operations& ctrQuillonConsole::operations() const {

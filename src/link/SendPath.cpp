@@ -38,12 +38,19 @@ void SendPath::SendMessage(std::string_view newmessage, std::int16_t Phase, bool
     // While a key repeats, its steps must neither wait for an acknowledgement nor be taken for one another.
     const bool repeating = timers_.tmrAutoRepeat.running();
     QueuedMessage message{std::string(newmessage), Phase, Timeout > 0 ? Timeout : kTimeout,
-                          WithACK && !repeating};
+                          WithACK && !repeating, lastTicket_ + 1};
     if (SendImmediately) {
         m_Queue.clear();
         m_SendImmediate = true;
     }
-    if (!repeating && m_Queue.isQueued(message)) {
+    const std::uint32_t same = repeating ? 0 : m_Queue.queued(message);
+    if (same == 0 && m_Queue.count() < SendQueue::kCapacity) {
+        ++lastTicket_;
+    }
+    if (handedOver_) {
+        handedOver_(same == 0 ? lastTicket_ : same);
+    }
+    if (same != 0) {
         return;
     }
     const int timeout = message.Timeout;
@@ -52,6 +59,11 @@ void SendPath::SendMessage(std::string_view newmessage, std::int16_t Phase, bool
         m_RetriesLeft = state_.numretries;
         timers_.tmrProtocolHandshaking.start(timeout);
     }
+}
+
+void SendPath::setNotices(Notices notices) {
+    handedOver_ = std::move(notices.handedOver);
+    m_Queue.onLeft = std::move(notices.left);
 }
 
 void SendPath::SendMessageWithDefaults(std::string_view newmessage, std::int16_t Phase) {

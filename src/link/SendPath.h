@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -49,6 +50,15 @@ public:
     /// The port was opened or closed: nothing that waited survives, and no timer waits for it.
     void reset();
 
+    /// Who wants to know what became of a message: `handedOver` names it by a ticket when it is queued, or
+    /// when one just like it waits already; `left` comes when it is acknowledged, given up or thrown away,
+    /// and for one that asks for no acknowledgement when it is sent.
+    struct Notices {
+        std::function<void(std::uint32_t ticket)> handedOver;
+        std::function<void(std::uint32_t ticket)> left;
+    };
+    void setNotices(Notices notices);
+
     /// Whether the present phase lets a message with this mask out.
     [[nodiscard]] bool allows(std::int16_t Phase) const;
     /// The last message about X-rays that went out.
@@ -73,6 +83,8 @@ private:
     bool m_SendImmediate = false;
     bool m_WaitAfterRx = false;
     std::string lastRaysMessage_;
+    std::uint32_t lastTicket_ = 0;
+    std::function<void(std::uint32_t ticket)> handedOver_;
 };
 
 } // namespace quillon

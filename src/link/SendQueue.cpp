@@ -16,8 +16,12 @@ QueuedMessage SendQueue::front() const {
 
 void SendQueue::dequeue() {
     if (!empty()) {
+        const std::uint32_t ticket = m_Queue[static_cast<std::size_t>(m_QueueHead)].ticket;
         m_QueueHead = next(m_QueueHead);
         --m_QueueCount;
+        if (onLeft) {
+            onLeft(ticket);
+        }
     }
 }
 
@@ -29,19 +33,21 @@ void SendQueue::enqueue(QueuedMessage message) {
     }
 }
 
-bool SendQueue::isQueued(const QueuedMessage& message) const {
+std::uint32_t SendQueue::queued(const QueuedMessage& message) const {
     for (std::int16_t at = m_QueueHead; at < m_QueueTail; at = next(at)) {
-        const QueuedMessage& queued = m_Queue[static_cast<std::size_t>(at)];
-        if (queued.Message == message.Message && queued.Phase == message.Phase &&
-            queued.Timeout == message.Timeout) {
-            return true;
+        const QueuedMessage& waiting = m_Queue[static_cast<std::size_t>(at)];
+        if (waiting.Message == message.Message && waiting.Phase == message.Phase &&
+            waiting.Timeout == message.Timeout) {
+            return waiting.ticket;
         }
     }
-    return false;
+    return 0;
 }
 
 void SendQueue::clear() {
-    m_QueueCount = 0;
+    while (!empty()) {
+        dequeue();
+    }
     m_QueueHead = 0;
     m_QueueTail = 0;
 }

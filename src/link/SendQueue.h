@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace quillon {
@@ -12,6 +13,7 @@ struct QueuedMessage {
     std::int16_t Phase = 0;   ///< mask of allowed phases
     std::int16_t Timeout = 0; ///< ms to the next tick after this message
     bool WithACK = false;     ///< stays at the head until it is acknowledged
+    std::uint32_t ticket = 0; ///< names it among all that were ever queued
 };
 
 /// A ring of 100 messages. A message that finds it full is lost without a word.
@@ -25,10 +27,13 @@ public:
     [[nodiscard]] QueuedMessage front() const;
     void dequeue();
     void enqueue(QueuedMessage message);
-    /// True when a message of the same text, phase mask and time-out waits between head and tail. Once the
-    /// tail has wrapped round below the head, nothing is found.
-    [[nodiscard]] bool isQueued(const QueuedMessage& message) const;
+    /// The ticket of a message of the same text, phase mask and time-out that waits between head and tail, 0
+    /// for none. Once the tail has wrapped round below the head, nothing is found.
+    [[nodiscard]] std::uint32_t queued(const QueuedMessage& message) const;
     void clear();
+
+    /// Told of each message that leaves, whatever became of it.
+    std::function<void(std::uint32_t ticket)> onLeft;
 
 private:
     std::array<QueuedMessage, kCapacity> m_Queue;

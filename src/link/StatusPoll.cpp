@@ -15,8 +15,8 @@ constexpr std::int16_t kLostErrorType = 2;
 } // namespace
 
 StatusPoll::StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, SerialPort& port,
-                       Timer& timerStatusUpdate)
-    : state_(state), events_(events), send_(send), port_(port), timer_(timerStatusUpdate) {
+                       LinkSilence& silence, Timer& timerStatusUpdate)
+    : state_(state), events_(events), send_(send), port_(port), silence_(silence), timer_(timerStatusUpdate) {
     timer_.setInterval(kInterval);
     timer_.setTick([this] { tick(); });
 }
@@ -27,8 +27,14 @@ void StatusPoll::setStatusUpdateEnable(bool enable) {
 }
 
 void StatusPoll::begin() {
+    silence_.forget();
     heatNext_ = true;
     timer_.run();
+}
+
+void StatusPoll::end() {
+    timer_.stop();
+    silence_.forget();
 }
 
 void StatusPoll::resume() {
@@ -47,10 +53,15 @@ void StatusPoll::HURequest() {
     send_.SendMessage("HU", kAllPhases);
 }
 
+void StatusPoll::ResetNoAnswerFromGeneratorError() {
+    state_.m_NoAnswerCount = 0;
+    silence_.heard();
+}
+
 void StatusPoll::tick() {
     if (!port_.isOpen()) {
         // Nothing can answer, and a generator that was not asked is not lost.
-        timer_.stop();
+        end();
         return;
     }
     if (state_.m_Phase == Phase::FluoroExposure && !state_.StatusRequestinFluoro) {
@@ -71,6 +82,7 @@ void StatusPoll::tick() {
             ++state_.m_NoAnswerCount;
             events_.GeneratorERROR.raise(kLostCode, {}, kLostErrorType);
         }
+        silence_.polled(state_.m_NoAnswerCount);
     }
     timer_.setInterval(kInterval);
 }

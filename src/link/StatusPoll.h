@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/LinkEvents.h"
+#include "link/LinkSilence.h"
 #include "link/LinkState.h"
 #include "link/SendPath.h"
 #include "runtime/Schedule.h"
@@ -11,7 +12,7 @@ namespace quillon {
 /// comes for too long. Whatever starts it, it goes on only while the port is open.
 class StatusPoll {
 public:
-    StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, SerialPort& port,
+    StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, SerialPort& port, LinkSilence& silence,
                Timer& timerStatusUpdate);
 
     [[nodiscard]] bool StatusUpdateEnable() const { return StatusUpdateEnable_; }
@@ -20,7 +21,7 @@ public:
     /// The port was opened: the heat is asked for first, one interval from now.
     void begin();
     void run() { timer_.run(); }
-    void end() { timer_.stop(); }
+    void end();
     /// Keeps the poll away for a while; the next tick ends it.
     void holdBack();
     /// Ends that at once: the next poll is one ordinary interval away.
@@ -30,7 +31,7 @@ public:
     void GeneratorPhaseRequest();
     void HURequest();
     /// The generator counts as heard from now.
-    void ResetNoAnswerFromGeneratorError() { state_.m_NoAnswerCount = 0; }
+    void ResetNoAnswerFromGeneratorError();
 
 private:
     void tick();
@@ -39,6 +40,7 @@ private:
     LinkEvents& events_;
     SendPath& send_;
     SerialPort& port_;
+    LinkSilence& silence_;
     Timer& timer_;
     bool StatusUpdateEnable_ = false;
     bool heatNext_ = false; // which of the two requests is next

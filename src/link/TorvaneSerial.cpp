@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "link/CommunicationLog.h"
 #include "link/FrameReceiver.h"
+#include "link/LinkSilence.h"
 #include "link/MessageDecoder.h"
 #include "link/OutboundTable.h"
 #include "link/PortControl.h"
@@ -63,6 +64,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     LinkSettings settings;
     CommunicationLog log;
     SendPath send;
+    LinkSilence silence;
     StatusPoll poll;
     FrameReceiver receiver;
     PortControl portControl;
@@ -94,11 +96,14 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
       send(state, events, given.port, log,
            {panel.timer("tmrProtocolHandshaking"), panel.timer("tmrWaitAfterRx"),
             panel.timer("tmrAutoRepeat"), panel.timer("timerStatusUpdate")}),
-      poll(state, events, send, given.port, panel.timer("timerStatusUpdate")),
+      silence(given.schedule),
+      poll(state, events, send, given.port, silence, panel.timer("timerStatusUpdate")),
       receiver(events,
                [this](std::string_view text) {
                    log.received(text);
+                   silence.age.reporting = true;
                    decoder.DecodeMessages(text);
+                   silence.age.reporting = false;
                }),
       portControl(panel, given.port, settings, events, send, poll, log), commands(state, send, operations),
       pages(panel, generator, fromGUI),
@@ -110,6 +115,8 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
       positioner(context), records(context), blinking(generator, panel), heldKeys(subjects),
       panelKeys(subjects, pages, frame) {
     applyFacts();
+    panel.setReportAge(&silence.age);
+    silence.changed.connect([this] { panel.showAge(); });
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
     decoder.setNotices({.heard = [this] { poll.ResetNoAnswerFromGeneratorError(); },
                         .handled = [this] { send.messageHeard(); }});
@@ -264,6 +271,10 @@ ErrorsAndWarnings& TorvaneSerialV3_07_QLC1::errors() {
     return parts_->errors;
 }
 
+LinkSilence& TorvaneSerialV3_07_QLC1::silence() {
+    return parts_->silence;
+}
+
 StatusPoll& TorvaneSerialV3_07_QLC1::poll() {
     return parts_->poll;
 }
@@ -347,6 +358,10 @@ const GeneratorState& TorvaneSerialV3_07_QLC1::mirror() const {
 
 void TorvaneSerialV3_07_QLC1::Flush() {
     parts_->send.Flush();
+}
+
+void TorvaneSerialV3_07_QLC1::setSendNotices(SendPath::Notices notices) {
+    parts_->send.setNotices(std::move(notices));
 }
 
 void TorvaneSerialV3_07_QLC1::AddParentMessage(std::string_view message, std::string_view method,

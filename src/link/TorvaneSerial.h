@@ -6,6 +6,7 @@
 
 #include "link/LinkEvents.h"
 #include "link/LinkSettings.h"
+#include "link/SendPath.h"
 #include "model/ErrorTable.h"
 #include "model/GeneratorState.h"
 #include "runtime/Operations.h"
@@ -16,6 +17,7 @@ namespace quillon {
 
 class Commands;
 class ErrorsAndWarnings;
+class LinkSilence;
 class Service;
 class StatusPoll;
 class Technique;
@@ -59,6 +61,8 @@ public:
     [[nodiscard]] Technique& technique();
     /// Errors, warnings and their reset.
     [[nodiscard]] ErrorsAndWarnings& errors();
+    /// Whether it answers.
+    [[nodiscard]] LinkSilence& silence();
     /// The requests for phase and heat.
     [[nodiscard]] StatusPoll& poll();
 
@@ -90,6 +94,8 @@ public:
     /// Queues a message under a mask of phases.
     void SendMessage(std::string_view message, std::int16_t Phase, bool WithACK = false);
     void Flush();
+    /// Tells what becomes of each message that is queued.
+    void setSendNotices(SendPath::Notices notices);
     /// Routes an inbound mnemonic that the own table does not take to an operation of the host.
     void AddParentMessage(std::string_view message, std::string_view method, const Operations& object);
 

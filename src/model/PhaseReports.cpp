@@ -103,6 +103,8 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
     if (phase == old && !isError(phase)) {
         if (isKnown(phase)) {
             link_.m_NoAnswerCount = 0;
+            Control& shown = panel_["txtPHASE"];
+            shown.setCaption(std::string(shown.caption())); // it is still so
         }
     } else {
         if (isKnown(phase)) {

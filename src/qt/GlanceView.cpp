@@ -7,6 +7,7 @@
 
 #include "base/Numbers.h"
 #include "console/Glance.h"
+#include "console/layout/ConsoleControls.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 
@@ -39,10 +40,13 @@ QRect GlanceView::freeGround() const {
     }
     QRect ground = toPixels(keyboard->place());
     if (keyboard->visible()) {
-        const int foot = toPixels({0, 0, 0, console_.height()}).height();
+        const int foot =
+            toPixels({0, 0, 0,
+                      toInt32(static_cast<double>(console_.height()) * kConsoleFoot / kConsoleDesignHeight)})
+                .height();
         const bool worthIt = glance_.errorCount() > 0; // the keyboard tells the rest
         ground = QRect(ground.left(), ground.bottom() + 3, ground.width(),
-                       worthIt ? foot - ground.bottom() - 5 : 0);
+                       worthIt ? foot - ground.bottom() - 3 : 0);
     } else if (picture->visible()) {
         const QRect above = toPixels(picture->place());
         const QRect drawn = restPlace(above).toRect();
@@ -107,6 +111,10 @@ void GlanceView::addState(std::vector<Piece>& all, QRect place) const {
                 piece.words.place.adjust(0, row_ / 4, 0, row_); // a second line
                 piece.words.alignment = Qt::AlignTop | Qt::AlignLeft;
             }
+        }
+        if (row.old && !row.alarm) {
+            piece.words.font.setItalic(true);
+            piece.words.ink = QColor::fromRgb(kMutedInk);
         }
         all.push_back({line(QRect(place.left(), place.top(), subject - row_ / 4, row_), row.subject, false)});
         place.setTop(piece.words.place.bottom() + 1);

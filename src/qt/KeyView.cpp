@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "console/PendingKeys.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
@@ -14,6 +15,9 @@ void KeyView::paintEvent(QPaintEvent* /*event*/) {
         paintLamp(painter);
     } else {
         paintKey(painter);
+    }
+    if (signs() != nullptr && signs()->pending.waits(control())) {
+        paintPending(painter);
     }
     paintFocusMark(painter);
 }
@@ -119,6 +123,26 @@ void KeyView::paintLamp(QPainter& painter) const {
     const QRectF place = facePlace();
     paintPlate(painter, place, face(), QColor::fromRgb(isOn() ? kInk : kFaintEdge), isOn() ? 3 : 1, 6);
     paintContent(painter);
+}
+
+/// Sent, not confirmed: a dashed edge, and three dots in the corner beside the content.
+void KeyView::paintPending(QPainter& painter) const {
+    const QColor mark = QColor::fromRgb(kStrongEdge);
+    painter.setBrush(Qt::NoBrush);
+    QPen dashes(mark, 2);
+    dashes.setDashPattern({3, 3});
+    dashes.setCapStyle(Qt::FlatCap);
+    painter.setPen(dashes);
+    painter.drawRoundedRect(facePlace().adjusted(2, 2, -2, -3), 2, 2);
+    const bool small = height() < 48;
+    const int dot = small ? 3 : 5;
+    const QRect dots(width() - 6 - 3 * (dot + 2), small ? 3 : 7, 3 * (dot + 2), dot);
+    painter.fillRect(dots.adjusted(-5, small ? -1 : 0, 0, 1), face());
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mark);
+    for (int i = 0; i < 3; ++i) {
+        painter.drawEllipse(QRectF(dots.left() + i * (dot + 2), dots.top(), dot, dot));
+    }
 }
 
 void KeyView::paintContent(QPainter& painter) const {

@@ -32,6 +32,7 @@ private:
     void paintBar(QPainter& painter, const QColor& colour) const;
     void paintLamp(QPainter& painter) const;
     void paintContent(QPainter& painter) const;
+    void paintPending(QPainter& painter) const;
 };
 
 } // namespace quillon

@@ -48,6 +48,10 @@ QRect LabelView::signPlace() const {
     return {8, low ? (height() - edge) / 2 : 6, edge, edge};
 }
 
+bool LabelView::looksOld() const {
+    return control().role() == Role::Field && control().old() && !control().caption().empty();
+}
+
 QColor LabelView::ground() const {
     const bool own = control().backColour() != kNormalColour;
     if (!hasPlate()) {
@@ -67,11 +71,12 @@ std::optional<Words> LabelView::words() const {
     Words words{rect(),
                 toQtLines(control().caption()).trimmed(),
                 consoleFont(control().fontSize(), control().role() != Role::Plain),
-                QColor::fromRgb(look != nullptr   ? look->ink
-                                : looksDisabled() ? kMutedInk
-                                                  : kInk),
+                QColor::fromRgb(look != nullptr                 ? look->ink
+                                : looksDisabled() || looksOld() ? kMutedInk
+                                                                : kInk),
                 ground(),
                 Qt::AlignVCenter | alignmentOf(control().textSide())};
+    words.font.setItalic(looksOld());
     if (control().role() == Role::Interlock) {
         words.place.adjust(signPlace().right() + 2, 0, -2, 0);
         words.font.setBold(false); // it has to be narrowed as it is
@@ -103,6 +108,10 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
         paintArt(painter, look->sign, signPlace(), words()->ink);
     } else if (hasPlate()) {
         paintPlate(painter, facePlace(), ground(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 2);
+        if (looksOld()) {
+            painter.fillRect(facePlace().adjusted(2, 2, -2, -2),
+                             QBrush(QColor::fromRgb(kOldHatch), Qt::BDiagPattern));
+        }
     } else {
         painter.fillRect(rect(), ground());
         if (control().role() == Role::Prompt && !control().caption().empty()) {

@@ -22,6 +22,8 @@ private:
     /// Where its rank's sign goes.
     [[nodiscard]] QRect signPlace() const;
     [[nodiscard]] bool looksDisabled() const { return !control().lamp() && !isEnabled(); }
+    /// A value from before the generator fell silent.
+    [[nodiscard]] bool looksOld() const;
     [[nodiscard]] QColor ground() const;
 };
 

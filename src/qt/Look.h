@@ -24,6 +24,7 @@ inline constexpr QRgb kFaintEdge = 0xFFA3ADB6;  ///< outlines of what cannot be 
 inline constexpr QRgb kStrongEdge = 0xFF1F3B57; ///< outline of what is pressed or stands out
 inline constexpr QRgb kPressedFace = 0xFFB9CDDF;
 inline constexpr QRgb kActiveMark = 0xFF8A5A00; ///< bar and outline of a key that is on
+inline constexpr QRgb kOldHatch = 0xFFC3CBD3;   ///< behind a value that may not hold any more
 inline constexpr QRgb kFocusRing = 0xFF0B57D0;
 inline constexpr QRgb kAlarmInk = 0xFF8E0F0F;  ///< outline of an alarm, and of what was refused
 inline constexpr QRgb kAlarmFace = 0xFFB3161B; ///< an alarm or an interlock that stands

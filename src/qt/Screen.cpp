@@ -9,8 +9,10 @@
 #include <QWindow>
 
 #include "console/Glance.h"
+#include "console/PendingKeys.h"
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
+#include "qt/SignStrip.h"
 
 namespace quillon {
 
@@ -53,9 +55,27 @@ Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, s
     views_.emplace(&form, window_.get());
     window_->windowHandle()->installEventFilter(router_.get());
     markAll(form);
+    if (signs_) {
+        connectSigns();
+    }
+}
+
+void Screen::connectSigns() {
+    strip_ = std::make_unique<SignStrip>(form_, signs_->status, window_.get());
+    strip_->onSecond = [this] { post(); };
+    pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
+        if (ControlView* shown = view(*key)) {
+            shown->update();
+        }
+    });
+    statusChanged_ = signs_->status.changed.connect([this] { post(); });
 }
 
 Screen::~Screen() {
+    if (signs_) {
+        signs_->pending.changed.disconnect(pendingChanged_);
+        signs_->status.changed.disconnect(statusChanged_);
+    }
     window_->windowHandle()->removeEventFilter(router_.get());
 }
 
@@ -97,6 +117,10 @@ void Screen::mark(Control& control) {
     if (!control.stack().empty()) {
         reordered_.insert(&control);
     }
+    post();
+}
+
+void Screen::post() {
     if (!posted_) {
         posted_ = true;
         QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateLater));
@@ -137,6 +161,11 @@ void Screen::flush() {
     }
     if (form) {
         window_->sync();
+    }
+    if (strip_) {
+        const QRect console = toPixels(form_.stack().front()->place());
+        const Control& middle = controlAt({console.width() / 3, console.height() / 2});
+        strip_->sync(&middle == form_.stack().front());
     }
 }
 

@@ -11,12 +11,14 @@
 #include "console/Signs.h"
 #include "qt/FormWindow.h"
 #include "qt/GlanceView.h"
+#include "runtime/Signal.h"
 #include "ui/ControlHost.h"
 #include "ui/Input.h"
 
 namespace quillon {
 
 class InputRouter;
+class SignStrip;
 
 /// The window's mirror of the form: one widget a control. Changes are collected and shown together, once per
 /// turn of the event loop, however many there were.
@@ -38,6 +40,8 @@ public:
     [[nodiscard]] GlanceView* glance() const { return glance_; }
     /// Empty for a control that has no widget (yet).
     [[nodiscard]] ControlView* view(const Control& control) const;
+    /// The foot of the window; empty where there are no signs.
+    [[nodiscard]] const SignStrip* strip() const { return strip_.get(); }
     /// What a finger at a pixel of the window is on: the front-most visible control, or beside a key that is
     /// smaller than a finger the key. Where two are in reach it is the nearer one.
     [[nodiscard]] Control& controlAt(QPoint place) const;
@@ -46,6 +50,8 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void post();
+    void connectSigns();
     void mark(Control& control);
     void markAll(Control& control);
     ControlView* make(Control& control);
@@ -60,9 +66,12 @@ private:
     std::unique_ptr<FormWindow> window_;
     std::unique_ptr<InputRouter> router_;
     QPointer<GlanceView> glance_;
+    std::unique_ptr<SignStrip> strip_;
     std::unordered_map<const Control*, ControlView*> views_;
     std::unordered_set<Control*> changed_;
     std::unordered_set<Control*> reordered_;
+    Signal<const Control*>::Connection pendingChanged_ = 0;
+    Signal<>::Connection statusChanged_ = 0;
     bool posted_ = false;
 };
 

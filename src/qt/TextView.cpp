@@ -56,7 +56,9 @@ void TextView::sync() {
     const QSignalBlocker quiet(box);
     box.setGeometry(rect().adjusted(7, 3, -7, -4));
     const bool reading = control().readOnly();
-    box.setFont(consoleFont(control().fontSize(), reading && line_ != nullptr));
+    QFont font = consoleFont(control().fontSize(), reading && line_ != nullptr);
+    font.setItalic(reading && control().old());
+    box.setFont(font);
     if (dressed_ != control().backColour()) {
         dressed_ = control().backColour();
         QPalette colours = consolePalette();

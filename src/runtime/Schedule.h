@@ -76,6 +76,8 @@ public:
     void setInterval(int interval);
 
     [[nodiscard]] bool running() const { return running_; }
+    /// When it fires next; while it runs.
+    [[nodiscard]] Milliseconds due() const { return due_; }
     [[nodiscard]] int interval() const { return interval_; }
 
 private:

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "console/PendingKeys.h"
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
 #include "shell/System.h"
@@ -54,6 +55,7 @@ class ScreenRelay final : public ChangeSink {
 public:
     explicit ScreenRelay(Input& input) : input_(input) {}
 
+    PendingKeys* pending = nullptr;
     void setScreen(ChangeSink* screen) { screen_ = screen; }
     void controlChanged(Control& control) override {
         if (screen_ != nullptr) {
@@ -67,6 +69,9 @@ public:
     }
     void controlRemoved(Control& control) override {
         input_.forget(control);
+        if (pending != nullptr) {
+            pending->forget(control);
+        }
         if (screen_ != nullptr) {
             screen_->controlRemoved(control);
         }
@@ -86,6 +91,8 @@ public:
           errorTable(platform.folder) {
         main = makeMain(platform, std::string(commandLine));
         main->setSink(&relay);
+        relay.pending = &main->console().signs().pending;
+        relay.pending->setHand([this] { return input.hand(); });
     }
 
     ~Impl() { main->setSink(nullptr); }

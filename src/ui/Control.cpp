@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/Fault.h"
 #include "ui/ControlHost.h"
@@ -62,14 +63,32 @@ void Control::require(Property property) const {
 
 template <typename T, typename V> void Control::assign(Property property, T& member, V&& value) {
     require(property);
-    assign(member, std::forward<V>(value));
+    const bool renewed = reported(property);
+    if (!assign(member, std::forward<V>(value)) && renewed) {
+        notify();
+    }
 }
 
-template <typename T, typename V> void Control::assign(T& member, V&& value) {
+template <typename T, typename V> bool Control::assign(T& member, V&& value) {
     if (member != value) {
         member = std::forward<V>(value);
         notify();
+        return true;
     }
+    return false;
+}
+
+bool Control::reported(Property property) {
+    const ReportAge* age = host_ == nullptr ? nullptr : host_->reportAge();
+    if (age == nullptr || !age->reporting || (property != Caption && property != Text && property != Range)) {
+        return false;
+    }
+    return std::exchange(reportedIn_, age->time) < age->time;
+}
+
+bool Control::old() const {
+    const ReportAge* age = host_ == nullptr ? nullptr : host_->reportAge();
+    return age != nullptr && reportedIn_ != 0 && reportedIn_ < age->time;
 }
 
 bool Control::visible() const {

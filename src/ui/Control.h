@@ -189,6 +189,9 @@ public:
     [[nodiscard]] bool border() const { return border_; }
     void setBorder(bool border);
 
+    /// What it holds was reported before the last silence, and not since.
+    [[nodiscard]] bool old() const;
+
     /// What it lies on; empty for a form.
     [[nodiscard]] Control* container() const { return container_; }
     /// Whose control it is; empty for a form.
@@ -214,8 +217,11 @@ private:
     friend class ControlLock;
 
     void require(Property property) const;
+    /// Says whether a value that was old is reported now.
+    bool reported(Property property);
     template <typename T, typename V> void assign(Property property, T& member, V&& value);
-    template <typename T, typename V> void assign(T& member, V&& value);
+    /// Says whether it was another value.
+    template <typename T, typename V> bool assign(T& member, V&& value);
 
     Kind kind_;
     std::string name_;
@@ -241,6 +247,7 @@ private:
     bool visible_ = true;
     bool enabled_ = true;
     int locks_ = 0;
+    std::uint32_t reportedIn_ = 0; ///< the time of its last report; 0 for none
     Role role_ = Role::Plain;
     TextSide textSide_ = TextSide::Middle;
     bool readOnly_ = false;

@@ -147,6 +147,14 @@ std::vector<Control*> ControlHost::all(std::string_view name) const {
     return row;
 }
 
+void ControlHost::showAge() {
+    for (const auto& control : controls_) {
+        if (control->old()) {
+            control->notify();
+        }
+    }
+}
+
 std::string nameOf(const Control& control) {
     const bool alone = dynamic_cast<const ControlHost*>(&control) != nullptr;
     std::string name =

@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "runtime/Schedule.h"
 #include "ui/Control.h"
+#include "ui/ReportAge.h"
 
 namespace quillon {
 
@@ -78,6 +79,12 @@ public:
 
     [[nodiscard]] Schedule& schedule() const { return schedule_; }
 
+    /// Who knows whether its controls are written by reports. Not owned.
+    void setReportAge(const ReportAge* age) { reportAge_ = age; }
+    [[nodiscard]] const ReportAge* reportAge() const { return reportAge_; }
+    /// A silence began: what is old now has to look so.
+    void showAge();
+
     /// Only a form's counts: who is told of changes below it. Not owned.
     void setSink(ChangeSink* sink) { sink_ = sink; }
 
@@ -101,6 +108,7 @@ private:
     std::map<Key, Control*, KeyLess> byName_;
     std::map<std::string, ControlHost*, NoCaseLess> byKey_;
     std::shared_ptr<std::vector<std::unique_ptr<Control>>> removed_;
+    const ReportAge* reportAge_ = nullptr;
     ChangeSink* sink_ = nullptr;
 };
 

@@ -7,17 +7,15 @@
 
 namespace quillon {
 
-namespace {
-
-void run(const std::function<void()>& handler) {
+void Input::run(const Control& control, const std::function<void()>& handler) {
     if (handler) {
+        const Control* before = std::exchange(hand_, &control);
         // A handler may take its own control away; the copy outlives it.
         const auto copy = handler;
         copy();
+        hand_ = before;
     }
 }
-
-} // namespace
 
 bool Input::reachable(const Control& control) const {
     if (boxes_ > 0) {
@@ -42,7 +40,7 @@ bool Input::press(Control& control) {
     tell(Gesture::Press, control);
     std::erase(held_, &control);
     held_.push_back(&control);
-    run(control.on.press);
+    run(control, control.on.press);
     return true;
 }
 
@@ -51,8 +49,8 @@ void Input::release(Control& control, bool over) {
         return;
     }
     tell(Gesture::Release, control, over ? "" : "outside");
-    run(control.on.release);
-    run(over && reachable(control) ? control.on.click : control.on.abandon);
+    run(control, control.on.release);
+    run(control, over && reachable(control) ? control.on.click : control.on.abandon);
 }
 
 void Input::releaseAll() {
@@ -75,7 +73,7 @@ bool Input::type(Control& control, std::string_view text) {
     }
     tell(Gesture::Type, control, text);
     control.setText(text);
-    run(control.on.change);
+    run(control, control.on.change);
     return true;
 }
 
@@ -86,7 +84,7 @@ bool Input::select(Control& control, std::string_view entry) {
     }
     tell(Gesture::Select, control, entry);
     control.setText(entry);
-    run(control.on.click);
+    run(control, control.on.click);
     return true;
 }
 
@@ -95,7 +93,7 @@ bool Input::drag(Control& control, std::int32_t value) {
         return false;
     }
     control.setValue(value);
-    run(control.on.change);
+    run(control, control.on.change);
     return true;
 }
 
@@ -105,7 +103,7 @@ bool Input::slide(Control& control, std::int32_t value) {
     }
     tell(Gesture::Slide, control, decimalText(value));
     drag(control, value);
-    run(control.on.release);
+    run(control, control.on.release);
     return true;
 }
 
@@ -121,7 +119,7 @@ bool Input::reachableSlider(const Control& control) const {
 
 void Input::cancel() {
     for (Control* control : std::exchange(held_, {})) {
-        run(control->on.cancel);
+        run(*control, control->on.cancel);
     }
 }
 

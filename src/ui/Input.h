@@ -43,6 +43,9 @@ public:
     void boxOpened();
     void boxClosed() { --boxes_; }
 
+    /// The control whose gesture is being handled; empty between gestures, and while a message box is up.
+    [[nodiscard]] const Control* hand() const { return boxes_ > 0 ? nullptr : hand_; }
+
     /// A control that goes away is not held any more.
     void forget(const Control& control);
 
@@ -52,10 +55,12 @@ public:
     std::function<void(Gesture gesture, const Control& control, std::string_view value)> onGesture;
 
 private:
+    void run(const Control& control, const std::function<void()>& handler);
     void tell(Gesture gesture, const Control& control, std::string_view value = {}) const;
     [[nodiscard]] bool reachableSlider(const Control& control) const;
 
     std::vector<Control*> held_; // fingers may overlap: a key can be pressed before the last is let go
+    const Control* hand_ = nullptr;
     int boxes_ = 0;
 };
 

@@ -9,6 +9,7 @@
 
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
+#include "qt/SignStrip.h"
 
 namespace quillon {
 
@@ -158,6 +159,10 @@ Findings inspect(Screen& screen, const Control& form) {
                          [&](const std::string& what) { tell(form, what); });
         }
     }
+    for (const Words& words : screen.strip()->words()) {
+        inspectWords(words, false, screen.window().size(),
+                     [&](const std::string& what) { tell(form, what); });
+    }
     return findings;
 }
 
@@ -190,6 +195,9 @@ std::string textOn(Screen& screen, const Control& form) {
         for (const Words& words : glance->words()) {
             text.append(words.text.toStdString()).append("\n");
         }
+    }
+    for (const Words& words : screen.strip()->words()) {
+        text += words.text.toStdString() + "\n";
     }
     return text;
 }

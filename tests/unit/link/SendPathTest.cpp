@@ -159,16 +159,16 @@ TEST_F(SendPathTest, WhatWaitsGoesOutOnceAndInOrderWhenTheLineIsLeft) {
 
 TEST(SendQueue, SearchesOnlyWhileTheTailHasNotWrapped) {
     SendQueue queue;
-    const auto message = [](const std::string& text) { return QueuedMessage{text, 2, 350, false}; };
+    const auto message = [](const std::string& text) { return QueuedMessage{text, 2, 350, false, 7}; };
     for (int i = 0; i < 99; ++i) {
         queue.enqueue(message("x"));
         queue.dequeue();
     }
     queue.enqueue(message("a")); // index 99: the tail is 0 now, below the head
-    EXPECT_FALSE(queue.isQueued(message("a")));
+    EXPECT_EQ(queue.queued(message("a")), 0U);
     queue.enqueue(message("b"));
     queue.dequeue();
-    EXPECT_TRUE(queue.isQueued(message("b")));
+    EXPECT_EQ(queue.queued(message("b")), 7U);
     EXPECT_EQ(queue.front().Message, "b");
     queue.dequeue();
     EXPECT_EQ(queue.front().Message, "");

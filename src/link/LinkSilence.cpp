@@ -1,0 +1,37 @@
+#include "link/LinkSilence.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr int kPollsMissed = 2;
+
+} // namespace
+
+void LinkSilence::heard() {
+    heardAt_ = schedule_.now();
+    everHeard_ = true;
+    set(false);
+}
+
+void LinkSilence::polled(int unanswered) {
+    // The last of them may still be answered.
+    if (everHeard_ && unanswered > kPollsMissed && !quiet_) {
+        ++age.time;
+        set(true);
+    }
+}
+
+void LinkSilence::forget() {
+    everHeard_ = false;
+    set(false);
+}
+
+void LinkSilence::set(bool quiet) {
+    if (quiet_ != quiet) {
+        quiet_ = quiet;
+        changed.raise();
+    }
+}
+
+} // namespace quillon

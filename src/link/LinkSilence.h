@@ -1,0 +1,40 @@
+#pragma once
+
+#include "runtime/Schedule.h"
+#include "runtime/Signal.h"
+#include "ui/ReportAge.h"
+
+namespace quillon {
+
+/// A generator that has missed two polls, long before it counts as lost. It must have been heard before:
+/// until then there is nothing that could be missed.
+class LinkSilence {
+public:
+    explicit LinkSilence(const Schedule& schedule) : schedule_(schedule) {}
+
+    /// Something came.
+    void heard();
+    /// It is polled once more, so many times since something came.
+    void polled(int unanswered);
+    /// The port was opened or closed: it is not to be heard, or has said nothing yet.
+    void forget();
+
+    [[nodiscard]] bool quiet() const { return quiet_; }
+    /// Since when nothing has come.
+    [[nodiscard]] Milliseconds since() const { return heardAt_; }
+
+    /// Whether what is shown was reported before it.
+    ReportAge age;
+    /// It begins or ends.
+    Signal<> changed;
+
+private:
+    void set(bool quiet);
+
+    const Schedule& schedule_;
+    Milliseconds heardAt_ = 0;
+    bool everHeard_ = false;
+    bool quiet_ = false;
+};
+
+} // namespace quillon
