@@ -15,11 +15,22 @@
 #include <QList>
 
 #include "Scenes.h"
+#include "base/ProgramArguments.h"
 #include "qt/Look.h"
 
 namespace quillon {
 
 namespace {
+
+constexpr const char* kHelp = R"(Usage: quillon-screenshots DIRECTORY [PART OF A SCENE'S NAME [FILE OF TEXTS]]
+
+Pictures of every scene whose name holds that part, at four sizes, in folders of DIRECTORY. With a file of texts, such
+as samples/texts-de.txt, they show its language and are called so.
+--help, -h: this text.
+--version: the version.
+
+Ends with 0 when all was written, 1 when not, 2 when asked wrongly.
+)";
 
 constexpr std::array kSizes{QSize(640, 480), QSize(800, 600), QSize(1024, 768), QSize(1280, 1024)};
 
@@ -98,18 +109,21 @@ int takeAll(const Wanted& wanted) {
 } // namespace quillon
 
 int main(int argc, char** argv) {
-    if (argc < 2) {
-        std::puts("Usage: quillon-screenshots DIRECTORY [PART OF A SCENE'S NAME [FILE OF TEXTS]]");
-        return 2;
+    quillon::ProgramArguments read =
+        quillon::readArguments(std::vector<std::string>(argv + 1, argv + argc), {});
+    if ((read.words.empty() || read.words.size() > 3) && !read.help && !read.version && read.error.empty()) {
+        read.error = "a directory is needed, and two words more at most";
     }
-    quillon::Wanted wanted{QString::fromLocal8Bit(argv[1]), {}, {}, {}};
-    if (argc > 2) {
-        wanted.part = QString::fromLocal8Bit(argv[2]);
+    if (const auto status = quillon::answerAtOnce(read, "quillon-screenshots", quillon::kHelp)) {
+        return *status;
     }
-    if (argc > 3) {
-        QFile file(QString::fromLocal8Bit(argv[3]));
+    read.words.resize(3);
+    quillon::Wanted wanted{
+        QString::fromLocal8Bit(read.words[0]), QString::fromLocal8Bit(read.words[1]), {}, {}};
+    if (!read.words[2].empty()) {
+        QFile file(QString::fromLocal8Bit(read.words[2]));
         if (!file.open(QIODevice::ReadOnly)) {
-            std::fprintf(stderr, "cannot read %s\n", argv[3]);
+            std::fprintf(stderr, "cannot read %s\n", read.words[2].c_str());
             return 2;
         }
         wanted.texts = file.readAll().toStdString();
