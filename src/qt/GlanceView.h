@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include <QDateTime>
@@ -24,7 +25,7 @@ public:
     /// All that is written on it.
     [[nodiscard]] std::vector<Words> words() const;
     /// What the clock on the wall shows at the schedule's time zero.
-    void setStart(QDateTime start) { start_ = start; }
+    void setStart(QDateTime start) { start_ = std::move(start); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

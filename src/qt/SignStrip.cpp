@@ -137,7 +137,7 @@ void SignStrip::paintMarks(QPainter& painter) const {
     const int edge = height() / 2;
     const int left = placeOf(kPrompt, kRight).left();
     for (int i = 0; i < shown_.count.of; ++i) {
-        paintPlate(painter, QRectF(left + i * edge, (height() - edge + 4) / 2, edge - 4, edge - 4),
+        paintPlate(painter, QRectF(left + i * edge, (height() - edge + 4) / 2.0, edge - 4, edge - 4),
                    QColor::fromRgb(i < shown_.count.done ? kInk : kField), QColor::fromRgb(kInk), 1, 1);
     }
 }

@@ -126,7 +126,7 @@ void Stage::resize(QSize window) {
 QImage Stage::picture() {
     screen_->flush();
     if (GlanceView* glance = screen_->glance()) {
-        glance->setStart(QDate(2024, 2, 29).startOfDay().addSecs(9 * 3600)); // the same in every picture
+        glance->setStart(QDate(2024, 2, 29).startOfDay().addSecs(32'400)); // 09:00, the same in every picture
     }
     return screen_->window().grab().toImage();
 }
