@@ -22,8 +22,8 @@ struct Ground {
 /// the waits.
 [[nodiscard]] std::vector<std::string> movesFrom(Session& session, const Ground& ground);
 
-/// An operator without a plan in front of a generator without luck, with all that a hand can do; everything
-/// follows from the seed.
+/// Random actions of an operator and faults of a generator, from one seed, with all that a hand can do;
+/// everything follows from the seed.
 class Chance {
 public:
     Chance(const Ground& ground, std::uint32_t seed) : ground_(ground), engine_(seed) {}
