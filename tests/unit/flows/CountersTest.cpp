@@ -40,6 +40,17 @@ TEST_F(CountersTest, AProtocolErrorEndsTheReadingAtTheNextTick) {
     read();
 }
 
+TEST_F(CountersTest, WhatWaitsIsServedBetweenResetAndReading) {
+    read();
+    press("cmdResetT1");
+    wait(10000);
+    release("cmdResetT1");
+    bool served = false;
+    machine.time.schedule().post(0, [&] { served = true; });
+    click("cmdResetCounterYes");
+    EXPECT_TRUE(served);
+}
+
 TEST_F(CountersTest, TheGeneratorsWishForABeepSoundsOnce) {
     report("BEEP1");
     report("BEEPX");

@@ -18,6 +18,8 @@ TEST_F(ServiceTest, TheGeneratorAsksForTheLeaveToExpose) {
         msg("RX?");
         settle();
         EXPECT_THAT(sent, ElementsAre(leave ? "RX1" : "RX0"));
+        msg(leave ? "RX0" : "RX1"); // what it takes for the leave holds from then on
+        EXPECT_EQ(get<bool>("RXEnable"), !leave);
     }
 }
 
