@@ -305,6 +305,10 @@ Signs ctrQuillonConsole::signs() {
     return {parts_->glance, parts_->pending, parts_->status};
 }
 
+const ConsoleTexts& ctrQuillonConsole::texts() const {
+    return parts_->texts;
+}
+
 const Operations& ctrQuillonConsole::operations() const {
     return parts_->operations;
 }
