@@ -11,9 +11,6 @@ namespace {
 constexpr int kGoodbyeDelay = 1000; // ms
 constexpr int kShutdownHold = 4000; // ms the key has to be held
 
-constexpr std::string_view kShutdownQuestion = "Close the port and restart the PC?";
-constexpr std::string_view kRestartRefused = "The PC was not restarted: ";
-
 /// Anywhere on the command line this keeps the PC on.
 constexpr std::string_view kKeepPcOn = "-d";
 
@@ -103,7 +100,7 @@ void Closing::goodbyeTick() {
 }
 
 void Closing::shutdownTick() {
-    if (!context_.desktop.ask(kBoxTitle, kShutdownQuestion)) {
+    if (!context_.desktop.ask(context_.texts.sBoxTitle, context_.texts.sShutdownQuestion)) {
         return;
     }
     context_.link.leavePort();
@@ -116,7 +113,9 @@ void Closing::shutdownTick() {
         if (!context_.link.PortOpen()) {
             context_.events.CannotOpenPort.raise();
         }
-        context_.desktop.message(BoxKind::Critical, kBoxTitle, std::string(kRestartRefused) + *refusal);
+        context_.desktop.message(
+            BoxKind::Critical, context_.texts.sBoxTitle,
+            ConsoleTexts::filled(context_.texts.sRestartRefused, {std::string_view(*refusal)}));
     }
 }
 

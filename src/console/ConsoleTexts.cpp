@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "base/Text.h"
+
 namespace quillon {
 
 namespace {
@@ -21,9 +23,10 @@ struct KeyRow {
     std::string_view control;
 };
 
+/// The controls are parted by blanks.
 struct CaptionRow {
     std::string_view name;
-    std::string_view control;
+    std::string_view controls;
     std::string_view caption;
 };
 
@@ -84,6 +87,26 @@ constexpr std::array kTexts{
     TextRow{"sWarnTechnique",              &T::sWarnTechnique,              "Technique"},
     TextRow{"sWarnCollimator",             &T::sWarnCollimator,             "Collimator"},
     TextRow{"sErrorsSinceStart",           &T::sErrorsSinceStart,           "Errors since the start"},
+    TextRow{"sExit",                       &T::m_ExitCaption,               "Exit"},
+    TextRow{"sSoftwareVersions",           &T::sSoftwareVersions,           "SOFTWARE VERSIONS"},
+    TextRow{"sGeneratorVersion",           &T::sGeneratorVersion,           "Generator"},
+    TextRow{"sPointParameter",             &T::sPointParameter,             "PT%1 Parameter"},
+    // Dialogs and message boxes
+    TextRow{"sProtocolError",              &T::sProtocolError,              "Protocol Error"},
+    TextRow{"sProtocolErrorText",          &T::sProtocolErrorText,          "Please check comunication\r\nbetween console and generator"},
+    TextRow{"sDipSwitchError",             &T::sDipSwitchError,             "BQS Calibration Dip Switch Error"},
+    TextRow{"sDipSwitchErrorText",         &T::sDipSwitchErrorText,         "Please check calibration dip switch\r\nand toggle with power off"},
+    TextRow{"sBoxTitle",                   &T::sBoxTitle,                   kBoxTitle},
+    TextRow{"sBoxYes",                     &T::sBoxYes,                     "Yes"},
+    TextRow{"sBoxNo",                      &T::sBoxNo,                      "No"},
+    TextRow{"sBoxOK",                      &T::sBoxOK,                      "OK"},
+    TextRow{"sWindowTitle",                &T::sWindowTitle,                "Torvane Generator Service  Application"},
+    TextRow{"sShutdownQuestion",           &T::sShutdownQuestion,           "Close the port and restart the PC?"},
+    TextRow{"sRestartRefused",             &T::sRestartRefused,             "The PC was not restarted: %1"},
+    TextRow{"sNoNumber",                   &T::sNoNumber,                   "Not a valid number: %1 %2"},
+    TextRow{"sNoBaudrate",                 &T::sNoBaudrate,                 "Not a valid baudrate: %1"},
+    TextRow{"sNoPort",                     &T::sNoPort,                     "Cannot open port COM%1"},
+    TextRow{"sCannotOpenPort",             &T::sCannotOpenPort,             "Cannot Open Port: %1"},
 };
 
 // Texts that are nothing but the caption of their controls.
@@ -97,19 +120,53 @@ constexpr std::array kCaptions{
     CaptionRow{"sTube1RADCounter",         "lblT1RAD",                "TUBE 1 RAD"},
     CaptionRow{"sTube2RADCounter",         "lblT2RAD",                "TUBE 2 RAD"},
     CaptionRow{"sTubeFluoroCounter",       "lblTFluoro",              "FLUORO"},
+    CaptionRow{"sTube3RADCounter",         "lblT3RAD",                "TUBE 3 RAD"},
+    CaptionRow{"sResetTubeCounter",        "cmdResetT1 cmdResetT2 cmdResetFluoro cmdResetT3", "Reset"},
+    CaptionRow{"sServiceMode",             "lblQuillonConsole",       "Generator Service Mode"},
+    CaptionRow{"sActualExposureParameters", "fraActualExposureParameters", "Actual Exposure Parameters"},
+    CaptionRow{"scmbGoToUserMode",         "cmbGoToUserMode",         "Go to User Mode"},
+    CaptionRow{"scmdOrla",                 "cmdOrla",                 "Orla Autotracking Calibration"},
+    CaptionRow{"scmdMultiRoom",            "cmdMultiRoom",            "MultiRoom Calibration"},
+    // The autotracking positioner
+    CaptionRow{"sOrlaCalibration",         "fraOrla",                 "Orla Autotracking Analog Signals Calibration"},
+    CaptionRow{"sLongPosition",            "cmdLongPosition fraLong", "Ceiling Suspension Longitudinal Position"},
+    CaptionRow{"sTrayPosition",            "cmdTrayPosition",         "Table Tray Position"},
+    CaptionRow{"sTrayCalibration",         "fraTray",                 "Table Tray Position Calibration"},
+    CaptionRow{"sAlfaTubeAngle",           "cmdAlfaTubeAngle",        "Tube Alfa Angle"},
+    CaptionRow{"sAlfaCalibration",         "fraAlfa",                 "Tube Alfa Calibration"},
+    CaptionRow{"sBetaTubeAngle",           "cmdBetaTubeAngle",        "Tube Beta Angle"},
+    CaptionRow{"sBetaCalibration",         "fraBeta",                 "Tube Beta Calibration"},
+    CaptionRow{"sSIDCalibration",          "fraSID",                  "SID Calibration"},
+    CaptionRow{"sADCReadout",              "lblOTCLongADC lblOTCTrayADC lblTubeAlfaADC lblTubeBetaADC lblSIDADC", "ADC Readout"},
+    CaptionRow{"sSetPosition",             "cmdSetOTCLongPlus cmdSetOTCLongZero cmdSetOTCLongMinus "
+                                           "cmdSetOTCTrayPlus cmdSetOTCTrayZero cmdSetOTCTrayMinus "
+                                           "cmdSetTubeAlfaPlus cmdSetTubeAlfaZero cmdSetTubeAlfaMinus "
+                                           "cmdSetTubeBetaPlus cmdSetTubeBetaZero cmdSetTubeBetaMinus "
+                                           "cmdSetSIDPlus cmdSetSIDMinus", "Set"},
+    CaptionRow{"sSIDMax",                  "lblSIDPlus",              "Max"},
+    CaptionRow{"sSIDMin",                  "lblSIDMinus",             "Min"},
+    // The remote positioner
+    CaptionRow{"sRemote",                  "fraRemote",               "REMOTE"},
+    CaptionRow{"sRemoteConfiguration",     "lblTitleWBCalib",         "REMOTE POSITIONER CONFIGURATION"},
+    CaptionRow{"scmdSetNewSID",            "cmdSetNewSID",            "Store New SID"},
+    CaptionRow{"sStoredSID",               "LblStoredSID",            "Stored SID"},
+    CaptionRow{"scmdRequestSID",           "cmdRequestSID",           "Request stored SID"},
+    CaptionRow{"sADCValue",                "Label25",                 "ADC Value"},
+    CaptionRow{"scmdStoreCalibPoint",      "cmdStoreCalibPoint",      "Store"},
+    CaptionRow{"scmdNextCalibPoint",       "cmdNextCalibPoint",       "Next Point"},
+    CaptionRow{"sParameter",               "lblTitleParam",           "Parameter"},
+    CaptionRow{"scmdCalibrationGet",       "cmdCalibrationGet",       "Request calibration"},
 };
 constexpr std::array kKeys{
     KeyRow{"scmbClose",        &T::scmbClose,        "cmbClose"},
     KeyRow{"sResetCounterYes", &T::sResetCounterYes, "cmdResetCounterYes"},
     KeyRow{"sResetCounterNo",  &T::sResetCounterNo,  "cmdResetCounterNo"},
 };
-constexpr std::string_view kResetText = "sResetTubeCounter";
-constexpr std::array<std::string_view, 4> kResetKeys{"cmdResetT1", "cmdResetT2", "cmdResetFluoro", "cmdResetT3"};
 // clang-format on
 
-void captionResetKeys(ControlHost& console, std::string_view caption) {
-    for (const std::string_view key : kResetKeys) {
-        console[key].setCaption(caption);
+void setCaptions(ControlHost& console, std::string_view controls, std::string_view caption) {
+    for (const std::string_view name : split(controls, " ")) {
+        console[name].setCaption(caption);
     }
 }
 
@@ -119,14 +176,12 @@ void ConsoleTexts::initialize(ControlHost& console) {
     for (const TextRow& row : kTexts) {
         this->*row.member = row.text;
     }
-    m_ExitCaption = "Exit";
     for (const KeyRow& row : kKeys) {
         console[row.control].setCaption(this->*row.member);
     }
     for (const CaptionRow& row : kCaptions) {
-        console[row.control].setCaption(row.caption);
+        setCaptions(console, row.controls, row.caption);
     }
-    captionResetKeys(console, "Reset");
 }
 
 void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
@@ -142,34 +197,45 @@ void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
     }
     for (const CaptionRow& row : kCaptions) {
         operations.addWriteOnly(
-            row.name, [&console, &row](std::string_view text) { console[row.control].setCaption(text); });
+            row.name, [&console, &row](std::string_view text) { setCaptions(console, row.controls, text); });
     }
-    operations.addWriteOnly(kResetText,
-                            [&console](std::string_view text) { captionResetKeys(console, text); });
 }
 
 std::vector<std::string> ConsoleTexts::names() {
     std::vector<std::string> all;
-    all.reserve(kTexts.size() + kCaptions.size() + 1);
+    all.reserve(kTexts.size() + kCaptions.size());
     for (const TextRow& row : kTexts) {
         all.emplace_back(row.name);
     }
     for (const CaptionRow& row : kCaptions) {
         all.emplace_back(row.name);
     }
-    all.emplace_back(kResetText);
     return all;
 }
 
-std::string ConsoleTexts::filled(std::string text, std::initializer_list<std::int64_t> numbers) {
-    int place = 0;
-    for (const std::int64_t number : numbers) {
-        const std::string mark = "%" + std::to_string(++place);
-        if (const auto at = text.find(mark); at != std::string::npos) {
-            text.replace(at, mark.size(), std::to_string(number));
+std::string ConsoleTexts::filled(std::string_view text, std::initializer_list<std::string_view> parts) {
+    std::string whole;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::size_t place = text[at] == '%' && at + 1 < text.size()
+                                      ? static_cast<std::size_t>(text[at + 1] - '1')
+                                      : parts.size();
+        if (place < parts.size()) {
+            whole += parts.begin()[place];
+            ++at;
+        } else {
+            whole += text[at];
         }
     }
-    return text;
+    return whole;
+}
+
+std::string ConsoleTexts::filled(std::string_view text, std::initializer_list<std::int64_t> numbers) {
+    std::vector<std::string> words;
+    for (const std::int64_t number : numbers) {
+        words.push_back(std::to_string(number));
+    }
+    words.resize(2);
+    return numbers.size() == 1 ? filled(text, {words[0]}) : filled(text, {words[0], words[1]});
 }
 
 std::string ConsoleTexts::waitPrompt(std::string_view text) const {

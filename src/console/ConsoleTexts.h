@@ -13,7 +13,7 @@
 namespace quillon {
 
 inline constexpr std::string_view kLineBreak = "\r\n";
-/// What every message box is headed with.
+/// What a message box is headed with as long as nobody has replaced it.
 inline constexpr std::string_view kBoxTitle = "Torvane Generator Service";
 
 /// The operator's texts. Each can be replaced by name.
@@ -42,7 +42,6 @@ struct ConsoleTexts {
     std::string sFocus;
     std::string scmbClose;
     std::string scmbCancel;
-    std::string m_ExitCaption;
     std::string sResetCounterYes;
     std::string sResetCounterNo;
     std::string sResetExposureCounterTube1;
@@ -72,6 +71,25 @@ struct ConsoleTexts {
     std::string sWarnTechnique;
     std::string sWarnCollimator;
     std::string sErrorsSinceStart;
+    std::string m_ExitCaption;
+    std::string sSoftwareVersions;
+    std::string sGeneratorVersion;
+    std::string sPointParameter;
+    std::string sProtocolError;
+    std::string sProtocolErrorText;
+    std::string sDipSwitchError;
+    std::string sDipSwitchErrorText;
+    std::string sBoxTitle;
+    std::string sBoxYes;
+    std::string sBoxNo;
+    std::string sBoxOK;
+    std::string sWindowTitle;
+    std::string sShutdownQuestion;
+    std::string sRestartRefused;
+    std::string sNoNumber;
+    std::string sNoBaudrate;
+    std::string sNoPort;
+    std::string sCannotOpenPort;
 
     /// Sets the defaults, and the captions that come from texts.
     void initialize(ControlHost& console);
@@ -80,8 +98,11 @@ struct ConsoleTexts {
     /// The names of all texts that addTo() adds.
     [[nodiscard]] static std::vector<std::string> names();
 
-    /// The text with the numbers in the places that %1 and %2 mark; one without a place is left out.
-    [[nodiscard]] static std::string filled(std::string text, std::initializer_list<std::int64_t> numbers);
+    /// The text with the parts in the places that %1 and %2 mark; one without a place is left out.
+    [[nodiscard]] static std::string filled(std::string_view text,
+                                            std::initializer_list<std::string_view> parts);
+    [[nodiscard]] static std::string filled(std::string_view text,
+                                            std::initializer_list<std::int64_t> numbers);
     /// The text, a line break, and the request to wait.
     [[nodiscard]] std::string waitPrompt(std::string_view text) const;
 };

@@ -18,17 +18,16 @@ namespace {
 struct PointRow {
     int lowest;
     int highest;
-    std::string_view caption;
     std::string_view parameterLabel;
     std::string_view valueLabel;
 };
 
 // clang-format off
 constexpr std::array kPointRows{
-    PointRow{  0,  50, "PT1 Parameter", "LblParam1", "LblValue1"},
-    PointRow{ 50, 100, "PT2 Parameter", "LblParam2", "LblValue2"},
-    PointRow{100, 150, "PT3 Parameter", "LblParam3", "LblValue3"},
-    PointRow{150, 200, "PT4 Parameter", "LblParam4", "LblValue4"},
+    PointRow{  0,  50, "LblParam1", "LblValue1"},
+    PointRow{ 50, 100, "LblParam2", "LblValue2"},
+    PointRow{100, 150, "LblParam3", "LblValue3"},
+    PointRow{150, 200, "LblParam4", "LblValue4"},
 };
 // clang-format on
 
@@ -162,7 +161,8 @@ void RemotePositioner::nextPoint() {
     m_CalibPoint = static_cast<std::int16_t>(m_CalibPoint % static_cast<int>(kPoints) + 1);
     const auto point = static_cast<std::size_t>(m_CalibPoint - 1);
     m_CalibParameter = toInt16(static_cast<double>(m_PointParameter.at(point)) / kTenths);
-    console_["lblURSWHCalib1lbl"].setCaption(kPointRows.at(point).caption);
+    console_["lblURSWHCalib1lbl"].setCaption(
+        ConsoleTexts::filled(context_.texts.sPointParameter, {std::int64_t{m_CalibPoint}}));
     write(TxtParamCalib_, decimalText(m_CalibParameter));
 }
 

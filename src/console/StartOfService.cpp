@@ -125,11 +125,11 @@ void StartOfService::waitRefreshTick() {
 
 void StartOfService::showVersions(std::string_view generator) {
     std::string text;
-    text.append(kLineBreak).append("SOFTWARE VERSIONS").append(kLineBreak).append(kLineBreak);
+    text.append(kLineBreak).append(context_.texts.sSoftwareVersions).append(kLineBreak).append(kLineBreak);
     if (!state_.TouchPanelVersion.empty()) {
         text.append("Quillon ").append(state_.TouchPanelVersion).append(kLineBreak).append(kLineBreak);
     }
-    text.append("Generator ").append(generator);
+    text.append(context_.texts.sGeneratorVersion).append(" ").append(generator);
     context_.console["lblSoftwareVersion"].setCaption(text);
 }
 

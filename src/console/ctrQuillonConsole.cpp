@@ -24,6 +24,7 @@
 #include "console/layout/ConsoleControls.h"
 #include "console/panels/ConsolePanels.h"
 #include "link/LinkSilence.h"
+#include "panel/PanelPhrases.h"
 #include "ui/ScalingLayout.h"
 
 namespace quillon {
@@ -82,6 +83,7 @@ struct ctrQuillonConsole::Parts {
     TorvaneSerialV3_07_QLC1& link;
     ConsoleState state;
     ConsoleTexts texts;
+    Phrases phrases;
     Operations operations;
     ConsoleContext context;
     ScalingLayout layout;
@@ -196,6 +198,11 @@ void ctrQuillonConsole::Parts::addProperties() {
     operations.addReadOnly("QuillonConsoleVersion", [this] { return state.m_QuillonConsoleVersion; });
     operations.addReadOnly("TorvaneSerialVersion", [this] { return state.m_TorvaneSerialVersion; });
     texts.addTo(operations, console);
+    link.setPhrases(&phrases);
+    for (const PanelPhrase& row : kPanelPhrases) {
+        operations.addWriteOnly(row.name,
+                                [this, &row](std::string_view text) { phrases.replace(row.words, text); });
+    }
 
     operations.add("IniErrorDescription",
                    [this](std::string_view file) { console.IniErrorDescription(file); });
@@ -305,6 +312,10 @@ Signs ctrQuillonConsole::signs() {
     return {parts_->glance, parts_->pending, parts_->status};
 }
 
+const ConsoleTexts& ctrQuillonConsole::texts() const {
+    return parts_->texts;
+}
+
 const Operations& ctrQuillonConsole::operations() const {
     return parts_->operations;
 }
@@ -313,6 +324,9 @@ std::vector<std::string> ctrQuillonConsole::textNames() const {
     std::vector<std::string> all = ConsoleTexts::names();
     const std::vector<std::string> dialogs = parts_->panels.textNames();
     all.insert(all.end(), dialogs.begin(), dialogs.end());
+    for (const PanelPhrase& row : kPanelPhrases) {
+        all.emplace_back(row.name);
+    }
     return all;
 }
 

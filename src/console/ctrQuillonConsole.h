@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "console/ConsoleState.h"
+#include "console/ConsoleTexts.h"
 #include "console/Signs.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/EventLoop.h"
@@ -45,6 +46,7 @@ public:
     [[nodiscard]] const Operations& operations() const;
     /// Those of them that are the operator's texts, the dialogs' included.
     [[nodiscard]] std::vector<std::string> textNames() const;
+    [[nodiscard]] const ConsoleTexts& texts() const;
     ConsoleEvents events;
 
     /// The console appears: the wait for the generator begins.

@@ -15,13 +15,18 @@ namespace quillon {
 namespace {
 
 constexpr int kMouse = -1;
-constexpr int kSpaceKey = -2;
+constexpr int kSpaceKey = -2; // and the others that press what is in focus
+constexpr int kEscapeKey = -3;
 
 bool isBelow(const Control* control, const Control& top) {
     while (control != nullptr && control != &top) {
         control = control->container();
     }
     return control != nullptr;
+}
+
+bool presses(int key) {
+    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 bool takesKeyboard(Kind kind) {
@@ -187,21 +192,22 @@ bool InputRouter::keyPressed(const QKeyEvent& event) {
         moveFocus(event.key() == Qt::Key_Tab ? 1 : -1);
         return true;
     }
+    if (event.key() == Qt::Key_Escape) {
+        return escapePressed(event);
+    }
     if (focus_ == nullptr || !focusMarked_ || focus_->kind() == Kind::TextBox) {
         return false;
     }
-    if (event.key() == Qt::Key_Escape && held_.contains(kSpaceKey)) {
-        letGo(kSpaceKey, false);
-        return true;
-    }
-    if (event.key() == Qt::Key_Space) {
+    if (presses(event.key())) {
         // A held key repeats by the panel's own clock and not by the keyboard's.
-        if (!event.isAutoRepeat() && input_.reachable(*focus_)) {
+        if (!event.isAutoRepeat() && !held_.contains(kSpaceKey) && input_.reachable(*focus_)) {
+            pressing_ = event.key();
             hold(kSpaceKey, *focus_);
         }
         return true;
     }
     if (focus_->kind() == Kind::Slider && (event.key() == Qt::Key_Left || event.key() == Qt::Key_Right)) {
+        pressing_ = event.key();
         hold(kSpaceKey, *focus_);
         input_.drag(*focus_, focus_->value() + (event.key() == Qt::Key_Right ? 1 : -1));
         return true;
@@ -209,15 +215,39 @@ bool InputRouter::keyPressed(const QKeyEvent& event) {
     return false;
 }
 
-bool InputRouter::keyReleased(const QKeyEvent& event) {
-    if (event.isAutoRepeat() || !held_.contains(kSpaceKey)) {
-        return false;
+bool InputRouter::escapePressed(const QKeyEvent& event) {
+    if (event.isAutoRepeat()) {
+        return true; // one press answers one question
     }
-    if (event.key() == Qt::Key_Space || event.key() == Qt::Key_Left || event.key() == Qt::Key_Right) {
-        letGo(kSpaceKey, true);
+    if (held_.contains(kSpaceKey)) {
+        letGo(kSpaceKey, false);
         return true;
     }
-    return false;
+    Control* key = refusingKey();
+    if (key != nullptr && !held_.contains(kEscapeKey)) {
+        hold(kEscapeKey, *key);
+    }
+    return key != nullptr;
+}
+
+bool InputRouter::keyReleased(const QKeyEvent& event) {
+    if (event.isAutoRepeat()) {
+        return false;
+    }
+    const int finger = event.key() == Qt::Key_Escape ? kEscapeKey : kSpaceKey;
+    if (!held_.contains(finger) || (finger == kSpaceKey && event.key() != pressing_)) {
+        return false;
+    }
+    letGo(finger, true);
+    return true;
+}
+
+Control* InputRouter::refusingKey() const {
+    std::vector<Control*> found = keyboardOrder();
+    std::erase_if(found, [](const Control* each) {
+        return each->kind() != Kind::Button || each->role() != Role::Decline;
+    });
+    return found.size() == 1 ? found.front() : nullptr;
 }
 
 std::vector<Control*> InputRouter::keyboardOrder() const {

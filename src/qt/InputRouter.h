@@ -43,6 +43,9 @@ private:
     void letGoOfAll();
 
     [[nodiscard]] std::vector<Control*> keyboardOrder() const;
+    /// The key that refuses what is asked; empty where nothing is asked, or more than one thing.
+    [[nodiscard]] Control* refusingKey() const;
+    bool escapePressed(const QKeyEvent& event);
     void moveFocus(int step);
     void setFocus(Control* control, bool byKeyboard);
     [[nodiscard]] std::int32_t sliderValue(const Control& control, QPoint place) const;
@@ -50,7 +53,8 @@ private:
     Screen& screen_;
     ControlHost& form_;
     Input& input_;
-    std::map<int, Control*> held_; // by finger; the mouse and the Space key count as one each
+    std::map<int, Control*> held_; // by finger; the mouse and two kinds of keys count as one each
+    int pressing_ = 0;             // the key that holds what is in focus
     Control* focus_ = nullptr;
     bool focusMarked_ = false;
 };

@@ -83,8 +83,8 @@ std::optional<Words> KeyView::words() const {
     if (!control().art().empty()) {
         return std::nullopt;
     }
-    return Words{contentPlace(), toQtLines(control().caption()), consoleFont(control().fontSize()), ink(),
-                 face()};
+    return Words{contentPlace(), toQtLines(control().onScreen(control().caption())),
+                 consoleFont(control().fontSize()), ink(), face()};
 }
 
 void KeyView::paintKey(QPainter& painter) const {

@@ -69,7 +69,7 @@ QColor LabelView::ground() const {
 std::optional<Words> LabelView::words() const {
     const RankLook* look = rank();
     Words words{rect(),
-                toQtLines(control().caption()).trimmed(),
+                toQtLines(control().onScreen(control().caption())).trimmed(),
                 consoleFont(control().fontSize(), control().role() != Role::Plain),
                 QColor::fromRgb(look != nullptr                 ? look->ink
                                 : looksDisabled() || looksOld() ? kMutedInk

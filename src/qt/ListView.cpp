@@ -24,6 +24,9 @@ public:
         : QWidget(parent, Qt::Popup), entries_(control.items()), font_(consoleFont(control.fontSize())),
           marked_(control.listIndex()), taken_(std::move(taken)) {
         setAttribute(Qt::WA_DeleteOnClose);
+        for (std::string& entry : entries_) {
+            entry = control.onScreen(entry);
+        }
     }
 
     [[nodiscard]] QSize sizeHint() const override {
@@ -155,7 +158,7 @@ double ListView::arrowArm() const {
 
 std::optional<Words> ListView::words() const {
     return Words{rect().adjusted(7, 1, static_cast<int>(-14 - 2 * arrowArm()), -1),
-                 toQt(control().text()),
+                 toQt(control().onScreen(control().text())),
                  consoleFont(control().fontSize()),
                  QColor::fromRgb(isEnabled() ? kInk : kMutedInk),
                  ground(),

@@ -30,11 +30,16 @@ QPixmap signOf(QMessageBox::Icon icon) {
     return sign;
 }
 
-void fitForFingers(QMessageBox& box) {
-    for (QAbstractButton* button : box.buttons()) {
-        button->setMinimumSize(kButtonSize);
-        button->setIcon({});
-        button->setText(button->text().remove(QLatin1Char('&')));
+/// Without a letter that presses a button unasked, whoever wrote the words.
+void fitForFingers(QMessageBox& box, const QtDesktop::ButtonWords& words) {
+    const std::pair<QMessageBox::StandardButton, std::string_view> all[]{
+        {QMessageBox::Yes, words.yes}, {QMessageBox::No, words.no}, {QMessageBox::Ok, words.ok}};
+    for (const auto& [which, text] : all) {
+        if (QAbstractButton* button = box.button(which)) {
+            button->setMinimumSize(kButtonSize);
+            button->setIcon({});
+            button->setText(toQt(text).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        }
     }
 }
 
@@ -76,7 +81,7 @@ int QtDesktop::run(QMessageBox::Icon icon, std::string_view title, std::string_v
     if (buttons.testFlag(QMessageBox::No)) {
         box.setDefaultButton(QMessageBox::No);
     }
-    fitForFingers(box);
+    fitForFingers(box, words_ ? words_() : ButtonWords{"Yes", "No", "OK"});
 
     // A box that comes while one is up waits in the queue. Its own loop runs inside the other's, so the calls
     // return in the reverse order, each with its own answer.

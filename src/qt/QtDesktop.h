@@ -1,6 +1,9 @@
 #pragma once
 
 #include <deque>
+#include <functional>
+#include <string>
+#include <utility>
 
 #include <QMessageBox>
 #include <QPointer>
@@ -14,6 +17,13 @@ class QtDesktop final : public Desktop {
 public:
     /// The window that boxes belong to and that is put on top. Not owned.
     void setWindow(QWidget* window) { window_ = window; }
+    /// The words of the buttons, asked for whenever a box opens.
+    struct ButtonWords {
+        std::string yes;
+        std::string no;
+        std::string ok;
+    };
+    void setButtonWords(std::function<ButtonWords()> words) { words_ = std::move(words); }
 
     [[nodiscard]] int screenWidth() const override;
     [[nodiscard]] int screenHeight() const override;
@@ -29,6 +39,7 @@ private:
             QMessageBox::StandardButtons buttons);
 
     QPointer<QWidget> window_;
+    std::function<ButtonWords()> words_;
     std::deque<QMessageBox*> boxes_; // the first is up, the others wait for it
     bool topMost_ = false;
 };

@@ -26,7 +26,7 @@ QColor FrameView::ground() const {
 }
 
 std::optional<Words> FrameView::words() const {
-    const QString caption = toQtLines(control().caption()).trimmed();
+    const QString caption = toQtLines(control().onScreen(control().caption())).trimmed();
     if (caption.isEmpty()) {
         return std::nullopt;
     }

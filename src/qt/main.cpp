@@ -17,6 +17,7 @@
 #include "base/ProgramArguments.h"
 #include "console/ConsoleTexts.h"
 #include "console/ConsoleVersion.h"
+#include "console/ctrQuillonConsole.h"
 #include "qt/Convert.h"
 #include "qt/EndRequest.h"
 #include "qt/LatenessTrace.h"
@@ -217,6 +218,10 @@ int run(const Options& options) {
     application.setScreen(&screen);
     screen.window().setReadable();
     desktop.setWindow(&screen.window());
+    desktop.setButtonWords([&application] {
+        const ConsoleTexts& texts = application.console().texts();
+        return QtDesktop::ButtonWords{texts.sBoxYes, texts.sBoxNo, texts.sBoxOK};
+    });
     driver.guard(screen.window());
     const Priority priority;
     const StartupTrace trace(screen.window());

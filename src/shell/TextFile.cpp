@@ -77,7 +77,7 @@ void replaceTexts(const ctrQuillonConsole& console, const Folder& folder, Deskto
         report.append(kLineBreak).append("and " + std::to_string(problems - kLongestReport) + " more");
     }
     if (problems > 0) {
-        desktop.message(BoxKind::Info, kBoxTitle,
+        desktop.message(BoxKind::Info, console.texts().sBoxTitle,
                         "Not all of \"" + std::string(kTextFile) + "\" can be used." + report);
     }
 }

@@ -15,7 +15,6 @@ namespace quillon {
 
 namespace {
 
-constexpr std::string_view kTitle = "Torvane Generator Service  Application";
 constexpr std::string_view kErrorFile = "error_info.txt";
 constexpr std::string_view kConfigurationFile = "Quillon.ini";
 constexpr std::string_view kSection = "CONFIG";
@@ -50,7 +49,7 @@ frmMain::frmMain(const Context& context, std::unique_ptr<ctrQuillonConsole> cons
       desktop_(context.desktop), commandLine_(context.commandLine), Quillon(*console) {
     adopt(std::move(console));
     setVisible(false);
-    setCaption(kTitle);
+    setCaption(Quillon.texts().sWindowTitle);
     setPlace({0, 0, kDesignWidth, kDesignHeight});
     Quillon.events.Goodbye.connect([this] { Quillon_Goodbye(); });
     Quillon.events.CannotOpenPort.connect([this] { Quillon_CannotOpenPort(); });
@@ -64,8 +63,8 @@ void frmMain::Form_Load() {
     applySpeed();
     Quillon.PortOpen(true);
     Quillon.IniErrorDescription(kErrorFile);
-    setCaption(std::string(kTitle) + " (COM" + decimalText(m_Port) + ", " + decimalText(baudrate_) + ", " +
-               decimalText(Quillon.DataBits()) + ", " + decimalText(Quillon.StopBits()) + ")");
+    setCaption(Quillon.texts().sWindowTitle + " (COM" + decimalText(m_Port) + ", " + decimalText(baudrate_) +
+               ", " + decimalText(Quillon.DataBits()) + ", " + decimalText(Quillon.StopBits()) + ")");
     applySize();
     Quillon.setProjectName("Quillon");
     m_CanClose = false;
@@ -176,7 +175,7 @@ bool frmMain::readNumber(std::string_view name, std::string_view value, std::int
                          std::int16_t least) {
     const auto read = numberIn(value);
     if (!read || *read < least) {
-        tell(BoxKind::Info, "Not a valid number: " + std::string(name) + " " + std::string(value));
+        tell(BoxKind::Info, ConsoleTexts::filled(Quillon.texts().sNoNumber, {name, value}));
         return false;
     }
     number = *read;
@@ -187,7 +186,7 @@ void frmMain::applyPort() {
     if (m_Port >= 1 && m_Port <= kLastPort) {
         Quillon.setPort(m_Port);
     } else {
-        tell(BoxKind::Info, "Cannot open port COM" + decimalText(m_Port));
+        tell(BoxKind::Info, ConsoleTexts::filled(Quillon.texts().sNoPort, {std::int64_t{m_Port}}));
     }
 }
 
@@ -195,7 +194,7 @@ void frmMain::applySpeed() {
     if (baudrate_ == 9600 || baudrate_ == 19200) {
         Quillon.setBaudrate(baudrate_);
     } else {
-        tell(BoxKind::Info, "Not a valid baudrate: " + decimalText(baudrate_));
+        tell(BoxKind::Info, ConsoleTexts::filled(Quillon.texts().sNoBaudrate, {std::int64_t{baudrate_}}));
     }
 }
 
@@ -259,11 +258,11 @@ void frmMain::Quillon_Goodbye() {
 }
 
 void frmMain::Quillon_CannotOpenPort() {
-    tell(BoxKind::Critical, "Cannot Open Port: " + decimalText(m_Port));
+    tell(BoxKind::Critical, ConsoleTexts::filled(Quillon.texts().sCannotOpenPort, {std::int64_t{m_Port}}));
 }
 
 void frmMain::tell(BoxKind kind, std::string_view text) {
-    desktop_.message(kind, kBoxTitle, text);
+    desktop_.message(kind, Quillon.texts().sBoxTitle, text);
 }
 
 } // namespace quillon

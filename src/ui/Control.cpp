@@ -331,4 +331,9 @@ void Control::notify() {
     }
 }
 
+std::string Control::onScreen(std::string_view words) const {
+    const Phrases* phrases = host_ == nullptr ? nullptr : host_->phrases();
+    return phrases == nullptr ? std::string(words) : phrases->shown(words);
+}
+
 } // namespace quillon

@@ -192,6 +192,9 @@ public:
     /// What it holds was reported before the last silence, and not since.
     [[nodiscard]] bool old() const;
 
+    /// What stands on the screen for words that it holds: its host's phrases may say it in another language.
+    [[nodiscard]] std::string onScreen(std::string_view words) const;
+
     /// What it lies on; empty for a form.
     [[nodiscard]] Control* container() const { return container_; }
     /// Whose control it is; empty for a form.

@@ -10,6 +10,7 @@
 #include "base/Text.h"
 #include "runtime/Schedule.h"
 #include "ui/Control.h"
+#include "ui/Phrases.h"
 #include "ui/ReportAge.h"
 
 namespace quillon {
@@ -82,6 +83,9 @@ public:
     /// Who knows whether its controls are written by reports. Not owned.
     void setReportAge(const ReportAge* age) { reportAge_ = age; }
     [[nodiscard]] const ReportAge* reportAge() const { return reportAge_; }
+    /// What stands for the words of its controls. Not owned; empty where they stand for themselves.
+    void setPhrases(const Phrases* phrases) { phrases_ = phrases; }
+    [[nodiscard]] const Phrases* phrases() const { return phrases_; }
     /// A silence began: what is old now has to look so.
     void showAge();
 
@@ -109,6 +113,7 @@ private:
     std::map<std::string, ControlHost*, NoCaseLess> byKey_;
     std::shared_ptr<std::vector<std::unique_ptr<Control>>> removed_;
     const ReportAge* reportAge_ = nullptr;
+    const Phrases* phrases_ = nullptr;
     ChangeSink* sink_ = nullptr;
 };
 

@@ -141,6 +141,37 @@ TEST_F(InputRouterTest, TheKeyboardWalksInTheOrderOfEnumerationAndPressesWithSpa
     EXPECT_EQ(takeLog(), "third press, third release, third abandon, ") << "Escape takes the press back";
 }
 
+TEST_F(InputRouterTest, EnterPressesWhatIsInFocusAndEscapeTheOneKeyThatRefuses) {
+    strike(Qt::Key_Return);
+    strike(Qt::Key_Escape);
+    EXPECT_EQ(takeLog(), "") << "no key is pressed that nobody chose";
+    key(QEvent::KeyPress, Qt::Key_Tab);
+    for (const int code : {Qt::Key_Return, Qt::Key_Enter}) {
+        strike(code);
+        EXPECT_EQ(takeLog(), "first press, first release, first click, ");
+    }
+    key(QEvent::KeyPress, Qt::Key_Return);
+    key(QEvent::KeyPress, Qt::Key_Return, true);
+    strike(Qt::Key_Space);
+    EXPECT_EQ(takeLog(), "first press, ") << "one finger is on it";
+    second.setRole(Role::Decline);
+    key(QEvent::KeyPress, Qt::Key_Escape);
+    key(QEvent::KeyPress, Qt::Key_Escape, true);
+    EXPECT_EQ(takeLog(), "first release, first abandon, ") << "what is held comes first";
+    key(QEvent::KeyRelease, Qt::Key_Escape);
+    key(QEvent::KeyPress, Qt::Key_Escape);
+    EXPECT_TRUE(screen.view(second)->pressed());
+    key(QEvent::KeyRelease, Qt::Key_Escape);
+    EXPECT_EQ(takeLog(), "second press, second release, second click, ");
+    first.setRole(Role::Decline);
+    strike(Qt::Key_Escape);
+    EXPECT_EQ(takeLog(), "") << "two questions at a time";
+    first.setEnabled(false);
+    second.setEnabled(false);
+    strike(Qt::Key_Escape);
+    EXPECT_EQ(takeLog(), "") << "out of reach";
+}
+
 TEST_F(InputRouterTest, ASliderMovesWithTheFingerAndIsToldWhenItIsLetGo) {
     Control& slider = add(Kind::Slider, "slider", {0, 1500, 3000, 750});
     slider.setMaximum(100);

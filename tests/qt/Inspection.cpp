@@ -183,23 +183,31 @@ Findings smallTargets(Screen& screen, const Control& form, int finger) {
     return findings;
 }
 
-std::string textOn(Screen& screen, const Control& form) {
+std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
     screen.flush();
-    std::string text;
-    walk(screen, form, [&text](const ControlView& view) {
+    std::vector<ShownText> texts{{pathOf(form), screen.window().windowTitle().toStdString()}};
+    walk(screen, form, [&texts](const ControlView& view) {
         if (const auto words = view.words()) {
-            text += words->text.toStdString() + "\n";
+            texts.push_back({pathOf(view.control()), words->text.toStdString()});
         }
     });
+    std::vector<Words> beside = screen.strip()->words();
     if (const GlanceView* glance = screen.glance()) {
-        for (const Words& words : glance->words()) {
-            text.append(words.text.toStdString()).append("\n");
-        }
+        const std::vector<Words> words = glance->words();
+        beside.insert(beside.end(), words.begin(), words.end());
     }
-    for (const Words& words : screen.strip()->words()) {
-        text += words.text.toStdString() + "\n";
+    for (const Words& words : beside) {
+        texts.push_back({pathOf(form), words.text.toStdString()});
     }
-    return text;
+    return texts;
+}
+
+std::string textOn(Screen& screen, const Control& form) {
+    std::string all;
+    for (const ShownText& shown : textsOn(screen, form)) {
+        all.append(shown.text).append("\n");
+    }
+    return all;
 }
 
 } // namespace quillon

@@ -17,7 +17,13 @@ namespace quillon {
 /// Keys, lists, sliders and boxes on show that are smaller than a finger.
 [[nodiscard]] std::vector<std::string> smallTargets(Screen& screen, const Control& form, int finger);
 
-/// The texts that stand on a screen.
+/// A text on the screen and whose it is; the form's where it is no control's.
+struct ShownText {
+    std::string path;
+    std::string text;
+};
+[[nodiscard]] std::vector<ShownText> textsOn(Screen& screen, const Control& form);
+/// The same in one piece.
 [[nodiscard]] std::string textOn(Screen& screen, const Control& form);
 
 /// A control's name with those around it, such as "Quillon/fraRemote/cmdUPSid".

@@ -66,6 +66,25 @@ TEST(QtDesktop, OneBoxIsUpAtATimeAndTimeGoesOn) {
     schedule.post(90, [&] { expectBox("2?", QMessageBox::Yes); });
     desktop.message(BoxKind::Critical, "first", "1");
     EXPECT_EQ(order + "first", "second yes, first");
+
+    // The buttons speak the console's language; who answers without looking refuses.
+    desktop.setButtonWords([] { return QtDesktop::ButtonWords{"J\xE4", "N&o", "Gut"}; });
+    for (const int code : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_J}) {
+        schedule.post(20, [code] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->button(QMessageBox::Yes)->text(), QStringLiteral("Jä"));
+            EXPECT_EQ(box->button(QMessageBox::No)->text(), "N&&o");
+            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                QKeyEvent event(type, code, Qt::NoModifier);
+                QApplication::sendEvent(box->focusWidget() != nullptr ? box->focusWidget() : box, &event);
+            }
+            if (box->isVisible()) {
+                box->reject();
+            }
+        });
+        EXPECT_FALSE(desktop.ask("third", "3?")) << code;
+    }
 }
 
 // A system bus that is not there refuses everything, and nothing of this PC can be reached through it.

@@ -32,11 +32,11 @@ TEST(CommittedFiles, TheProtocolDocumentIsWhatTheTablesSay) {
 
 class TextsTest : public testing::Test {
 protected:
-    Application& start(std::string_view texts) {
+    Application& start(std::string_view texts, std::string_view commandLine = "") {
         machine.folder.put("texts.txt", texts);
         application.emplace(Platform{machine.time.schedule(), machine.time, machine.port, machine.store,
                                      machine.folder, machine.desktop, machine.power},
-                            "");
+                            commandLine);
         application->start();
         return *application;
     }
@@ -81,6 +81,30 @@ TEST_F(TextsTest, TextsReachPromptsCaptionsAndDialogs) {
     machine.time.advance(12'000);
     application->console()["cmbConfiguration"].on.click();
     EXPECT_EQ(control("lblHelp").caption(), "a\r\nb\\n\\c\r\nPlease Wait");
+}
+
+TEST_F(TextsTest, MessageBoxesSayWhatTheTextsSay) {
+    std::string texts;
+    for (const std::string_view name : {"sBoxTitle", "sShutdownQuestion", "sRestartRefused", "sNoNumber",
+                                        "sNoBaudrate", "sNoPort", "sCannotOpenPort"}) {
+        texts.append(name).append("=").append(name).append(" %2 %1%\n");
+    }
+    for (int port = 0; port < 10; ++port) {
+        machine.port.setFailing(port, true);
+    }
+    machine.power.setRefusal("%1");
+    start(texts, "-P99 -S%2 -S1");
+    machine.desktop.answer(MemoryDesktop::Answer::Yes);
+    application->input().press(application->console()["cmbClose"]);
+    machine.time.advance(4000);
+    std::vector<std::string> said;
+    for (const MemoryDesktop::Shown& box : machine.desktop.boxes()) {
+        EXPECT_EQ(box.title, "sBoxTitle %2 %1%");
+        said.push_back(box.text);
+    }
+    EXPECT_THAT(said, ElementsAre("sNoNumber %2 -S%", "sNoPort %2 99%", "sNoBaudrate %2 1%",
+                                  "sCannotOpenPort %2 99%", "sShutdownQuestion %2 %1%",
+                                  "sCannotOpenPort %2 99%", "sRestartRefused %2 %1%"));
 }
 
 TEST_F(TextsTest, WhatCannotBeUsedIsToldInOneBoxAndTheRestIsUsed) {

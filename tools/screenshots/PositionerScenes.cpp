@@ -23,6 +23,7 @@ void remote(Stage& stage) {
 
 void remoteRefused(Stage& stage) {
     remote(stage);
+    stage.click("cmdNextCalibPoint");
     stage.type("txtRemoteSID", "12a");
     stage.click("cmdSetNewSID");
 }

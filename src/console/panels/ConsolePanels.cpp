@@ -22,14 +22,14 @@ constexpr std::string_view kProgram = "Quillon.";
 
 struct ErrorRow {
     std::int16_t code;
-    std::string_view caption;
-    std::string_view message;
+    std::string ConsoleTexts::*caption;
+    std::string ConsoleTexts::*message;
 };
 
 // clang-format off
 constexpr std::array kErrors{
-    ErrorRow{ErrorCode::Protocol,  "Protocol Error",                   "Please check comunication\r\nbetween console and generator"},
-    ErrorRow{ErrorCode::DipSwitch, "BQS Calibration Dip Switch Error", "Please check calibration dip switch\r\nand toggle with power off"},
+    ErrorRow{ErrorCode::Protocol,  &ConsoleTexts::sProtocolError,  &ConsoleTexts::sProtocolErrorText},
+    ErrorRow{ErrorCode::DipSwitch, &ConsoleTexts::sDipSwitchError, &ConsoleTexts::sDipSwitchErrorText},
 };
 // clang-format on
 
@@ -217,10 +217,11 @@ void ConsolePanels::ErrorMessage(std::int16_t code) {
     if (panel == nullptr) {
         return;
     }
+    panel->set("sOK", context_.texts.sBoxOK);
     for (const ErrorRow& error : kErrors) {
         if (error.code == code) {
-            panel->set("Caption", std::string(error.caption));
-            panel->set("sMessage", std::string(error.message));
+            panel->set("Caption", context_.texts.*error.caption);
+            panel->set("sMessage", context_.texts.*error.message);
         }
     }
     show(row, *panel);

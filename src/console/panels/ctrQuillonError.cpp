@@ -10,6 +10,7 @@ constexpr std::array kTexts{
     // clang-format off
     ModalPanel::TextRow{"sMessage", "lblError"},
     ModalPanel::TextRow{"Caption",  "myCaption"},
+    ModalPanel::TextRow{"sOK",      "cmbOK"},
     // clang-format on
 };
 
