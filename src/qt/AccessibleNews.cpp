@@ -17,6 +17,7 @@ namespace {
 
 // A timer and no queued call: whatever records a session brings its time up to date at a timer.
 constexpr int kMoment = 1; // ms
+constexpr int kNews = 50;  // ms, within which several changes are told together
 
 void tap(QWindow& window, QPoint place) {
     const QPointF at(place);
@@ -27,8 +28,8 @@ void tap(QWindow& window, QPoint place) {
     QCoreApplication::sendEvent(&window, &up);
 }
 
-template <typename Event> void tellOf(QWidget& widget, QAccessible::Event what) {
-    Event event(&widget, what);
+void tellOf(QWidget& widget, QAccessible::Event what) {
+    QAccessibleEvent event(&widget, what);
     QAccessible::updateAccessibility(&event);
 }
 
@@ -36,8 +37,18 @@ void tellState(QWidget& widget, const QAccessible::State& before, const QAccessi
     QAccessible::State changed;
     changed.disabled = before.disabled != now.disabled;
     changed.checked = before.checked != now.checked;
-    if (changed.disabled || changed.checked) {
+    changed.expanded = before.expanded != now.expanded;
+    if (changed.disabled || changed.checked || changed.expanded) {
         QAccessibleStateChangeEvent event(&widget, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+/// The entries of a list that has opened.
+void tellEntries(QWidget& list) {
+    const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&list);
+    for (int i = 0; i < node->childCount(); ++i) {
+        QAccessibleEvent event(node->child(i), QAccessible::ObjectCreated);
         QAccessible::updateAccessibility(&event);
     }
 }
@@ -61,7 +72,7 @@ AccessibleNews* AccessibleNews::of(const QWidget& widget) {
 
 void AccessibleNews::look() {
     if (QAccessible::isActive() && !soon_.isActive()) {
-        soon_.start(0);
+        soon_.start(kNews);
     }
 }
 
@@ -120,27 +131,30 @@ void AccessibleNews::tell() {
     for (const auto& [widget, old] : before) {
         const auto still = told_.find(widget);
         if (old.widget != nullptr && (still == told_.end() || still->second.above != old.above)) {
-            tellOf<QAccessibleEvent>(*old.widget, QAccessible::ObjectDestroyed);
+            tellOf(*old.widget, QAccessible::ObjectDestroyed);
         }
     }
     for (const auto& [widget, shown] : told_) {
         const auto known = before.find(widget);
         if (known == before.end() || known->second.widget == nullptr || known->second.above != shown.above) {
-            tellOf<QAccessibleEvent>(*shown.widget, QAccessible::ObjectCreated);
+            tellOf(*shown.widget, QAccessible::ObjectCreated);
             continue;
         }
         const Told& old = known->second;
         if (old.name != shown.name) {
-            tellOf<QAccessibleEvent>(*shown.widget, QAccessible::NameChanged);
+            tellOf(*shown.widget, QAccessible::NameChanged);
         }
         if (old.description != shown.description) {
-            tellOf<QAccessibleEvent>(*shown.widget, QAccessible::DescriptionChanged);
+            tellOf(*shown.widget, QAccessible::DescriptionChanged);
         }
         if (old.value != shown.value) {
             QAccessibleValueChangeEvent event(shown.widget, shown.value);
             QAccessible::updateAccessibility(&event);
         }
         tellState(*shown.widget, old.state, shown.state);
+        if (shown.state.expanded && !old.state.expanded) {
+            tellEntries(*shown.widget);
+        }
     }
 }
 

@@ -27,7 +27,7 @@ bool holdsOthers(const Control& control) {
 
 /// It is a node: what it lies on without a name is none, and neither is a label without text.
 bool isNode(const ControlView& view) {
-    return view.isVisible() && (view.isWindow() || !accessibleName(view.control()).isEmpty());
+    return view.isVisible() && (view.isWindow() || !accessibleName(view.control(), view.signs()).isEmpty());
 }
 
 QRegion seen(const ControlView& view) {
@@ -117,7 +117,7 @@ public:
             return {};
         }
         if (what == QAccessible::Name) {
-            return view_.isWindow() ? view_.windowTitle() : accessibleName(view_.control());
+            return view_.isWindow() ? view_.windowTitle() : accessibleName(view_.control(), view_.signs());
         }
         if (what == QAccessible::Description) {
             return accessibleDescription(view_.control(), view_.signs());

@@ -4,9 +4,9 @@
 #include <array>
 #include <string_view>
 
-#include <QCoreApplication>
 #include <QStringList>
 
+#include "console/ConsoleTexts.h"
 #include "console/PendingKeys.h"
 #include "qt/Convert.h"
 
@@ -14,16 +14,14 @@ namespace quillon {
 
 namespace {
 
+using T = ConsoleTexts;
+
 struct ArtName {
     std::string_view art;
-    const char* name;
+    std::string T::*name;
 };
-constexpr std::array kLampArt{ArtName{"preparation", QT_TRANSLATE_NOOP("quillon", "Preparation")},
-                              ArtName{"exposure", QT_TRANSLATE_NOOP("quillon", "Exposure")}};
-
-QString word(const char* text) {
-    return QCoreApplication::translate("quillon", text);
-}
+constexpr std::array kLampArt{ArtName{"preparation", &T::sStatePreparation},
+                              ArtName{"exposure", &T::sStateExposure}};
 
 QString oneLine(std::string_view text) {
     return toQtLines(text).simplified();
@@ -115,10 +113,10 @@ QString subjectOf(const Control& control) {
     return {};
 }
 
-QString keyName(const Control& key) {
+QString keyName(const Control& key, const Signs* signs) {
     for (const ArtName& lamp : kLampArt) {
         if (key.art() == lamp.art) {
-            return word(lamp.name);
+            return signs != nullptr ? oneLine(signs->texts.*lamp.name) : toQt(lamp.art);
         }
     }
     const QString sign = key.art() == "up"     ? QStringLiteral("+")
@@ -144,22 +142,45 @@ QString panelName(const Control& panel) {
     return first;
 }
 
-const char* rankOf(Role role) {
+std::string T::*rankOf(Role role) {
     switch (role) {
     case Role::Prompt:
-        return QT_TRANSLATE_NOOP("quillon", "prompt");
+        return &T::sMarkPrompt;
     case Role::Radiation:
-        return QT_TRANSLATE_NOOP("quillon", "radiation");
+        return &T::sMarkRadiation;
     case Role::Good:
-        return QT_TRANSLATE_NOOP("quillon", "good");
+        return &T::sMarkGood;
     case Role::Warning:
-        return QT_TRANSLATE_NOOP("quillon", "warning");
+        return &T::sMarkWarning;
     case Role::Interlock:
     case Role::Alarm:
-        return QT_TRANSLATE_NOOP("quillon", "alarm");
+        return &T::sMarkAlarm;
     default:
         return nullptr;
     }
+}
+
+/// What is to be seen of the control beside its words.
+QStringList marksOf(const Control& control, const Signs& signs) {
+    QStringList all;
+    const auto add = [&](std::string T::*text) { all << oneLine(signs.texts.*text); };
+    if (const auto rank = rankOf(control.role())) {
+        add(rank);
+    }
+    if (control.lamp() && isLit(control)) {
+        add(&T::sMarkLit);
+    }
+    if (control.keptBack()) {
+        add(&T::sMarkKeptBack);
+    }
+    if (signs.pending.waits(control)) {
+        add(&T::sMarkPending);
+    }
+    const bool value = control.kind() == Kind::TextBox || control.role() == Role::Field;
+    if (value && control.old()) {
+        add(&T::sMarkOld);
+    }
+    return all;
 }
 
 } // namespace
@@ -169,7 +190,7 @@ bool isLit(const Control& control) {
            control.role() != Role::Decline;
 }
 
-QString accessibleName(const Control& control) {
+QString accessibleName(const Control& control, const Signs* signs) {
     switch (control.kind()) {
     case Kind::Form:
     case Kind::Frame:
@@ -180,7 +201,7 @@ QString accessibleName(const Control& control) {
         return panel ? panelName(control) : QString();
     }
     case Kind::Button:
-        return keyName(control);
+        return keyName(control, signs);
     case Kind::Label:
         return oneLine(control.caption());
     case Kind::TextBox:
@@ -205,21 +226,8 @@ QString accessibleDescription(const Control& control, const Signs* signs) {
         (control.kind() == Kind::Label && control.role() == Role::Field)) {
         all << subjectOf(control);
     }
-    if (const char* rank = rankOf(control.role())) {
-        all << word(rank);
-    }
-    if (control.lamp() && isLit(control)) {
-        all << word(QT_TRANSLATE_NOOP("quillon", "lit"));
-    }
-    if (control.keptBack()) {
-        all << word(QT_TRANSLATE_NOOP("quillon", "does nothing while the error stands"));
-    }
-    if (key && signs != nullptr && signs->pending.waits(control)) {
-        all << word(QT_TRANSLATE_NOOP("quillon", "sent, not confirmed"));
-    }
-    const bool value = control.kind() == Kind::TextBox || control.role() == Role::Field;
-    if (value && control.old()) {
-        all << word(QT_TRANSLATE_NOOP("quillon", "from before the silence"));
+    if (signs != nullptr) {
+        all << marksOf(control, *signs);
     }
     all.removeAll(QString());
     return all.join(QStringLiteral(", "));

@@ -69,7 +69,7 @@ ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidge
     case Kind::Label:
         return new LabelView(control, parent, signs);
     case Kind::TextBox:
-        return new TextView(control, input, parent);
+        return new TextView(control, input, parent, signs);
     case Kind::List:
         return new ListView(control, input, parent);
     case Kind::Slider:

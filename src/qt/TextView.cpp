@@ -11,8 +11,8 @@
 
 namespace quillon {
 
-TextView::TextView(Control& control, Input& input, QWidget* parent)
-    : ControlView(control, parent), input_(input) {
+TextView::TextView(Control& control, Input& input, QWidget* parent, const Signs* signs)
+    : ControlView(control, parent, signs), input_(input) {
     makeEditor();
 }
 

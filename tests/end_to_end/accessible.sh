@@ -68,6 +68,7 @@ configuration = wait('the keys stay dead', lambda: key('Configuration'))
 rest = ['Close', 'Read Exposure Counters', 'Configuration', 'Manual Calibration', 'Auto Calibration', 'RESET ERROR']
 expect_keys(6, *rest)
 configuration.do_action(0)
+wait('the key does not say that it waits', lambda: configuration.get_description() == 'sent, not confirmed')
 wait('configuration was not reached', lambda: key('Default Configuration') and key('Tube +') and key('Exit'))
 time.sleep(3)  # the last of the values
 expect_keys(36, 'Tube -', 'Tube +', 'WS8', 'Fail Safe +', 'Center', 'Exit', 'Auto Calibration')

@@ -7,6 +7,7 @@
 
 #include <QFontMetrics>
 
+#include "qt/AccessibleWords.h"
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
 #include "qt/SignStrip.h"
@@ -190,6 +191,7 @@ std::string textOn(Screen& screen, const Control& form) {
         if (const auto words = view.words()) {
             text += words->text.toStdString() + "\n";
         }
+        text += accessibleDescription(view.control(), view.signs()).toStdString() + "\n";
     });
     if (const GlanceView* glance = screen.glance()) {
         for (const Words& words : glance->words()) {

@@ -17,7 +17,7 @@ namespace quillon {
 /// Keys, lists, sliders and boxes on show that are smaller than a finger.
 [[nodiscard]] std::vector<std::string> smallTargets(Screen& screen, const Control& form, int finger);
 
-/// The texts that stand on a screen.
+/// The texts that stand on a screen, with what a screen reader is told beside them.
 [[nodiscard]] std::string textOn(Screen& screen, const Control& form);
 
 /// A control's name with those around it, such as "Quillon/fraRemote/cmdUPSid".
