@@ -70,6 +70,16 @@ constexpr std::array kTexts{
     TextRow{"sSecondsLeft",                &T::sSecondsLeft,                "%1 s left"},
     TextRow{"sExposuresMade",              &T::sExposuresMade,              "Exposures: %1"},
     TextRow{"sReadingSettings",            &T::sReadingSettings,            "Reading the settings"},
+    // What looks tell, for a screen reader
+    TextRow{"sMarkPrompt",                 &T::sMarkPrompt,                 "prompt"},
+    TextRow{"sMarkRadiation",              &T::sMarkRadiation,              "radiation"},
+    TextRow{"sMarkGood",                   &T::sMarkGood,                   "good"},
+    TextRow{"sMarkWarning",                &T::sMarkWarning,                "warning"},
+    TextRow{"sMarkAlarm",                  &T::sMarkAlarm,                  "alarm"},
+    TextRow{"sMarkLit",                    &T::sMarkLit,                    "lit"},
+    TextRow{"sMarkKeptBack",               &T::sMarkKeptBack,               "does nothing while the error stands"},
+    TextRow{"sMarkPending",                &T::sMarkPending,                "sent, not confirmed"},
+    TextRow{"sMarkOld",                    &T::sMarkOld,                    "from before the silence"},
     // The generator at a glance
     TextRow{"sStateUnheard",               &T::sStateUnheard,               "Nothing heard yet"},
     TextRow{"sStateReady",                 &T::sStateReady,                 "Ready"},

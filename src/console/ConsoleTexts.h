@@ -55,6 +55,15 @@ struct ConsoleTexts {
     std::string sSecondsLeft;
     std::string sExposuresMade;
     std::string sReadingSettings;
+    std::string sMarkPrompt;
+    std::string sMarkRadiation;
+    std::string sMarkGood;
+    std::string sMarkWarning;
+    std::string sMarkAlarm;
+    std::string sMarkLit;
+    std::string sMarkKeptBack;
+    std::string sMarkPending;
+    std::string sMarkOld;
     std::string sStateUnheard;
     std::string sStateReady;
     std::string sStatePreparation;

@@ -5,6 +5,7 @@ namespace quillon {
 class Glance;
 class PendingKeys;
 class StatusLine;
+struct ConsoleTexts;
 
 /// What the screen shows beside the controls. A front end reads it, paints it, and is told of changes by each
 /// part's own signal; nothing of it can be reached, named or replaced like a control.
@@ -12,6 +13,7 @@ struct Signs {
     Glance& glance;
     PendingKeys& pending;
     StatusLine& status;
+    const ConsoleTexts& texts; ///< the words for what looks tell
 };
 
 } // namespace quillon

@@ -309,7 +309,7 @@ const ServiceSession& ctrQuillonConsole::session() const {
 }
 
 Signs ctrQuillonConsole::signs() {
-    return {parts_->glance, parts_->pending, parts_->status};
+    return {parts_->glance, parts_->pending, parts_->status, parts_->texts};
 }
 
 const ConsoleTexts& ctrQuillonConsole::texts() const {

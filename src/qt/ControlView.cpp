@@ -1,5 +1,7 @@
 #include "qt/ControlView.h"
 
+#include <QAccessible>
+
 #include "qt/Convert.h"
 #include "qt/KeyView.h"
 #include "qt/LabelView.h"
@@ -12,7 +14,9 @@
 namespace quillon {
 
 ControlView::ControlView(Control& control, QWidget* parent, const Signs* signs)
-    : QWidget(parent), control_(control), signs_(signs) {
+    : control_(control), signs_(signs) {
+    // Not before it is a view: on ground that is disabled, a screen reader is told of it at once.
+    setParent(parent);
     setFocusPolicy(Qt::NoFocus);
 }
 
@@ -39,6 +43,10 @@ void ControlView::setFocusMark(bool mark) {
     if (focusMark_ != mark) {
         focusMark_ = mark;
         update();
+        if (mark && QAccessible::isActive()) {
+            QAccessibleEvent event(editor() != nullptr ? editor() : this, QAccessible::Focus);
+            QAccessible::updateAccessibility(&event);
+        }
     }
 }
 
@@ -61,7 +69,7 @@ ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidge
     case Kind::Label:
         return new LabelView(control, parent, signs);
     case Kind::TextBox:
-        return new TextView(control, input, parent);
+        return new TextView(control, input, parent, signs);
     case Kind::List:
         return new ListView(control, input, parent);
     case Kind::Slider:

@@ -30,14 +30,14 @@ public:
     [[nodiscard]] bool pressed() const { return pressed_; }
     /// The keyboard is on it.
     void setFocusMark(bool mark);
+    [[nodiscard]] bool focusMark() const { return focusMark_; }
+    /// What is shown beside the controls; empty where nothing of it is known.
+    [[nodiscard]] const Signs* signs() const { return signs_; }
 
 protected:
     /// Where keys, fields and lists draw their plate: the same inset for all, so that their edges line up.
     [[nodiscard]] QRectF facePlace() const { return QRectF(rect()).adjusted(1, 1, -1, -1); }
     void paintFocusMark(QPainter& painter) const;
-    /// What is shown beside the controls; empty where nothing of it is known.
-    [[nodiscard]] const Signs* signs() const { return signs_; }
-    [[nodiscard]] bool focusMark() const { return focusMark_; }
 
 private:
     Control& control_;

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 
+#include "qt/AccessibleNode.h"
 #include "qt/Convert.h"
 
 namespace quillon {
@@ -9,6 +10,7 @@ namespace quillon {
 FormWindow::FormWindow(Control& form, Requests requests)
     : SurfaceView(form, nullptr), requests_(std::move(requests)) {
     resize(toPixels(form.place()).size());
+    installAccessible();
     winId(); // The platform's window exists from the start, so that input and window order can be tied to it.
 }
 

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 
+#include "qt/AccessibleNews.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
 
@@ -137,6 +138,10 @@ void ListView::open() {
     place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width())));
     popup_->setGeometry(place);
     popup_->show();
+    if (AccessibleNews* news = AccessibleNews::of(*this)) {
+        connect(popup_, &QObject::destroyed, news, [news] { news->look(); });
+        news->look();
+    }
 }
 
 void ListView::hideEvent(QHideEvent* /*event*/) {

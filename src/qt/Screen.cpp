@@ -10,6 +10,7 @@
 
 #include "console/Glance.h"
 #include "console/PendingKeys.h"
+#include "qt/AccessibleNews.h"
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
 #include "qt/SignStrip.h"
@@ -51,7 +52,7 @@ constexpr double kFinger = 9; // mm
 Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, std::optional<Signs> signs)
     : form_(form), input_(input), signs_(signs),
       window_(std::make_unique<FormWindow>(form, std::move(requests))),
-      router_(std::make_unique<InputRouter>(*this, form, input)) {
+      router_(std::make_unique<InputRouter>(*this, form, input)), news_(new AccessibleNews(*window_, input)) {
     views_.emplace(&form, window_.get());
     window_->windowHandle()->installEventFilter(router_.get());
     markAll(form);
@@ -66,6 +67,7 @@ void Screen::connectSigns() {
     pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
         if (ControlView* shown = view(*key)) {
             shown->update();
+            news_->look();
         }
     });
     statusChanged_ = signs_->status.changed.connect([this] { post(); });
@@ -167,6 +169,7 @@ void Screen::flush() {
         const Control& middle = controlAt({console.width() / 3, console.height() / 2});
         strip_->sync(&middle == form_.stack().front());
     }
+    news_->look();
 }
 
 void Screen::makeGlance() {

@@ -17,6 +17,7 @@
 
 namespace quillon {
 
+class AccessibleNews;
 class InputRouter;
 class SignStrip;
 
@@ -65,6 +66,7 @@ private:
     std::optional<Signs> signs_;
     std::unique_ptr<FormWindow> window_;
     std::unique_ptr<InputRouter> router_;
+    AccessibleNews* news_; ///< the window's
     QPointer<GlanceView> glance_;
     std::unique_ptr<SignStrip> strip_;
     std::unordered_map<const Control*, ControlView*> views_;

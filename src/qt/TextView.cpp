@@ -11,8 +11,8 @@
 
 namespace quillon {
 
-TextView::TextView(Control& control, Input& input, QWidget* parent)
-    : ControlView(control, parent), input_(input) {
+TextView::TextView(Control& control, Input& input, QWidget* parent, const Signs* signs)
+    : ControlView(control, parent, signs), input_(input) {
     makeEditor();
 }
 
@@ -25,17 +25,19 @@ void TextView::makeEditor() {
     line_ = nullptr;
     lines_ = nullptr;
     dressed_.reset();
+    // It becomes a child once it is known as the editor, for the same reason as a view.
     if (control().multiLine()) {
-        lines_ = new QPlainTextEdit(this);
+        lines_ = new QPlainTextEdit;
         lines_->setFrameShape(QFrame::NoFrame);
         lines_->setUndoRedoEnabled(false);
         lines_->setTabChangesFocus(true);
         connect(lines_, &QPlainTextEdit::textChanged, this, [this] { typed(lines_->toPlainText()); });
     } else {
-        line_ = new QLineEdit(this);
+        line_ = new QLineEdit;
         line_->setFrame(false);
         connect(line_, &QLineEdit::textEdited, this, [this](const QString& text) { typed(text); });
     }
+    editor()->setParent(this);
     editor()->setFocusPolicy(Qt::ClickFocus); // the Tab key is the router's
     editor()->setContextMenuPolicy(Qt::NoContextMenu);
     editor()->show();

@@ -11,7 +11,7 @@ namespace quillon {
 /// written back without telling it.
 class TextView final : public ControlView {
 public:
-    TextView(Control& control, Input& input, QWidget* parent);
+    TextView(Control& control, Input& input, QWidget* parent, const Signs* signs = nullptr);
 
     void sync() override;
     [[nodiscard]] std::optional<Words> words() const override;

@@ -7,6 +7,7 @@
 
 #include <QFontMetrics>
 
+#include "qt/AccessibleWords.h"
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
 #include "qt/SignStrip.h"
@@ -190,6 +191,8 @@ std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
         if (const auto words = view.words()) {
             texts.push_back({pathOf(view.control()), words->text.toStdString()});
         }
+        texts.push_back(
+            {pathOf(view.control()), accessibleDescription(view.control(), view.signs()).toStdString()});
     });
     std::vector<Words> beside = screen.strip()->words();
     if (const GlanceView* glance = screen.glance()) {

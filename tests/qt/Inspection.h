@@ -17,7 +17,8 @@ namespace quillon {
 /// Keys, lists, sliders and boxes on show that are smaller than a finger.
 [[nodiscard]] std::vector<std::string> smallTargets(Screen& screen, const Control& form, int finger);
 
-/// A text on the screen and whose it is; the form's where it is no control's.
+/// A text on the screen, or one that a screen reader is told, and whose it is; the form's where it is no
+/// control's.
 struct ShownText {
     std::string path;
     std::string text;

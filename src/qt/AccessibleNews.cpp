@@ -1,0 +1,161 @@
+#include "qt/AccessibleNews.h"
+
+#include <utility>
+
+#include <QCoreApplication>
+#include <QInputMethodEvent>
+#include <QMouseEvent>
+#include <QWindow>
+
+#include "qt/AccessibleNode.h"
+#include "qt/ControlView.h"
+#include "qt/FormWindow.h"
+
+namespace quillon {
+
+namespace {
+
+// A timer and no queued call: whatever records a session brings its time up to date at a timer.
+constexpr int kMoment = 1; // ms
+constexpr int kNews = 50;  // ms, within which several changes are told together
+
+void tap(QWindow& window, QPoint place) {
+    const QPointF at(place);
+    const QPointF global(window.mapToGlobal(place));
+    QMouseEvent down(QEvent::MouseButtonPress, at, at, global, Qt::LeftButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window, &down);
+    QMouseEvent up(QEvent::MouseButtonRelease, at, at, global, Qt::LeftButton, Qt::NoButton, {});
+    QCoreApplication::sendEvent(&window, &up);
+}
+
+void tellOf(QWidget& widget, QAccessible::Event what) {
+    QAccessibleEvent event(&widget, what);
+    QAccessible::updateAccessibility(&event);
+}
+
+void tellState(QWidget& widget, const QAccessible::State& before, const QAccessible::State& now) {
+    QAccessible::State changed;
+    changed.disabled = before.disabled != now.disabled;
+    changed.checked = before.checked != now.checked;
+    changed.expanded = before.expanded != now.expanded;
+    if (changed.disabled || changed.checked || changed.expanded) {
+        QAccessibleStateChangeEvent event(&widget, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+/// The entries of a list that has opened.
+void tellEntries(QWidget& list) {
+    const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&list);
+    for (int i = 0; i < node->childCount(); ++i) {
+        QAccessibleEvent event(node->child(i), QAccessible::ObjectCreated);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+} // namespace
+
+AccessibleNews::AccessibleNews(FormWindow& window, Input& input)
+    : QObject(&window), window_(window), input_(input) {
+    soon_.setSingleShot(true);
+    connect(&soon_, &QTimer::timeout, this, [this] { tell(); });
+}
+
+AccessibleNews* AccessibleNews::of(const QWidget& widget) {
+    for (QObject* child : widget.window()->children()) {
+        if (auto* news = dynamic_cast<AccessibleNews*>(child)) {
+            return news;
+        }
+    }
+    return nullptr;
+}
+
+void AccessibleNews::look() {
+    if (QAccessible::isActive() && !soon_.isActive()) {
+        soon_.start(kNews);
+    }
+}
+
+void AccessibleNews::press(ControlView& view) {
+    QTimer::singleShot(kMoment, &view, [this, &view] {
+        const QRect place = seenPlace(view);
+        if (!place.isEmpty()) {
+            tap(*window_.windowHandle(), place.center());
+            look();
+        }
+    });
+}
+
+void AccessibleNews::slide(ControlView& view, int value) {
+    QTimer::singleShot(kMoment, &view, [this, &view, value] {
+        if (!seenPlace(view).isEmpty()) {
+            input_.slide(view.control(), value);
+        }
+    });
+}
+
+void AccessibleNews::type(ControlView& view, int start, int length, const QString& text) {
+    QTimer::singleShot(kMoment, &view, [this, &view, start, length, text] {
+        if (seenPlace(view).isEmpty() || !input_.reachable(view.control())) {
+            return;
+        }
+        const int cursor = view.editor()->inputMethodQuery(Qt::ImCursorPosition).toInt();
+        QInputMethodEvent typed;
+        typed.setCommitString(text, start - cursor, length);
+        QCoreApplication::sendEvent(view.editor(), &typed);
+    });
+}
+
+void AccessibleNews::gather(const QWidget& above, std::map<const QWidget*, Told>& found) const {
+    for (QWidget* widget : listedBelow(above)) {
+        QAccessibleInterface* node = QAccessible::queryAccessibleInterface(widget);
+        if (node == nullptr) {
+            continue;
+        }
+        Told now{
+            widget, listedAbove(*widget), node->text(QAccessible::Name), node->text(QAccessible::Description),
+            {},     node->state()};
+        if (QAccessibleValueInterface* value = node->valueInterface()) {
+            now.value = value->currentValue();
+        }
+        found.emplace(widget, std::move(now));
+        gather(*widget, found);
+    }
+}
+
+void AccessibleNews::tell() {
+    std::map<const QWidget*, Told> now;
+    gather(window_, now);
+    std::swap(now, told_);
+    const std::map<const QWidget*, Told>& before = now;
+    for (const auto& [widget, old] : before) {
+        const auto still = told_.find(widget);
+        if (old.widget != nullptr && (still == told_.end() || still->second.above != old.above)) {
+            tellOf(*old.widget, QAccessible::ObjectDestroyed);
+        }
+    }
+    for (const auto& [widget, shown] : told_) {
+        const auto known = before.find(widget);
+        if (known == before.end() || known->second.widget == nullptr || known->second.above != shown.above) {
+            tellOf(*shown.widget, QAccessible::ObjectCreated);
+            continue;
+        }
+        const Told& old = known->second;
+        if (old.name != shown.name) {
+            tellOf(*shown.widget, QAccessible::NameChanged);
+        }
+        if (old.description != shown.description) {
+            tellOf(*shown.widget, QAccessible::DescriptionChanged);
+        }
+        if (old.value != shown.value) {
+            QAccessibleValueChangeEvent event(shown.widget, shown.value);
+            QAccessible::updateAccessibility(&event);
+        }
+        tellState(*shown.widget, old.state, shown.state);
+        if (shown.state.expanded && !old.state.expanded) {
+            tellEntries(*shown.widget);
+        }
+    }
+}
+
+} // namespace quillon

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+
+#include <QAccessible>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include "ui/Input.h"
+
+namespace quillon {
+
+class ControlView;
+class FormWindow;
+
+/// Stands between the window and a screen reader: tells it what has changed, while there is one, and lends it
+/// a hand. A press is one of the mouse's on the window, so all rules of a finger's hold for it.
+class AccessibleNews final : public QObject {
+public:
+    AccessibleNews(FormWindow& window, Input& input);
+
+    /// That of the window which the widget is on; empty where there is none.
+    [[nodiscard]] static AccessibleNews* of(const QWidget& widget);
+
+    /// Something may have changed.
+    void look();
+
+    // Each is done in a moment and not before it returns: a handler may open a box, and wait in it.
+    void press(ControlView& view);
+    void slide(ControlView& view, int value);
+    /// Replaces a part of a text box's text, as typed.
+    void type(ControlView& view, int start, int length, const QString& text);
+
+private:
+    struct Told {
+        QPointer<QWidget> widget;
+        QPointer<QWidget> above;
+        QString name;
+        QString description;
+        QVariant value;
+        QAccessible::State state;
+    };
+
+    void tell();
+    void gather(const QWidget& above, std::map<const QWidget*, Told>& found) const;
+
+    FormWindow& window_;
+    Input& input_;
+    QTimer soon_;
+    std::map<const QWidget*, Told> told_;
+};
+
+} // namespace quillon

@@ -1,0 +1,236 @@
+#include "qt/AccessibleWords.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include <QStringList>
+
+#include "console/ConsoleTexts.h"
+#include "console/PendingKeys.h"
+#include "qt/Convert.h"
+
+namespace quillon {
+
+namespace {
+
+using T = ConsoleTexts;
+
+struct ArtName {
+    std::string_view art;
+    std::string T::*name;
+};
+constexpr std::array kLampArt{ArtName{"preparation", &T::sStatePreparation},
+                              ArtName{"exposure", &T::sStateExposure}};
+
+QString oneLine(std::string_view text) {
+    return toQtLines(text).simplified();
+}
+
+bool isArrow(const Control& control) {
+    return control.kind() == Kind::Button && (control.art() == "up" || control.art() == "down");
+}
+
+/// "+" and "-" on a key, as good as an arrow.
+bool isStep(const Control& control) {
+    return isArrow(control) ||
+           (control.kind() == Kind::Button && (control.caption() == "+" || control.caption() == "-"));
+}
+
+bool isSubject(const Control& control) {
+    return control.kind() == Kind::Label && !control.caption().empty() && control.role() == Role::Plain;
+}
+
+bool overlaps(Twips start, Twips length, Twips otherStart, Twips otherLength) {
+    const Twips common = std::min(start + length, otherStart + otherLength) - std::max(start, otherStart);
+    return common * 2 > std::min(length, otherLength);
+}
+
+/// Beside it on the same ground, the nearest first.
+std::vector<const Control*> neighbours(const Control& control, bool column, bool before) {
+    std::vector<const Control*> found;
+    const auto start = [column](const Control& one) { return column ? one.top() : one.left(); };
+    for (const Control* one : control.container()->stack()) {
+        const bool beside = column ? overlaps(one->left(), one->width(), control.left(), control.width())
+                                   : overlaps(one->top(), one->height(), control.top(), control.height());
+        if (one != &control && one->visible() && beside &&
+            (before ? start(*one) < start(control) : start(*one) > start(control))) {
+            found.push_back(one);
+        }
+    }
+    std::sort(found.begin(), found.end(), [&](const Control* a, const Control* b) {
+        return before ? start(*a) > start(*b) : start(*a) < start(*b);
+    });
+    return found;
+}
+
+bool isValue(const Control& control) {
+    return control.kind() == Kind::TextBox ||
+           (control.kind() == Kind::Label && control.role() == Role::Field) ||
+           (control.kind() == Kind::Label && control.caption().empty());
+}
+
+/// The label above it, or before it in its row, with nothing but what belongs to it between.
+const Control* labelOf(const Control& control) {
+    const bool steps = !control.lamp() && (isStep(control) || control.kind() != Kind::Button);
+    for (const bool column : {true, false}) {
+        for (const Control* one : neighbours(control, column, true)) {
+            if (isSubject(*one)) {
+                return one;
+            }
+            if (!isValue(*one) && !(steps && isStep(*one))) {
+                break;
+            }
+        }
+    }
+    return nullptr;
+}
+
+/// The words beside the control that say what it is about.
+QString subjectOf(const Control& control) {
+    if (control.container() == nullptr) {
+        return {};
+    }
+    if (const Control* label = labelOf(control)) {
+        return oneLine(label->caption());
+    }
+    if (control.kind() == Kind::Button && !isStep(control)) {
+        return {};
+    }
+    for (const Control* one : neighbours(control, true, false)) {
+        if (one->kind() == Kind::Button && !isStep(*one)) {
+            return oneLine(one->caption());
+        }
+        if (!isValue(*one) && !isStep(*one)) {
+            break;
+        }
+    }
+    for (const Control* at = control.container(); at->kind() == Kind::Frame; at = at->container()) {
+        if (const QString caption = oneLine(at->caption()); !caption.isEmpty()) {
+            return caption;
+        }
+    }
+    return {};
+}
+
+QString keyName(const Control& key, const Signs* signs) {
+    for (const ArtName& lamp : kLampArt) {
+        if (key.art() == lamp.art) {
+            return signs != nullptr ? oneLine(signs->texts.*lamp.name) : toQt(lamp.art);
+        }
+    }
+    const QString sign = key.art() == "up"     ? QStringLiteral("+")
+                         : key.art() == "down" ? QStringLiteral("-")
+                                               : oneLine(key.caption());
+    return isStep(key) ? (subjectOf(key) + QLatin1Char(' ') + sign).trimmed() : sign;
+}
+
+/// A panel is called by its title, or by the first words that stand out on it.
+QString panelName(const Control& panel) {
+    QString first;
+    for (const Control* one : panel.stack()) {
+        if (one->kind() != Kind::Label || !one->visible() || one->caption().empty()) {
+            continue;
+        }
+        if (one->role() == Role::Title) {
+            return oneLine(one->caption());
+        }
+        if (first.isEmpty() && one->role() != Role::Field) {
+            first = oneLine(one->caption());
+        }
+    }
+    return first;
+}
+
+std::string T::*rankOf(Role role) {
+    switch (role) {
+    case Role::Prompt:
+        return &T::sMarkPrompt;
+    case Role::Radiation:
+        return &T::sMarkRadiation;
+    case Role::Good:
+        return &T::sMarkGood;
+    case Role::Warning:
+        return &T::sMarkWarning;
+    case Role::Interlock:
+    case Role::Alarm:
+        return &T::sMarkAlarm;
+    default:
+        return nullptr;
+    }
+}
+
+/// What is to be seen of the control beside its words.
+QStringList marksOf(const Control& control, const Signs& signs) {
+    QStringList all;
+    const auto add = [&](std::string T::*text) { all << oneLine(signs.texts.*text); };
+    if (const auto rank = rankOf(control.role())) {
+        add(rank);
+    }
+    if (control.lamp() && isLit(control)) {
+        add(&T::sMarkLit);
+    }
+    if (control.keptBack()) {
+        add(&T::sMarkKeptBack);
+    }
+    if (signs.pending.waits(control)) {
+        add(&T::sMarkPending);
+    }
+    const bool value = control.kind() == Kind::TextBox || control.role() == Role::Field;
+    if (value && control.old()) {
+        add(&T::sMarkOld);
+    }
+    return all;
+}
+
+} // namespace
+
+bool isLit(const Control& control) {
+    return control.kind() == Kind::Button && control.backColour() != kNormalColour &&
+           control.role() != Role::Decline;
+}
+
+QString accessibleName(const Control& control, const Signs* signs) {
+    switch (control.kind()) {
+    case Kind::Form:
+    case Kind::Frame:
+        return oneLine(control.caption());
+    case Kind::User: {
+        // The console and the link control are the whole screen, and no panel on it.
+        const bool panel = control.container() != nullptr && control.container()->kind() == Kind::User;
+        return panel ? panelName(control) : QString();
+    }
+    case Kind::Button:
+        return keyName(control, signs);
+    case Kind::Label:
+        return oneLine(control.caption());
+    case Kind::TextBox:
+    case Kind::List:
+    case Kind::Slider: {
+        const QString subject = subjectOf(control);
+        return subject.isEmpty() ? toQt(control.name()) : subject;
+    }
+    case Kind::Picture:
+        return oneLine(control.note());
+    case Kind::Timer:
+    case Kind::Images:
+        break;
+    }
+    return {};
+}
+
+QString accessibleDescription(const Control& control, const Signs* signs) {
+    QStringList all;
+    const bool key = control.kind() == Kind::Button;
+    if ((key && !isStep(control) && !control.lamp()) ||
+        (control.kind() == Kind::Label && control.role() == Role::Field)) {
+        all << subjectOf(control);
+    }
+    if (signs != nullptr) {
+        all << marksOf(control, *signs);
+    }
+    all.removeAll(QString());
+    return all.join(QStringLiteral(", "));
+}
+
+} // namespace quillon

@@ -1,0 +1,79 @@
+#!/usr/bin/env bash
+# What a screen reader finds: configuration is entered and left by the keys that the accessibility bus lists, and on
+# the way nothing that is hidden or covered is listed, nothing is without a name, and all keys on show are.
+set -euo pipefail
+if [[ -z ${QUILLON_OWN_BUS:-} ]]; then
+    command -v dbus-run-session >/dev/null || exit 77
+    QUILLON_OWN_BUS=1 exec dbus-run-session -- bash "${BASH_SOURCE[0]}"
+fi
+source "$(dirname "${BASH_SOURCE[0]}")/lib_window.bash"
+export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
+for python in python3 /usr/bin/python3; do
+    "$python" -c 'import gi; gi.require_version("Atspi", "2.0")' 2>/dev/null && break || python=''
+done
+[[ -n $python ]] && dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress \
+    >/dev/null 2>&1 || { echo 'the accessibility bus cannot be read here'; exit 77; }
+
+
+plug_in startphase=2
+start_window -P1 -FitToScreen
+"$python" - 3>&- 9>&- <<'END' || fail 'a screen reader does not find its way'
+import sys
+import time
+import gi
+gi.require_version('Atspi', '2.0')
+from gi.repository import Atspi
+
+def nodes(node):
+    yield node
+    for i in range(node.get_child_count()):
+        child = node.get_child_at_index(i)
+        if child:
+            yield from nodes(child)
+
+def program():
+    desktop = Atspi.get_desktop(0)
+    every = [desktop.get_child_at_index(i) for i in range(desktop.get_child_count())]
+    return next((one for one in every if one and one.get_name() == 'Quillon'), None)
+
+def has(node, state):
+    return node.get_state_set().contains(state)
+
+def listed():
+    return [node for node in nodes(program()) if node.get_role() != Atspi.Role.APPLICATION]
+
+def keys():
+    return [node for node in listed() if node.get_role() == Atspi.Role.PUSH_BUTTON]
+
+def key(name):
+    return next((k for k in keys() if k.get_name() == name and has(k, Atspi.StateType.ENABLED)), None)
+
+def wait(what, holds):
+    end = time.monotonic() + 25
+    while not (found := holds()):
+        if time.monotonic() > end:
+            sys.exit(f'{what}; there are {[node.get_name() for node in listed()]}')
+        time.sleep(0.1)
+    return found
+
+def expect_keys(count, *names):
+    stray = [node.get_role_name() for node in listed() if not node.get_name() or not has(node, Atspi.StateType.SHOWING)]
+    shown = [k.get_name() for k in keys()]
+    if stray or len(shown) != count or not set(names) <= set(shown):
+        sys.exit(f'without a name or not on show: {stray}; keys: {shown}')
+    print(f'{len(listed())} nodes, {count} of them keys')
+
+wait('the program is not on the bus', program)
+configuration = wait('the keys stay dead', lambda: key('Configuration'))
+rest = ['Close', 'Read Exposure Counters', 'Configuration', 'Manual Calibration', 'Auto Calibration', 'RESET ERROR']
+expect_keys(6, *rest)
+configuration.do_action(0)
+wait('the key does not say that it waits', lambda: configuration.get_description() == 'sent, not confirmed')
+wait('configuration was not reached', lambda: key('Default Configuration') and key('Tube +') and key('Exit'))
+time.sleep(3)  # the last of the values
+expect_keys(36, 'Tube -', 'Tube +', 'WS8', 'Fail Safe +', 'Center', 'Exit', 'Auto Calibration')
+key('Exit').do_action(0)
+wait('configuration was not left', lambda: key('Close') and key('Configuration'))
+expect_keys(6, *rest)
+END
+said CF1 && said CF0 || fail 'the generator was not told'

@@ -1,0 +1,100 @@
+#include <QAccessible>
+#include <QPlainTextEdit>
+
+#include "Bench.h"
+#include "qt/ListView.h"
+
+namespace quillon {
+namespace {
+
+class AccessibleTest : public WindowTest {
+protected:
+    AccessibleTest() { form.setVisible(true); }
+
+    [[nodiscard]] static QAccessibleInterface* node(QObject& object) {
+        return QAccessible::queryAccessibleInterface(&object);
+    }
+    [[nodiscard]] QAccessibleInterface* node(const Control& control) {
+        ControlView& view = *screen.view(control);
+        return node(view.editor() != nullptr ? *view.editor() : static_cast<QObject&>(view));
+    }
+    /// What is listed below the window, by name and in order.
+    [[nodiscard]] std::string listed() {
+        turn();
+        std::string all;
+        QAccessibleInterface* window = node(static_cast<QObject&>(screen.window()));
+        for (int i = 0; i < window->childCount(); ++i) {
+            EXPECT_EQ(window->indexOfChild(window->child(i)), i);
+            all += fromQt(window->child(i)->text(QAccessible::Name)) + ", ";
+        }
+        return all;
+    }
+    static void press(QAccessibleInterface* node) {
+        node->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        rest(10);
+    }
+};
+
+TEST_F(AccessibleTest, WhatIsHiddenOrCoveredIsNotListed) {
+    Control& label = add(Kind::Label, "label", {0, 0, 1500, 300});
+    Control& up = add(Kind::Button, "up", {0, 300, 1500, 600});
+    Control& frame = add(Kind::Frame, "frame", {1500, 0, 1500, 1500});
+    Control& inner = add(Kind::Button, "inner", {0, 0, 1500, 750}, &frame);
+    label.setCaption("kVp");
+    up.setArt("up");
+    inner.setCaption("Store");
+    EXPECT_EQ(listed(), "kVp, kVp +, Store, ");
+    Control& panel = add(Kind::Frame, "panel", {1200, 0, 3000, 2000});
+    panel.setCaption("Panel");
+    EXPECT_EQ(listed(), "kVp, kVp +, Panel, ");
+    // Pressed where nothing lies on it, and not at all once it is covered.
+    record(up);
+    record(panel);
+    press(node(up));
+    EXPECT_EQ(takeLog(), "up press, up release, up click, ");
+    node(up)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    panel.setPlace({0, 0, 6000, 4500});
+    EXPECT_EQ(listed(), "Panel, ");
+    rest(10);
+    EXPECT_EQ(takeLog(), "");
+    panel.setVisible(false);
+    up.setEnabled(false);
+    EXPECT_EQ(listed(), "kVp, kVp +, Store, ");
+    EXPECT_TRUE(node(up)->state().disabled);
+}
+
+TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
+    Control& list = add(Kind::List, "list", {0, 0, 1500, 750});
+    Control& slider = add(Kind::Slider, "slider", {1500, 0, 1500, 750});
+    Control& box = add(Kind::TextBox, "box", {0, 750, 3000, 750});
+    list.setItems({"Tube 1", "Tube 2"});
+    slider.setMaximum(1023);
+    box.setText("400");
+    for (Control* control : {&list, &slider, &box}) {
+        record(*control);
+    }
+    turn();
+    EXPECT_EQ(node(list)->childCount(), 0);
+    press(node(list));
+    ASSERT_EQ(node(list)->childCount(), 2);
+    press(node(list)->child(1));
+    EXPECT_EQ(list.text(), "Tube 2");
+    EXPECT_EQ(node(list)->childCount(), 0);
+    node(slider)->valueInterface()->setCurrentValue(511);
+    node(box)->editableTextInterface()->replaceText(1, 2, QStringLiteral("57"));
+    rest(10);
+    EXPECT_EQ(slider.value(), 511);
+    EXPECT_EQ(box.text(), "4570");
+    EXPECT_EQ(takeLog(), "list click, slider change, slider release, box change, ");
+    box.setReadOnly(true);
+    slider.setEnabled(false);
+    turn();
+    node(box)->editableTextInterface()->insertText(0, QStringLiteral("9"));
+    node(slider)->valueInterface()->setCurrentValue(3);
+    rest(10);
+    EXPECT_EQ(takeLog(), "");
+    EXPECT_EQ(box.text() + fromQt(node(box)->textInterface()->text(0, -1)), "45704570");
+}
+
+} // namespace
+} // namespace quillon
