@@ -106,7 +106,7 @@ QString subjectOf(const Control& control) {
         }
     }
     for (const Control* at = control.container(); at->kind() == Kind::Frame; at = at->container()) {
-        if (const QString caption = oneLine(at->caption()); !caption.isEmpty()) {
+        if (QString caption = oneLine(at->caption()); !caption.isEmpty()) {
             return caption;
         }
     }
