@@ -27,6 +27,11 @@ QString oneLine(std::string_view text) {
     return toQtLines(text).simplified();
 }
 
+/// As the screen says it.
+QString captionOf(const Control& control) {
+    return oneLine(control.onScreen(control.caption()));
+}
+
 bool isArrow(const Control& control) {
     return control.kind() == Kind::Button && (control.art() == "up" || control.art() == "down");
 }
@@ -92,21 +97,21 @@ QString subjectOf(const Control& control) {
         return {};
     }
     if (const Control* label = labelOf(control)) {
-        return oneLine(label->caption());
+        return captionOf(*label);
     }
     if (control.kind() == Kind::Button && !isStep(control)) {
         return {};
     }
     for (const Control* one : neighbours(control, true, false)) {
         if (one->kind() == Kind::Button && !isStep(*one)) {
-            return oneLine(one->caption());
+            return captionOf(*one);
         }
         if (!isValue(*one) && !isStep(*one)) {
             break;
         }
     }
     for (const Control* at = control.container(); at->kind() == Kind::Frame; at = at->container()) {
-        if (QString caption = oneLine(at->caption()); !caption.isEmpty()) {
+        if (QString caption = captionOf(*at); !caption.isEmpty()) {
             return caption;
         }
     }
@@ -121,7 +126,7 @@ QString keyName(const Control& key, const Signs* signs) {
     }
     const QString sign = key.art() == "up"     ? QStringLiteral("+")
                          : key.art() == "down" ? QStringLiteral("-")
-                                               : oneLine(key.caption());
+                                               : captionOf(key);
     return isStep(key) ? (subjectOf(key) + QLatin1Char(' ') + sign).trimmed() : sign;
 }
 
@@ -133,10 +138,10 @@ QString panelName(const Control& panel) {
             continue;
         }
         if (one->role() == Role::Title) {
-            return oneLine(one->caption());
+            return captionOf(*one);
         }
         if (first.isEmpty() && one->role() != Role::Field) {
-            first = oneLine(one->caption());
+            first = captionOf(*one);
         }
     }
     return first;
