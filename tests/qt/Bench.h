@@ -35,9 +35,13 @@ inline void turn() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-/// Lets the event loop run for so long.
+/// Lets the event loop run for so long, and until the timers of that time have fired, however busy the PC is.
 inline void rest(int ms) {
-    waitFor([] { return false; }, ms);
+    bool over = false;
+    QTimer::singleShot(ms, Qt::PreciseTimer, qApp, [&over] { over = true; });
+    waitFor([&over] { return over; }, ms + 5000);
+    turn(); // what the last of them have begun
+    turn();
 }
 
 /// A form in a window, and a hand with which to work on it.
