@@ -14,7 +14,9 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 CommunicationLog::CommunicationLog(ControlHost& panel, Folder& folder, Desktop& desktop)
     : fraDebug_(panel["fraDebug"]), fraStatus_(panel["fraStatus"]), txtDebugComm_(panel["txtDebugComm"]),
-      folder_(folder), desktop_(desktop) {}
+      folder_(folder), desktop_(desktop) {
+    txtDebugComm_.setNote(panel["cmbToggleDebug"].caption());
+}
 
 void CommunicationLog::setDebugActive(bool active) {
     DebugActive_ = active;

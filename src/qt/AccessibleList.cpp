@@ -38,9 +38,11 @@ public:
     [[nodiscard]] int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
 
     [[nodiscard]] QString text(QAccessible::Text what) const override {
-        return what == QAccessible::Name && isValid()
-                   ? toQt(list_->control().items()[static_cast<std::size_t>(index_)])
-                   : QString();
+        if (what != QAccessible::Name || !isValid()) {
+            return {};
+        }
+        const Control& list = list_->control();
+        return toQt(list.onScreen(list.items()[static_cast<std::size_t>(index_)]));
     }
     void setText(QAccessible::Text /*what*/, const QString& /*text*/) override {}
     [[nodiscard]] QRect rect() const override {

@@ -76,6 +76,10 @@ void AccessibleNews::look() {
     }
 }
 
+bool AccessibleNews::reaches(const ControlView& view) const {
+    return input_.reachable(view.control());
+}
+
 void AccessibleNews::press(ControlView& view) {
     QTimer::singleShot(kMoment, &view, [this, &view] {
         const QRect place = seenPlace(view);

@@ -27,6 +27,9 @@ public:
     /// Something may have changed.
     void look();
 
+    /// A finger would reach it now.
+    [[nodiscard]] bool reaches(const ControlView& view) const;
+
     // Each is done in a moment and not before it returns: a handler may open a box, and wait in it.
     void press(ControlView& view);
     void slide(ControlView& view, int value);

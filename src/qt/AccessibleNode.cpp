@@ -122,8 +122,12 @@ public:
         if (what == QAccessible::Description) {
             return accessibleDescription(view_.control(), view_.signs());
         }
-        const bool value = what == QAccessible::Value && view_.control().has(Property::Text);
-        return value ? toQtLines(view_.control().text()) : QString();
+        if (what != QAccessible::Value || !view_.control().has(Property::Text)) {
+            return {};
+        }
+        // A list's entries are words of the screen, what a box holds is not.
+        const std::string& value = view_.control().text();
+        return toQtLines(isKind(Kind::List) ? view_.control().onScreen(value) : value);
     }
 
     [[nodiscard]] QAccessible::Role role() const override;
@@ -162,14 +166,15 @@ public:
         return above == nullptr ? QAccessibleWidget::parent() : QAccessible::queryAccessibleInterface(above);
     }
 
+    /// None while it is out of reach, behind a panel or a message box for one.
     [[nodiscard]] QStringList actionNames() const override {
-        const bool pressed = (isKind(Kind::Button) && !view_.control().lamp()) || isKind(Kind::List);
-        return pressed ? QStringList{pressAction()} : QStringList();
+        const AccessibleNews* news = AccessibleNews::of(view_);
+        return canBePressed() && news != nullptr && news->reaches(view_) ? QStringList{pressAction()}
+                                                                         : QStringList();
     }
     void doAction(const QString& action) override {
-        AccessibleNews* news = AccessibleNews::of(view_);
-        if (news != nullptr && action == pressAction() && !actionNames().isEmpty()) {
-            news->press(view_);
+        if (actionNames().contains(action)) {
+            AccessibleNews::of(view_)->press(view_);
         }
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString& /*action*/) const override { return {}; }
@@ -177,7 +182,7 @@ public:
     void* interface_cast(QAccessible::InterfaceType type) override {
         switch (type) {
         case QAccessible::ActionInterface:
-            return actionNames().isEmpty() ? nullptr : static_cast<QAccessibleActionInterface*>(this);
+            return canBePressed() ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
         case QAccessible::ValueInterface:
             return isKind(Kind::Slider) ? static_cast<QAccessibleValueInterface*>(this) : nullptr;
         case QAccessible::TextInterface:
@@ -201,6 +206,9 @@ public:
     }
 
 private:
+    [[nodiscard]] bool canBePressed() const {
+        return (isKind(Kind::Button) && !view_.control().lamp()) || isKind(Kind::List);
+    }
     [[nodiscard]] bool isKind(Kind kind) const { return view_.isVisible() && view_.control().kind() == kind; }
     [[nodiscard]] std::vector<QWidget*> below() const {
         return view_.isVisible() && holdsOthers(view_.control()) ? listedBelow(view_)

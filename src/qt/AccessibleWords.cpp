@@ -199,7 +199,7 @@ QString accessibleName(const Control& control, const Signs* signs) {
     switch (control.kind()) {
     case Kind::Form:
     case Kind::Frame:
-        return oneLine(control.caption());
+        return captionOf(control);
     case Kind::User: {
         // The console and the link control are the whole screen, and no panel on it.
         const bool panel = control.container() != nullptr && control.container()->kind() == Kind::User;
@@ -208,12 +208,13 @@ QString accessibleName(const Control& control, const Signs* signs) {
     case Kind::Button:
         return keyName(control, signs);
     case Kind::Label:
-        return oneLine(control.caption());
+        return captionOf(control);
     case Kind::TextBox:
     case Kind::List:
     case Kind::Slider: {
         const QString subject = subjectOf(control);
-        return subject.isEmpty() ? toQt(control.name()) : subject;
+        const QString name = subject.isEmpty() ? oneLine(control.onScreen(control.note())) : subject;
+        return name.isEmpty() ? toQt(control.name()) : name;
     }
     case Kind::Picture:
         return oneLine(control.note());

@@ -173,7 +173,7 @@ public:
     /// It can be pressed, and would do nothing: something that stands keeps it back.
     [[nodiscard]] bool keptBack() const { return keptBack_; }
     void setKeptBack(bool kept);
-    /// Words that the window writes beside what the control shows.
+    /// Words that the window writes beside what the control shows, or that a screen reader says instead.
     [[nodiscard]] const std::string& note() const { return note_; }
     void setNote(std::string_view note);
     /// Written when the control is made.

@@ -61,6 +61,14 @@ TEST_F(AccessibleTest, WhatIsHiddenOrCoveredIsNotListed) {
     up.setEnabled(false);
     EXPECT_EQ(listed(), "kVp, kVp +, Store, ");
     EXPECT_TRUE(node(up)->state().disabled);
+    const auto actions = [&](const Control& key) {
+        return node(key)->actionInterface()->actionNames().size();
+    };
+    EXPECT_EQ(actions(up), 0);
+    EXPECT_EQ(actions(inner), 1);
+    input.boxOpened();
+    EXPECT_EQ(actions(inner), 0);
+    input.boxClosed();
 }
 
 TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
@@ -70,6 +78,10 @@ TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
     list.setItems({"Tube 1", "Tube 2"});
     slider.setMaximum(1023);
     box.setText("400");
+    Phrases phrases;
+    phrases.replace("Tube", "Bulb");
+    phrases.replace("400", "no word");
+    form.setPhrases(&phrases);
     for (Control* control : {&list, &slider, &box}) {
         record(*control);
     }
@@ -77,8 +89,11 @@ TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
     EXPECT_EQ(node(list)->childCount(), 0);
     press(node(list));
     ASSERT_EQ(node(list)->childCount(), 2);
+    EXPECT_EQ(node(list)->child(1)->text(QAccessible::Name), QStringLiteral("Bulb 2"));
     press(node(list)->child(1));
     EXPECT_EQ(list.text(), "Tube 2");
+    EXPECT_EQ(node(list)->text(QAccessible::Value), QStringLiteral("Bulb 2"));
+    EXPECT_EQ(node(box)->text(QAccessible::Value), QStringLiteral("400"));
     EXPECT_EQ(node(list)->childCount(), 0);
     node(slider)->valueInterface()->setCurrentValue(511);
     node(box)->editableTextInterface()->replaceText(1, 2, QStringLiteral("57"));

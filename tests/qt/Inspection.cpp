@@ -191,8 +191,9 @@ std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
         if (const auto words = view.words()) {
             texts.push_back({pathOf(view.control()), words->text.toStdString()});
         }
-        texts.push_back(
-            {pathOf(view.control()), accessibleDescription(view.control(), view.signs()).toStdString()});
+        for (const auto& told : {accessibleName, accessibleDescription}) {
+            texts.push_back({pathOf(view.control()), told(view.control(), view.signs()).toStdString()});
+        }
     });
     std::vector<Words> beside = screen.strip()->words();
     if (const GlanceView* glance = screen.glance()) {
