@@ -14,9 +14,7 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 CommunicationLog::CommunicationLog(ControlHost& panel, Folder& folder, Desktop& desktop)
     : fraDebug_(panel["fraDebug"]), fraStatus_(panel["fraStatus"]), txtDebugComm_(panel["txtDebugComm"]),
-      folder_(folder), desktop_(desktop) {
-    txtDebugComm_.setNote(panel["cmbToggleDebug"].caption());
-}
+      folder_(folder), desktop_(desktop) {}
 
 void CommunicationLog::setDebugActive(bool active) {
     DebugActive_ = active;

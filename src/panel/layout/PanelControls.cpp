@@ -63,6 +63,7 @@ void addPanelControls(ControlHost& host) {
     host["sldCalValue"].setMaximum(4095);
     host.at("txtDebugComm").setMultiLine(true);
     host.at("txtDebugComm").setReadOnly(true);
+    host.at("txtDebugComm").setNote(host.at("cmbToggleDebug").caption());
     for (const TimerRow& timer : kPanelTimers) {
         host.addTimer(timer.name, timer.interval);
     }
