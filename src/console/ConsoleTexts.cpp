@@ -174,6 +174,22 @@ constexpr std::array kKeys{
 };
 // clang-format on
 
+std::string fill(std::string_view text, const std::vector<std::string>& parts) {
+    std::string whole;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::size_t place = text[at] == '%' && at + 1 < text.size()
+                                      ? static_cast<std::size_t>(text[at + 1] - '1')
+                                      : parts.size();
+        if (place < parts.size()) {
+            whole += parts[place];
+            ++at;
+        } else {
+            whole += text[at];
+        }
+    }
+    return whole;
+}
+
 void setCaptions(ControlHost& console, std::string_view controls, std::string_view caption) {
     for (const std::string_view name : split(controls, " ")) {
         console[name].setCaption(caption);
@@ -224,19 +240,7 @@ std::vector<std::string> ConsoleTexts::names() {
 }
 
 std::string ConsoleTexts::filled(std::string_view text, std::initializer_list<std::string_view> parts) {
-    std::string whole;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const std::size_t place = text[at] == '%' && at + 1 < text.size()
-                                      ? static_cast<std::size_t>(text[at + 1] - '1')
-                                      : parts.size();
-        if (place < parts.size()) {
-            whole += parts.begin()[place];
-            ++at;
-        } else {
-            whole += text[at];
-        }
-    }
-    return whole;
+    return fill(text, {parts.begin(), parts.end()});
 }
 
 std::string ConsoleTexts::filled(std::string_view text, std::initializer_list<std::int64_t> numbers) {
@@ -244,8 +248,7 @@ std::string ConsoleTexts::filled(std::string_view text, std::initializer_list<st
     for (const std::int64_t number : numbers) {
         words.push_back(std::to_string(number));
     }
-    words.resize(2);
-    return numbers.size() == 1 ? filled(text, {words[0]}) : filled(text, {words[0], words[1]});
+    return fill(text, words);
 }
 
 std::string ConsoleTexts::waitPrompt(std::string_view text) const {
