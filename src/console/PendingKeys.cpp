@@ -5,18 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "ui/Input.h"
+
 namespace quillon {
-
-namespace {
-
-bool liesOn(const Control* control, const Control& ground) {
-    while (control != nullptr && control != &ground) {
-        control = control->container();
-    }
-    return control != nullptr;
-}
-
-} // namespace
 
 PendingKeys::PendingKeys(TorvaneSerialV3_07_QLC1& link, ServiceSession& session)
     : link_(link), session_(session) {

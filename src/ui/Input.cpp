@@ -7,14 +7,26 @@
 
 namespace quillon {
 
-void Input::run(const Control& control, const std::function<void()>& handler) {
-    if (handler) {
-        const Control* before = std::exchange(hand_, &control);
-        // A handler may take its own control away; the copy outlives it.
-        const auto copy = handler;
-        copy();
-        hand_ = before;
+bool liesOn(const Control* control, const Control& ground) {
+    while (control != nullptr && control != &ground) {
+        control = control->container();
     }
+    return control != nullptr;
+}
+
+void Input::run(const Control& control, const std::function<void()>& handler) {
+    if (!handler) {
+        return;
+    }
+    struct Hand {
+        std::vector<const Control*>& all;
+        ~Hand() { all.pop_back(); }
+    };
+    hands_.push_back(&control);
+    const Hand hand{hands_};
+    // A handler may take its own control away; the copy outlives it.
+    const auto copy = handler;
+    copy();
 }
 
 bool Input::reachable(const Control& control) const {
@@ -129,12 +141,10 @@ void Input::boxOpened() {
 }
 
 void Input::forget(const Control& control) {
-    std::erase_if(held_, [&control](const Control* at) {
-        while (at != nullptr && at != &control) {
-            at = at->container();
-        }
-        return at == &control;
-    });
+    std::erase_if(held_, [&control](const Control* at) { return liesOn(at, control); });
+    for (const Control*& hand : hands_) {
+        hand = liesOn(hand, control) ? nullptr : hand;
+    }
 }
 
 } // namespace quillon

@@ -12,6 +12,9 @@ namespace quillon {
 /// What the operator does to a control.
 enum class Gesture : std::uint8_t { Press, Release, Type, Select, Slide };
 
+/// It is the ground, or lies on it, in however many frames.
+[[nodiscard]] bool liesOn(const Control* control, const Control& ground);
+
 /// The operator's hand: pointer and keyboard, and the rule of what they can reach. Every front end goes
 /// through this, so a test presses exactly as a finger does.
 class Input {
@@ -44,9 +47,11 @@ public:
     void boxClosed() { --boxes_; }
 
     /// The control whose gesture is being handled; empty between gestures, and while a message box is up.
-    [[nodiscard]] const Control* hand() const { return boxes_ > 0 ? nullptr : hand_; }
+    [[nodiscard]] const Control* hand() const {
+        return boxes_ > 0 || hands_.empty() ? nullptr : hands_.back();
+    }
 
-    /// A control that goes away is not held any more.
+    /// A control that goes away is neither held any more nor the one whose gesture is handled.
     void forget(const Control& control);
 
     /// Told of each gesture that does its work, before it does it; `value` is the text, the entry or the
@@ -59,8 +64,8 @@ private:
     void tell(Gesture gesture, const Control& control, std::string_view value = {}) const;
     [[nodiscard]] bool reachableSlider(const Control& control) const;
 
-    std::vector<Control*> held_; // fingers may overlap: a key can be pressed before the last is let go
-    const Control* hand_ = nullptr;
+    std::vector<Control*> held_;        // fingers may overlap: a key can be pressed before the last is let go
+    std::vector<const Control*> hands_; // whose handlers run, the innermost last; empty where it went away
     int boxes_ = 0;
 };
 

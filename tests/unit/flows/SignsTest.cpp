@@ -114,6 +114,22 @@ TEST_F(SignsTest, AModesKeyWaitsAsLongAsItsRunWaitsForTheGenerator) {
     EXPECT_FALSE(waits("cmbClose"));
 }
 
+TEST_F(SignsTest, AKeyThatIsGoneIsNobodysHand) {
+    click("cmbManualCalibration");
+    ASSERT_NE(panel("SelWSCal"), nullptr);
+    const Control* before = nullptr;
+    const Control* after = nullptr;
+    Control& key = (*panel("SelWSCal"))["cmdOK"];
+    key.on.click = [&] {
+        before = application->input().hand();
+        application->console().removeKeyed("SelWSCal");
+        after = application->input().hand();
+    };
+    click("SelWSCal", "cmdOK");
+    EXPECT_EQ(before, &key);
+    EXPECT_EQ(after, nullptr);
+}
+
 TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     const auto old = [this](std::string_view field) { return application->link()[field].old(); };
     report("ST6\rKV080\rMA0100\rCV1234");
