@@ -76,8 +76,7 @@ void AutocalibrationMode::connectSignals() {
 
 void AutocalibrationMode::ToggleAutocalibrationMode() {
     if (session_.mode() == Phase::NormalOperation) {
-        session_.begin(Run::ChoosingAutocalibration, Moment::AutocalibrationChoice,
-                       {.undo = [this] { session_.showPositionerKey(); }});
+        session_.begin(Run::ChoosingAutocalibration, Moment::AutocalibrationChoice);
         askWorkstation();
     } else if (session_.mode() == Phase::Autocalibration) {
         leave();
@@ -92,7 +91,7 @@ void AutocalibrationMode::askWorkstation() {
             askPoint();
         }
     });
-    ShowCalibrationButton(context_, false);
+    session_.showPositionerKey(false);
 }
 
 void AutocalibrationMode::askPoint() {
@@ -110,7 +109,7 @@ void AutocalibrationMode::askPoint() {
         panels_.remove(kSelectPoint);
         warn(point);
     });
-    ShowCalibrationButton(context_, false);
+    session_.showPositionerKey(false);
 }
 
 std::string AutocalibrationMode::wordsFor(ModalPanel& choice) const {
@@ -138,7 +137,6 @@ void AutocalibrationMode::warn(const std::string& point) {
 
 void AutocalibrationMode::cancelled() {
     session_.end(Moment::AutocalibrationCancelled);
-    ShowCalibrationButton(context_, true);
 }
 
 void AutocalibrationMode::enter() {
@@ -147,13 +145,12 @@ void AutocalibrationMode::enter() {
         return;
     }
     session_.turn(Run::EnteringAutocalibration, Moment::AutocalibrationChosen,
-                  {.undo =
-                       [this] {
-                           tmrAutocalON_.stop();
-                           session_.showPositionerKey();
-                       },
+                  {.undo = [this] { tmrAutocalON_.stop(); },
                    .ends =
                        [this](Way way) {
+                           if (way == Way::Calibration || way == Way::Configuration) {
+                               return session_.mode() == Phase::Autocalibration || !tmrAutocalON_.running();
+                           }
                            // Before its first command, or in Ready behind the last of its waits.
                            return way == Way::Exposure ? onStep_ == kSendWorkstation
                                                        : !tmrAutocalON_.running();
@@ -177,6 +174,7 @@ void AutocalibrationMode::onTick() {
         // A generator that is there already would be led out again.
         if (session_.mode() != Phase::Calibration) {
             link_.service().ToggleCalibrationFeature();
+            session_.asked(Phase::Calibration);
         }
         onStep_ = kFirstSeek;
         tmrAutocalON_.start(kCalibrationTime);
@@ -287,6 +285,7 @@ void AutocalibrationMode::modeReached() {
     if (session_.is(Run::EnteringAutocalibration) && !tmrDelayAutocal_.running() && !handOverOwed_) {
         handOver(); // it came by way of Ready, and nothing else hands it over
     }
+    session_.stand();
 }
 
 void AutocalibrationMode::calibrationRefused() {
@@ -299,14 +298,12 @@ void AutocalibrationMode::generatorNeverCame() {
     // An answer that was not taken would be repeated, and might begin what was given up.
     link_.timer("tmrConfirm").stop();
     link_.timer("tmrDismiss").stop();
-    screen_.hide({"fraTorvaneSerial"});
-    ShowCalibrationButton(context_, true);
     panels_.ErrorMessage(ErrorCode::Protocol);
 }
 
 void AutocalibrationMode::giveUpEntry() {
     tmrAutocalON_.stop();
-    session_.end(Moment::AutocalibrationNotReached);
+    session_.fail(Moment::AutocalibrationNotReached);
 }
 
 void AutocalibrationMode::modeBegins() {
@@ -323,6 +320,8 @@ void AutocalibrationMode::modeReported(bool result) {
     const bool pending = session_.is(Run::HandingOver) || session_.is(Run::EnteringAutocalibration);
     if (pending && (result || handOverOwed_)) {
         handOver();
+    } else if (session_.is(Run::HandingOver) && !tmrDelayAutocal_.running()) {
+        tmrDelayAutocal_.start(kHandOverDelay); // it has asked outside of calibration
     }
 }
 
@@ -337,17 +336,22 @@ void AutocalibrationMode::handOverTick() {
 
 void AutocalibrationMode::handOver() {
     handOverOwed_ = false;
+    session_.askForExposures(true);
     session_.end(Moment::AutocalibrationHandedOver);
     screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
 }
 
 void AutocalibrationMode::questionAsked() {
-    if (session_.is(Run::EnteringAutocalibration)) {
+    if (session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) {
         session_.waitPatiently();
     }
 }
 
 void AutocalibrationMode::confirmed() {
+    answered_ = true;
+    if (session_.idle()) {
+        session_.become(Run::HandingOver); // the generator began by itself, up to its question
+    }
     session_.at(Moment::AutocalibrationConfirmed);
     questionAsked();
     screen_.prompt(Role::Prompt, initPrompt());
@@ -359,13 +363,20 @@ void AutocalibrationMode::blink() {
 }
 
 void AutocalibrationMode::dismissed() {
+    answered_ = true;
     tmrIniAutocal_.stop();
+    if (session_.idle()) {
+        session_.become(Run::HandingOver);
+    }
     session_.at(Moment::AutocalibrationConfirmed);
     questionAsked();
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sStopAutocal));
 }
 
 void AutocalibrationMode::acknowledged(bool on) {
+    if (session_.lastPhase() == Phase::ConfirmDismiss && !answered_ && !session_.isLeaving()) {
+        screen_.clearPrompt(); // the keys that it names go with this
+    }
     // The step stays behind when the entry has ended, so this shortens the ordinary exit as well. Once all of
     // it is over, or another run has the console, a generator that says so again ends nothing.
     const bool ours = session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver) ||
@@ -391,6 +402,7 @@ void AutocalibrationMode::leave() {
 }
 
 void AutocalibrationMode::startLeaving(int step) {
+    session_.askForExposures(false);
     tmrIniAutocal_.stop();
     tmrDelayAutocal_.stop();
     offStep_ = step;
@@ -428,10 +440,12 @@ void AutocalibrationMode::endLeaving() {
 
 void AutocalibrationMode::endLeavingAfterCalibration() {
     tmrAutocalON_.stop();
-    session_.end(Moment::CalibrationBehindItDone);
-    if (session_.lastPhase() != Phase::NormalOperation) {
+    const bool ready = session_.lastPhase() == Phase::NormalOperation;
+    if (!ready) {
         screen_.hide({"fraTorvaneSerial"});
-        ShowCalibrationButton(context_, true);
+    }
+    session_.endOnTheWay(Moment::CalibrationBehindItDone);
+    if (!ready) {
         panels_.tellProtocolError();
     }
 }

@@ -20,8 +20,12 @@ public:
     void modeBegins();
     /// It reports the mode once more, or a result: a hand-over that found it elsewhere is made up for.
     void modeReported(bool result);
-    /// Its question whether to begin stands.
+    /// Its question whether to begin is raised, or once more.
+    void questionRaised() { answered_ = false; }
+    /// It stands.
     void questionAsked();
+    /// The operator has answered it.
+    [[nodiscard]] bool answered() const { return answered_; }
 
 private:
     void connectSignals();
@@ -84,6 +88,7 @@ private:
     int waitCount_ = 0; ///< ticks in the wait for the generator
     int seekPace_ = 0;  ///< ms from one step of the list to the next look
     bool handOverOwed_ = false;
+    bool answered_ = false;
 };
 
 } // namespace quillon

@@ -53,15 +53,14 @@ void CalibrationMode::ToggleCalibrationMode() {
 
 void CalibrationMode::enter() {
     session_.at(Moment::CalibrationPressed);
-    session_.begin(Run::ChoosingWorkstation, Moment::CalibrationChoice,
-                   {.undo = [this] { session_.showPositionerKey(); }});
+    session_.begin(Run::ChoosingWorkstation, Moment::CalibrationChoice);
     panels_.open(kPanel, [this](ModalPanel&, std::string_view event, std::int16_t workstation) {
         if (event == "OK") {
             panels_.remove(kPanel);
             workstationChosen(workstation);
         }
     });
-    ShowCalibrationButton(context_, false);
+    session_.showPositionerKey(false);
 }
 
 void CalibrationMode::workstationChosen(std::int16_t workstation) {
@@ -91,12 +90,7 @@ void CalibrationMode::beginEntry(int firstWait) {
 }
 
 RunHooks CalibrationMode::entryHooks() {
-    return {.undo =
-                [this] {
-                    showModeKeys(true);
-                    session_.showPositionerKey();
-                    giveXRaysBack(false);
-                },
+    return {.undo = [this] { giveXRaysBack(false); },
             .ends = [this](Way) { return !workstationSent_; }};
 }
 
@@ -113,9 +107,14 @@ void CalibrationMode::onTick() {
         tmrCalON_.start(kWorkstationWait);
         break;
     case 1:
+        if (isExposure(session_.lastPhase())) {
+            session_.breakOff(Moment::BrokenOffByExposure); // the command would be refused
+            return;
+        }
         // A generator that is there already would be led out again.
         if (session_.mode() != Phase::Calibration) {
             context_.link.service().ToggleCalibrationFeature();
+            session_.asked(Phase::Calibration);
         }
         onStep_ = 2;
         tmrCalON_.start(kModeWait);
@@ -137,13 +136,11 @@ void CalibrationMode::entered() {
 
 void CalibrationMode::notEntered() {
     showModeKeys(true);
-    session_.end(Moment::CalibrationNotReached);
+    session_.fail(Moment::CalibrationNotReached);
     if (session_.lastPhase() == Phase::Error) {
-        // The generator's own error is on show and tells more than a panel would.
-        screen_.hide({"fraTorvaneSerial"});
-        ShowCalibrationButton(context_, true);
+        session_.stand(); // its own words tell more than a panel would
     } else {
-        panels_.ErrorMessage(panels_.failureCode());
+        panels_.ErrorMessage(panels_.failureCode(), Phase::Calibration);
     }
 }
 
@@ -167,7 +164,6 @@ RunHooks CalibrationMode::exitHooks() {
             .givenUp =
                 [this] {
                     session_.loan().takeBack();
-                    showModeKeys(false);
                     session_.end(Moment::CalibrationExitNotFollowed);
                 }};
 }

@@ -3,6 +3,8 @@
 #include <string>
 
 #include "base/Text.h"
+#include "model/Commands.h"
+#include "model/Service.h"
 
 namespace quillon {
 
@@ -35,25 +37,31 @@ Closing::Closing(ConsoleContext& context, ServiceSession& session, const Modes& 
 
 void Closing::closePressed() {
     if (!session_.is(Run::Closing)) {
-        session_.at(Moment::ClosePressed);
+        session_.closePressed();
         tmrShutdown_.start(kShutdownHold);
     }
 }
 
 void Closing::pressedForNothing() {
     if (!session_.is(Run::Closing)) {
-        session_.giveXRaysBack();
+        session_.pressCameToNothing();
     }
 }
 
 void Closing::closeClicked() {
     if (screen_.keptBack(Key::Close) || session_.is(Run::Closing)) {
+        pressedForNothing();
         return;
     }
     session_.closeScreen();
-    if (session_.giveUp()) {
+    const bool inMode = isServiceMode(session_.mode());
+    if (session_.mode() != Phase::Autocalibration && session_.giveUp()) {
         session_.giveXRaysBack();
-    } else if (session_.poweringUp() || !leave()) { // after a start anew, whatever stood before is over
+    } else if (!inMode && answerOf(session_.run(), Way::CloseKey) == Answer::Ends) {
+        session_.breakOff(); // an exposure has given the key in the middle of an entry
+        pressedForNothing();
+    } else if (session_.poweringUp() || session_.exitUnheard() || !leave()) {
+        // After a start anew, whatever stood before is over; and nobody waits twice for one that is lost.
         close();
     }
 }
@@ -65,7 +73,7 @@ bool Closing::leave() {
     } else if (session_.mode() == Phase::Autocalibration) {
         modes_.autocalibration.ToggleAutocalibrationMode();
     } else if (waits) {
-        session_.giveXRaysBack();
+        session_.pressCameToNothing();
     } else if (session_.mode() == Phase::Calibration) {
         session_.loan().takeBack(); // the way out is the engineer's again
         modes_.calibration.ToggleCalibrationMode();
@@ -81,6 +89,12 @@ bool Closing::leave() {
 }
 
 void Closing::close() {
+    const Phase arriving = session_.onTheWayTo();
+    if (arriving == Phase::Calibration) {
+        context_.link.service().calibration(false);
+    } else if (arriving == Phase::Configuration) {
+        context_.link.commands().send(command("Configuration"), false);
+    }
     BeginClosing();
     screen_.prompt(Role::Prompt, context_.texts.sClosing);
     session_.loan().takeBack();

@@ -41,6 +41,7 @@ void ConfigurationMode::ToggleConfigurationMode() {
 void ConfigurationMode::tell(bool enable, std::string_view prompt, Timer& wait) {
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(prompt));
     context_.link.commands().send(command("Configuration"), enable);
+    session_.asked(enable ? Phase::Configuration : Phase::None);
     wait.start(kWait);
 }
 
@@ -48,13 +49,13 @@ void ConfigurationMode::entered() {
     if (session_.mode() == Phase::Configuration) {
         session_.end(Moment::ConfigurationReached);
     } else {
-        session_.end(Moment::ConfigurationNotReached);
-        panels_.ErrorMessage(panels_.failureCode());
+        session_.fail(Moment::ConfigurationNotReached);
+        panels_.ErrorMessage(panels_.failureCode(), Phase::Configuration);
     }
 }
 
 void ConfigurationMode::left() {
-    session_.end(Moment::ConfigurationDone);
+    session_.endWithKeysLeft(Moment::ConfigurationDone);
     if (session_.mode() != Phase::NormalOperation) {
         panels_.tellProtocolError();
     }

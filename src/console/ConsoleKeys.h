@@ -41,6 +41,11 @@ public:
         rest.bits_ = static_cast<std::uint8_t>(bits_ & ~taken.bits_);
         return rest;
     }
+    [[nodiscard]] constexpr Keys only(Keys kept) const {
+        Keys both;
+        both.bits_ = static_cast<std::uint8_t>(bits_ & kept.bits_);
+        return both;
+    }
     /// Calls `work` for each key of the set.
     template <typename Work> void each(Work work) const {
         for (std::size_t i = 0; i < kKeyNames.size(); ++i) {

@@ -60,6 +60,7 @@ void ErrorReactions::generatorLost() {
     screen_.hide(Key::GoToUserMode);
     screen_.hide({"fraActualExposureParameters", "fraTorvaneSerial"});
     screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
+    session_.stand();
 }
 
 void ErrorReactions::flash() {

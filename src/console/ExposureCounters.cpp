@@ -76,13 +76,11 @@ void ExposureCounters::open() {
 }
 
 void ExposureCounters::close() {
-    const bool unanswered = session_.is(Run::ReadingCounters);
-    session_.end(Moment::CountersClosed);
-    if (unanswered) {
+    if (session_.is(Run::ReadingCounters)) {
         session_.at(Moment::BrokenOff); // no screen has taken prompt and Busy away
     }
     clearScreen();
-    ShowCalibrationButton(context_, true);
+    session_.end(Moment::CountersClosed);
 }
 
 void ExposureCounters::clearScreen() {
@@ -98,7 +96,6 @@ RunHooks ExposureCounters::hooks() {
                 [this] {
                     session_.at(Moment::CountersGone);
                     clearScreen();
-                    session_.showPositionerKey();
                 },
             .count =
                 [this] {
@@ -210,7 +207,7 @@ void ExposureCounters::showScreen() {
                   hooks());
     session_.closeScreen(); // its key goes, too
     screen_.show({"fraExposureCounters"});
-    ShowCalibrationButton(context_, false);
+    session_.showPositionerKey(false);
 }
 
 void ExposureCounters::bindResetKeys() {

@@ -18,7 +18,7 @@ PhaseReactions::PhaseReactions(ConsoleContext& context, ServiceSession& session,
       console_(context.console), start_(start), autocalibration_(autocalibration),
       cmdPrep_(context.console["cmdPrep"]), cmdExposure_(context.console["cmdExposure"]),
       tmrDelay_(context.console.timer("tmrDelay")) {
-    tmrDelay_.setTick([this] { showLinkControl(); });
+    tmrDelay_.setTick([this] { session_.showLinkControl(); });
     connectSignals();
 }
 
@@ -45,25 +45,23 @@ void PhaseReactions::connectSignals() {
 }
 
 void PhaseReactions::phaseChange(Phase phase) {
+    const bool prompted = console_["lblHelp"].visible();
     const bool wasLost = session_.isLost();
     session_.reported(phase);
-    if (console_["lblHelp"].caption() == context_.texts.sCommError && phase != Phase::Initialization) {
-        // It answers again. Not every phase writes words of its own over those of the loss.
-        screen_.clearPrompt();
-    }
-    if (session_.lastPhase() == Phase::ConfirmDismiss && !context_.link.answering() &&
-        (phase == Phase::Calibration || phase == Phase::Autocalibration)) {
+    if (session_.lastPhase() == Phase::ConfirmDismiss && phase != Phase::ConfirmDismiss &&
+        !autocalibration_.answered()) {
         // It has taken its question back, and may go anywhere from here.
-        session_.at(Moment::QuestionWithdrawn);
+        screen_.clearPrompt();
+        if (phase == Phase::Calibration || phase == Phase::Autocalibration) {
+            session_.at(Moment::QuestionWithdrawn);
+        }
     }
     react(phase);
-    if (session_.isFree() && session_.mode() == Phase::Autocalibration &&
-        (phase == Phase::Autocalibration || phase == Phase::AutocalError || phase == Phase::AutocalOk)) {
-        // The operator must be able to leave, whatever came before.
-        session_.at(Moment::AutocalibrationIsFree);
-        if (wasLost && phase == Phase::Autocalibration) {
-            screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
-        }
+    if (phase == Phase::Initialization && prompted) {
+        console_["lblHelp"].setVisible(true); // whoever was told what is under way is told what has become of it
+    }
+    if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
+        session_.askForExposures(true); // as before the loss
     }
     session_.settled(phase);
 }
@@ -83,6 +81,7 @@ void PhaseReactions::react(Phase phase) {
     case Phase::RadExposure:
     case Phase::FluoroExposure:
         lightExposure(true);
+        session_.at(Moment::Exposure);
         break;
     case Phase::Calibration:
         calibration();
@@ -97,7 +96,10 @@ void PhaseReactions::react(Phase phase) {
         autocalibration();
         break;
     case Phase::ConfirmDismiss:
-        promptToAnswer();
+        if ((session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) &&
+            (console_["fraTorvaneSerial"].visible() || tmrDelay_.running())) {
+            promptToAnswer(); // any other run has words of its own, and what stands behind it says these
+        }
         autocalibration_.questionAsked();
         break;
     case Phase::AutocalError:
@@ -216,9 +218,6 @@ void PhaseReactions::calibration() {
             screen_.hide({"fraActualExposureParameters", "fraExposureCounters"});
         }
     }
-    if (session_.mode() == Phase::Autocalibration && !leaving) {
-        screen_.clearPrompt(); // what it asked the operator for belonged to the mode that is over
-    }
     if (session_.mode() != Phase::Autocalibration || !console_["fraTorvaneSerial"].visible()) {
         hideRestPicture();
         bringLinkControl();
@@ -265,13 +264,13 @@ void PhaseReactions::result(Role rank, const std::string& words) {
 }
 
 void PhaseReactions::askToConfirm() {
+    autocalibration_.questionRaised();
     session_.at(Moment::QuestionAsked);
     if (!console_["fraTorvaneSerial"].visible() && session_.mode() == Phase::Calibration &&
-        !tmrDelay_.running()) {
+        !tmrDelay_.running() && !session_.isLeaving()) {
         // The entry was given up before the generator asked; its question must be in reach all the same.
-        hideRestPicture();
         promptToAnswer();
-        showLinkControl();
+        session_.showLinkControl();
     }
 }
 
@@ -287,15 +286,6 @@ void PhaseReactions::hideRestPicture() {
 
 void PhaseReactions::bringLinkControl() {
     tmrDelay_.start(kLinkControlDelay);
-}
-
-void PhaseReactions::showLinkControl() {
-    context_.link.setVisible(true);
-    screen_.show({"fraTorvaneSerial"});
-    context_.link.UserControl_Show();
-    tmrDelay_.stop();
-    session_.closeScreen(); // its key goes, too
-    ShowCalibrationButton(context_, false);
 }
 
 } // namespace quillon

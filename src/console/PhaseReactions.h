@@ -32,7 +32,6 @@ private:
     void hideRestPicture();
     /// The link control comes up a moment from now.
     void bringLinkControl();
-    void showLinkControl();
     void connectSignals();
 
     ConsoleContext& context_;

@@ -1,14 +1,24 @@
 #include "console/ServiceSession.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
+
+#include "link/LinkSilence.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr int kPatience = 60000; // ms
+constexpr int kPatience = 60000;   // ms
+constexpr int kArrives = 20000;    // ms in which a generator may still go into the mode it was told
+constexpr int kFollowed = 5000;    // ms that the generator gets to follow the last command of a run
+constexpr int kPollAway = 30000;   // ms that the poll may be away with nothing that holds it
+
+/// The generator can be told whether it may make X-rays, and no exposure is under way.
+constexpr Phases kTakesXRays{Phase::NormalOperation, Phase::Calibration, Phase::Configuration,
+                             Phase::Autocalibration};
 
 /// In these the place of a positioner's screen is wanted for something else.
 constexpr Phases kEndsScreen{Phase::Initialization,  Phase::Calibration,    Phase::Configuration,
@@ -57,7 +67,13 @@ void Loan::reported(Phase phase) {
 }
 
 ServiceSession::ServiceSession(ConsoleContext& context)
-    : context_(context), screen_(context), loan_(context.link), patience_(context.console.schedule()) {
+    : context_(context), screen_(context), loan_(context.link), patience_(context.console.schedule()),
+      pollWatch_(context.console.schedule()), followed_(context.console.schedule()) {
+    pollWatch_.setTick([this] { watchPoll(); });
+    followed_.setTick([this] {
+        followed_.stop();
+        stand();
+    });
     patience_.setTick([this] {
         patience_.stop();
         patienceOver_ = true;
@@ -75,8 +91,12 @@ void ServiceSession::setRun(Run run) {
 }
 
 void ServiceSession::setMode(Phase mode) {
-    if (mode == Phase::Autocalibration && mode_ != mode) {
+    if (asked_ == mode) {
+        asked_ = Phase::None;
+    }
+    if (mode_ != mode) {
         exposures_ = 0;
+        exposes_ = false;
     }
     mode_ = mode;
 }
@@ -94,6 +114,8 @@ bool ServiceSession::waits() const {
 
 void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     const RunHooks before = std::exchange(hooks_, {});
+    followed_.stop();
+    withReady_ = {};
     stopParts();
     for (const WaitRow& wait : waitRows()) {
         if (wait.byNextRun) {
@@ -118,20 +140,46 @@ void ServiceSession::turn(Run run, Moment moment, RunHooks hooks) {
 }
 
 void ServiceSession::end(Moment moment) {
+    finish(moment);
+    stand();
+}
+
+void ServiceSession::endWithKeysLeft(Moment moment) {
+    finish(moment);
+    stand(mode_ == Phase::Configuration && !lost_);
+}
+
+void ServiceSession::endOnTheWay(Moment moment) {
+    finish(moment);
+    if (mode_ == Phase::NormalOperation) {
+        stand();
+    } else {
+        followed_.start(kFollowed);
+    }
+}
+
+void ServiceSession::finish(Moment moment) {
+    exitUnheard_ = lost_ && isLeaving();
     hooks_ = {};
     stopParts();
     setRun(Run::None);
+    layoutOwed_ = true;
     at(moment);
+    if (mode_ != Phase::NormalOperation) {
+        withReady_ = rowOf(moment).on.only(kModeKeys);
+    }
 }
 
 void ServiceSession::breakOff(Moment moment) {
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
     setRun(Run::None);
+    layoutOwed_ = true;
     at(moment);
     if (before.undo) {
         before.undo();
     }
+    stand();
 }
 
 void ServiceSession::cancelLending() {
@@ -139,15 +187,12 @@ void ServiceSession::cancelLending() {
         return;
     }
     context_.console.timer("tmrGotoUserMode").stop();
-    if (mode_ == Phase::NormalOperation) {
-        // A report of Ready has left this key to the arrival, which does not come any more.
-        at(Moment::UsersCancelled);
-    }
     if (context_.console.timer("tmrCalOFF").running()) {
         become(Run::LeavingCalibration);
     } else {
         hooks_ = {};
         setRun(Run::None);
+        stand();
     }
 }
 
@@ -164,6 +209,7 @@ void ServiceSession::drop() {
 void ServiceSession::stopParts() {
     patience_.stop();
     patienceOver_ = false;
+    context_.console.timer("tmrIniAutocal").stop(); // a question may have been answered in any run
     const RunRow& row = rowOf(run_);
     for (const std::string_view timer : row.timers) {
         if (!timer.empty()) {
@@ -207,6 +253,38 @@ void ServiceSession::movePoll(Poll poll) {
     if (poll == Poll::Held || free) {
         context_.link.setStatusUpdateEnable(free);
     }
+    if (poll == Poll::Stays) {
+        return;
+    }
+    pollParked_ = poll == Poll::Parked && !free;
+    if (poll == Poll::Held || pollParked_) {
+        pollWatch_.start(kPollAway);
+    }
+}
+
+/// A run that holds the poll frees it itself, and so does an answer. What else keeps it away lasts no longer
+/// than this.
+void ServiceSession::noticePoll() {
+    if (context_.link.StatusUpdateEnable() && !context_.link.polls() && !pollWatch_.running()) {
+        pollWatch_.start(kPollAway);
+    }
+}
+
+void ServiceSession::watchPoll() {
+    const bool held = !idle() || context_.link.answering() || lastPhase_ == Phase::Initialization ||
+                      context_.link.timer("tmrAutoRepeat").running() ||
+                      context_.link.timer("tmrAutorepFlKVP").running();
+    const bool byHost = !context_.link.StatusUpdateEnable() && !pollHeld_ && !pollParked_;
+    if (context_.link.polls() || byHost || !context_.link.PortOpen()) {
+        pollWatch_.stop();
+    } else if (!held || lost_) {
+        pollWatch_.stop();
+        pollHeld_ = false;
+        pollParked_ = false;
+        context_.link.pollAgain();
+    } else {
+        pollWatch_.start(kPollAway);
+    }
 }
 
 void ServiceSession::stopWait(const WaitRow& wait) {
@@ -235,6 +313,7 @@ void ServiceSession::at(Moment moment) {
         xRaysOwed_ = row.rx == Rx::GivenBack && !context_.link.allows("RX");
     }
     movePoll(row.poll);
+    noticePoll();
     if (row.busy == Busy::Taken) {
         busy_ = true;
         context_.events.Busy.raise(1);
@@ -253,6 +332,17 @@ void ServiceSession::waitPatiently() {
 
 void ServiceSession::stopWaiting() {
     patience_.stop();
+}
+
+void ServiceSession::closePressed() {
+    xRaysAtPress_ = context_.link.mirror().RXEnable || xRaysOwed_;
+    at(Moment::ClosePressed);
+}
+
+void ServiceSession::pressCameToNothing() {
+    if (xRaysAtPress_) {
+        giveXRaysBack();
+    }
 }
 
 void ServiceSession::giveXRaysBack() {
@@ -287,7 +377,9 @@ void ServiceSession::answer(Way way) {
 }
 
 void ServiceSession::reported(Phase phase) {
+    reporting_ = true;
     lost_ = false;
+    exitUnheard_ = false;
     poweringUp_ = phase == Phase::Initialization;
     if (phase == Phase::RadExposure) {
         ++exposures_;
@@ -310,17 +402,16 @@ void ServiceSession::reported(Phase phase) {
     if (lent() && elsewhere) {
         loan_.takeBack();
         cancelLending(); // there is nobody to arrive at
-        if (phase == Phase::Initialization) {
-            showPositionerKey(); // no mode is left that would bring it
-        }
     }
-    if (xRaysOwed_ && isKnown(phase) && context_.link.allows("RX")) {
+    if (xRaysOwed_ && kTakesXRays.has(phase)) {
         xRaysOwed_ = false;
         context_.link.setRXEnable(true);
     }
 }
 
 void ServiceSession::settled(Phase phase) {
+    reporting_ = false;
+    followed_.stop();
     lastPhase_ = phase;
     if (!isExposure(phase)) {
         give(std::exchange(afterExposure_, {}));
@@ -328,7 +419,171 @@ void ServiceSession::settled(Phase phase) {
             at(Moment::PatienceIsOver);
         }
     }
+    noticePoll();
+    if (messageClose_ && phase == messageBelied_) {
+        const auto close = messageClose_;
+        close();
+    }
+    if (phase != Phase::TubeTooHot) {
+        if (!isExposure(phase) && hasNoTimer()) {
+            breakOff(); // the report has ended the wait for its next step
+        }
+        stand();
+    }
     changed.raise();
+}
+
+/// It waits for the generator, and nothing is left that would ever look at what has come of it.
+bool ServiceSession::hasNoTimer() const {
+    const RunRow& row = rowOf(run_);
+    if (!row.waits || is(Run::ReadingCounters) || running("tmrAutocalON")) {
+        return false;
+    }
+    return std::none_of(row.timers.begin(), row.timers.end(),
+                        [this](std::string_view timer) { return !timer.empty() && running(timer); });
+}
+
+void ServiceSession::asked(Phase mode) {
+    asked_ = mode;
+    askedAt_ = context_.console.schedule().now();
+}
+
+Phase ServiceSession::onTheWayTo() const {
+    const bool may = context_.console.schedule().now() - askedAt_ < kArrives || context_.link.silence().quiet();
+    return mode_ == Phase::NormalOperation && may ? asked_ : Phase::None;
+}
+
+Heard ServiceSession::heard() const {
+    return {mode_, lastPhase_, lost_, poweringUp_, lent(), exposes_, exitUnheard_};
+}
+
+bool ServiceSession::running(std::string_view timer) const {
+    return context_.console.timer(timer).running();
+}
+
+void ServiceSession::stand() {
+    stand(false);
+}
+
+void ServiceSession::stand(bool keysLeft) {
+    if (followed_.running() && isServiceMode(mode_) && !lost_) {
+        return;
+    }
+    if (!idle() || reporting_ || messageClose_ || running("tmrDelayShow")) {
+        return;
+    }
+    const StandingRow row = standingOf(heard());
+    if (row.stand == Stand::Silent && lastPhase_ <= Phase::Initialization) {
+        return; // the start has the screen
+    }
+    if (row.area == Area::Picture) {
+        showPicture();
+    } else {
+        if (row.stand != Stand::WithUsers) { // the report of Ready leaves it behind the link control
+            hidePicture();
+        }
+        if (!context_.console["fraTorvaneSerial"].visible() && !running("tmrDelay")) {
+            showLinkControl();
+        }
+    }
+    const bool refreshes = running("tmrWaitStartGenerator") || running("tmrWaitRefresh");
+    const bool entering = running("tmrAutocalON"); // its next look gives the link control
+    const Keys waits = (row.stand == Stand::Ready && refreshes ? Keys(Key::ManualCalibration) : Keys()) |
+                       (entering && mode_ == Phase::Autocalibration ? Keys(Key::LinkControl) : Keys());
+    if (isExposure(lastPhase_)) {
+        give(row.inReach.only(Key::LinkControl)); // the others come with its end
+    } else {
+        if (!keysLeft) {
+            take(row.outOfReach);
+        }
+        give(row.inReach.without(waits));
+        if (row.stand == Stand::Ready) {
+            give(std::exchange(withReady_, {}));
+        }
+    }
+    if (std::exchange(layoutOwed_, false) || row.stand != Stand::Calibration) {
+        screen_.show(row.shown);
+        screen_.hide(row.hidden);
+    }
+    paint((kModeKeys | Key::GoToUserMode).without(row.lit), context_.state.ButtonOffColor);
+    paint(row.lit, context_.state.ButtonOnColor);
+    if (row.caption != Caption::Stays) {
+        context_.console["cmbClose"].setCaption(row.caption == Caption::Exit ? context_.texts.m_ExitCaption
+                                                                             : context_.texts.scmbClose);
+    }
+    say(row.words);
+    if (row.positioner == Offer::Hidden || (row.positioner == Offer::Shown && positionerKeyAway_)) {
+        showPositionerKey(row.positioner == Offer::Shown);
+    }
+    if (row.rx == Rx::On && !context_.link.mirror().RXEnable && !running("tmrShutdown")) {
+        context_.link.setRXEnable(true);
+    }
+}
+
+void ServiceSession::say(Says words) {
+    const ConsoleTexts& texts = context_.texts;
+    switch (words) {
+    case Says::None:
+        screen_.clearPrompt();
+        break;
+    case Says::Lost:
+        screen_.prompt(Role::Alarm, texts.sCommError);
+        break;
+    case Says::Question:
+        if (!context_.link["cmbAutocalConfirm"].visible()) {
+            context_.link.repeatQuestion(); // its answer came to nothing, and nothing else leads it on
+        }
+        screen_.prompt(Role::Prompt,
+                       std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
+        break;
+    case Says::Expose:
+        screen_.prompt(Role::Prompt, texts.sPressPrepExpose);
+        break;
+    case Says::Result: {
+        const bool ok = lastPhase_ == Phase::AutocalOk;
+        screen_.prompt(ok ? Role::Good : Role::Alarm, std::string(texts.sAutocal)
+                                                          .append(kLineBreak)
+                                                          .append(ok ? texts.sAutocalOK : texts.sAutocalERROR));
+        break;
+    }
+    case Says::AsLeft:
+    case Says::PoweringUp: // is written with the report, and comes into sight by itself
+        break;
+    }
+}
+
+void ServiceSession::showLinkControl() {
+    hidePicture();
+    context_.link.setVisible(true);
+    screen_.show({"fraTorvaneSerial"});
+    context_.link.UserControl_Show();
+    context_.console.timer("tmrDelay").stop();
+    closeScreen(); // its key goes, too
+    showPositionerKey(false);
+}
+
+void ServiceSession::showPicture() {
+    context_.console.timer("tmrDelay").stop();
+    context_.link.setVisible(false);
+    screen_.hide({"fraTorvaneSerial"});
+    screen_.show({"lblQuillonConsole"});
+    if (context_.state.GeneratorVisible) {
+        screen_.show({"imgQuillonConsole"});
+    }
+}
+
+void ServiceSession::hidePicture() {
+    screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
+}
+
+void ServiceSession::messageOpens(std::function<void()> close, Phase belied) {
+    messageClose_ = std::move(close);
+    messageBelied_ = belied;
+}
+
+void ServiceSession::messageCloses() {
+    messageClose_ = {};
+    at(Moment::MessageAcknowledged);
 }
 
 void ServiceSession::lost() {
@@ -342,11 +597,7 @@ void ServiceSession::lost() {
         }
     }
     answer(Way::Lost);
-    const bool wasLent = lent();
     loan_.takeBack();
-    if (wasLent) {
-        showPositionerKey();
-    }
 }
 
 void ServiceSession::openScreen(std::function<void()> close) {
@@ -364,6 +615,7 @@ void ServiceSession::openScreen(std::function<void()> close) {
 }
 
 void ServiceSession::showPositionerKey(bool visible) {
+    positionerKeyAway_ = !visible;
     ShowCalibrationButton(context_, visible);
     if (!context_.console["cmdOrla"].visible() && !context_.console["cmdMultiRoom"].visible()) {
         closeScreen();

@@ -6,6 +6,7 @@
 #include "console/ConsoleContext.h"
 #include "console/Moments.h"
 #include "console/Runs.h"
+#include "console/Standing.h"
 #include "ui/ControlLock.h"
 
 namespace quillon {
@@ -72,6 +73,11 @@ public:
     /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a
     /// choice.
     [[nodiscard]] bool isFree() const;
+    /// A mode is being left.
+    [[nodiscard]] bool isLeaving() const {
+        return is(Run::LeavingConfiguration) || is(Run::LeavingCalibration) || is(Run::Lending) ||
+               is(Run::LeavingAutocalibration);
+    }
     [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
 
     /// Ends what runs and begins another run; the moment's row is given and taken.
@@ -82,6 +88,12 @@ public:
     void at(Moment moment);
     /// The run's own end.
     void end(Moment moment);
+    /// The same, and a message tells it: what stands is shown behind that.
+    void fail(Moment moment) { finish(moment); }
+    /// The same; where the generator has not followed, the keys that the moment gives stay given.
+    void endWithKeysLeft(Moment moment);
+    /// The same, with the generator on its way: what stands is shown when it has had time to follow.
+    void endOnTheWay(Moment moment);
     /// The run is known by another name from now on, and nothing else changes.
     void become(Run run) { setRun(run); }
     /// Ends the run before its own end.
@@ -100,8 +112,20 @@ public:
 
     /// A phase was reported: ends what has no business in it. Before the reaction to it.
     void reported(Phase phase);
-    /// After the reaction.
+    /// After the reaction: where nothing is under way, the screen is what stands.
     void settled(Phase phase);
+    /// The screen shows where the generator stands, unless something is under way or to be answered. Whatever
+    /// ends a run ends in this.
+    void stand();
+
+    // The working area: the picture at rest, or the link control.
+    void showLinkControl();
+    void showPicture();
+    void hidePicture();
+
+    /// A message came up. It goes by itself when the phase that it says was not reached is reported.
+    void messageOpens(std::function<void()> close, Phase belied);
+    void messageCloses();
     /// The generator was lost.
     void lost();
 
@@ -115,18 +139,29 @@ public:
 
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
-    /// X-rays are allowed again, at once or with the next report of a phase in which the generator can be
-    /// told.
+    /// X-rays are allowed again, at once or with the next report of a phase at rest.
     void giveXRaysBack();
+    /// The press of the key that closes, which takes them, has come to nothing: they are as before it.
+    void pressCameToNothing();
+    void closePressed();
     /// With the next such report in any case: what was said before may be lost.
     void oweXRays() { xRaysOwed_ = true; }
-    /// A positioner's key stands beside the picture at rest only.
-    void showPositionerKey() { showPositionerKey(!isServiceMode(mode_)); }
     /// Where no positioner is installed but its switch was given, the key goes for good, and an open screen
     /// with it.
     void showPositionerKey(bool visible);
     /// A line that was closed by hand is opened, so that the generator can be told.
     void openLine();
+    /// In autocalibration the operator is asked for exposures, from now on or no longer.
+    void askForExposures(bool asked) { exposes_ = asked; }
+    /// The generator was told to go into a mode.
+    void asked(Phase mode);
+    /// The mode in which it may still arrive; None when there is none.
+    [[nodiscard]] Phase onTheWayTo() const;
+    /// It was told to leave a mode while it was lost, and has not been heard since.
+    [[nodiscard]] bool exitUnheard() const { return exitUnheard_; }
+    [[nodiscard]] bool exposes() const { return exposes_; }
+    /// The generator may still follow the last command of a run that is over.
+    [[nodiscard]] bool follows() const { return followed_.running(); }
 
 private:
     void setRun(Run run);
@@ -137,11 +172,21 @@ private:
     void stopWait(const WaitRow& wait);
     void paint(Keys keys, Colour colour);
     void answer(Way way);
+    [[nodiscard]] Heard heard() const;
+    [[nodiscard]] bool running(std::string_view timer) const;
+    void finish(Moment moment);
+    void stand(bool keysLeft);
+    void say(Says words);
+    [[nodiscard]] bool hasNoTimer() const;
+    void noticePoll();
+    void watchPoll();
 
     ConsoleContext& context_;
     ConsoleScreen screen_;
     Loan loan_;
     Timer patience_;
+    Timer pollWatch_; ///< while the poll is away
+    Timer followed_;  ///< while the generator may still follow the last command of a run that is over
     Phase mode_ = Phase::None;
     Phase lastPhase_ = Phase::None;
     Run run_ = Run::None;
@@ -152,9 +197,21 @@ private:
     bool lost_ = false;
     bool patienceOver_ = false;
     Keys afterExposure_; ///< what was given during an exposure
+    Keys withReady_;     ///< what a run's end has given before the generator had followed
+    bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
     bool pollHeld_ = false;
+    bool pollParked_ = false;
     bool busy_ = false;
     bool xRaysOwed_ = false;
+    bool exposes_ = false; ///< autocalibration was handed over to the operator, for exposures
+    bool xRaysAtPress_ = true;
+    bool positionerKeyAway_ = false;
+    bool reporting_ = false; ///< a report is reacted to: what stands is not known before that is over
+    std::function<void()> messageClose_;
+    Phase messageBelied_ = Phase::None;
+    bool exitUnheard_ = false;
+    Phase asked_ = Phase::None;
+    Milliseconds askedAt_ = 0;
     int exposures_ = 0; ///< since autocalibration was entered
 };
 

@@ -84,10 +84,11 @@ void StartOfService::delayShowTick() {
     showRestLayout();
     screen_.hide({"lblErrorDescription", "lblHelp"});
     screen_.hide(Key::GoToUserMode);
-    if (session_.lastPhase() != Phase::NormalOperation) {
+    if (session_.lastPhase() <= Phase::Initialization) { // nothing else was heard
         screen_.prompt(Role::Prompt, context_.texts.sPowerUpGenerator);
     }
     screen_.hide({"fraExposureCounters"});
+    session_.stand();
 }
 
 void StartOfService::refreshAfterPowerUp() {
@@ -121,6 +122,7 @@ void StartOfService::waitRefreshTick() {
     }
     tmrWaitRefresh_.stop();
     session_.cancelLending();
+    session_.stand();
 }
 
 void StartOfService::showVersions(std::string_view generator) {

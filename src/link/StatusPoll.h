@@ -18,6 +18,10 @@ public:
     [[nodiscard]] bool StatusUpdateEnable() const { return StatusUpdateEnable_; }
     /// The main switch; writing it writes the second one as well.
     void setStatusUpdateEnable(bool enable);
+    /// It runs, and none of the two switches keeps it from asking.
+    [[nodiscard]] bool polls() const {
+        return StatusUpdateEnable_ && state_.m_StatusUpdateActive && timer_.running();
+    }
     /// The port was opened: the heat is asked for first, one interval from now.
     void begin();
     void run() { timer_.run(); }

@@ -332,6 +332,17 @@ bool TorvaneSerialV3_07_QLC1::TempUserMode() const {
     return parts_->TempUserMode;
 }
 
+bool TorvaneSerialV3_07_QLC1::polls() const {
+    return parts_->poll.polls();
+}
+
+void TorvaneSerialV3_07_QLC1::pollAgain() {
+    parts_->poll.setStatusUpdateEnable(true);
+    if (parts_->port.isOpen()) {
+        parts_->poll.run();
+    }
+}
+
 void TorvaneSerialV3_07_QLC1::setTempUserMode(bool lent) {
     parts_->setTempUserMode(lent);
 }

@@ -72,6 +72,10 @@ public:
     void leavePort();
     [[nodiscard]] bool StatusUpdateEnable() const;
     void setStatusUpdateEnable(bool enable);
+    /// The generator is asked for its phase, now and again.
+    [[nodiscard]] bool polls() const;
+    /// Whatever kept the poll away is over.
+    void pollAgain();
     void setEventEnabled(bool enabled);
     void setHandshaking(bool asked);
     void setDebugActive(bool active);

@@ -128,8 +128,9 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
 
 void PhaseReports::enter(Phase phase, Phase old) {
     link_.m_NoAnswerCount = 0;
-    if (endsService(phase)) {
-        service_.abandonAnswer();
+    const bool refused = phase == Phase::Calibration || phase == Phase::Configuration;
+    if (endsService(phase) || (refused && service_.confirming())) {
+        service_.abandonAnswer(); // said once more in calibration, it would begin another autocalibration
     } else if (phase != Phase::ConfirmDismiss) {
         service_.withdrawQuestion();
     }
@@ -282,6 +283,13 @@ void PhaseReports::enterConfiguration() {
 void PhaseReports::enterConfirmDismiss() {
     panel_["cmbToggleFocusConfirm"].setVisible(false);
     panel_["cmbToggleFocusDismiss"].setVisible(false);
+    if (context_.fromGUI) {
+        context_.routines.setServicePage(1); // its keys are there
+        context_.routines.ShowServiceMenu();
+        if (link_.m_OperatingPhase != Phase::Calibration && link_.m_OperatingPhase != Phase::Autocalibration) {
+            context_.routines.EnableCalibrationKeys(true);
+        }
+    }
     context_.events.AutocalConfirmDismiss.raise();
     for (const std::string_view key : {"cmbAutocalConfirm", "cmbAutocalDismiss"}) {
         panel_[key].setBackColour(kActiveColour);

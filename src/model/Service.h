@@ -28,6 +28,7 @@ public:
     void setCalibrationDataSize(std::int16_t Bits);
     /// An answer to the generator's question whether to autocalibrate is on its way: "CAU" was or will be
     /// sent, and the poll keeps away until the generator has taken it.
+    [[nodiscard]] bool confirming() const { return tmrConfirm_.running(); }
     [[nodiscard]] bool answering() const { return tmrConfirm_.running() || tmrDismiss_.running(); }
     /// The generator asks no more: its question cannot be answered any longer. An answer on its way goes on.
     void withdrawQuestion();

@@ -25,6 +25,11 @@ std::ostream& operator<<(std::ostream& out, const Misdeed& misdeed) {
     return out << misdeed.invariant;
 }
 
+void say(ctrQuillonConsole& console, std::string_view words) {
+    console["lblHelp"].setCaption(words);
+    console["lblHelp"].setVisible(true);
+}
+
 // clang-format off
 const std::vector<Misdeed> kMisdeeds{
     {"ACommandGoesOutInItsPhases",       [](auto&, auto&, auto& link) { link.SendMessage("WM+", 16383); }},
@@ -43,6 +48,37 @@ const std::vector<Misdeed> kMisdeeds{
     {"OneWorkflowRuns",                  [](auto&, auto& console, auto&) { console.timer("tmrConfigON").start(kNever); }},
     {"AWorkflowHasAnEnd",                [](auto&, auto& console, auto&) { console["cmbClose"].setEnabled(false); }},
     {"BusyEndsWithTheWorkflow",          [](auto&, auto& console, auto&) { console.events.Busy.raise(1); }},
+    {"TheScreenIsWhatStands",            [](auto&, auto& console, auto&) { console["cmbConfiguration"].setVisible(false); }},
+    {"APromptNamesARunThatGoesOn",       [](auto&, auto& console, auto&) { say(console, "Exiting Configuration"); }},
+    {"AQuestionComesWithItsKeys",        [](auto&, auto& console, auto&) { say(console, "Press Confirm to Start"); }},
+    {"NothingBlinksAtRest",              [](auto&, auto& console, auto&) { console.timer("tmrIniAutocal").start(kNever); }},
+    {"ThePollComesBack",                 [](auto& session, auto&, auto& link) {
+        link.setStatusUpdateEnable(false);
+        session.perform("wait 32000");
+        session.perform("wait 1000");
+    }},
+    {"APressThatDoesNothingTakesNoXRays", [](auto& session, auto&, auto& link) {
+        session.perform("press Quillon.cmbClose");
+        session.perform("release Quillon.cmbClose outside");
+        link.setRXEnable(false);
+    }},
+    {"ALentMachineHasXRays",             [](auto& session, auto&, auto& link) {
+        for (const char* key : {"Quillon.cmbManualCalibration", "SelWSCal.cmdOK", "Quillon.cmbGoToUserMode"}) {
+            session.perform(std::string("click ") + key);
+            session.perform("wait 12000");
+        }
+        link.setRXEnable(false);
+    }},
+    {"AKeyLeadsOn",                      [](auto& session, auto& console, auto&) {
+        for (const std::string_view key : kKeyNames) {
+            console[key].setEnabled(false);
+        }
+        session.stand();
+    }},
+    {"AClosedConsoleLeavesNoMode",       [](auto& session, auto&, auto& link) {
+        session.perform("click Quillon.cmbClose");
+        link.SendMessage("CA1", 16383);
+    }, true},
     {"NothingRunsOnInReady",             [](auto&, auto&, auto& link) { link.timer("tmrBlinkingOff").start(kNever); }, true},
     {"ThereIsAWayBackToReady",           [](auto& session, auto&, auto&) {
         session.toConsole = [](std::string_view) { return std::string(); };

@@ -15,87 +15,14 @@
 #include "base/Text.h"
 #include "console/ServiceSession.h"
 #include "console/ctrQuillonConsole.h"
+#include "explore/Scenes.h"
 #include "explore/Session.h"
 #include "link/TorvaneSerial.h"
 
 namespace quillon {
 namespace {
 
-/// The console in the middle of a run.
-struct Scene {
-    Run run;
-    std::string_view name;
-    bool closes; ///< "Close" is in reach
-    std::string how;
-};
-
-const std::string kInConfiguration = "cmbConfiguration;wait 5000;";
-const std::string kToCalibration = "cmbManualCalibration;SelWSCal.cmdOK;";
-const std::string kInCalibration = kToCalibration + "wait 8000;";
-const std::string kLent = kInCalibration + "cmbGoToUserMode;wait 12000;";
-const std::string kNotFollowed = kInCalibration + "sim set modechange 1000000;";
-const std::string kChoice = "cmbAutocalibration;SelWSAutocal.cmdOK;";
-const std::string kFocus = "AutocalSelFocusOrParameter.cmbOKFocus;";
-const std::string kWarned = kChoice + "AutocalSelFocusOrParameter.cmbAutocalSmallFocus;" + kFocus;
-const std::string kYes = "AutocalWarning.cmbAutocalYes;";
-const std::string kSeekWithoutEnd = kChoice + "AutocalSelFocusOrParameter.cmbAutocalLargeFocus;" + kFocus +
-                                    kYes + "wait 5000;sim silence on;wait 65000;sim silence off";
-const std::string kAsked = kWarned + kYes + "wait 12000;";
-const std::string kConfirmed = kAsked + "TorvaneSerial.cmbAutocalConfirm;";
-const std::string kInAutocalibration = kConfirmed + "wait 10000;";
-const std::string kCounters = "cmbReadExposureCounters;";
-
 // clang-format off
-const std::vector<Scene> kScenes{
-    {Run::None,                     "Ready",                     true,  ""},
-    {Run::None,                     "a positioner's screen",     true,  "cmdMultiRoom;wait 2000"},
-    {Run::None,                     "Configuration",             true,  kInConfiguration},
-    {Run::None,                     "Calibration",               true,  kInCalibration},
-    {Run::None,                     "the users",                 true,  kLent},
-    {Run::None,                     "Autocalibration",           true,  kInAutocalibration},
-    {Run::EnteringConfiguration,    "before the command",        false, "cmbConfiguration;wait 200"},
-    {Run::EnteringConfiguration,    "behind an exposure",        true,  "cmbConfiguration;wait 500;sim phase 3;wait 50;sim phase 2;wait 50"},
-    {Run::EnteringConfiguration,    "behind the report",         false, "cmbConfiguration;wait 1500"},
-    {Run::LeavingConfiguration,     "before the command",        false, kInConfiguration + "cmbClose;wait 200"},
-    {Run::LeavingConfiguration,     "behind the report",         true,  kInConfiguration + "cmbClose;wait 1500"},
-    {Run::ChoosingWorkstation,      "its panel",                 false, "cmbManualCalibration;wait 1000"},
-    {Run::EnteringCalibration,      "before the workstation",    false, kToCalibration + "wait 500"},
-    {Run::EnteringCalibration,      "behind an exposure",        true,  kToCalibration + "wait 1400;sim phase 3;wait 50;sim phase 2;wait 50"},
-    {Run::EnteringCalibration,      "before the mode",           false, kToCalibration + "wait 1600"},
-    {Run::EnteringCalibration,      "behind the report",         false, kToCalibration + "wait 3500"},
-    {Run::EnteringCalibration,      "back from the users",       false, kLent + "cmbClose;wait 1000"},
-    {Run::LeavingCalibration,       "before the command",        false, kInCalibration + "cmbClose;wait 500"},
-    {Run::LeavingCalibration,       "behind the report",         true,  kInCalibration + "cmbClose;wait 2500"},
-    {Run::LeavingCalibration,       "not followed",              false, kNotFollowed + "cmbClose;wait 30000"},
-    {Run::LeavingCalibration,       "not followed for a minute", true,  kNotFollowed + "cmbClose;wait 65000"},
-    {Run::Lending,                  "before the command",        false, kInCalibration + "cmbGoToUserMode;wait 500"},
-    {Run::Lending,                  "behind the report",         false, kInCalibration + "cmbGoToUserMode;wait 4000"},
-    {Run::Lending,                  "not followed",              false, kNotFollowed + "cmbGoToUserMode;wait 4000"},
-    {Run::ChoosingAutocalibration,  "the workstation",           false, "cmbAutocalibration;wait 1000"},
-    {Run::ChoosingAutocalibration,  "the point",                 false, kChoice + "wait 1000"},
-    {Run::ChoosingAutocalibration,  "the warning",               false, kWarned + "wait 1000"},
-    {Run::EnteringAutocalibration,  "before the workstation",    false, kWarned + kYes + "wait 300"},
-    {Run::EnteringAutocalibration,  "before calibration",        false, kWarned + kYes + "wait 2000"},
-    {Run::EnteringAutocalibration,  "behind its report",         false, kWarned + kYes + "wait 5000"},
-    {Run::EnteringAutocalibration,  "a seek for a minute",       true,  kSeekWithoutEnd},
-    {Run::EnteringAutocalibration,  "the question",              false, kAsked},
-    {Run::EnteringAutocalibration,  "the question for a minute", true,  kAsked + "wait 65000"},
-    {Run::EnteringAutocalibration,  "before its answer",         false, kConfirmed + "wait 500"},
-    {Run::EnteringAutocalibration,  "in the mode",               false, kConfirmed + "wait 4000"},
-    {Run::HandingOver,              "begun by the generator",    true,  kInCalibration + "sim phase 9;wait 1000"},
-    {Run::HandingOver,              "an exposure",               false, kInCalibration + "sim phase 9;wait 1000;sim phase 3;wait 5000"},
-    {Run::LeavingAutocalibration,   "before the command",        false, kInAutocalibration + "cmbClose;wait 500"},
-    {Run::LeavingAutocalibration,   "behind the command",        false, kInAutocalibration + "cmbClose;wait 1600"},
-    {Run::LeavingAutocalibration,   "Ready",                     true,  kInAutocalibration + "cmbClose;wait 1600;sim phase 2;wait 500"},
-    {Run::LeavingAutocalibration,   "not followed",              false, kInAutocalibration + "sim silence on;cmbClose;wait 8000;sim silence off"},
-    {Run::LeavingAutocalibration,   "dismissed",                 false, kAsked + "TorvaneSerial.cmbAutocalDismiss;wait 1400"},
-    {Run::ReadingCounters,          "before the first answer",   false, kCounters + "wait 1000"},
-    {Run::ReadingCounters,          "behind an exposure",        true,  kCounters + "wait 1000;sim phase 3;wait 50;sim phase 2;wait 50"},
-    {Run::ReadingCounters,          "no answer",                 false, "sim silence on;" + kCounters + "wait 9000;sim silence off"},
-    {Run::ShowingCounters,          "its screen",                true,  kCounters + "wait 9000"},
-    {Run::ShowingCounters,          "the question of a reset",   true,  kCounters + "wait 9000;press Quillon.cmdResetT1;wait 10500;release Quillon.cmdResetT1"},
-    {Run::Closing,                  "the last second",           true,  "cmbClose;wait 500"},
-};
 constexpr std::array<std::string_view, kWays> kWayNames{"phase 1", "phase 2", "an exposure", "phase 6", "phase 8", "phase 9", "a loss", "cmbClose"};
 
 /// Ends of a run that leave the poll off until the next value.
@@ -256,7 +183,7 @@ void checkReady(Cell& cell, Way way) {
     EXPECT_FALSE(broken && cell.doing().lent());
     if (!cell.raysTaken || (broken && holds(kGiveBack, cell.scene.run))) {
         EXPECT_TRUE(cell.allowsXRays());
-    } else if (cell.scene.run == Run::None && way == Way::CloseKey && cell.scene.how != kLent) {
+    } else if (cell.scene.run == Run::None && way == Way::CloseKey && cell.scene.name != "the users") {
         EXPECT_FALSE(cell.allowsXRays()); // the way out of a mode keeps them
     }
 }
@@ -298,7 +225,7 @@ TEST_P(Matrix, LeavesAWayOnAndNothingBehind) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Scenes, Matrix, testing::ValuesIn(kScenes), [](const auto& scene) {
+INSTANTIATE_TEST_SUITE_P(Scenes, Matrix, testing::ValuesIn(scenes()), [](const auto& scene) {
     std::string name = std::string(rowOf(scene.param.run).name) + "_" + std::string(scene.param.name);
     std::replace_if(
         name.begin(), name.end(), [](char c) { return !std::isalnum(c); }, '_');
@@ -307,7 +234,7 @@ INSTANTIATE_TEST_SUITE_P(Scenes, Matrix, testing::ValuesIn(kScenes), [](const au
 
 TEST(MatrixScenes, ThereIsOneOfEveryRun) {
     std::set<quillon::Run> runs;
-    std::transform(kScenes.begin(), kScenes.end(), std::inserter(runs, runs.end()),
+    std::transform(scenes().begin(), scenes().end(), std::inserter(runs, runs.end()),
                    [](const Scene& scene) { return scene.run; });
     EXPECT_EQ(runs.size(), kRuns);
 }

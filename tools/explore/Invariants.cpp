@@ -6,9 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "base/Colours.h"
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "console/Runs.h"
+#include "console/Standing.h"
 #include "link/OutboundTable.h"
 
 namespace quillon {
@@ -259,6 +261,193 @@ std::string raysForbidden(const Facts& facts) {
     return facts.rays == "RX0" && facts.phase != 1 ? "the generator is left without X-rays" : "";
 }
 
+// What stands ---------------------------------------------------------------------------------------------
+
+constexpr std::array<std::string_view, 5> kNamesOfRuns{"Entering ", "Exiting ", "Aborting ", "Initializing ",
+                                                       "Reading "};
+
+std::string prompt(const Facts& facts) {
+    const Control& help = facts.console()["lblHelp"];
+    return help.visible() ? std::string(help.caption()) : std::string();
+}
+
+bool says(const Facts& facts, std::string_view words) {
+    return prompt(facts).find(words) != std::string::npos;
+}
+
+StandingRow standing(const Facts& facts) {
+    const ServiceSession& doing = facts.doing();
+    return standingOf(
+        {doing.mode(), doing.lastPhase(), doing.isLost(), doing.poweringUp(), doing.lent(), doing.exposes(), doing.exitUnheard()});
+}
+
+std::string wrongArea(const Facts& facts, Area area) {
+    const ctrQuillonConsole& console = facts.console();
+    const bool link = console["fraTorvaneSerial"].visible();
+    const bool picture = console["lblQuillonConsole"].visible();
+    if (area == Area::Picture) {
+        return picture && !link ? "" : "the picture at rest is not on show";
+    }
+    const bool behindIt = facts.doing().lent(); // the report of Ready has left it there
+    return link && (!picture || behindIt) ? "" : "the link control is not on show";
+}
+
+std::string wrongKeys(const Facts& facts, const StandingRow& row) {
+    const ctrQuillonConsole& console = facts.console();
+    const Keys watched = kModeKeys | Key::GoToUserMode;
+    std::string wrong;
+    const bool asLeft = row.stand == Stand::Configuration && facts.runBefore == Run::LeavingConfiguration;
+    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
+        const Key key{static_cast<std::uint8_t>(i)};
+        const Control& control = console[nameOf(key)];
+        const std::string name(nameOf(key));
+        const bool hiddenAsLeft = key == Key::GoToUserMode && !control.visible() && control.offered();
+        if (row.inReach.has(key) && !(control.visible() && control.offered()) && !hiddenAsLeft) {
+            wrong += name + " is not in reach; ";
+        }
+        if (row.outOfReach.has(key) && control.visible() && control.offered() && !asLeft) {
+            wrong += name + " is in reach; ";
+        }
+        const bool laidOut = row.stand != Stand::Calibration; // there they are as left
+        if (laidOut && row.shown.has(key) && !control.visible()) {
+            wrong += name + " is hidden; ";
+        }
+        if (laidOut && row.hidden.has(key) && control.visible()) {
+            wrong += name + " is on show; ";
+        }
+        const bool lit = control.visible() && control.backColour() == kActiveColour;
+        if (watched.has(key) && control.visible() && lit != row.lit.has(key)) {
+            wrong += name + (lit ? " is lit; " : " is not lit; ");
+        }
+    }
+    return wrong;
+}
+
+std::string wrongWords(const Facts& facts, Says words) {
+    const auto expect = [&](std::string_view text) {
+        return says(facts, text) ? std::string() : "the prompt says " + inQuotes(prompt(facts)) + ", not " + inQuotes(text);
+    };
+    switch (words) {
+    case Says::None:
+        return prompt(facts).empty() ? "" : "the prompt says " + inQuotes(prompt(facts));
+    case Says::Lost:
+        return expect("Communications ERROR");
+    case Says::PoweringUp:
+        return prompt(facts).empty() ? "" : expect("Powering Up");
+    case Says::Question: // the generator's own word may have ended it without a report
+        return prompt(facts).empty() && !facts.link()["cmbAutocalConfirm"].visible() ? "" : expect("Press Confirm");
+    case Says::Expose:
+        return expect("Press Prep and Expose");
+    case Says::Result:
+        return expect("Auto Calibration");
+    case Says::AsLeft:
+        break;
+    }
+    return {};
+}
+
+std::string otherThanItStands(const Facts& facts) {
+    if (!facts.atRest() || facts.phase == 0 || facts.doing().lastPhase() == Phase::TubeTooHot) {
+        return {};
+    }
+    const StandingRow row = standing(facts);
+    const ctrQuillonConsole& console = facts.console();
+    std::string wrong = wrongArea(facts, row.area);
+    if (const std::string keys = wrongKeys(facts, row); !keys.empty()) {
+        wrong += (wrong.empty() ? "" : "; ") + keys;
+    }
+    if (const std::string words = wrongWords(facts, row.words); !words.empty()) {
+        wrong += (wrong.empty() ? "" : "; ") + words;
+    }
+    const std::string& caption = console["cmbClose"].caption();
+    if (row.caption != Caption::Stays && caption != (row.caption == Caption::Exit ? "Exit" : "Close")) {
+        wrong += "; the key that closes says " + inQuotes(caption);
+    }
+    if (row.positioner == Offer::Hidden && (console["cmdOrla"].visible() || console["cmdMultiRoom"].visible())) {
+        wrong += "; the positioner's key is on show";
+    }
+    return wrong.empty() ? "" : std::string(row.name) + ": " + wrong;
+}
+
+std::string wordsOfNoRun(const Facts& facts) {
+    if (!facts.doing().idle() || facts.panel() != nullptr) {
+        return {};
+    }
+    for (const std::string_view name : kNamesOfRuns) {
+        if (says(facts, name)) {
+            return "the prompt says " + inQuotes(prompt(facts)) + " and nothing is under way";
+        }
+    }
+    return {};
+}
+
+std::string questionWithoutKeys(const Facts& facts) {
+    if (!says(facts, "Press Confirm") || facts.panel() != nullptr || running(facts, "tmrDelay")) {
+        return {};
+    }
+    const bool keys = facts.reaches(facts.link()["cmbAutocalConfirm"]) && facts.reaches(facts.link()["cmbAutocalDismiss"]);
+    return keys ? "" : "the operator is to press Confirm, which is not in reach";
+}
+
+std::string blinksAtRest(const Facts& facts) {
+    return facts.doing().idle() && running(facts, "tmrIniAutocal") ? "the prompt blinks and nothing is under way" : "";
+}
+
+std::string pollStaysAway(const Facts& facts) {
+    constexpr Milliseconds kLongest = 31000;
+    return facts.pollAway >= 0 && facts.now() - facts.pollAway > kLongest
+               ? "nothing asks the generator where it stands, and nothing holds the poll"
+               : "";
+}
+
+std::string raysTakenByNothing(const Facts& facts) {
+    constexpr Phases kAtRest{Phase::NormalOperation, Phase::Calibration, Phase::Configuration,
+                             Phase::Autocalibration};
+    if (!facts.raysBefore || !facts.held.empty() || !facts.doing().idle() || !kAtRest.has(facts.doing().lastPhase())) {
+        return {};
+    }
+    const bool now = facts.link().mirror().RXEnable;
+    return now == *facts.raysBefore ? "" : std::string("a press that did nothing has left X-rays ") + (now ? "allowed" : "forbidden");
+}
+
+std::string lentWithoutRays(const Facts& facts) {
+    const ServiceSession& doing = facts.doing();
+    return facts.held.empty() && doing.lent() && doing.idle() && doing.mode() == Phase::NormalOperation &&
+                   doing.lastPhase() == Phase::NormalOperation && !running(facts, "tmrGotoUserMode") &&
+                   !facts.link().mirror().RXEnable && facts.panel() == nullptr
+               ? "the machine is lent without X-rays"
+               : "";
+}
+
+/// A key whose press leads somewhere from here.
+std::string nothingToPress(const Facts& facts) {
+    const ctrQuillonConsole& console = facts.console();
+    const ServiceSession& doing = facts.doing();
+    if (exposing(facts) || doing.is(Run::Closing) || doing.lastPhase() == Phase::TubeTooHot) {
+        return {}; // the one who exposes ends it; a hot tube changes nothing
+    }
+    const auto offers = [&](Key key) {
+        const Control& control = console[nameOf(key)];
+        return facts.reaches(control) && !control.keptBack();
+    };
+    const Phase mode = doing.mode();
+    const bool close = offers(Key::Close);
+    const bool byMode = (offers(Key::Configuration) && (mode == Phase::Configuration || mode == Phase::NormalOperation)) ||
+                        (offers(Key::ManualCalibration) && (mode == Phase::Calibration || mode == Phase::NormalOperation));
+    const bool error = facts.reaches(console["cmbResetError"]) && (!console["lblError"].caption().empty() || doing.lastPhase() == Phase::Error);
+    const bool answer = facts.reaches(facts.link()["cmbAutocalConfirm"]);
+    const bool counters = (doing.countersActive() && offers(Key::ReadCounters)) ||
+                          (console["fraOrla"].visible() && facts.reaches(console["cmdOrla"])) ||
+                          (console["fraRemote"].visible() && facts.reaches(console["cmdMultiRoom"]));
+    return facts.panel() != nullptr || close || byMode || error || answer || counters ? "" : "no key leads on";
+}
+
+std::string modeLeftBehind(const Facts& facts) {
+    return facts.application().ended() && !facts.stood.empty() && !facts.entered.empty()
+               ? "behind " + inQuotes(facts.entered) + " the generator is left in " + facts.stood
+               : "";
+}
+
 constexpr std::array kInvariants{
     Invariant{"ACommandGoesOutInItsPhases", When::Frame, phaseOfCommand},
     Invariant{"ACommandFollowsItsKey", When::Frame, keyOfCommand},
@@ -269,6 +458,15 @@ constexpr std::array kInvariants{
     Invariant{"OneWorkflowRuns", When::Moved, foreignParts},
     Invariant{"AWorkflowHasAnEnd", When::Moved, deadEnd},
     Invariant{"BusyEndsWithTheWorkflow", When::Moved, busyAndIdle},
+    Invariant{"TheScreenIsWhatStands", When::Moved, otherThanItStands},
+    Invariant{"APromptNamesARunThatGoesOn", When::Moved, wordsOfNoRun},
+    Invariant{"AQuestionComesWithItsKeys", When::Moved, questionWithoutKeys},
+    Invariant{"NothingBlinksAtRest", When::Moved, blinksAtRest},
+    Invariant{"ThePollComesBack", When::Moved, pollStaysAway},
+    Invariant{"APressThatDoesNothingTakesNoXRays", When::Moved, raysTakenByNothing},
+    Invariant{"ALentMachineHasXRays", When::Moved, lentWithoutRays},
+    Invariant{"AKeyLeadsOn", When::Stood, nothingToPress},
+    Invariant{"AClosedConsoleLeavesNoMode", When::Closed, modeLeftBehind},
     Invariant{"NothingRunsOnInReady", When::Rest, runningAtRest},
     Invariant{"ThereIsAWayBackToReady", When::Rest, notReady},
     Invariant{"KeysAreAliveInReady", When::Rest, deadKeys},
@@ -293,6 +491,7 @@ void Facts::reportHeard(std::string_view text) {
         phaseHeard(text.substr(2));
     }
     enableAsked = enableAsked || text.starts_with("RX?");
+    raysTold_ = raysTold_ || text.starts_with("RX");
 }
 
 void Facts::phaseHeard(std::string_view value) {
@@ -319,6 +518,52 @@ void Facts::frameWritten(std::string_view text) {
             --allowance[row.command];
         }
     }
+    if (frame == "CA1" || frame == "CF1" || frame == "CAU1") {
+        entered = frame;
+    } else if (frame == "CA0" || frame == "CF0") {
+        entered.clear();
+    }
+}
+
+bool Facts::atRest() const {
+    if (!doing().idle() || panel() != nullptr || console()["fraOrla"].visible() || console()["fraRemote"].visible() ||
+        !portOpen() || !held.empty() || link().answering()) {
+        return false;
+    }
+    const auto& timers = kOtherTimers;
+    bool waits = std::any_of(timers.begin(), timers.end(), [&](std::string_view timer) { return running(*this, timer); });
+    waits = waits || doing().follows();
+    for (std::size_t each = 0; each < kRuns; ++each) {
+        for (const std::string_view timer : rowOf(static_cast<Run>(each)).timers) {
+            waits = waits || running(*this, timer);
+        }
+    }
+    for (const WaitRow& wait : waitRows()) {
+        waits = waits || running(*this, wait.timer);
+    }
+    return !waits;
+}
+
+void Facts::closeDown() {
+    raysAtPress_ = link().mirror().RXEnable;
+    raysTold_ = false;
+    raysBefore.reset();
+}
+
+void Facts::closeUp(Run before) {
+    if (before == doing().run() && doing().idle() && !raysTold_) {
+        raysBefore = raysAtPress_;
+    }
+}
+
+void Facts::watchPoll() {
+    const bool holds = !doing().idle() || link().answering() || link().timer("tmrAutoRepeat").running() || !held.empty() ||
+                       !portOpen() || doing().poweringUp() || panel() != nullptr || phase == 0;
+    if (holds || link().polls()) {
+        pollAway = -1;
+    } else if (pollAway < 0) {
+        pollAway = now();
+    }
 }
 
 void Facts::handAt(std::string_view name) {
@@ -337,7 +582,10 @@ void Facts::look() {
     }
     if (const Run now = doing().run(); now != run) {
         runBefore = std::exchange(run, now);
+        raysBefore.reset();
+        raysTold_ = true; // by that
     }
+    watchPoll();
 }
 
 std::vector<const ControlHost*> Facts::hosts() const {

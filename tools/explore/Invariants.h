@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -40,6 +41,11 @@ public:
         return application().input().reachable(control);
     }
     [[nodiscard]] bool portOpen() const { return rig_.machine.port.isOpen(); }
+    /// Nothing is under way or to be answered, and no wait runs that could change what is on the screen.
+    [[nodiscard]] bool atRest() const;
+    /// The key that closes goes down, or comes up.
+    void closeDown();
+    void closeUp(Run before);
     [[nodiscard]] Milliseconds now() const { return rig_.machine.time.now(); }
     /// The console, the link control, and the panels that are open.
     [[nodiscard]] std::vector<const ControlHost*> hosts() const;
@@ -58,10 +64,17 @@ public:
     bool enableAsked = false;                  ///< by the generator, since the queue was empty
     std::set<std::int32_t> masks{0};           ///< of phases, all that stood since the queue was empty
     std::map<std::string_view, int> allowance; ///< transmissions that keys have paid for
+    Milliseconds pollAway = -1;                ///< since when nothing asks, and nothing holds it; -1: it asks
+    std::optional<bool> raysBefore;            ///< what was allowed before a press that came to nothing
+    std::string entered;                       ///< the last command into a service mode that no way out followed
+    std::string stood;                         ///< what the simulated generator says of itself
 
 private:
     void phaseHeard(std::string_view value);
+    void watchPoll();
 
+    bool raysAtPress_ = false;
+    bool raysTold_ = false; ///< by somebody else, since the press
     Rig& rig_;
     std::int32_t mask_ = 0;
 };
@@ -70,6 +83,7 @@ private:
 enum class When : std::uint8_t {
     Always, ///< at every moment
     Moved,  ///< when a move is over
+    Stood,  ///< when nobody has done anything for 130 s
     Frame,  ///< with each frame
     Rest,   ///< when an honest generator and the console's own keys have led back
     Closed, ///< when the window has gone

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "Scenes.h"
 #include "link/InboundTable.h"
 
 namespace quillon {
@@ -62,6 +63,16 @@ bool leadsOn(const std::string& name) {
 
 const std::vector<Ground>& grounds() {
     return kGrounds;
+}
+
+std::vector<Ground> groundsOfScenes() {
+    std::vector<Ground> all;
+    for (const Scene& scene : scenes()) {
+        if (scene.run != Run::Closing) {
+            all.push_back({scene.name, {"", {"REMOTE=YES"}, "startphase=2", scene.lines()}, kForced});
+        }
+    }
+    return all;
 }
 
 std::vector<std::string> movesFrom(Session& session, const Ground& ground) {

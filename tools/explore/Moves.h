@@ -17,6 +17,8 @@ struct Ground {
     std::vector<std::string> generator; ///< scenario commands
 };
 [[nodiscard]] const std::vector<Ground>& grounds();
+/// The middle of every run, before a simulated generator.
+[[nodiscard]] std::vector<Ground> groundsOfScenes();
 
 /// The few moves that make a difference: the keys of modes and panels that are in reach, the generator's, and
 /// the waits.

@@ -8,7 +8,6 @@ namespace {
 
 /// From one state in so many the way back is gone; it takes longer than all the moves before it.
 constexpr std::uint64_t kSampled = 8;
-constexpr std::size_t kMostFindings = 4;
 
 void play(Session& session, const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
@@ -24,6 +23,9 @@ bool saw(const Session& session, const Violation& violation) {
 /// Plays the plan, with its end if it takes that; says whether it shows the violation.
 bool shows(Session& session, const Plan& plan, const Violation& violation) {
     play(session, plan.lines);
+    if (!saw(session, violation) && violation.invariant == "AKeyLeadsOn") {
+        session.stand();
+    }
     if (!saw(session, violation)) {
         session.leave();
     }
@@ -39,7 +41,7 @@ Plan Search::planOf(const Path& path) const {
 }
 
 bool Search::enough() const {
-    return findings_.size() >= kMostFindings;
+    return findings_.size() >= most_;
 }
 
 void Search::keep(const Session& session, const Plan& plan) {
@@ -93,8 +95,11 @@ void Search::visit(const Path& path) {
         }
         edge_.push_back(path);
     }
-    if (state % kSampled == 0) {
+    if (state % kSampled < 2) {
         ++waysBack_;
+        if (state % kSampled == 1) {
+            session.stand();
+        }
         session.leave();
         keep(session, plan);
     }
@@ -117,6 +122,9 @@ void Search::walk(std::uint32_t seed, int moves) {
     moves_ += session.done().size();
     ++walks_;
     plan.lines = session.done();
+    if (seed % 2 == 1) {
+        session.stand();
+    }
     session.leave();
     keep(session, plan);
 }
@@ -138,6 +146,14 @@ std::string Search::found() const {
             text += "# " + violation.text() + "\n";
         }
         text += scenarioOf(plan) + "\n";
+    }
+    return text;
+}
+
+std::string Search::named() const {
+    std::string text;
+    for (const Finding& finding : findings_) {
+        text += finding.violation.invariant + ": " + finding.violation.what + "\n";
     }
     return text;
 }

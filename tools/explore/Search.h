@@ -15,7 +15,7 @@ namespace quillon {
 /// walks that go on from there.
 class Search {
 public:
-    explicit Search(const Ground& ground) : ground_(ground) {}
+    explicit Search(const Ground& ground, std::size_t most = 4) : ground_(ground), most_(most) {}
 
     /// Until so many states are known, all are looked at, or `stop` says so.
     void breadthFirst(std::size_t states, const std::function<bool()>& stop = {});
@@ -25,6 +25,8 @@ public:
     /// All that was found, each with the shortest way to it as a scenario file; empty when nothing was.
     [[nodiscard]] std::string found() const;
     [[nodiscard]] bool clean() const { return findings_.empty(); }
+    /// A line for each, without its story.
+    [[nodiscard]] std::string named() const;
     /// What was done.
     [[nodiscard]] std::string figures() const;
 
@@ -42,6 +44,7 @@ private:
     [[nodiscard]] bool enough() const;
 
     const Ground& ground_;
+    std::size_t most_;
     std::unordered_set<std::uint64_t> seen_;
     std::deque<Path> edge_; ///< ways to states that nobody has gone on from
     std::vector<Finding> findings_;

@@ -69,6 +69,7 @@ Session::Session(const Plan& plan) {
     rig_.start();
     facts_.begin();
     if (plan.generator) {
+        honest_ = true;
         rig_.farEnd.simulate(optionsOf(*plan.generator));
     }
 }
@@ -259,6 +260,15 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
     if (word != "release" && input.reachable(*control)) {
         facts_.handAt(name);
     }
+    const Run before = doing().run();
+    const bool closes = name == "Quillon.cmbClose";
+    const bool wasHeld = held.contains(name);
+    if (closes && (word == "press" || word == "click") && input.reachable(*control)) {
+        facts_.closeDown();
+    } else {
+        facts_.raysBefore.reset();
+    }
+    const bool closeDown = closes && (word == "click" ? input.reachable(*control) : wasHeld);
     if (word == "press") {
         held.insert(name);
         if (!input.press(*control)) {
@@ -276,6 +286,9 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
         input.select(*control, value);
     } else {
         input.slide(*control, toInt32(value));
+    }
+    if (closeDown && word != "press" && !ended()) {
+        facts_.closeUp(before);
     }
     return true;
 }

@@ -43,6 +43,8 @@ public:
     std::string ask(std::string_view command) { return rig_.farEnd.command(command); }
     /// The machine becomes a healthy one, and the operator leaves level by level until only "Close" is left.
     void comeToRest();
+    /// Nobody does anything for 130 s.
+    void stand();
     /// The last level, with what must hold at rest and at the end.
     void leave();
 
@@ -100,6 +102,7 @@ private:
     std::uint64_t reportCount_ = 0;
     bool keepDone_ = true;
     bool acknowledges_ = false;
+    bool honest_ = false; ///< one simulated generator from the start to the end
     bool forced_ = false; ///< the generator was put into a phase from outside
 };
 

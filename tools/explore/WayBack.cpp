@@ -3,6 +3,7 @@
 #include "Session.h"
 
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace quillon {
@@ -115,6 +116,16 @@ void Session::bringKeysBack() {
     }
 }
 
+void Session::stand() {
+    while (!held().empty() && !ended()) {
+        perform("release " + std::string(*held().begin()));
+    }
+    perform("wait 130000");
+    if (!ended()) {
+        check(When::Stood);
+    }
+}
+
 void Session::leave() {
     comeToRest();
     if (!ended()) {
@@ -126,6 +137,14 @@ void Session::leave() {
         clearWhatStands(); // a mode that was not reached is told
         (void)clickIfReachable("Quillon.cmbClose");
         perform("wait 60000");
+    }
+    if (ended() && honest_ && !forced_) {
+        machine().time.advance(5000); // what it was told last may still be on the way to it
+        const Phase phase{std::atoi(ask("status").substr(6, 2).c_str())};
+        const bool configuration = phase == Phase::Configuration;
+        const bool calibration = phase == Phase::Calibration || phase == Phase::Autocalibration || phase >= Phase::ConfirmDismiss;
+        const bool same = facts_.entered == "CF1" ? configuration : calibration;
+        facts_.stood = same ? ask("status").substr(0, 8) : "";
     }
     check(When::Closed);
 }

@@ -65,7 +65,7 @@ const Ground* groundOf(std::string_view name) {
 
 /// Tells what was found and what was done.
 bool told(const Search& search) {
-    std::cout << search.found();
+    std::cout << search.named() << search.found();
     std::cerr << search.figures() << (search.clean() ? "; everything held\n" : "\n");
     return search.clean();
 }
@@ -77,6 +77,39 @@ int search(const Ground& ground, std::size_t states, std::uint32_t walks, std::u
         search.walk(seed + i, kMovesOfWalk);
     }
     return told(search) ? 0 : 1;
+}
+
+/// All that a search finds, without stories: for each ground, and from the middle of every run.
+int census(std::size_t states, std::uint32_t walks, std::uint32_t seed) {
+    constexpr std::size_t kAll = 10000;
+    std::vector<Ground> all = grounds();
+    for (Ground& ground : groundsOfScenes()) {
+        all.push_back(std::move(ground));
+    }
+    for (const Ground& ground : all) {
+        Search search(ground, kAll);
+        search.breadthFirst(states);
+        for (std::uint32_t i = 0; i < walks; ++i) {
+            search.walk(seed + i, kMovesOfWalk);
+        }
+        std::cout << search.named() << std::flush;
+        std::cerr << search.figures() << "\n";
+    }
+    return 0;
+}
+
+/// From the middle of every run: so many states from each, and walks.
+int searchScenes(std::size_t states, std::uint32_t walks, std::uint32_t seed) {
+    bool clean = true;
+    for (const Ground& ground : groundsOfScenes()) {
+        Search search(ground);
+        search.breadthFirst(states);
+        for (std::uint32_t i = 0; i < walks; ++i) {
+            search.walk(seed + i, kMovesOfWalk);
+        }
+        clean = told(search) && clean;
+    }
+    return clean ? 0 : 1;
 }
 
 /// For as long as asked: half the time in breadth, half in walks, the same for each ground.
@@ -187,6 +220,12 @@ int run(const std::vector<std::string>& words) {
     const Ground* ground = words.size() < 2 ? nullptr : groundOf(words[1]);
     if (what == "search" && ground != nullptr) {
         return search(*ground, argument(2, 1000), argument(3, 50), argument(4, 1));
+    }
+    if (what == "census") {
+        return census(argument(1, 100), argument(2, 10), argument(3, 1));
+    }
+    if (what == "scenes") {
+        return searchScenes(argument(1, 200), argument(2, 4), argument(3, 1));
     }
     if (what == "print" && ground != nullptr) {
         return print(*ground, argument(2, 1));

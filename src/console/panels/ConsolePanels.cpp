@@ -198,7 +198,7 @@ void ConsolePanels::tellProtocolError() {
     }
 }
 
-void ConsolePanels::ErrorMessage(std::int16_t code) {
+void ConsolePanels::ErrorMessage(std::int16_t code, Phase belied) {
     context_.state.m_ProtocolError = false;
     session_.at(Moment::MessageOpens);
     screen_.hide({"fraTorvaneSerial"});
@@ -208,11 +208,12 @@ void ConsolePanels::ErrorMessage(std::int16_t code) {
     ModalPanel* panel = create(row, [this](ModalPanel&, std::string_view, std::int16_t) {
         remove(kError);
         // The workflow that failed may have left the poll off: only the generator knows where it stands now.
-        session_.at(Moment::MessageAcknowledged);
+        session_.messageCloses();
         screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
         context_.console.timer("tmrWaitRefresh").run();
         // A generator that still asks is answered first: nothing else leads it on.
         context_.link.repeatQuestion();
+        session_.stand();
     });
     if (panel == nullptr) {
         return;
@@ -224,6 +225,12 @@ void ConsolePanels::ErrorMessage(std::int16_t code) {
             panel->set("sMessage", context_.texts.*error.message);
         }
     }
+    session_.messageOpens(
+        [this] {
+            remove(kError);
+            session_.messageCloses();
+        },
+        code == ErrorCode::DipSwitch ? belied : Phase::None);
     show(row, *panel);
 }
 
