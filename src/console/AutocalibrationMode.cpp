@@ -290,7 +290,7 @@ void AutocalibrationMode::modeReached() {
 
 void AutocalibrationMode::calibrationRefused() {
     giveUpEntry();
-    panels_.ErrorMessage(panels_.failureCode());
+    panels_.ErrorMessage(panels_.failureCode(), Phase::Calibration);
 }
 
 void AutocalibrationMode::generatorNeverCame() {
@@ -336,7 +336,7 @@ void AutocalibrationMode::handOverTick() {
 
 void AutocalibrationMode::handOver() {
     handOverOwed_ = false;
-    session_.askForExposures(true);
+    session_.setExposures(Exposures::Asked);
     session_.end(Moment::AutocalibrationHandedOver);
     screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
 }
@@ -345,6 +345,11 @@ void AutocalibrationMode::questionAsked() {
     if (session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) {
         session_.waitPatiently();
     }
+}
+
+bool AutocalibrationMode::asks() const {
+    return session_.lastPhase() == Phase::ConfirmDismiss && !answered_ &&
+           (session_.idle() || session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver));
 }
 
 void AutocalibrationMode::confirmed() {
@@ -374,7 +379,7 @@ void AutocalibrationMode::dismissed() {
 }
 
 void AutocalibrationMode::acknowledged(bool on) {
-    if (session_.lastPhase() == Phase::ConfirmDismiss && !answered_ && !session_.isLeaving()) {
+    if (asks()) {
         screen_.clearPrompt(); // the keys that it names go with this
     }
     // The step stays behind when the entry has ended, so this shortens the ordinary exit as well. Once all of
@@ -402,7 +407,7 @@ void AutocalibrationMode::leave() {
 }
 
 void AutocalibrationMode::startLeaving(int step) {
-    session_.askForExposures(false);
+    session_.setExposures(Exposures::Over);
     tmrIniAutocal_.stop();
     tmrDelayAutocal_.stop();
     offStep_ = step;

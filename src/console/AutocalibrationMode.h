@@ -24,8 +24,8 @@ public:
     void questionRaised() { answered_ = false; }
     /// It stands.
     void questionAsked();
-    /// The operator has answered it.
-    [[nodiscard]] bool answered() const { return answered_; }
+    /// It stands unanswered, and its words are the ones on the screen.
+    [[nodiscard]] bool asks() const;
 
 private:
     void connectSignals();

@@ -54,12 +54,8 @@ void Closing::closeClicked() {
         return;
     }
     session_.closeScreen();
-    const bool inMode = isServiceMode(session_.mode());
     if (session_.mode() != Phase::Autocalibration && session_.giveUp()) {
         session_.giveXRaysBack();
-    } else if (!inMode && answerOf(session_.run(), Way::CloseKey) == Answer::Ends) {
-        session_.breakOff(); // an exposure has given the key in the middle of an entry
-        pressedForNothing();
     } else if (session_.poweringUp() || session_.exitUnheard() || !leave()) {
         // After a start anew, whatever stood before is over; and nobody waits twice for one that is lost.
         close();
@@ -89,11 +85,13 @@ bool Closing::leave() {
 }
 
 void Closing::close() {
-    const Phase arriving = session_.onTheWayTo();
-    if (arriving == Phase::Calibration) {
-        context_.link.service().calibration(false);
-    } else if (arriving == Phase::Configuration) {
-        context_.link.commands().send(command("Configuration"), false);
+    if (const Phase arriving = session_.onTheWayTo(); arriving != Phase::None) {
+        context_.link.discardWaiting(); // the command into the mode may not have left yet
+        if (arriving == Phase::Calibration) {
+            context_.link.service().calibration(false);
+        } else {
+            context_.link.commands().send(command("Configuration"), false);
+        }
     }
     BeginClosing();
     screen_.prompt(Role::Prompt, context_.texts.sClosing);

@@ -55,7 +55,7 @@ void ConfigurationMode::entered() {
 }
 
 void ConfigurationMode::left() {
-    session_.endWithKeysLeft(Moment::ConfigurationDone);
+    session_.end(Moment::ConfigurationDone);
     if (session_.mode() != Phase::NormalOperation) {
         panels_.tellProtocolError();
     }

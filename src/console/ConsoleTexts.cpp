@@ -105,6 +105,7 @@ constexpr std::array kTexts{
     TextRow{"sProtocolError",              &T::sProtocolError,              "Protocol Error"},
     TextRow{"sProtocolErrorText",          &T::sProtocolErrorText,          "Please check comunication\r\nbetween console and generator"},
     TextRow{"sDipSwitchError",             &T::sDipSwitchError,             "BQS Calibration Dip Switch Error"},
+    TextRow{"sModeReached",                &T::sModeReached,                "The generator has reached the mode meanwhile"},
     TextRow{"sDipSwitchErrorText",         &T::sDipSwitchErrorText,         "Please check calibration dip switch\r\nand toggle with power off"},
     TextRow{"sBoxTitle",                   &T::sBoxTitle,                   kBoxTitle},
     TextRow{"sBoxYes",                     &T::sBoxYes,                     "Yes"},

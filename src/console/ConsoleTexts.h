@@ -88,6 +88,7 @@ struct ConsoleTexts {
     std::string sProtocolErrorText;
     std::string sDipSwitchError;
     std::string sDipSwitchErrorText;
+    std::string sModeReached; ///< when the generator has reached the mode after all
     std::string sBoxTitle;
     std::string sBoxYes;
     std::string sBoxNo;

@@ -27,7 +27,6 @@ constexpr std::array kRows{
     MomentRow{Moment::ReadyBeforeTheUsersCame,     none,           none,          none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Cleared, Caption::Stays, Rx::Stays},
     MomentRow{Moment::ModeIsOver,                  none,           F,             none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Cleared, Caption::Stays, Rx::Stays},
     MomentRow{Moment::Preparation,                 none,           modes | U | X, none,      none,  Poll::Unparked, Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Stays},
-    MomentRow{Moment::Exposure,                    none,           modes | U | X, none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Stays},
     MomentRow{Moment::InCalibration,               none,           none,          U,         none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Exit,  Rx::Stays},
     MomentRow{Moment::CalibrationIsFree,           M | U | X | F,  R,             R | A | U, M,     Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Stays},
     MomentRow{Moment::ErrorReported,               E,              none,          none,      none,  Poll::Stays,    Busy::Stays,   Prompt::Stays,   Caption::Stays, Rx::Stays},

@@ -16,7 +16,6 @@ enum class Moment : std::uint8_t {
     ReadyBeforeTheUsersCame,
     ModeIsOver,
     Preparation,
-    Exposure,
     InCalibration,
     CalibrationIsFree,
     ErrorReported,

@@ -48,8 +48,10 @@ void PhaseReactions::phaseChange(Phase phase) {
     const bool prompted = console_["lblHelp"].visible();
     const bool wasLost = session_.isLost();
     session_.reported(phase);
-    if (session_.lastPhase() == Phase::ConfirmDismiss && phase != Phase::ConfirmDismiss &&
-        !autocalibration_.answered()) {
+    if (phase > Phase::Initialization) {
+        start_.heard();
+    }
+    if (autocalibration_.asks() && phase != Phase::ConfirmDismiss) {
         // It has taken its question back, and may go anywhere from here.
         screen_.clearPrompt();
         if (phase == Phase::Calibration || phase == Phase::Autocalibration) {
@@ -61,7 +63,7 @@ void PhaseReactions::phaseChange(Phase phase) {
         console_["lblHelp"].setVisible(true); // whoever was told what is under way is told what has become of it
     }
     if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
-        session_.askForExposures(true); // as before the loss
+        session_.setExposures(Exposures::Asked); // as before the loss
     }
     session_.settled(phase);
 }
@@ -81,7 +83,6 @@ void PhaseReactions::react(Phase phase) {
     case Phase::RadExposure:
     case Phase::FluoroExposure:
         lightExposure(true);
-        session_.at(Moment::Exposure);
         break;
     case Phase::Calibration:
         calibration();

@@ -96,7 +96,7 @@ void ServiceSession::setMode(Phase mode) {
     }
     if (mode_ != mode) {
         exposures_ = 0;
-        exposes_ = false;
+        wanted_ = Exposures::NotAsked;
     }
     mode_ = mode;
 }
@@ -115,7 +115,6 @@ bool ServiceSession::waits() const {
 void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     const RunHooks before = std::exchange(hooks_, {});
     followed_.stop();
-    withReady_ = {};
     stopParts();
     for (const WaitRow& wait : waitRows()) {
         if (wait.byNextRun) {
@@ -144,11 +143,6 @@ void ServiceSession::end(Moment moment) {
     stand();
 }
 
-void ServiceSession::endWithKeysLeft(Moment moment) {
-    finish(moment);
-    stand(mode_ == Phase::Configuration && !lost_);
-}
-
 void ServiceSession::endOnTheWay(Moment moment) {
     finish(moment);
     if (mode_ == Phase::NormalOperation) {
@@ -165,9 +159,6 @@ void ServiceSession::finish(Moment moment) {
     setRun(Run::None);
     layoutOwed_ = true;
     at(moment);
-    if (mode_ != Phase::NormalOperation) {
-        withReady_ = rowOf(moment).on.only(kModeKeys);
-    }
 }
 
 void ServiceSession::breakOff(Moment moment) {
@@ -304,10 +295,7 @@ void ServiceSession::at(Moment moment) {
     if (row.prompt == Prompt::Cleared) {
         screen_.clearPrompt();
     }
-    if (row.caption != Caption::Stays) {
-        context_.console["cmbClose"].setCaption(row.caption == Caption::Exit ? context_.texts.m_ExitCaption
-                                                                             : context_.texts.scmbClose);
-    }
+    caption(row.caption);
     if (row.rx != Rx::Stays) {
         context_.link.setRXEnable(row.rx != Rx::Off);
         xRaysOwed_ = row.rx == Rx::GivenBack && !context_.link.allows("RX");
@@ -412,19 +400,22 @@ void ServiceSession::reported(Phase phase) {
 void ServiceSession::settled(Phase phase) {
     reporting_ = false;
     followed_.stop();
+    const bool hot = phase == Phase::TubeTooHot;
+    const bool exposed = isExposure(lastPhase_);
     lastPhase_ = phase;
-    if (!isExposure(phase)) {
+    if (hot && exposed) {
+        give(Key::Close); // a way out; the rest comes when the tube is cold
+    } else if (!hot && !isExposure(phase)) {
         give(std::exchange(afterExposure_, {}));
         if (patienceOver_) {
             at(Moment::PatienceIsOver);
         }
     }
     noticePoll();
-    if (messageClose_ && phase == messageBelied_) {
-        const auto close = messageClose_;
-        close();
+    if (messageOpen_ && phase == missed_) {
+        belie_();
     }
-    if (phase != Phase::TubeTooHot) {
+    if (!hot) {
         if (!isExposure(phase) && hasNoTimer()) {
             breakOff(); // the report has ended the wait for its next step
         }
@@ -454,7 +445,7 @@ Phase ServiceSession::onTheWayTo() const {
 }
 
 Heard ServiceSession::heard() const {
-    return {mode_, lastPhase_, lost_, poweringUp_, lent(), exposes_, exitUnheard_};
+    return {mode_, lastPhase_, lost_, poweringUp_, lent(), wanted_, exitUnheard_};
 }
 
 bool ServiceSession::running(std::string_view timer) const {
@@ -462,61 +453,73 @@ bool ServiceSession::running(std::string_view timer) const {
 }
 
 void ServiceSession::stand() {
-    stand(false);
-}
-
-void ServiceSession::stand(bool keysLeft) {
-    if (followed_.running() && isServiceMode(mode_) && !lost_) {
-        return;
-    }
-    if (!idle() || reporting_ || messageClose_ || running("tmrDelayShow")) {
+    const bool follows = followed_.running() && isServiceMode(mode_) && !lost_;
+    if (!idle() || follows || reporting_ || messageOpen_ || running("tmrDelayShow")) {
         return;
     }
     const StandingRow row = standingOf(heard());
     if (row.stand == Stand::Silent && lastPhase_ <= Phase::Initialization) {
         return; // the start has the screen
     }
-    if (row.area == Area::Picture) {
-        showPicture();
-    } else {
-        if (row.stand != Stand::WithUsers) { // the report of Ready leaves it behind the link control
-            hidePicture();
-        }
-        if (!context_.console["fraTorvaneSerial"].visible() && !running("tmrDelay")) {
-            showLinkControl();
-        }
-    }
+    showArea(row);
     const bool refreshes = running("tmrWaitStartGenerator") || running("tmrWaitRefresh");
-    const bool entering = running("tmrAutocalON"); // its next look gives the link control
-    const Keys waits = (row.stand == Stand::Ready && refreshes ? Keys(Key::ManualCalibration) : Keys()) |
-                       (entering && mode_ == Phase::Autocalibration ? Keys(Key::LinkControl) : Keys());
-    if (isExposure(lastPhase_)) {
-        give(row.inReach.only(Key::LinkControl)); // the others come with its end
-    } else {
-        if (!keysLeft) {
-            take(row.outOfReach);
-        }
-        give(row.inReach.without(waits));
-        if (row.stand == Stand::Ready) {
-            give(std::exchange(withReady_, {}));
-        }
+    Keys due = row.inReach;
+    if (row.stand == Stand::Ready && refreshes) {
+        due = due.without(Key::ManualCalibration);
     }
+    if (row.stand == Stand::Autocalibration && running("tmrAutocalON")) {
+        due = due.without(Key::LinkControl); // its next look gives it
+    }
+    give(due);
+    constexpr Keys kLaidOut = kModeKeys | Key::GoToUserMode;
+    // In a calibration that the generator began by itself they are as left.
     if (std::exchange(layoutOwed_, false) || row.stand != Stand::Calibration) {
         screen_.show(row.shown);
-        screen_.hide(row.hidden);
+        screen_.hide(kLaidOut.without(row.shown));
     }
-    paint((kModeKeys | Key::GoToUserMode).without(row.lit), context_.state.ButtonOffColor);
+    paint(kLaidOut.without(row.lit), context_.state.ButtonOffColor);
     paint(row.lit, context_.state.ButtonOnColor);
-    if (row.caption != Caption::Stays) {
-        context_.console["cmbClose"].setCaption(row.caption == Caption::Exit ? context_.texts.m_ExitCaption
-                                                                             : context_.texts.scmbClose);
-    }
+    caption(row.caption);
     say(row.words);
     if (row.positioner == Offer::Hidden || (row.positioner == Offer::Shown && positionerKeyAway_)) {
         showPositionerKey(row.positioner == Offer::Shown);
     }
-    if (row.rx == Rx::On && !context_.link.mirror().RXEnable && !running("tmrShutdown")) {
-        context_.link.setRXEnable(true);
+}
+
+void ServiceSession::showArea(const StandingRow& row) {
+    if (row.area == Area::Picture) {
+        showPicture();
+        return;
+    }
+    if (row.stand != Stand::WithUsers) { // the report of Ready leaves it behind the link control
+        hidePicture();
+    }
+    showPage(row.page);
+    if (!context_.console["fraTorvaneSerial"].visible() && !running("tmrDelay")) {
+        showLinkControl();
+    }
+}
+
+void ServiceSession::showPage(Page page) {
+    switch (page) {
+    case Page::AsLeft:
+        break;
+    case Page::Main:
+        context_.link.showMainMenu();
+        break;
+    case Page::Configuration:
+        context_.link.showServicePage(0);
+        break;
+    case Page::Calibration:
+        context_.link.showServicePage(1);
+        break;
+    }
+}
+
+void ServiceSession::caption(Caption caption) {
+    if (caption != Caption::Stays) {
+        context_.console["cmbClose"].setCaption(caption == Caption::Exit ? context_.texts.m_ExitCaption
+                                                                         : context_.texts.scmbClose);
     }
 }
 
@@ -576,13 +579,14 @@ void ServiceSession::hidePicture() {
     screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
 }
 
-void ServiceSession::messageOpens(std::function<void()> close, Phase belied) {
-    messageClose_ = std::move(close);
-    messageBelied_ = belied;
+void ServiceSession::messageOpens(Phase missed, std::function<void()> belie) {
+    messageOpen_ = true;
+    missed_ = missed;
+    belie_ = std::move(belie);
 }
 
 void ServiceSession::messageCloses() {
-    messageClose_ = {};
+    messageOpen_ = false;
     at(Moment::MessageAcknowledged);
 }
 

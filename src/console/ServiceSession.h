@@ -90,8 +90,6 @@ public:
     void end(Moment moment);
     /// The same, and a message tells it: what stands is shown behind that.
     void fail(Moment moment) { finish(moment); }
-    /// The same; where the generator has not followed, the keys that the moment gives stay given.
-    void endWithKeysLeft(Moment moment);
     /// The same, with the generator on its way: what stands is shown when it has had time to follow.
     void endOnTheWay(Moment moment);
     /// The run is known by another name from now on, and nothing else changes.
@@ -123,8 +121,8 @@ public:
     void showPicture();
     void hidePicture();
 
-    /// A message came up. It goes by itself when the phase that it says was not reached is reported.
-    void messageOpens(std::function<void()> close, Phase belied);
+    /// A message came up. `belie` is called when the phase that it says was not reached is reported after all.
+    void messageOpens(Phase missed, std::function<void()> belie);
     void messageCloses();
     /// The generator was lost.
     void lost();
@@ -151,15 +149,16 @@ public:
     void showPositionerKey(bool visible);
     /// A line that was closed by hand is opened, so that the generator can be told.
     void openLine();
-    /// In autocalibration the operator is asked for exposures, from now on or no longer.
-    void askForExposures(bool asked) { exposes_ = asked; }
+    /// What the mode asks the operator for, until it is over.
+    void setExposures(Exposures exposures) { wanted_ = exposures; }
     /// The generator was told to go into a mode.
     void asked(Phase mode);
     /// The mode in which it may still arrive; None when there is none.
     [[nodiscard]] Phase onTheWayTo() const;
     /// It was told to leave a mode while it was lost, and has not been heard since.
     [[nodiscard]] bool exitUnheard() const { return exitUnheard_; }
-    [[nodiscard]] bool exposes() const { return exposes_; }
+    /// All that decides what is on the screen at rest.
+    [[nodiscard]] Heard heard() const;
     /// The generator may still follow the last command of a run that is over.
     [[nodiscard]] bool follows() const { return followed_.running(); }
 
@@ -172,10 +171,11 @@ private:
     void stopWait(const WaitRow& wait);
     void paint(Keys keys, Colour colour);
     void answer(Way way);
-    [[nodiscard]] Heard heard() const;
     [[nodiscard]] bool running(std::string_view timer) const;
     void finish(Moment moment);
-    void stand(bool keysLeft);
+    void showArea(const StandingRow& row);
+    void showPage(Page page);
+    void caption(Caption caption);
     void say(Says words);
     [[nodiscard]] bool hasNoTimer() const;
     void noticePoll();
@@ -197,18 +197,18 @@ private:
     bool lost_ = false;
     bool patienceOver_ = false;
     Keys afterExposure_; ///< what was given during an exposure
-    Keys withReady_;     ///< what a run's end has given before the generator had followed
     bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
     bool pollHeld_ = false;
     bool pollParked_ = false;
     bool busy_ = false;
     bool xRaysOwed_ = false;
-    bool exposes_ = false; ///< autocalibration was handed over to the operator, for exposures
+    Exposures wanted_ = Exposures::NotAsked;
     bool xRaysAtPress_ = true;
     bool positionerKeyAway_ = false;
     bool reporting_ = false; ///< a report is reacted to: what stands is not known before that is over
-    std::function<void()> messageClose_;
-    Phase messageBelied_ = Phase::None;
+    bool messageOpen_ = false;
+    Phase missed_ = Phase::None; ///< what the message says was not reached
+    std::function<void()> belie_;
     bool exitUnheard_ = false;
     Phase asked_ = Phase::None;
     Milliseconds askedAt_ = 0;

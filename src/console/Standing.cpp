@@ -21,16 +21,16 @@ constexpr Keys modes = kModeKeys;
 // gone through.
 // clang-format off
 constexpr std::array<StandingRow, kStands> kRows{{
-    // stand                    name                area               in reach       out of reach   shown  hidden     lit   caption          words              positioner      X-rays
-    {Stand::Silent,          "nothing heard",    Area::Picture,     X,             modes | F,     modes, U,         none, Caption::Close,  Says::AsLeft,     Offer::AsLeft,  Rx::Stays},
-    {Stand::Lost,            "lost",             Area::Picture,     X | E,         modes | F,     modes, U,         none, Caption::Stays,  Says::Lost,       Offer::AsLeft,  Rx::Stays},
-    {Stand::PoweringUp,      "powering up",      Area::Picture,     X,             modes | F,     modes, U,         none, Caption::Close,  Says::PoweringUp, Offer::AsLeft,  Rx::Stays},
-    {Stand::Ready,           "Ready",            Area::Picture,     M | X,         F,             modes, U,         none, Caption::Close,  Says::None,       Offer::Shown,   Rx::Stays},
-    {Stand::WithUsers,       "with its users",   Area::LinkControl, M | X | F,     C | A | R,     M | U, C | A | R, U,    Caption::Exit,   Says::None,       Offer::Hidden,  Rx::On},
-    {Stand::Calibration,     "calibration",      Area::LinkControl, M | U | X | F, C | A | R,     M | U, C | A | R, M,    Caption::Exit,   Says::None,       Offer::Hidden,  Rx::Stays},
-    {Stand::Configuration,   "configuration",    Area::LinkControl, C | X | F,     M | A | R,     modes, U,         C,    Caption::Exit,   Says::None,       Offer::Hidden,  Rx::Stays},
-    {Stand::Autocalibration, "autocalibration",  Area::LinkControl, A | X | F,     C | M | R,     modes, U,         A,    Caption::Exit,   Says::Expose,     Offer::Hidden,  Rx::Stays},
-    {Stand::Asking,          "asking",           Area::LinkControl, X | F,         modes,         modes, U,         none, Caption::Close,  Says::Question,   Offer::Hidden,  Rx::Stays},
+    // stand                    name                area               page                 in reach       shown  lit   caption          words             positioner
+    {Stand::Silent,          "nothing heard",    Area::Picture,     Page::AsLeft,        X,             modes, none, Caption::Close,  Says::AsLeft,     Offer::AsLeft},
+    {Stand::Lost,            "lost",             Area::Picture,     Page::AsLeft,        X | E,         modes, none, Caption::Stays,  Says::Lost,       Offer::AsLeft},
+    {Stand::PoweringUp,      "powering up",      Area::Picture,     Page::AsLeft,        X,             modes, none, Caption::Close,  Says::PoweringUp, Offer::AsLeft},
+    {Stand::Ready,           "Ready",            Area::Picture,     Page::AsLeft,        M | X,         modes, none, Caption::Close,  Says::None,       Offer::Shown},
+    {Stand::WithUsers,       "with its users",   Area::LinkControl, Page::Main,          M | X | F,     M | U, U,    Caption::Stays,  Says::None,       Offer::Hidden},
+    {Stand::Calibration,     "calibration",      Area::LinkControl, Page::Calibration,   M | U | X | F, M | U, M,    Caption::Exit,   Says::None,       Offer::Hidden},
+    {Stand::Configuration,   "configuration",    Area::LinkControl, Page::Configuration, C | X | F,     modes, C,    Caption::Exit,   Says::None,       Offer::Hidden},
+    {Stand::Autocalibration, "autocalibration",  Area::LinkControl, Page::Calibration,   A | X | F,     modes, A,    Caption::Exit,   Says::Expose,     Offer::Hidden},
+    {Stand::Asking,          "asking",           Area::LinkControl, Page::Calibration,   X | F,         modes, none, Caption::Close,  Says::Question,   Offer::Hidden},
 }};
 // clang-format on
 
@@ -83,26 +83,25 @@ StandingRow standingOf(const Heard& heard) {
         row.positioner = heard.mode == Phase::NormalOperation ? Offer::Shown : Offer::AsLeft;
         return row;
     }
-    if (row.stand == Stand::Silent && heard.phase > Phase::Initialization) {
-        row.words = Says::None; // it was heard: nobody has to power it up
-    }
-    if (heard.phase == Phase::ConfirmDismiss) {
-        row.words = Says::Question;
-        row.inReach = row.inReach.without(U); // a machine that asks is not lent
-        row.outOfReach = row.outOfReach | U;
-    } else if (endsAutocalibration(heard.phase)) {
-        row.words = Says::Result;
-    } else if (row.words == Says::Expose && !heard.exposes) {
-        row.words = Says::None;
-    } else if (row.words == Says::Expose && heard.phase != Phase::Autocalibration) {
-        row.words = heard.phase == Phase::Error ? Says::None : Says::AsLeft;
-    }
+    const bool asked = heard.exposures == Exposures::Asked;
     if (row.stand == Stand::Ready && heard.phase != Phase::NormalOperation) {
         row.inReach = row.inReach.without(M); // an entry would be refused
     }
     if (isExposure(heard.phase)) {
-        row.inReach = row.inReach.without(modes | U | X);
-        row.outOfReach = row.outOfReach | modes | U | X;
+        row.inReach = row.inReach.only(F); // the others come with its end
+    }
+    if (row.stand == Stand::Autocalibration && heard.exposures == Exposures::Over) {
+        row.lit = none;
+    }
+    if (heard.phase == Phase::ConfirmDismiss) {
+        row.page = Page::Calibration; // it bears the keys of the answer
+        row.words = Says::Question;
+    } else if (endsAutocalibration(heard.phase)) {
+        row.words = Says::Result;
+    } else if (row.words == Says::Expose && (!asked || heard.phase == Phase::Error)) {
+        row.words = Says::None;
+    } else if (row.words == Says::Expose && heard.phase != Phase::Autocalibration) {
+        row.words = Says::AsLeft;
     }
     return row;
 }

@@ -25,26 +25,33 @@ enum class Stand : std::uint8_t {
 inline constexpr std::size_t kStands = 9;
 
 /// What the working area holds.
-enum class Area : std::uint8_t { AsLeft, Picture, LinkControl };
+enum class Area : std::uint8_t { Picture, LinkControl };
+/// The page of the link control: of its main menu, whichever was left there, or of its service menu.
+enum class Page : std::uint8_t { AsLeft, Main, Configuration, Calibration };
 /// What the prompt says.
 enum class Says : std::uint8_t { AsLeft, None, Lost, PoweringUp, Question, Expose, Result };
 /// The positioner's key, where there is one.
 enum class Offer : std::uint8_t { AsLeft, Shown, Hidden };
 
-/// What is on the screen while nothing is under way. A key that is neither in reach nor out of it is as left.
+/// What autocalibration wants of the operator.
+enum class Exposures : std::uint8_t {
+    NotAsked,
+    Asked, ///< it was handed over
+    Over,  ///< it was to be left since
+};
+
+/// What is on the screen while nothing is under way. It gives the keys that lead on, and takes none.
 struct StandingRow {
     Stand stand;
     std::string_view name;
     Area area;
+    Page page;
     Keys inReach;
-    Keys outOfReach;
-    Keys shown;  ///< of the mode keys and the one that lends; the others of them are hidden
-    Keys hidden; ///< those
-    Keys lit;    ///< of the same; the others have the colour of a key at rest
+    Keys shown; ///< of the mode keys and the one that lends; the others of them are hidden
+    Keys lit;   ///< of the same; the others have the colour of a key at rest
     Caption caption;
     Says words;
     Offer positioner;
-    Rx rx;
 };
 
 [[nodiscard]] const StandingRow& rowOf(Stand stand);
@@ -56,7 +63,7 @@ struct Heard {
     bool lost;
     bool poweringUp;
     bool lent;
-    bool exposes; ///< in autocalibration the operator is asked for exposures
+    Exposures exposures;
     bool exitUnheard; ///< a way out was tried while it was lost
 };
 [[nodiscard]] Stand standOf(const Heard& heard);

@@ -31,6 +31,7 @@ StartOfService::StartOfService(ConsoleContext& context, ServiceSession& session)
     });
     context_.link.events().GeneratorSoftwareVersion.connect(
         [this](const std::string& version) { showVersions(version); });
+    context_.link.phaseRepeated().connect([this] { heard(); });
     context_.operations.add("PortOpen", [this](bool newStatus) { PortOpen(newStatus); });
     context_.operations.add("RefreshConsole", [this] { RefreshConsole(); });
 }
@@ -84,11 +85,17 @@ void StartOfService::delayShowTick() {
     showRestLayout();
     screen_.hide({"lblErrorDescription", "lblHelp"});
     screen_.hide(Key::GoToUserMode);
-    if (session_.lastPhase() <= Phase::Initialization) { // nothing else was heard
-        screen_.prompt(Role::Prompt, context_.texts.sPowerUpGenerator);
-    }
     screen_.hide({"fraExposureCounters"});
     session_.stand();
+    if (session_.lastPhase() != Phase::NormalOperation) {
+        screen_.prompt(Role::Prompt, context_.texts.sPowerUpGenerator);
+    }
+}
+
+void StartOfService::heard() {
+    if (context_.console["lblHelp"].caption() == context_.texts.sPowerUpGenerator) {
+        screen_.clearPrompt();
+    }
 }
 
 void StartOfService::refreshAfterPowerUp() {

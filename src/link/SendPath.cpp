@@ -61,6 +61,11 @@ void SendPath::SendMessage(std::string_view newmessage, std::int16_t Phase, bool
     }
 }
 
+void SendPath::discardWaiting() {
+    m_Queue.clear();
+    m_AckPending = false; // what was thrown away must not take the next one's place
+}
+
 void SendPath::setNotices(Notices notices) {
     handedOver_ = std::move(notices.handedOver);
     m_Queue.onLeft = std::move(notices.left);

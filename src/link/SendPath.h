@@ -35,6 +35,8 @@ public:
     /// `SendImmediately` throws away whatever waits.
     void SendMessage(std::string_view newmessage, std::int16_t Phase, bool WithACK = false,
                      std::int16_t Timeout = kTimeout, bool SendImmediately = false);
+    /// Throws away whatever waits, what waits for its acknowledgement included.
+    void discardWaiting();
     /// Asks for an acknowledgement when Handshaking is on.
     void SendMessageWithDefaults(std::string_view newmessage, std::int16_t Phase);
     /// Sends the empty message: the three end bytes alone.

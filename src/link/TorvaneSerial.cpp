@@ -243,6 +243,10 @@ LinkEvents& TorvaneSerialV3_07_QLC1::events() {
     return parts_->events;
 }
 
+Signal<>& TorvaneSerialV3_07_QLC1::phaseRepeated() {
+    return parts_->phase.repeated;
+}
+
 const Operations& TorvaneSerialV3_07_QLC1::operations() const {
     return parts_->operations;
 }
@@ -365,6 +369,20 @@ void TorvaneSerialV3_07_QLC1::repeatQuestion() {
 
 const GeneratorState& TorvaneSerialV3_07_QLC1::mirror() const {
     return parts_->generator;
+}
+
+void TorvaneSerialV3_07_QLC1::showMainMenu() {
+    if (!parts_->pages.mainMenuShown()) {
+        parts_->pages.ShowMainMenu();
+    }
+}
+
+void TorvaneSerialV3_07_QLC1::showServicePage(std::int16_t page) {
+    parts_->pages.keepServicePage(page);
+}
+
+void TorvaneSerialV3_07_QLC1::discardWaiting() {
+    parts_->send.discardWaiting();
 }
 
 void TorvaneSerialV3_07_QLC1::Flush() {

@@ -46,6 +46,8 @@ public:
     ~TorvaneSerialV3_07_QLC1() override;
 
     [[nodiscard]] LinkEvents& events();
+    /// Raised in the place of GeneratorPhaseChange by the report of a phase that stands already.
+    [[nodiscard]] Signal<>& phaseRepeated();
     [[nodiscard]] const Operations& operations() const;
     /// The serial settings; they take effect at the next open.
     [[nodiscard]] LinkSettings& settings();
@@ -95,6 +97,12 @@ public:
     /// A question that still stands there is asked once more; nothing when none does.
     void repeatQuestion();
 
+    /// The embedded panel shows its main menu, or this page of its service menu and no way to another one.
+    void showMainMenu();
+    void showServicePage(std::int16_t page);
+
+    /// Throws away what waits to be sent.
+    void discardWaiting();
     /// Queues a message under a mask of phases.
     void SendMessage(std::string_view message, std::int16_t Phase, bool WithACK = false);
     void Flush();

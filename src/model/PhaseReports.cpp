@@ -105,6 +105,7 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
             link_.m_NoAnswerCount = 0;
             Control& shown = panel_["txtPHASE"];
             shown.setCaption(std::string(shown.caption())); // it is still so
+            repeated.raise();
         }
     } else {
         if (isKnown(phase)) {
@@ -283,13 +284,6 @@ void PhaseReports::enterConfiguration() {
 void PhaseReports::enterConfirmDismiss() {
     panel_["cmbToggleFocusConfirm"].setVisible(false);
     panel_["cmbToggleFocusDismiss"].setVisible(false);
-    if (context_.fromGUI) {
-        context_.routines.setServicePage(1); // its keys are there
-        context_.routines.ShowServiceMenu();
-        if (link_.m_OperatingPhase != Phase::Calibration && link_.m_OperatingPhase != Phase::Autocalibration) {
-            context_.routines.EnableCalibrationKeys(true);
-        }
-    }
     context_.events.AutocalConfirmDismiss.raise();
     for (const std::string_view key : {"cmbAutocalConfirm", "cmbAutocalDismiss"}) {
         panel_[key].setBackColour(kActiveColour);

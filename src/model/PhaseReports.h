@@ -22,6 +22,8 @@ public:
     /// The question whether to autocalibrate stands in the generator: its keys and its event come once more,
     /// and an answer that was not taken is forgotten. Nothing in another phase.
     void repeatQuestion();
+    /// The phase that stands already was reported once more.
+    Signal<> repeated;
     /// "HE": percent of the tube's heat capacity. HUUpdate carries what is shown.
     void fmessHU(std::string_view value);
 

@@ -109,6 +109,20 @@ void PanelPages::ShowServiceMenu() {
     m_MainMenuShown = false;
 }
 
+void PanelPages::keepServicePage(std::int16_t page) {
+    if (m_MainMenuShown || m_ServicePage != page) {
+        m_ServicePage = page;
+        ShowServiceMenu();
+    }
+    lockNavigation();
+}
+
+void PanelPages::lockNavigation() {
+    panel_["fraServiceMenu"].setEnabled(false);
+    enableAll("cmbServiceMenu", false);
+    panel_["cmbGotoMainMenu"].setEnabled(false);
+}
+
 void PanelPages::SelectMainPage(std::int16_t page) {
     panel_.at("cmbMainMenu", m_MainPage).setBackColour(kNormalColour);
     panel_.at("fraMainMenuItem", m_MainPage).setVisible(false);
@@ -189,11 +203,9 @@ void PanelPages::EnableCalibrationKeys(bool enabled) {
 void PanelPages::handNavigationOver() {
     panel_["cmbCalibration"].setVisible(false);
     panel_["cmbAutocalibration"].setVisible(false);
-    panel_["fraServiceMenu"].setEnabled(false);
+    lockNavigation();
     panel_["fraCalValue"].setEnabled(true);
     panel_["fraResetExposureCounter"].setEnabled(true);
-    enableAll("cmbServiceMenu", false);
-    panel_["cmbGotoMainMenu"].setEnabled(false);
     enableAll("cmbWS", false);
     panel_["cmbMinimize"].setVisible(false);
     panel_["cmbResetError"].setVisible(false);
@@ -205,9 +217,7 @@ void PanelPages::PrepareConfigurationPage() {
     }
     panel_["cmbConfiguration"].setVisible(false);
     enableAll("cmbWS", true);
-    enableAll("cmbServiceMenu", false);
-    panel_["cmbGotoMainMenu"].setEnabled(false);
-    panel_["fraServiceMenu"].setEnabled(false);
+    lockNavigation();
     panel_["cmbResetError"].setVisible(false);
 }
 

@@ -37,6 +37,9 @@ public:
     /// What the operator must not reach while the machine is lent to its users for a while.
     void setUserMode(bool on);
 
+    /// This page of the service menu, and no way to another.
+    void keepServicePage(std::int16_t page);
+
     [[nodiscard]] bool mainMenuShown() const { return m_MainMenuShown; }
 
 private:
@@ -49,6 +52,7 @@ private:
     void show(Names names, bool visible);
     void clear(Names names);
     void handNavigationOver();
+    void lockNavigation();
 
     ControlHost& panel_;
     GeneratorState& state_;

@@ -6,6 +6,7 @@
 
 #include "base/Fault.h"
 #include "ui/ControlHost.h"
+#include "ui/ControlLock.h"
 
 namespace quillon {
 
@@ -91,6 +92,12 @@ bool Control::old() const {
     return age != nullptr && reportedIn_ != 0 && reportedIn_ < age->time;
 }
 
+Control::~Control() {
+    for (ControlLock* lock : locks_) {
+        lock->forget(*this);
+    }
+}
+
 bool Control::visible() const {
     require(Visible);
     return visible_;
@@ -102,7 +109,7 @@ void Control::setVisible(bool visible) {
 
 bool Control::enabled() const {
     require(Enabled);
-    return enabled_ && (locks_ == 0 || kind_ == Kind::Frame);
+    return enabled_ && (locks_.empty() || kind_ == Kind::Frame);
 }
 
 void Control::setEnabled(bool enabled) {

@@ -76,6 +76,7 @@ struct Place {
 
 class Control;
 class ControlHost;
+class ControlLock;
 
 /// Told of every change below a form; the window's mirror of the controls.
 class ChangeSink {
@@ -100,7 +101,7 @@ struct ControlHandlers {
 class Control {
 public:
     Control(Kind kind, std::string_view name, std::optional<int> index = std::nullopt);
-    virtual ~Control() = default;
+    virtual ~Control();
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
@@ -116,7 +117,7 @@ public:
     /// What was last written, and holds once no lock is on the control.
     [[nodiscard]] bool offered() const { return enabled_; }
     /// A panel or a screen of its own keeps it, and all that lies on it, from the operator.
-    [[nodiscard]] bool locked() const { return locks_ > 0; }
+    [[nodiscard]] bool locked() const { return !locks_.empty(); }
     void setEnabled(bool enabled);
     [[nodiscard]] Twips left() const { return place().left; }
     [[nodiscard]] Twips top() const { return place().top; }
@@ -249,7 +250,7 @@ private:
     int artSize_ = 0;
     bool visible_ = true;
     bool enabled_ = true;
-    int locks_ = 0;
+    std::vector<ControlLock*> locks_;
     std::uint32_t reportedIn_ = 0; ///< the time of its last report; 0 for none
     Role role_ = Role::Plain;
     TextSide textSide_ = TextSide::Middle;

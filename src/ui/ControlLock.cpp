@@ -1,39 +1,43 @@
 #include "ui/ControlLock.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillon {
 
 ControlLock::ControlLock(std::vector<Control*> controls) : controls_(std::move(controls)) {
-    add(1);
+    for (Control* control : controls_) {
+        control->locks_.push_back(this);
+        control->notify();
+    }
 }
-
-ControlLock::ControlLock(ControlLock&& other) noexcept : controls_(std::exchange(other.controls_, {})) {}
 
 ControlLock& ControlLock::operator=(ControlLock&& other) noexcept {
     if (this != &other) {
         release();
         controls_ = std::exchange(other.controls_, {});
+        for (Control* control : controls_) {
+            std::replace(control->locks_.begin(), control->locks_.end(), &other, this);
+        }
     }
     return *this;
 }
 
 ControlLock::~ControlLock() {
     for (Control* control : controls_) {
-        --control->locks_;
+        std::erase(control->locks_, this);
     }
 }
 
 void ControlLock::release() {
-    add(-1);
-    controls_.clear();
-}
-
-void ControlLock::add(int count) {
-    for (Control* control : controls_) {
-        control->locks_ += count;
+    for (Control* control : std::exchange(controls_, {})) {
+        std::erase(control->locks_, this);
         control->notify();
     }
+}
+
+void ControlLock::forget(const Control& control) {
+    std::erase(controls_, &control);
 }
 
 } // namespace quillon

@@ -13,16 +13,15 @@ class ControlLock {
 public:
     ControlLock() = default;
     explicit ControlLock(std::vector<Control*> controls);
-    ControlLock(ControlLock&& other) noexcept;
     ControlLock& operator=(ControlLock&& other) noexcept;
     /// Tells no window: what it locked may be on its way out as well.
     ~ControlLock();
 
     void release();
+    /// The control goes away.
+    void forget(const Control& control);
 
 private:
-    void add(int count);
-
     std::vector<Control*> controls_;
 };
 

@@ -275,12 +275,6 @@ bool says(const Facts& facts, std::string_view words) {
     return prompt(facts).find(words) != std::string::npos;
 }
 
-StandingRow standing(const Facts& facts) {
-    const ServiceSession& doing = facts.doing();
-    return standingOf(
-        {doing.mode(), doing.lastPhase(), doing.isLost(), doing.poweringUp(), doing.lent(), doing.exposes(), doing.exitUnheard()});
-}
-
 std::string wrongArea(const Facts& facts, Area area) {
     const ctrQuillonConsole& console = facts.console();
     const bool link = console["fraTorvaneSerial"].visible();
@@ -292,27 +286,33 @@ std::string wrongArea(const Facts& facts, Area area) {
     return link && (!picture || behindIt) ? "" : "the link control is not on show";
 }
 
+std::string wrongPage(const Facts& facts, Page page) {
+    const TorvaneSerialV3_07_QLC1& link = facts.link();
+    const bool main = link["fraMainMenu"].visible();
+    const auto shows = [&](int number) { return !main && link.at("fraServiceMenuItem", number).visible(); };
+    const bool right = page == Page::AsLeft || (page == Page::Main && main) ||
+                       (page == Page::Configuration && shows(0)) || (page == Page::Calibration && shows(1));
+    return right ? "" : "another page of the link control is on show; ";
+}
+
 std::string wrongKeys(const Facts& facts, const StandingRow& row) {
     const ctrQuillonConsole& console = facts.console();
     const Keys watched = kModeKeys | Key::GoToUserMode;
     std::string wrong;
-    const bool asLeft = row.stand == Stand::Configuration && facts.runBefore == Run::LeavingConfiguration;
     for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
         const Key key{static_cast<std::uint8_t>(i)};
         const Control& control = console[nameOf(key)];
         const std::string name(nameOf(key));
         const bool hiddenAsLeft = key == Key::GoToUserMode && !control.visible() && control.offered();
-        if (row.inReach.has(key) && !(control.visible() && control.offered()) && !hiddenAsLeft) {
+        const bool asTaken = key == Key::LinkControl && facts.frameTaken;
+        if (row.inReach.has(key) && !(control.visible() && control.offered()) && !hiddenAsLeft && !asTaken) {
             wrong += name + " is not in reach; ";
-        }
-        if (row.outOfReach.has(key) && control.visible() && control.offered() && !asLeft) {
-            wrong += name + " is in reach; ";
         }
         const bool laidOut = row.stand != Stand::Calibration; // there they are as left
         if (laidOut && row.shown.has(key) && !control.visible()) {
             wrong += name + " is hidden; ";
         }
-        if (laidOut && row.hidden.has(key) && control.visible()) {
+        if (laidOut && watched.has(key) && !row.shown.has(key) && control.visible()) {
             wrong += name + " is on show; ";
         }
         const bool lit = control.visible() && control.backColour() == kActiveColour;
@@ -327,6 +327,10 @@ std::string wrongWords(const Facts& facts, Says words) {
     const auto expect = [&](std::string_view text) {
         return says(facts, text) ? std::string() : "the prompt says " + inQuotes(prompt(facts)) + ", not " + inQuotes(text);
     };
+    constexpr Milliseconds kGreeting = 3000;
+    if (says(facts, "POWER UP") && facts.phaseAt <= kGreeting) {
+        return {}; // nothing was reported since these words came
+    }
     switch (words) {
     case Says::None:
         return prompt(facts).empty() ? "" : "the prompt says " + inQuotes(prompt(facts));
@@ -350,9 +354,9 @@ std::string otherThanItStands(const Facts& facts) {
     if (!facts.atRest() || facts.phase == 0 || facts.doing().lastPhase() == Phase::TubeTooHot) {
         return {};
     }
-    const StandingRow row = standing(facts);
+    const StandingRow row = standingOf(facts.doing().heard());
     const ctrQuillonConsole& console = facts.console();
-    std::string wrong = wrongArea(facts, row.area);
+    std::string wrong = wrongPage(facts, row.page) + wrongArea(facts, row.area);
     if (const std::string keys = wrongKeys(facts, row); !keys.empty()) {
         wrong += (wrong.empty() ? "" : "; ") + keys;
     }
@@ -412,8 +416,7 @@ std::string raysTakenByNothing(const Facts& facts) {
 
 std::string lentWithoutRays(const Facts& facts) {
     const ServiceSession& doing = facts.doing();
-    return facts.held.empty() && doing.lent() && doing.idle() && doing.mode() == Phase::NormalOperation &&
-                   doing.lastPhase() == Phase::NormalOperation && !running(facts, "tmrGotoUserMode") &&
+    return facts.held.empty() && facts.handedOver && doing.idle() && doing.lastPhase() == Phase::NormalOperation &&
                    !facts.link().mirror().RXEnable && facts.panel() == nullptr
                ? "the machine is lent without X-rays"
                : "";
@@ -499,6 +502,10 @@ void Facts::phaseHeard(std::string_view value) {
         return;
     }
     const double number = std::floor(toDouble(value));
+    if (number > 1) {
+        phaseAt = now();
+    }
+    frameTaken = frameTaken && number == phase;
     if (number >= 1 && number <= 13) {
         phase = static_cast<std::int32_t>(number);
     }
@@ -566,6 +573,17 @@ void Facts::watchPoll() {
     }
 }
 
+void Facts::watchUsers() {
+    const bool refreshes = running(*this, "tmrWaitRefresh");
+    if (!doing().lent()) {
+        handedOver = false;
+    } else if (arriving_ && !running(*this, "tmrGotoUserMode")) {
+        handedOver = doing().mode() == Phase::NormalOperation && !(refreshed_ && !refreshes);
+    }
+    arriving_ = running(*this, "tmrGotoUserMode");
+    refreshed_ = refreshes;
+}
+
 void Facts::handAt(std::string_view name) {
     for (const KeyRow& row : kKeys) {
         if (holds(row.keys, name)) {
@@ -586,6 +604,7 @@ void Facts::look() {
         raysTold_ = true; // by that
     }
     watchPoll();
+    watchUsers();
 }
 
 std::vector<const ControlHost*> Facts::hosts() const {

@@ -57,6 +57,7 @@ public:
     std::set<std::string> held; ///< keys under a finger
     std::string frame;          ///< the last that was written
     std::int32_t phase = 0;     ///< as last reported, 1 to 13; 0 before
+    Milliseconds phaseAt = 0;   ///< when a phase above 1 was reported last
     std::string rays;           ///< the last word to the generator about X-rays
     Run run = Run::None;        ///< what the console does, and
     Run runBefore = Run::None;  ///< what it did before
@@ -66,13 +67,18 @@ public:
     std::map<std::string_view, int> allowance; ///< transmissions that keys have paid for
     Milliseconds pollAway = -1;                ///< since when nothing asks, and nothing holds it; -1: it asks
     std::optional<bool> raysBefore;            ///< what was allowed before a press that came to nothing
+    bool handedOver = false;                   ///< to its users, at the end of the wait for that
+    bool frameTaken = false;                   ///< by a key that does nothing else in this mode
     std::string entered;                       ///< the last command into a service mode that no way out followed
     std::string stood;                         ///< what the simulated generator says of itself
 
 private:
     void phaseHeard(std::string_view value);
     void watchPoll();
+    void watchUsers();
 
+    bool arriving_ = false;  ///< the wait for the users' machine ran
+    bool refreshed_ = false; ///< the wait after a refresh ran, whose end cancels that
     bool raysAtPress_ = false;
     bool raysTold_ = false; ///< by somebody else, since the press
     Rig& rig_;

@@ -268,7 +268,11 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
     } else {
         facts_.raysBefore.reset();
     }
-    const bool closeDown = closes && (word == "click" ? input.reachable(*control) : wasHeld);
+    const bool comesUp = word == "click" ? input.reachable(*control) : word == "release" && wasHeld;
+    if (name == "Quillon.cmbConfiguration" && comesUp) {
+        facts_.frameTaken = doing().mode() != Phase::NormalOperation && doing().mode() != Phase::Configuration;
+    }
+    const bool closeUp = closes && comesUp;
     if (word == "press") {
         held.insert(name);
         if (!input.press(*control)) {
@@ -287,7 +291,7 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
     } else {
         input.slide(*control, toInt32(value));
     }
-    if (closeDown && word != "press" && !ended()) {
+    if (closeUp && !ended()) {
         facts_.closeUp(before);
     }
     return true;

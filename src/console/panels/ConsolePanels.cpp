@@ -198,7 +198,7 @@ void ConsolePanels::tellProtocolError() {
     }
 }
 
-void ConsolePanels::ErrorMessage(std::int16_t code, Phase belied) {
+void ConsolePanels::ErrorMessage(std::int16_t code, Phase missed) {
     context_.state.m_ProtocolError = false;
     session_.at(Moment::MessageOpens);
     screen_.hide({"fraTorvaneSerial"});
@@ -225,12 +225,9 @@ void ConsolePanels::ErrorMessage(std::int16_t code, Phase belied) {
             panel->set("sMessage", context_.texts.*error.message);
         }
     }
-    session_.messageOpens(
-        [this] {
-            remove(kError);
-            session_.messageCloses();
-        },
-        code == ErrorCode::DipSwitch ? belied : Phase::None);
+    session_.messageOpens(code == ErrorCode::DipSwitch ? missed : Phase::None, [this, panel] {
+        panel->at("Shape1").setNote(context_.texts.sModeReached); // what the panel says was so when it came
+    });
     show(row, *panel);
 }
 

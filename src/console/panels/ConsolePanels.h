@@ -36,7 +36,7 @@ public:
     /// Ends what is on the screen and tells the operator of a failure, by one of ErrorCode's numbers. The
     /// buttons come back by the refresh wait that begins with the operator's acknowledgement.
     /// `belied`: the phase whose report shows that the message is not so.
-    void ErrorMessage(std::int16_t code, Phase belied = Phase::None);
+    void ErrorMessage(std::int16_t code, Phase missed = Phase::None);
     /// What to tell of a mode that was not reached.
     [[nodiscard]] std::int16_t failureCode() const;
     /// Tells of a protocol error, if there was one.
