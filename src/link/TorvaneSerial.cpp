@@ -1,5 +1,6 @@
 #include "link/TorvaneSerial.h"
 
+#include "base/Temporarily.h"
 #include "base/Text.h"
 #include "link/CommunicationLog.h"
 #include "link/FrameReceiver.h"
@@ -101,9 +102,8 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
       receiver(events,
                [this](std::string_view text) {
                    log.received(text);
-                   silence.age.reporting = true;
+                   const Temporarily reporting(silence.age.reporting, true);
                    decoder.DecodeMessages(text);
-                   silence.age.reporting = false;
                }),
       portControl(panel, given.port, settings, events, send, poll, log), commands(state, send, operations),
       pages(panel, generator, fromGUI),
