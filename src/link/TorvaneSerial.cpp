@@ -118,8 +118,7 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
     panel.setReportAge(&silence.age);
     silence.changed.connect([this] { panel.showAge(); });
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
-    decoder.setNotices({.heard = [this] { poll.ResetNoAnswerFromGeneratorError(); },
-                        .handled = [this] { send.messageHeard(); }});
+    decoder.setNotices({.heard = [this] { poll.heard(); }, .handled = [this] { send.messageHeard(); }});
     addOperations();
     panel["txtDebugComm"].on.click = [this] { log.clearDebug(); };
     panel["fraDebug"].on.click = [this] { log.clearDebug(); };

@@ -226,7 +226,7 @@ void PhaseReports::enterInitialization() {
     panel_["cmbConfiguration"].setCaption("ON");
     context_.routines.resetPages();
     context_.routines.ResetPanelKeys();
-    context_.poll.end();
+    context_.poll.stop();
     context_.routines.ShowMainMenu();
     link_.m_OperatingPhase = Phase::Initialization;
 }
@@ -286,7 +286,8 @@ void PhaseReports::enterConfirmDismiss() {
     if (context_.fromGUI) {
         context_.routines.setServicePage(1); // its keys are there
         context_.routines.ShowServiceMenu();
-        if (link_.m_OperatingPhase != Phase::Calibration && link_.m_OperatingPhase != Phase::Autocalibration) {
+        if (link_.m_OperatingPhase != Phase::Calibration &&
+            link_.m_OperatingPhase != Phase::Autocalibration) {
             context_.routines.EnableCalibrationKeys(true);
         }
     }
