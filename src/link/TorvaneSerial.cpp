@@ -291,7 +291,7 @@ void TorvaneSerialV3_07_QLC1::leavePort() {
     send.drain();
     // One that waited already has kept a later one of the same word out, behind its opposite.
     if (send.lastRaysMessage() == "RX0") {
-        setRXEnable(true);
+        parts_->generator.RXEnable = true;
         // Whatever the phase: it may be one in which nothing was to be said yet.
         send.SendMessage("RX1", kAllPhases);
         send.drain();
