@@ -170,6 +170,11 @@ void Control::setCaption(std::string_view caption) {
     assign(Caption, caption_, caption);
 }
 
+void Control::restoreCaption(std::string_view caption) {
+    require(Caption);
+    assign(caption_, caption);
+}
+
 const std::string& Control::text() const {
     require(Text);
     return caption_;

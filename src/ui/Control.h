@@ -137,6 +137,8 @@ public:
     void setTag(std::string_view tag);
     [[nodiscard]] const std::string& caption() const;
     void setCaption(std::string_view caption);
+    /// Shows what it showed before: in a report, too, that makes nothing new of it.
+    void restoreCaption(std::string_view caption);
     /// What a text box holds, or the selected entry of a list. Writing a list's text selects the first entry
     /// of that text, and nothing when it has none.
     [[nodiscard]] const std::string& text() const;
