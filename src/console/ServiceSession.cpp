@@ -610,7 +610,7 @@ void ServiceSession::openScreen(std::function<void()> close) {
             keys.back()->setEnabled(offered);
         }
     });
-    screenLock_ = ControlLock(std::move(keys));
+    screenLock_ = ControlLock(keys);
     screenClose_ = std::move(close);
 }
 

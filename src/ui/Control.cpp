@@ -102,7 +102,7 @@ void Control::setVisible(bool visible) {
 
 bool Control::enabled() const {
     require(Enabled);
-    return enabled_ && (locks_ == 0 || kind_ == Kind::Frame);
+    return enabled_ && (!locked() || kind_ == Kind::Frame);
 }
 
 void Control::setEnabled(bool enabled) {

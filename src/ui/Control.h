@@ -116,7 +116,7 @@ public:
     /// What was last written, and holds once no lock is on the control.
     [[nodiscard]] bool offered() const { return enabled_; }
     /// A panel or a screen of its own keeps it, and all that lies on it, from the operator.
-    [[nodiscard]] bool locked() const { return locks_ > 0; }
+    [[nodiscard]] bool locked() const { return locks_ && *locks_ > 0; }
     void setEnabled(bool enabled);
     [[nodiscard]] Twips left() const { return place().left; }
     [[nodiscard]] Twips top() const { return place().top; }
@@ -251,7 +251,7 @@ private:
     int artSize_ = 0;
     bool visible_ = true;
     bool enabled_ = true;
-    int locks_ = 0;
+    std::shared_ptr<int> locks_;   ///< how many are on it; made by the first
     std::uint32_t reportedIn_ = 0; ///< the time of its last report; 0 for none
     Role role_ = Role::Plain;
     TextSide textSide_ = TextSide::Middle;

@@ -4,8 +4,15 @@
 
 namespace quillon {
 
-ControlLock::ControlLock(std::vector<Control*> controls) : controls_(std::move(controls)) {
-    add(1);
+ControlLock::ControlLock(const std::vector<Control*>& controls) {
+    for (Control* control : controls) {
+        if (!control->locks_) {
+            control->locks_ = std::make_shared<int>(0);
+        }
+        ++*control->locks_;
+        controls_.push_back({control, control->locks_});
+        control->notify();
+    }
 }
 
 ControlLock::ControlLock(ControlLock&& other) noexcept : controls_(std::exchange(other.controls_, {})) {}
@@ -19,20 +26,21 @@ ControlLock& ControlLock::operator=(ControlLock&& other) noexcept {
 }
 
 ControlLock::~ControlLock() {
-    for (Control* control : controls_) {
-        --control->locks_;
-    }
+    unlock(false);
 }
 
 void ControlLock::release() {
-    add(-1);
-    controls_.clear();
+    unlock(true);
 }
 
-void ControlLock::add(int count) {
-    for (Control* control : controls_) {
-        control->locks_ += count;
-        control->notify();
+void ControlLock::unlock(bool told) {
+    for (const Locked& locked : std::exchange(controls_, {})) {
+        if (const std::shared_ptr<int> locks = locked.locks.lock()) {
+            --*locks;
+            if (told) {
+                locked.control->notify();
+            }
+        }
     }
 }
 

@@ -1,6 +1,5 @@
 #include "console/panels/ModalPanel.h"
 
-#include <utility>
 #include <vector>
 
 #include "base/Numbers.h"
@@ -45,7 +44,7 @@ void ModalPanel::UserControl_Show(std::string_view spared) {
             behind.push_back(control.get());
         }
     }
-    lock_ = ControlLock(std::move(behind));
+    lock_ = ControlLock(behind);
 }
 
 void ModalPanel::paintButtons(std::string_view tag, Colour colour) {
