@@ -89,7 +89,7 @@ public:
 /// What happens to a control by the operator's hand. Writing a property never calls any of these.
 struct ControlHandlers {
     std::function<void()> press;   ///< pointer down
-    std::function<void()> release; ///< pointer up
+    std::function<void()> release; ///< pointer up; over the control, unless its press does something
     std::function<void()> click;   ///< pointer up over the control that was pressed
     std::function<void()> abandon; ///< pointer up elsewhere, or over a control that is out of reach: no click
     std::function<void()> cancel;  ///< the hold was broken off: nothing of the three above follows
