@@ -80,4 +80,7 @@ private:
     std::int16_t mask_ = 0;
 };
 
+/// The generator asks whether to autocalibrate, or shows what has come of it.
+inline constexpr Phases kAsksOrTells{Phase::ConfirmDismiss, Phase::AutocalError, Phase::AutocalOk};
+
 } // namespace quillon

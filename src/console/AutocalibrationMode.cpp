@@ -388,7 +388,7 @@ void AutocalibrationMode::acknowledged(bool on) {
                       session_.is(Run::LeavingAutocalibration);
     const bool ends = ours || (session_.idle() && (tmrAutocalON_.running() || link_.answering() ||
                                                    session_.mode() == Phase::Autocalibration ||
-                                                   session_.lastPhase() >= Phase::ConfirmDismiss));
+                                                   kAsksOrTells.has(session_.lastPhase())));
     if (on || onStep_ != kWait || !ends) {
         return;
     }

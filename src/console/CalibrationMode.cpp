@@ -176,7 +176,7 @@ void CalibrationMode::giveXRaysBack(bool exitSent) {
 }
 
 void CalibrationMode::offTick() {
-    if (!exitSent_ && session_.lastPhase() >= Phase::ConfirmDismiss) {
+    if (!exitSent_ && kAsksOrTells.has(session_.lastPhase())) {
         // It takes no other way out while it asks whether to autocalibrate, or tells how it went.
         context_.link.commands().send(command("Autocalibration"), false);
         tmrCalOFF_.start(kLeaveAgain);

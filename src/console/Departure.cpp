@@ -49,7 +49,7 @@ std::vector<Phase> Departure::modesToLeave() const {
     const bool autocalibrating = session_.is(Run::EnteringAutocalibration);
     const bool entering = autocalibrating || session_.is(Run::EnteringCalibration);
     std::vector<Phase> modes;
-    if (mode == Phase::Autocalibration || session_.lastPhase() >= Phase::ConfirmDismiss ||
+    if (mode == Phase::Autocalibration || kAsksOrTells.has(session_.lastPhase()) ||
         (mode == Phase::Calibration && autocalibrating)) {
         modes.push_back(Phase::Autocalibration);
     }
@@ -67,7 +67,7 @@ void Departure::leave(Phase phase) {
         context_.link.service().calibration(false);
     } else if (phase == Phase::Configuration) {
         context_.link.commands().send(command("Configuration"), false);
-    } else if (phase == Phase::Autocalibration || phase >= Phase::ConfirmDismiss) {
+    } else if (phase == Phase::Autocalibration || kAsksOrTells.has(phase)) {
         context_.link.commands().send(command("Autocalibration"), false);
         session_.oweXRays(); // that command has thrown away what waited
     }

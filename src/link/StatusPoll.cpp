@@ -53,7 +53,7 @@ void StatusPoll::HURequest() {
     send_.SendMessage("HU", kAllPhases);
 }
 
-void StatusPoll::ResetNoAnswerFromGeneratorError() {
+void StatusPoll::heard() {
     state_.m_NoAnswerCount = 0;
     silence_.heard();
 }

@@ -25,6 +25,9 @@ public:
     /// The port was opened: the heat is asked for first, one interval from now.
     void begin();
     void run() { timer_.run(); }
+    /// Asks no more, and forgets nothing of what is known of a silence.
+    void stop() { timer_.stop(); }
+    /// The port was closed.
     void end();
     /// Keeps the poll away for a while; the next tick ends it.
     void holdBack();
@@ -34,8 +37,10 @@ public:
     /// Ask for the phase ("ST") and for the tube heat ("HU", answered by "HE").
     void GeneratorPhaseRequest();
     void HURequest();
-    /// The generator counts as heard from now.
-    void ResetNoAnswerFromGeneratorError();
+    /// Something came from the generator.
+    void heard();
+    /// The host takes the missed answers back; nothing was heard.
+    void ResetNoAnswerFromGeneratorError() { state_.m_NoAnswerCount = 0; }
 
 private:
     void tick();

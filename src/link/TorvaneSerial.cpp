@@ -1,5 +1,6 @@
 #include "link/TorvaneSerial.h"
 
+#include "base/Temporarily.h"
 #include "base/Text.h"
 #include "link/CommunicationLog.h"
 #include "link/FrameReceiver.h"
@@ -101,9 +102,8 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
       receiver(events,
                [this](std::string_view text) {
                    log.received(text);
-                   silence.age.reporting = true;
+                   const Temporarily reporting(silence.age.reporting, true);
                    decoder.DecodeMessages(text);
-                   silence.age.reporting = false;
                }),
       portControl(panel, given.port, settings, events, send, poll, log), commands(state, send, operations),
       pages(panel, generator, fromGUI),
@@ -118,8 +118,7 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
     panel.setReportAge(&silence.age);
     silence.changed.connect([this] { panel.showAge(); });
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
-    decoder.setNotices({.heard = [this] { poll.ResetNoAnswerFromGeneratorError(); },
-                        .handled = [this] { send.messageHeard(); }});
+    decoder.setNotices({.heard = [this] { poll.heard(); }, .handled = [this] { send.messageHeard(); }});
     addOperations();
     panel["txtDebugComm"].on.click = [this] { log.clearDebug(); };
     panel["fraDebug"].on.click = [this] { log.clearDebug(); };
@@ -296,7 +295,7 @@ void TorvaneSerialV3_07_QLC1::leavePort() {
     send.drain();
     // One that waited already has kept a later one of the same word out, behind its opposite.
     if (send.lastRaysMessage() == "RX0") {
-        setRXEnable(true);
+        parts_->generator.RXEnable = true;
         // Whatever the phase: it may be one in which nothing was to be said yet.
         send.SendMessage("RX1", kAllPhases);
         send.drain();

@@ -168,7 +168,7 @@ void ErrorsAndWarnings::clearWarning() {
     }
     // A blink may have left them dark.
     for (const WarnedField& warned : kWarnedFields) {
-        context_.panel[warned.field].setCaption(state_.*warned.text);
+        context_.panel[warned.field].restoreCaption(state_.*warned.text);
     }
     if (state_.m_TechniqueMode == kWarnedTechniqueMode) {
         cmbTM3_.setBackColour(kActiveColour);

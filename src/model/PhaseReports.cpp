@@ -227,7 +227,7 @@ void PhaseReports::enterInitialization() {
     panel_["cmbConfiguration"].setCaption("ON");
     context_.routines.resetPages();
     context_.routines.ResetPanelKeys();
-    context_.poll.end();
+    context_.poll.stop();
     context_.routines.ShowMainMenu();
     link_.m_OperatingPhase = Phase::Initialization;
 }

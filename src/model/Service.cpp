@@ -255,7 +255,7 @@ void Service::abandonAnswer() {
 void Service::beginAnswer(Signal<>& event, Timer& timer, std::int32_t confirmStep, std::int32_t dismissStep) {
     // The poll keeps away until the generator has taken the answer; an earlier one has nothing to send any
     // more.
-    context_.poll.end();
+    context_.poll.stop();
     link_.m_StatusUpdateActive = false;
     tmrConfirm_.stop();
     tmrDismiss_.stop();

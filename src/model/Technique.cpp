@@ -361,13 +361,10 @@ void Technique::selectParameter(std::string_view number) {
     context_.events.CalibrationParameters.raise(parameter);
     txtKVPCal_.setCaption("");
     showFocusKeys(parameter == 1);
-    if (parameter != 1) {
-        cmbCalFocusSet_.setVisible(false);
-    }
 }
 
 void Technique::showFocusKeys(bool show) {
-    for (Control* control : {&lblFocusCal_, &txtFocusCal_, &cmbToggleFocusCal_}) {
+    for (Control* control : {&lblFocusCal_, &txtFocusCal_, &cmbToggleFocusCal_, &cmbCalFocusSet_}) {
         control->setVisible(show);
     }
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "link/OutboundTable.h"
 #include "link/SendQueue.h"
 
 namespace quillon {
@@ -209,9 +210,11 @@ bool HeldKeys::leaveStation() {
     if (link_.m_OperatingPhase != Phase::Calibration) {
         return false;
     }
-    txtCalValue_.setCaption("");
-    sldCalValue_.setValue(0);
-    sldCalValue_.setToolTip(decimalText(sldCalValue_.value()));
+    if (context_.send.allows(phasesOf("MA"))) {
+        txtCalValue_.setCaption("");
+        sldCalValue_.setValue(0);
+        sldCalValue_.setToolTip(decimalText(sldCalValue_.value()));
+    }
     return true;
 }
 

@@ -60,8 +60,8 @@ private:
     void tick();
 
     [[nodiscard]] bool holds(Condition condition) const;
-    /// Makes the calibration value empty, for the station that is about to be chosen. False when no station
-    /// can be chosen.
+    /// Makes the calibration value empty where another station is about to be chosen. False outside
+    /// calibration, where the station's keys do nothing.
     bool leaveStation();
 
     PanelSubjects subjects_;

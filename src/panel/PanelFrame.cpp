@@ -1,5 +1,7 @@
 #include "panel/PanelFrame.h"
 
+#include "base/Temporarily.h"
+
 namespace quillon {
 
 namespace {
@@ -37,10 +39,9 @@ void PanelFrame::layOut() {
     if (tooSmall) {
         iconized_.setBackColour(kActiveColour);
         iconized_.setVisible(true);
-        m_PanelEnabled = false;
+        const Temporarily keptAsItIs(m_PanelEnabled, false);
         panel_.setWidth(iconized_.width() + kIconFrame);
         panel_.setHeight(iconized_.height() + kIconFrame);
-        m_PanelEnabled = true;
     } else {
         iconized_.setVisible(false);
     }

@@ -26,8 +26,9 @@ constexpr std::array<Name, 6> kFluoroFields{
 constexpr std::array<Name, 8> kStationKeys{
     "cmbKVPCalUp", "cmbKVPCalDown", "cmbMASCalUp", "cmbMASCalDown",
     "cmbMSCalUp", "cmbMSCalDown", "cmbMACalUp", "cmbMACalDown"};
-constexpr std::array<Name, 5> kCalibrationKeys{
-    "cmbToggleFocusCal", "cmbStoreCalValue", "cmbCalValueUp", "cmbCalValueDown", "cmbAutocalibration"};
+constexpr std::array<Name, 6> kCalibrationKeys{
+    "cmbToggleFocusCal", "cmbCalFocusSet", "cmbStoreCalValue", "cmbCalValueUp", "cmbCalValueDown",
+    "cmbAutocalibration"};
 constexpr std::array<Name, 6> kCalibrationFields{
     "txtKVPCal", "txtMACal", "txtMASCal", "txtMSCal", "txtCalValue", "txtFocusCal"};
 constexpr std::array<Name, 4> kConfirmPairs{
@@ -188,6 +189,8 @@ void PanelPages::EnableCalibrationKeys(bool enabled) {
     slider.setToolTip(decimalText(slider.value()));
     enable(kStationKeys, enabled);
     enable(kCalibrationKeys, enabled);
+    // The autocalibration of a parameter has hidden one of the two keys of the focus.
+    panel_["cmbCalFocusSet"].setVisible(panel_["cmbToggleFocusCal"].visible());
     show(kConfirmPairs, false);
     if (!enabled) {
         clear(kCalibrationFields);

@@ -74,6 +74,7 @@ int QtDesktop::run(QMessageBox::Icon icon, std::string_view title, std::string_v
                    QMessageBox::StandardButtons buttons) {
     QWidget* parent = window_ != nullptr && window_->isVisible() ? window_.data() : nullptr;
     QMessageBox box(QMessageBox::NoIcon, toQt(title), toQtLines(text), buttons, parent);
+    box.setTextFormat(Qt::PlainText); // what a file holds is shown as it is
     box.setIconPixmap(signOf(icon));
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowFlag(Qt::WindowStaysOnTopHint, topMost_);

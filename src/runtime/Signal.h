@@ -4,6 +4,8 @@
 #include <functional>
 #include <list>
 
+#include "base/Temporarily.h"
+
 namespace quillon {
 
 /// A typed event with any number of listeners, called in the order in which they connected. The list may
@@ -37,13 +39,14 @@ public:
 
     void raise(const Arguments&... arguments) {
         const Connection newest = last_;
-        ++walking_;
-        for (auto& entry : listeners_) {
-            if (entry.connection != 0 && entry.connection <= newest) {
-                entry.listener(arguments...);
+        {
+            const Temporarily walking(walking_, walking_ + 1);
+            for (auto& entry : listeners_) {
+                if (entry.connection != 0 && entry.connection <= newest) {
+                    entry.listener(arguments...);
+                }
             }
         }
-        --walking_;
         sweep();
     }
 

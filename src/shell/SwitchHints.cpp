@@ -33,8 +33,12 @@ bool startsWith(std::string_view piece, const KnownSwitch& known) {
     return known.exact ? head == known.name : equalsNoCase(head, known.name);
 }
 
-bool isKnown(std::string_view piece) {
-    return std::any_of(kKnown.begin(), kKnown.end(), [piece](const KnownSwitch& known) {
+/// What stands in front of the first hyphen counts as well, but for those that are looked for with theirs.
+bool isKnown(std::string_view piece, bool first) {
+    return std::any_of(kKnown.begin(), kKnown.end(), [piece, first](const KnownSwitch& known) {
+        if (first && !known.exact) {
+            return false;
+        }
         const bool fits = piece.size() == known.name.size() || (known.exact && known.anywhere);
         return fits && startsWith(piece, known);
     });
@@ -57,15 +61,16 @@ std::string hintFor(std::string_view piece) {
 
 std::vector<std::string> switchHints(std::string_view commandLine) {
     std::vector<std::string> hints;
-    bool first = true;
-    for (const std::string_view part : split(commandLine, "-")) {
-        const std::string_view piece = trimRight(part);
-        if (first && !piece.empty()) {
-            hints.push_back("\"" + std::string(piece) + "\" is no switch: they begin with a hyphen");
-        } else if (!piece.empty() && !isKnown(piece)) {
-            hints.push_back(hintFor(piece));
+    const auto pieces = split(commandLine, "-");
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const std::string_view piece = trimRight(pieces[i]);
+        const bool first = i == 0;
+        // Without any hyphen there are no switches at all.
+        if (piece.empty() || (pieces.size() > 1 && isKnown(piece, first))) {
+            continue;
         }
-        first = false;
+        hints.push_back(first ? "\"" + std::string(piece) + "\" is no switch: they begin with a hyphen"
+                              : hintFor(piece));
     }
     return hints;
 }

@@ -109,7 +109,7 @@ void Control::setVisible(bool visible) {
 
 bool Control::enabled() const {
     require(Enabled);
-    return enabled_ && (locks_.empty() || kind_ == Kind::Frame);
+    return enabled_ && (!locked() || kind_ == Kind::Frame);
 }
 
 void Control::setEnabled(bool enabled) {
@@ -175,6 +175,11 @@ const std::string& Control::caption() const {
 
 void Control::setCaption(std::string_view caption) {
     assign(Caption, caption_, caption);
+}
+
+void Control::restoreCaption(std::string_view caption) {
+    require(Caption);
+    assign(caption_, caption);
 }
 
 const std::string& Control::text() const {

@@ -90,7 +90,7 @@ public:
 /// What happens to a control by the operator's hand. Writing a property never calls any of these.
 struct ControlHandlers {
     std::function<void()> press;   ///< pointer down
-    std::function<void()> release; ///< pointer up
+    std::function<void()> release; ///< pointer up; over the control, unless its press does something
     std::function<void()> click;   ///< pointer up over the control that was pressed
     std::function<void()> abandon; ///< pointer up elsewhere, or over a control that is out of reach: no click
     std::function<void()> cancel;  ///< the hold was broken off: nothing of the three above follows
@@ -138,6 +138,8 @@ public:
     void setTag(std::string_view tag);
     [[nodiscard]] const std::string& caption() const;
     void setCaption(std::string_view caption);
+    /// Shows what it showed before: in a report, too, that makes nothing new of it.
+    void restoreCaption(std::string_view caption);
     /// What a text box holds, or the selected entry of a list. Writing a list's text selects the first entry
     /// of that text, and nothing when it has none.
     [[nodiscard]] const std::string& text() const;

@@ -61,7 +61,9 @@ void Input::release(Control& control, bool over) {
         return;
     }
     tell(Gesture::Release, control, over ? "" : "outside");
-    run(control, control.on.release);
+    if (over || control.on.press) { // a key whose press does nothing acts here, and only under the finger
+        run(control, control.on.release);
+    }
     run(control, over && reachable(control) ? control.on.click : control.on.abandon);
 }
 

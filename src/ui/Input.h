@@ -33,9 +33,10 @@ public:
     /// Moves a slider without letting it go.
     bool drag(Control& control, std::int32_t value);
 
-    /// Lets go of what was pressed, whatever became of it meanwhile. The click follows if the pointer was
-    /// still `over` it and it can still be reached, and what gives the press up if not. Nothing when this
-    /// control was not pressed.
+    /// Lets go of what was pressed, whatever became of it meanwhile. What its press began is ended; a control
+    /// without anything to do at its press does what it does at its release only while the pointer is still
+    /// `over` it. The click follows if the pointer was and the control can still be reached, and what gives
+    /// the press up if not. Nothing when this control was not pressed.
     void release(Control& control, bool over = true);
     /// The program is about to end: lets go of everything that is held, without a click.
     void releaseAll();

@@ -59,6 +59,7 @@ TEST(QtDesktop, OneBoxIsUpAtATimeAndTimeGoesOn) {
         }
         ASSERT_EQ(up.size(), 1U);
         EXPECT_EQ(up.front()->text(), text);
+        EXPECT_EQ(up.front()->textFormat(), Qt::PlainText) << "what a file holds is shown as it is";
         up.front()->button(answer)->click();
     };
     schedule.post(20, [&] { order += desktop.ask("second", "2?") ? "second yes, " : "second no, "; });

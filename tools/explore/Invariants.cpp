@@ -175,7 +175,7 @@ std::string deadEnd(const Facts& facts) {
     const bool byGenerator =
         exposing(facts) || doing.lastPhase() <= Phase::Initialization || doing.lastPhase() == Phase::Error ||
         doing.lastPhase() == Phase::TubeTooHot || doing.lastPhase() == Phase::ConfirmDismiss ||
-        (doing.lastPhase() >= Phase::AutocalError && doing.mode() != Phase::Autocalibration);
+        (endsAutocalibration(doing.lastPhase()) && doing.mode() != Phase::Autocalibration);
     bool byTime = doing.is(Run::Closing);
     for (const std::string_view timer : rowOf(doing.run()).timers) {
         byTime = byTime || running(facts, timer);

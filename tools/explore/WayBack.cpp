@@ -142,7 +142,7 @@ void Session::leave() {
         machine().time.advance(5000); // what it was told last may still be on the way to it
         const Phase phase{std::atoi(ask("status").substr(6, 2).c_str())};
         const bool configuration = phase == Phase::Configuration;
-        const bool calibration = phase == Phase::Calibration || phase == Phase::Autocalibration || phase >= Phase::ConfirmDismiss;
+        const bool calibration = phase == Phase::Calibration || phase == Phase::Autocalibration || kAsksOrTells.has(phase);
         const bool same = facts_.entered == "CF1" ? configuration : calibration;
         facts_.stood = same ? ask("status").substr(0, 8) : "";
     }

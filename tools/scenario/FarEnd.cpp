@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/Temporarily.h"
+
 namespace quillon {
 
 namespace {
@@ -17,7 +19,7 @@ bool FarEnd::Reply::answers(std::string_view text) const {
 }
 
 void FarEnd::written(std::string_view bytes) {
-    writing_ = true;
+    const Temporarily writing(writing_, true);
     partial_ += bytes;
     for (auto end = partial_.find(kFrameEnd); end != std::string::npos; end = partial_.find(kFrameEnd)) {
         const std::string text = partial_.substr(0, end);
@@ -28,7 +30,6 @@ void FarEnd::written(std::string_view bytes) {
         generator_->receive(toGenerator ? toGenerator(bytes) : std::string(bytes), schedule_.now());
         wakeGenerator();
     }
-    writing_ = false;
 }
 
 void FarEnd::frameWritten(std::string_view text) {

@@ -59,7 +59,7 @@ inline constexpr auto kSelectWorkstationRows = std::to_array<ControlRow>({
     field({Kind::Label,   "lblWS",       -1, "", {2700, 2280, 1680, 2520}, 40, "1"}),
     {Kind::Button,  "cmbWSUp",     -1, "", {4800, 2280, 3720, 1200}, 20, "Up"},
     {Kind::Button,  "cmbWSDown",   -1, "", {4800, 3600, 3720, 1200}, 20, "Down"},
-    {Kind::Button,  "cmdOK",       -1, "", {4800, 6000, 3720, 1200}, 20, "OK"},
+    {Kind::Button,  "cmdOK",       -1, "", {600, 6480, 3720, 1200}, 20, "OK"},
     // clang-format on
 });
 

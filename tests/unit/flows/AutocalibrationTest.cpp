@@ -29,6 +29,55 @@ TEST_F(AutocalibrationTest, AProtocolErrorEndsTheWaitForTheGeneratorAtTheNextLoo
     EXPECT_FALSE(running("tmrAutocalON"));
 }
 
+// A key that is touched twice must not answer the next question.
+TEST_F(AutocalibrationTest, AKeyThatClosesAChoiceLiesOverNoKeyOfTheNext) {
+    const auto front = [this] {
+        for (const char* key :
+             {"SelWSAutocal", "SelWSCal", "AutocalSelFocusOrParameter", "AutocalWarning", "Error"}) {
+            if (panel(key) != nullptr) {
+                return std::string(key);
+            }
+        }
+        return std::string();
+    };
+    const auto place = [&](std::string_view name) {
+        const std::string key = front();
+        Place there = (*panel(key))[name].place();
+        there.left += panel(key)->left();
+        there.top += panel(key)->top();
+        return there;
+    };
+    std::vector<std::string> followed;
+    std::vector<std::string> ways{"cmbAutocalibration", "cmbManualCalibration"};
+    for (std::size_t i = 0; i < ways.size(); ++i) {
+        const std::string way = ways[i]; // the keys pressed, with a blank between
+        start();
+        std::string before;
+        Place pressed;
+        for (const std::string_view key : split(way, " ")) {
+            before = front();
+            pressed = before.empty() ? Place() : place(key);
+            application->input().click(before.empty() ? control(key) : (*panel(before))[key]);
+        }
+        if (front().empty() || front() == before) {
+            continue;
+        }
+        followed.push_back(way.substr(way.rfind(' ') + 1));
+        for (const auto& next : panel(front())->controls()) {
+            if (next->kind() == Kind::Button) {
+                const Place there = place(next->name());
+                EXPECT_FALSE(
+                    pressed.left < there.left + there.width && there.left < pressed.left + pressed.width &&
+                    pressed.top < there.top + there.height && there.top < pressed.top + pressed.height)
+                    << way << " lies over " << next->name();
+                ways.push_back(way + " " + next->name());
+            }
+        }
+    }
+    EXPECT_THAT(followed, ElementsAre("cmbAutocalibration", "cmbManualCalibration", "cmdOK", "cmbOKFocus",
+                                      "cmbOKParameter"));
+}
+
 TEST_F(AutocalibrationTest, ErrorAfterThePressSelectsProtocolPanel) {
     for (const bool before : {false, true}) {
         for (const std::string_view mode : {"cmbConfiguration", "cmbManualCalibration"}) {

@@ -135,6 +135,7 @@ INSTANTIATE_TEST_SUITE_P(From, LeaveTest, testing::Values(
     // its workstation is told, its command waits
     WayOut{"ItsEntry6",        "cmbManualCalibration;SelWSCal.cmdOK;1900", {"CA0", "RX1", "CA0"}, 3000, {{"RX1", "ST6"}}},
     WayOut{"ItsExit6",         "ST6;3000;cmbManualCalibration;3000", {"CA0", "RX1"}},
+    WayOut{"UnknownPhase",     "ST14;100", {"RX1"}, 1000},
     WayOut{"Error",            "ST6\r\nST7\r\nER12;3000", {"RX1"}},
     WayOut{"Exposure",         "ST6\r\nST4;3000", {}},
     WayOut{"Users",            "cmbManualCalibration;SelWSCal.cmdOK;2000;ST6;4000;cmbGoToUserMode;2000;ST2;10000", {"RX1"}, 1000},

@@ -155,6 +155,16 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     EXPECT_TRUE(old("txtKVPCal")) << "the console's own hand is no report";
     wait(60'000);
     EXPECT_NE(prompt(), "") << "the loss is told";
+    // An answer to its question is none of the generator's, nor is the host's wish to count anew.
+    for (const char* message : {"ST6", "ST9", "ST11"}) {
+        report(message);
+    }
+    wait(4000);
+    ASSERT_EQ(signs().status.silence(), "No answer for 4 s");
+    application->link().operations().call("ResetNoAnswerFromGeneratorError", {});
+    ASSERT_TRUE(application->input().click(application->link()["cmbAutocalConfirm"]));
+    wait(10'000);
+    EXPECT_EQ(signs().status.silence(), "No answer for 14 s");
     application->link().setPortOpen(false);
     wait(2000);
     EXPECT_EQ(signs().status.silence(), "") << "nobody was asked";

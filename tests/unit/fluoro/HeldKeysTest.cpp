@@ -57,7 +57,7 @@ TEST_F(HeldKeysTest, StepAtTheirTimes) {
         std::string_view slowStep;
         std::string_view fastStep;
     };
-    refuseEverything({"ST6", "WM5"});
+    refuseEverything({"ST6", "WM5", "CV0123"});
     // clang-format off
     for (const Row& row : {
              Row{"cmbKVPUp",              400, 500, "KVU",  "KV+",  "KV++"},
@@ -78,6 +78,8 @@ TEST_F(HeldKeysTest, StepAtTheirTimes) {
                            std::string(row.fastStep)))
             << row.key;
     }
+    EXPECT_EQ(caption("txtCalValue"), "0123") << "no other station was chosen";
+    EXPECT_EQ(control("sldCalValue").value(), 123);
     // Released within the first interval: one step. This one has no press, and one step at its release.
     EXPECT_EQ(steps("cmbKVPUp", 399), (Entries{{0, "KVU"}}));
     EXPECT_EQ(steps("cmbAECBrightnessDown", 2000), (Entries{{2000, "BRD"}}));

@@ -151,6 +151,17 @@ TEST_F(SendPathTest, WhatWaitsGoesOutOnceAndInOrderWhenTheLineIsLeft) {
         advance(3000);
         EXPECT_EQ(takeTimeline(), row.sent) << row.at;
     }
+    // The last word is said once, whatever the phase.
+    for (const int reported : {1, 2}) {
+        phase(reported);
+        for (const char* rays : {"RX1", "RX0", "RX1"}) {
+            send(rays);
+        }
+        link.leavePort();
+        EXPECT_EQ(takeTimeline(), (Names{"0 RX1", "0 RX0", "0 RX1"})) << reported;
+        EXPECT_TRUE(takeEvents().empty()) << reported;
+        link.setPortOpen(true);
+    }
     link.setPortOpen(false);
     send("RX1");
     link.leavePort();

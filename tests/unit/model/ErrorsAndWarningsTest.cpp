@@ -1,5 +1,6 @@
 #include "model/ErrorsAndWarnings.h"
 
+#include "link/LinkSilence.h"
 #include "tests/unit/model/LinkFixture.h"
 
 namespace quillon {
@@ -199,6 +200,18 @@ TEST_F(WarningsTest, AWarningPassesAfterThreeSeconds) {
     EXPECT_THAT(events, ElementsAre("WarningMessageReset()"));
     settle();
     EXPECT_EQ(events.size(), 1) << "it passes once";
+}
+
+TEST_F(WarningsTest, AWarningMakesNoValueNew) {
+    ++link.silence().age.time; // a silence
+    msg("WN3");
+    advance(500);
+    ASSERT_EQ(caption("txtKVp"), "");
+    msg("WN15");
+    expectAllFieldsShown();
+    for (const std::string_view field : {"txtKVp", "txtMAS", "txtMA", "txtMS"}) {
+        EXPECT_TRUE(control(field).old()) << field;
+    }
 }
 
 TEST_F(WarningsTest, AValueThatArrivesWhileItsFieldIsDarkShowsAtOnce) {

@@ -326,7 +326,7 @@ TEST_F(PanelKeysTest, AutocalibrationPageFollowsWhatIsCalibrated) {
     msg("MA100");
     call("ToggleAutocalibrationFeature");
     EXPECT_FALSE(control("cmbMACalUp").enabled() || control("cmbToggleFocusCal").enabled() ||
-                 control("fraCalValue").enabled());
+                 control("cmbCalFocusSet").enabled() || control("fraCalValue").enabled());
     EXPECT_TRUE(visible("txtFocusCal") && visible("cmbToggleFocusConfirm"));
     EXPECT_FALSE(visible("fraResetExposureCounter"));
 
@@ -336,6 +336,25 @@ TEST_F(PanelKeysTest, AutocalibrationPageFollowsWhatIsCalibrated) {
     EXPECT_TRUE(control("cmbMACalUp").enabled() && control("cmbToggleFocusCal").enabled());
     EXPECT_FALSE(visible("txtFocusCal") || visible("cmbCalFocusSet"));
     EXPECT_FALSE(control("cmbResetExposureCounter").enabled());
+
+    // Both keys of the focus come back together: with calibration, a station and the one parameter of the
+    // focus.
+    phase(9);
+    phase(6);
+    EXPECT_FALSE(visible("cmbToggleFocusCal") || visible("cmbCalFocusSet"));
+    for (const std::string_view item : {"MASE01", "MASE03", "MAS100"}) {
+        msg(item);
+        EXPECT_EQ(visible("cmbToggleFocusCal"), item != "MASE03") << item;
+        EXPECT_EQ(visible("cmbCalFocusSet"), item != "MASE03") << item;
+        EXPECT_TRUE(control("cmbCalFocusSet").enabled()) << item;
+    }
+    msg("CAU0");
+    msg("MASE01");
+    call("ToggleAutocalibrationFeature");
+    EXPECT_FALSE(visible("cmbCalFocusSet"));
+    phase(9);
+    phase(6);
+    EXPECT_TRUE(visible("cmbCalFocusSet"));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Fault.h"
 #include "runtime/MemoryPlatform.h"
 #include "runtime/Signal.h"
 
@@ -145,6 +146,15 @@ TEST(Signal, ListenersMayComeAndGoWhileItIsRaised) {
     signal.disconnect(first);
     signal.raise(2);
     EXPECT_THAT(heard, ElementsAre("first1", "new2"));
+}
+
+TEST(Signal, AFaultOfAListenerLeavesItWhole) {
+    Signal<> signal;
+    const auto token = std::make_shared<int>();
+    const auto faulty = signal.connect([token] { throw Fault(Fault::kOverflow); });
+    EXPECT_THROW(signal.raise(), Fault);
+    signal.disconnect(faulty);
+    EXPECT_EQ(token.use_count(), 1) << "it was taken off";
 }
 
 } // namespace

@@ -151,6 +151,8 @@ TEST(SwitchHints, AreGivenForWhatTheConsoleDoesNotKnow) {
     EXPECT_THAT(switchHints("-P2 -S9600 -FitToScreen -ResetCounters -ORLA -LOGFILE -swSync -D"),
                 ElementsAre());
     EXPECT_THAT(switchHints("-P2-ORLA"), ElementsAre());
+    EXPECT_THAT(switchHints("P4 -S9600"), ElementsAre()) << "it is obeyed";
+    EXPECT_THAT(switchHints("d -S9600"), ElementsAre("\"d\" is no switch: they begin with a hyphen"));
     EXPECT_THAT(switchHints("-orla"), ElementsAre("\"-orla\" is no switch; it is written -ORLA"));
     EXPECT_THAT(switchHints("-debug"), ElementsAre("\"-debug\" is no switch, and is taken for -d"));
     EXPECT_THAT(switchHints("--wibble -P2"), ElementsAre("\"-wibble\" is no switch"));

@@ -7,6 +7,7 @@
 
 #include "runtime/MemoryPlatform.h"
 #include "ui/ControlHost.h"
+#include "ui/ControlLock.h"
 
 namespace quillon {
 namespace {
@@ -69,6 +70,22 @@ TEST_F(InputTest, AReleaseReachesWhatWasPressedButTheClickDoesNot) {
     input.release(screen.key, false);
     EXPECT_THAT(happened, ElementsAre("key press", "key release", "key abandon")) << "it slid off";
     EXPECT_THAT(told, ElementsAre("", "outside"));
+    screen.key.on.press = {};
+    happened.clear();
+    for (const bool over : {false, true}) {
+        input.press(screen.key);
+        input.release(screen.key, over);
+    }
+    EXPECT_THAT(happened, ElementsAre("key abandon", "key release", "key click")) << "nothing was begun";
+}
+
+TEST_F(InputTest, AControlThatGoesLeavesItsLock) {
+    auto gone = std::make_unique<Control>(Kind::Button, "gone");
+    ControlLock lock({gone.get(), &screen.key});
+    EXPECT_FALSE(input.press(screen.key));
+    gone.reset();
+    lock.release();
+    EXPECT_TRUE(input.press(screen.key));
 }
 
 TEST_F(InputTest, OnlyTheOperatorsHandCallsTheHandlers) {
