@@ -232,11 +232,7 @@ std::string deadKeys(const Facts& facts) {
 }
 
 std::string pollAway(const Facts& facts) {
-    // A choice of autocalibration, or a try that came to nothing, leaves it off until the next value.
-    const bool parked = facts.runBefore == Run::ChoosingAutocalibration ||
-                        facts.runBefore == Run::EnteringAutocalibration ||
-                        facts.runBefore == Run::LeavingAutocalibration;
-    return facts.link().StatusUpdateEnable() || parked ? "" : "nothing asks the generator where it stands";
+    return facts.link().polls() ? "" : "nothing asks the generator where it stands";
 }
 
 std::string onShow(const Facts& facts) {
@@ -386,7 +382,7 @@ std::string wordsOfNoRun(const Facts& facts) {
 }
 
 std::string questionWithoutKeys(const Facts& facts) {
-    if (!says(facts, "Press Confirm") || facts.panel() != nullptr || running(facts, "tmrDelay")) {
+    if (!says(facts, "Press Confirm") || facts.panel() != nullptr || running(facts, "tmrDelay") || facts.frameTaken) {
         return {};
     }
     const bool keys = facts.reaches(facts.link()["cmbAutocalConfirm"]) && facts.reaches(facts.link()["cmbAutocalDismiss"]);

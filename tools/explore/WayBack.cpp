@@ -79,12 +79,6 @@ void Session::comeToRest() {
     perform("wait 60000");
     for (int round = 0; round < kRounds && !ended(); ++round) {
         clearWhatStands();
-        if (round == kRounds / 2 && !application().link().StatusUpdateEnable()) {
-            // A report that was lost on the way out of a mode is not asked for again, since the poll stays
-            // off there. The generator tells its phase when it is switched on.
-            perform("sim power off");
-            perform("sim power on");
-        }
         if (application().console()["cmbClose"].caption() == "Exit" || !atRest()) {
             (void)clickIfReachable("Quillon.cmbClose");
         } else if (round >= 3) {
