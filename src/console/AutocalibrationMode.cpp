@@ -9,6 +9,28 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kChoice{.off = F, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kCancelled{.poll = Poll::Parked, .busy = Busy::Given};
+constexpr Moment kChosen{.off = modes | X | F, .poll = Poll::Held};
+constexpr Moment kReached{.on = F, .poll = Poll::Free};
+constexpr Moment kHandedOver{.on = A | X, .active = A, .poll = Poll::Free, .busy = Busy::Given};
+constexpr Moment kNotReached{
+    .on = modes | X, .poll = Poll::Parked, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kLeft{.off = modes | X | F, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kEnded{.off = F, .poll = Poll::Held};
+constexpr Moment kDone{
+    .on = modes | X, .atRest = A, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kDoneInReady{
+    .on = modes | X, .atRest = A, .poll = Poll::Parked, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kCalibrationBehindItDone{.on = modes | X,
+                                          .atRest = A,
+                                          .poll = Poll::Free,
+                                          .busy = Busy::Given,
+                                          .prompt = Prompt::Cleared,
+                                          .rx = Rx::Off};
+
 constexpr std::string_view kSelectWorkstation = "SelWSAutocal";
 constexpr std::string_view kSelectPoint = "AutocalSelFocusOrParameter";
 constexpr std::string_view kWarning = "AutocalWarning";
@@ -76,7 +98,7 @@ void AutocalibrationMode::connectSignals() {
 
 void AutocalibrationMode::ToggleAutocalibrationMode() {
     if (session_.mode() == Phase::NormalOperation) {
-        session_.begin(Run::ChoosingAutocalibration, Moment::AutocalibrationChoice);
+        session_.begin(Run::ChoosingAutocalibration, kChoice);
         askWorkstation();
     } else if (session_.mode() == Phase::Autocalibration) {
         leave();
@@ -91,7 +113,7 @@ void AutocalibrationMode::askWorkstation() {
             askPoint();
         }
     });
-    session_.showPositionerKey(false);
+    session_.restScreen().showPositionerKey(false);
 }
 
 void AutocalibrationMode::askPoint() {
@@ -109,7 +131,7 @@ void AutocalibrationMode::askPoint() {
         panels_.remove(kSelectPoint);
         warn(point);
     });
-    session_.showPositionerKey(false);
+    session_.restScreen().showPositionerKey(false);
 }
 
 std::string AutocalibrationMode::wordsFor(ModalPanel& choice) const {
@@ -136,7 +158,7 @@ void AutocalibrationMode::warn(const std::string& point) {
 }
 
 void AutocalibrationMode::cancelled() {
-    session_.end(Moment::AutocalibrationCancelled);
+    session_.end(kCancelled);
 }
 
 void AutocalibrationMode::enter() {
@@ -144,7 +166,7 @@ void AutocalibrationMode::enter() {
         session_.breakOff();
         return;
     }
-    session_.turn(Run::EnteringAutocalibration, Moment::AutocalibrationChosen,
+    session_.turn(Run::EnteringAutocalibration, kChosen,
                   {.undo = [this] { tmrAutocalON_.stop(); },
                    .ends =
                        [this](Way way) {
@@ -263,7 +285,7 @@ void AutocalibrationMode::askForAutocalibration() {
 }
 
 void AutocalibrationMode::waitTick() {
-    session_.at(Moment::AutocalibrationWaits);
+    session_.at(moments::kXRaysAllowed);
     ++waitCount_;
     const bool gone = session_.is(Run::EnteringAutocalibration) && session_.mode() == Phase::NormalOperation;
     if (session_.lastPhase() == Phase::ConfirmDismiss) {
@@ -280,7 +302,7 @@ void AutocalibrationMode::waitTick() {
 
 void AutocalibrationMode::modeReached() {
     tmrIniAutocal_.stop();
-    session_.at(Moment::AutocalibrationReached);
+    session_.at(kReached);
     tmrAutocalON_.stop();
     if (session_.is(Run::EnteringAutocalibration) && !tmrDelayAutocal_.running() && !handOverOwed_) {
         handOver(); // it came by way of Ready, and nothing else hands it over
@@ -303,7 +325,7 @@ void AutocalibrationMode::generatorNeverCame() {
 
 void AutocalibrationMode::giveUpEntry() {
     tmrAutocalON_.stop();
-    session_.fail(Moment::AutocalibrationNotReached);
+    session_.fail(kNotReached);
 }
 
 void AutocalibrationMode::modeBegins() {
@@ -337,7 +359,7 @@ void AutocalibrationMode::handOverTick() {
 void AutocalibrationMode::handOver() {
     handOverOwed_ = false;
     session_.setExposures(Exposures::Asked);
-    session_.end(Moment::AutocalibrationHandedOver);
+    session_.end(kHandedOver);
     screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
 }
 
@@ -357,7 +379,7 @@ void AutocalibrationMode::confirmed() {
     if (session_.idle()) {
         session_.become(Run::HandingOver); // the generator began by itself, up to its question
     }
-    session_.at(Moment::AutocalibrationConfirmed);
+    session_.at(moments::kFrameTaken);
     questionAsked();
     screen_.prompt(Role::Prompt, initPrompt());
     tmrIniAutocal_.start(kBlinkPace);
@@ -373,7 +395,7 @@ void AutocalibrationMode::dismissed() {
     if (session_.idle()) {
         session_.become(Run::HandingOver);
     }
-    session_.at(Moment::AutocalibrationConfirmed);
+    session_.at(moments::kFrameTaken);
     questionAsked();
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sStopAutocal));
 }
@@ -393,7 +415,7 @@ void AutocalibrationMode::acknowledged(bool on) {
         return;
     }
     const std::string prompt = exitPrompt();
-    session_.turn(Run::LeavingAutocalibration, Moment::AutocalibrationEnded);
+    session_.turn(Run::LeavingAutocalibration, kEnded);
     screen_.prompt(Role::Prompt, prompt);
     startLeaving(kStopCalibration);
 }
@@ -401,7 +423,7 @@ void AutocalibrationMode::acknowledged(bool on) {
 void AutocalibrationMode::leave() {
     session_.openLine();
     const std::string prompt = exitPrompt();
-    session_.begin(Run::LeavingAutocalibration, Moment::AutocalibrationLeft);
+    session_.begin(Run::LeavingAutocalibration, kLeft);
     screen_.prompt(Role::Prompt, prompt);
     startLeaving(kStopAutocalibration);
 }
@@ -437,7 +459,7 @@ void AutocalibrationMode::offTick() {
 
 void AutocalibrationMode::endLeaving() {
     const bool ready = session_.lastPhase() == Phase::NormalOperation;
-    session_.end(ready ? Moment::AutocalibrationDoneInReady : Moment::AutocalibrationDone);
+    session_.end(ready ? kDoneInReady : kDone);
     if (!ready) {
         panels_.tellProtocolError();
     }
@@ -449,7 +471,7 @@ void AutocalibrationMode::endLeavingAfterCalibration() {
     if (!ready) {
         screen_.hide({"fraTorvaneSerial"});
     }
-    session_.endOnTheWay(Moment::CalibrationBehindItDone);
+    session_.endOnTheWay(kCalibrationBehindItDone);
     if (!ready) {
         panels_.tellProtocolError();
     }

@@ -7,6 +7,23 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kChoice{.on = E, .off = modes | U | X, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kChosen{.off = modes | U | X, .poll = Poll::Held};
+constexpr Moment kReached{.on = M | U | X | F,
+                          .atRest = A | U,
+                          .active = M,
+                          .poll = Poll::Free,
+                          .busy = Busy::Given,
+                          .prompt = Prompt::Cleared,
+                          .rx = Rx::On};
+constexpr Moment kNotReached{
+    .on = modes | X, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared, .rx = Rx::On};
+constexpr Moment kDone{.on = modes, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given, .rx = Rx::Off};
+constexpr Moment kDoneForTheUsers{
+    .on = C | A | R, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given, .rx = Rx::Off};
+
 constexpr std::string_view kPanel = "SelWSCal";
 
 // ms
@@ -52,15 +69,15 @@ void CalibrationMode::ToggleCalibrationMode() {
 }
 
 void CalibrationMode::enter() {
-    session_.at(Moment::CalibrationPressed);
-    session_.begin(Run::ChoosingWorkstation, Moment::CalibrationChoice);
+    session_.at(moments::kFrameTaken);
+    session_.begin(Run::ChoosingWorkstation, kChoice);
     panels_.open(kPanel, [this](ModalPanel&, std::string_view event, std::int16_t workstation) {
         if (event == "OK") {
             panels_.remove(kPanel);
             workstationChosen(workstation);
         }
     });
-    session_.showPositionerKey(false);
+    session_.restScreen().showPositionerKey(false);
 }
 
 void CalibrationMode::workstationChosen(std::int16_t workstation) {
@@ -69,14 +86,14 @@ void CalibrationMode::workstationChosen(std::int16_t workstation) {
         session_.breakOff();
         return;
     }
-    session_.turn(Run::EnteringCalibration, Moment::CalibrationChosen, entryHooks());
+    session_.turn(Run::EnteringCalibration, kChosen, entryHooks());
     beginEntry(kChosenWait);
 }
 
 void CalibrationMode::comeBack() {
-    session_.at(Moment::CalibrationPressed);
+    session_.at(moments::kFrameTaken);
     session_.loan().takeBack();
-    session_.begin(Run::EnteringCalibration, Moment::CalibrationReturn, entryHooks());
+    session_.begin(Run::EnteringCalibration, kChoice, entryHooks());
     beginEntry(kReturnWait);
     sendWorkstation();
 }
@@ -90,8 +107,7 @@ void CalibrationMode::beginEntry(int firstWait) {
 }
 
 RunHooks CalibrationMode::entryHooks() {
-    return {.undo = [this] { giveXRaysBack(false); },
-            .ends = [this](Way) { return !workstationSent_; }};
+    return {.undo = [this] { giveXRaysBack(false); }, .ends = [this](Way) { return !workstationSent_; }};
 }
 
 void CalibrationMode::sendWorkstation() {
@@ -108,7 +124,7 @@ void CalibrationMode::onTick() {
         break;
     case 1:
         if (isExposure(session_.lastPhase())) {
-            session_.breakOff(Moment::BrokenOffByExposure); // the command would be refused
+            session_.breakOff(moments::kBrokenOffByExposure); // the command would be refused
             return;
         }
         // A generator that is there already would be led out again.
@@ -130,13 +146,13 @@ void CalibrationMode::onTick() {
 }
 
 void CalibrationMode::entered() {
-    session_.end(Moment::CalibrationReached);
+    session_.end(kReached);
     screen_.hide({"fraActualExposureParameters"});
 }
 
 void CalibrationMode::notEntered() {
     showModeKeys(true);
-    session_.fail(Moment::CalibrationNotReached);
+    session_.fail(kNotReached);
     if (session_.lastPhase() == Phase::Error) {
         session_.stand(); // its own words tell more than a panel would
     } else {
@@ -148,8 +164,8 @@ void CalibrationMode::leave() {
     session_.openLine();
     const bool lent = session_.lent();
     exitSent_ = false;
-    session_.at(Moment::CalibrationPressed);
-    session_.begin(lent ? Run::Lending : Run::LeavingCalibration, Moment::CalibrationLeft, exitHooks());
+    session_.at(moments::kFrameTaken);
+    session_.begin(lent ? Run::Lending : Run::LeavingCalibration, kChoice, exitHooks());
     session_.waitPatiently();
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sExitCalibration));
     tmrCalOFF_.start(kLeaveWait);
@@ -164,7 +180,7 @@ RunHooks CalibrationMode::exitHooks() {
             .givenUp =
                 [this] {
                     session_.loan().takeBack();
-                    session_.end(Moment::CalibrationExitNotFollowed);
+                    session_.breakOff();
                 }};
 }
 
@@ -190,7 +206,7 @@ void CalibrationMode::offTick() {
 }
 
 void CalibrationMode::left() {
-    const Moment moment = session_.lent() ? Moment::CalibrationDoneForTheUsers : Moment::CalibrationDone;
+    const Moment& moment = session_.lent() ? kDoneForTheUsers : kDone;
     if (session_.mode() != Phase::NormalOperation) {
         session_.at(moment); // and once more, until it has followed
         if (context_.state.m_ProtocolError) {

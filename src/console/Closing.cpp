@@ -53,7 +53,7 @@ void Closing::closeClicked() {
         pressedForNothing();
         return;
     }
-    session_.closeScreen();
+    session_.restScreen().closeScreen();
     if (session_.mode() != Phase::Autocalibration && session_.giveUp()) {
         session_.giveXRaysBack();
     } else if (session_.poweringUp() || session_.exitUnheard() || !leave()) {
@@ -101,7 +101,7 @@ void Closing::close() {
 }
 
 void Closing::BeginClosing() {
-    session_.begin(Run::Closing, Moment::ClosingBegins);
+    session_.begin(Run::Closing, moments::kClosingBegins);
     tmrGoodbye_.start(kGoodbyeDelay);
 }
 

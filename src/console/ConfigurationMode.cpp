@@ -6,6 +6,14 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kAsked{.off = modes | X, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kReached{
+    .on = C | X | F, .active = C, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kNotReached{.on = X, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kDone{.on = modes | X, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given};
+
 constexpr int kWait = 3000; // ms that the generator gets to change its phase
 
 } // namespace
@@ -27,13 +35,13 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ServiceSession& se
 }
 
 void ConfigurationMode::ToggleConfigurationMode() {
-    session_.at(Moment::ConfigurationPressed);
+    session_.at(moments::kFrameTaken);
     if (session_.mode() == Phase::NormalOperation) {
-        session_.begin(Run::EnteringConfiguration, Moment::ConfigurationAsked);
+        session_.begin(Run::EnteringConfiguration, kAsked);
         tell(true, context_.texts.sEnterConfiguration, tmrConfigON_);
     } else if (session_.mode() == Phase::Configuration) {
         session_.openLine();
-        session_.begin(Run::LeavingConfiguration, Moment::ConfigurationLeft);
+        session_.begin(Run::LeavingConfiguration, kAsked);
         tell(false, context_.texts.sExitConfiguration, tmrConfigOFF_);
     }
 }
@@ -47,15 +55,15 @@ void ConfigurationMode::tell(bool enable, std::string_view prompt, Timer& wait) 
 
 void ConfigurationMode::entered() {
     if (session_.mode() == Phase::Configuration) {
-        session_.end(Moment::ConfigurationReached);
+        session_.end(kReached);
     } else {
-        session_.fail(Moment::ConfigurationNotReached);
+        session_.fail(kNotReached);
         panels_.ErrorMessage(panels_.failureCode(), Phase::Configuration);
     }
 }
 
 void ConfigurationMode::left() {
-    session_.end(Moment::ConfigurationDone);
+    session_.end(kDone);
     if (session_.mode() != Phase::NormalOperation) {
         panels_.tellProtocolError();
     }

@@ -72,4 +72,20 @@ inline constexpr Keys kKeptBackByError =
 inline constexpr Keys kModeKeys =
     Key::Configuration | Key::ManualCalibration | Key::Autocalibration | Key::ReadCounters;
 
+/// Short names for rows of tables.
+namespace keys {
+
+inline constexpr Keys none{};
+inline constexpr Keys C = Key::Configuration;
+inline constexpr Keys M = Key::ManualCalibration;
+inline constexpr Keys A = Key::Autocalibration;
+inline constexpr Keys R = Key::ReadCounters;
+inline constexpr Keys U = Key::GoToUserMode;
+inline constexpr Keys X = Key::Close;
+inline constexpr Keys E = Key::ResetError;
+inline constexpr Keys F = Key::LinkControl; // the frame of the link control
+inline constexpr Keys modes = kModeKeys;
+
+} // namespace keys
+
 } // namespace quillon

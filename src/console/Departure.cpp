@@ -26,8 +26,8 @@ void Departure::LeaveNow() {
         return;
     }
     const std::vector<Phase> modes = modesToLeave();
-    session_.closeScreen();
-    session_.begin(Run::Closing, modes.empty() ? Moment::ClosingBegins : Moment::LeavingNow);
+    session_.restScreen().closeScreen();
+    session_.begin(Run::Closing, modes.empty() ? moments::kClosingBegins : moments::kPollFree);
     stopAllTimers();
     if (Control* window = context_.console.container()) {
         window->setEnabled(false); // nothing is in reach any more

@@ -7,6 +7,10 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kLost{.on = U, .off = modes};
+
 constexpr int kFlashInterval = 500; // ms
 constexpr std::int16_t kGeneratorLost = 33;
 
@@ -43,7 +47,7 @@ void ErrorReactions::generatorError(std::int16_t code, std::string_view descript
         generatorLost();
     } else if (code != 0) {
         screen_.setError(decimalText(code));
-        session_.at(Moment::ErrorReported);
+        session_.at(moments::kErrorReported);
         tmrError_.start(kFlashInterval);
         describe(Role::Alarm, description);
     }
@@ -54,13 +58,9 @@ void ErrorReactions::generatorLost() {
         return;
     }
     session_.lost();
-    session_.at(Moment::Lost);
-    screen_.prompt(Role::Alarm, context_.texts.sCommError);
-    screen_.show(kModeKeys);
-    screen_.hide(Key::GoToUserMode);
-    screen_.hide({"fraActualExposureParameters", "fraTorvaneSerial"});
-    screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
-    session_.stand();
+    session_.at(kLost);
+    screen_.hide({"fraActualExposureParameters"});
+    session_.standNow();
 }
 
 void ErrorReactions::flash() {
@@ -78,7 +78,7 @@ void ErrorReactions::resetKey() {
     if (session_.lastPhase() != Phase::Configuration) {
         context_.link.errors().ResetError();
         if (session_.lent()) {
-            session_.at(Moment::ErrorResetForTheUsers);
+            session_.at(moments::kXRaysAllowed);
         }
     }
     screen_.hide({"fraActualExposureParameters"});

@@ -11,6 +11,16 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kAsked{.off = modes | X, .poll = Poll::Held, .busy = Busy::Taken, .caption = Caption::Exit};
+constexpr Moment kShown{.on = R | X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kShownInExposure{.active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kIncomplete{.on = modes, .poll = Poll::Free};
+constexpr Moment kClosed{.on = modes | X, .atRest = R, .caption = Caption::Close};
+constexpr Moment kGone{.on = X, .atRest = R, .prompt = Prompt::Cleared, .caption = Caption::Close};
+constexpr Moment kFailed{.poll = Poll::Free, .busy = Busy::Settled};
+
 constexpr int kReadingPace = 2000; // ms between two requests
 constexpr int kResetHold = 10000;  // ms a reset key has to be held
 constexpr int kResetYields = 50;
@@ -69,7 +79,7 @@ void ExposureCounters::open() {
         screen_.show({"cmdResetT1", "cmdResetT2", "cmdResetFluoro"});
     }
     screen_.hide({"lblT3RAD", "lblTube3", "cmdResetT3"}); // they come with a value of their own
-    session_.begin(Run::ReadingCounters, Moment::CountersAsked, hooks());
+    session_.begin(Run::ReadingCounters, kAsked, hooks());
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sReadingExpCounters));
     tmrReadExposureCounters_.start(kReadingPace);
     step_ = 1;
@@ -77,10 +87,10 @@ void ExposureCounters::open() {
 
 void ExposureCounters::close() {
     if (session_.is(Run::ReadingCounters)) {
-        session_.at(Moment::BrokenOff); // no screen has taken prompt and Busy away
+        session_.at(moments::kBrokenOff); // no screen has taken prompt and Busy away
     }
     clearScreen();
-    session_.end(Moment::CountersClosed);
+    session_.end(kClosed);
 }
 
 void ExposureCounters::clearScreen() {
@@ -94,7 +104,7 @@ void ExposureCounters::clearScreen() {
 RunHooks ExposureCounters::hooks() {
     return {.undo =
                 [this] {
-                    session_.at(Moment::CountersGone);
+                    session_.at(kGone);
                     clearScreen();
                 },
             .count =
@@ -142,7 +152,7 @@ void ExposureCounters::readTick() {
 void ExposureCounters::endReading() {
     tmrReadExposureCounters_.stop();
     // Without the last answer the keys are the operator's only way out.
-    session_.at(session_.is(Run::ReadingCounters) ? Moment::CountersIncomplete : Moment::CountersRead);
+    session_.at(session_.is(Run::ReadingCounters) ? kIncomplete : moments::kPollFree);
 }
 
 void ExposureCounters::abortReading() {
@@ -150,7 +160,7 @@ void ExposureCounters::abortReading() {
     if (session_.countersActive()) {
         close();
     }
-    session_.at(Moment::CountersFailed);
+    session_.at(kFailed);
     panels_.ErrorMessage(ErrorCode::Protocol);
 }
 
@@ -203,11 +213,10 @@ void ExposureCounters::showThirdTube(std::string_view value) {
 
 void ExposureCounters::showScreen() {
     const bool exposing = isExposure(session_.lastPhase());
-    session_.turn(Run::ShowingCounters, exposing ? Moment::CountersShownInExposure : Moment::CountersShown,
-                  hooks());
-    session_.closeScreen(); // its key goes, too
+    session_.turn(Run::ShowingCounters, exposing ? kShownInExposure : kShown, hooks());
+    session_.restScreen().closeScreen(); // its key goes, too
     screen_.show({"fraExposureCounters"});
-    session_.showPositionerKey(false);
+    session_.restScreen().showPositionerKey(false);
 }
 
 void ExposureCounters::bindResetKeys() {

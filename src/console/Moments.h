@@ -6,85 +6,6 @@
 
 namespace quillon {
 
-/// Each moment at which the console gives something to the operator or the generator, or takes it.
-enum class Moment : std::uint8_t {
-    // The generator reports
-    PoweringUp,
-    Ready,
-    ReadyAndIdle,
-    ReadyForTheUsers,
-    ReadyBeforeTheUsersCame,
-    ModeIsOver,
-    Preparation,
-    InCalibration,
-    CalibrationIsFree,
-    ErrorReported,
-    InConfiguration,
-    InAutocalibration,
-    QuestionAsked,
-    QuestionWithdrawn,
-    ValueReported,
-    Lost,
-    // Start, refresh, messages, closing
-    PortOpened,
-    Shown,
-    RefreshDone,
-    MessageOpens,
-    MessageAcknowledged,
-    ErrorResetForTheUsers,
-    ClosePressed,
-    XRaysGivenBack,
-    ClosingBegins,
-    LeavingNow,
-    // What a workflow was is over, and not by its own end
-    BrokenOff,
-    BrokenOffByExposure,
-    PatienceIsOver,
-    // Configuration
-    ConfigurationPressed,
-    ConfigurationAsked,
-    ConfigurationLeft,
-    ConfigurationReached,
-    ConfigurationNotReached,
-    ConfigurationDone,
-    // Calibration, and the machine with its users
-    CalibrationPressed,
-    CalibrationChoice,
-    CalibrationChosen,
-    CalibrationReturn,
-    CalibrationReached,
-    CalibrationNotReached,
-    CalibrationLeft,
-    CalibrationDone,
-    CalibrationDoneForTheUsers,
-    CalibrationExitNotFollowed,
-    UsersAsked,
-    UsersCome,
-    // Autocalibration
-    AutocalibrationChoice,
-    AutocalibrationCancelled,
-    AutocalibrationChosen,
-    AutocalibrationConfirmed,
-    AutocalibrationWaits,
-    AutocalibrationReached,
-    AutocalibrationHandedOver,
-    AutocalibrationNotReached,
-    AutocalibrationLeft,
-    AutocalibrationEnded,
-    AutocalibrationDone,
-    AutocalibrationDoneInReady,
-    CalibrationBehindItDone,
-    // Exposure counters
-    CountersAsked,
-    CountersShown,
-    CountersShownInExposure,
-    CountersRead,
-    CountersIncomplete,
-    CountersClosed,
-    CountersGone,
-    CountersFailed,
-};
-
 /// The status poll: away while a workflow holds it. Parked, it stays away behind the workflow's end, up to
 /// the next value, preparation, message or workflow.
 enum class Poll : std::uint8_t { Stays, Held, Free, Parked, Unparked };
@@ -98,20 +19,35 @@ enum class Caption : std::uint8_t { Stays, Close, Exit };
 /// told.
 enum class Rx : std::uint8_t { Stays, On, Off, GivenBack };
 
-/// What one moment gives and takes.
-struct MomentRow {
-    Moment moment;
-    Keys on;     ///< enabled
-    Keys off;    ///< disabled
-    Keys atRest; ///< in the colour of a key at rest
-    Keys active; ///< in the colour of the mode that runs
-    Poll poll;
-    Busy busy;
-    Prompt prompt;
-    Caption caption;
-    Rx rx;
+/// What a moment gives to the operator or the generator, and takes. What it does not name stays as it is.
+struct Moment {
+    Keys on{};     ///< enabled
+    Keys off{};    ///< disabled
+    Keys atRest{}; ///< in the colour of a key at rest
+    Keys active{}; ///< in the colour of the mode that runs
+    Poll poll = Poll::Stays;
+    Busy busy = Busy::Stays;
+    Prompt prompt = Prompt::Stays;
+    Caption caption = Caption::Stays;
+    Rx rx = Rx::Stays;
 };
 
-[[nodiscard]] const MomentRow& rowOf(Moment moment);
+/// Those that more than one workflow has; each has its own beside it.
+namespace moments {
+
+using namespace keys;
+
+inline constexpr Moment kPollFree{.poll = Poll::Free};
+inline constexpr Moment kXRaysAllowed{.rx = Rx::On};
+inline constexpr Moment kFrameTaken{.off = F};
+inline constexpr Moment kCloseOffered{.on = X, .prompt = Prompt::Cleared, .caption = Caption::Close};
+inline constexpr Moment kErrorReported{.on = E};
+inline constexpr Moment kClosingBegins{.poll = Poll::Held, .rx = Rx::On};
+inline constexpr Moment kBrokenOff{
+    .on = X, .poll = Poll::Free, .busy = Busy::Settled, .prompt = Prompt::Cleared};
+inline constexpr Moment kBrokenOffByExposure{
+    .poll = Poll::Free, .busy = Busy::Settled, .prompt = Prompt::Cleared};
+
+} // namespace moments
 
 } // namespace quillon

@@ -99,7 +99,7 @@ OrlaPositioner::OrlaPositioner(ConsoleContext& context, ServiceSession& session)
 
 void OrlaPositioner::toggle() {
     if (m_OrlaActive) {
-        session_.closeScreen();
+        session_.restScreen().closeScreen();
     } else if (!session_.is(Run::Closing)) {
         session_.openScreen([this] { show(false); });
         show(true);

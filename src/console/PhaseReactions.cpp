@@ -4,6 +4,24 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kPoweringUp{.off = modes | F};
+constexpr Moment kReadyForTheUsers{.on = F, .active = U};
+constexpr Moment kReadyBeforeTheUsersCame{.prompt = Prompt::Cleared};
+constexpr Moment kModeIsOver{.off = F, .prompt = Prompt::Cleared};
+constexpr Moment kPreparation{.off = modes | U | X, .poll = Poll::Unparked};
+constexpr Moment kInCalibration{.atRest = U, .caption = Caption::Exit};
+constexpr Moment kCalibrationIsFree{.on = M | U | X | F, .off = R, .atRest = R | A | U, .active = M};
+constexpr Moment kInConfiguration{.on = F | C | U,
+                                  .off = M | A | R,
+                                  .atRest = M | A | R | U,
+                                  .active = C,
+                                  .prompt = Prompt::Cleared,
+                                  .caption = Caption::Exit};
+constexpr Moment kInAutocalibration{.caption = Caption::Exit};
+constexpr Moment kQuestionAsked{.on = F};
+
 constexpr int kLinkControlDelay = 500; // ms from the report to the link control's panel
 
 /// Behind these normal operation finds a mode's working area on the screen.
@@ -18,7 +36,7 @@ PhaseReactions::PhaseReactions(ConsoleContext& context, ServiceSession& session,
       console_(context.console), start_(start), autocalibration_(autocalibration),
       cmdPrep_(context.console["cmdPrep"]), cmdExposure_(context.console["cmdExposure"]),
       tmrDelay_(context.console.timer("tmrDelay")) {
-    tmrDelay_.setTick([this] { session_.showLinkControl(); });
+    tmrDelay_.setTick([this] { session_.restScreen().showLinkControl(); });
     connectSignals();
 }
 
@@ -32,7 +50,7 @@ void PhaseReactions::connectSignals() {
     events.AutocalConfirmDismiss.connect([this] { askToConfirm(); });
     events.Beep.connect([this](const std::string&) { context_.desktop.beep(); });
     events.KVPChangeValue.connect([this](const std::string& value) { state_.m_LastKVPDisplay = value; });
-    events.MASChangeDisplay.connect([this](const std::string&) { session_.at(Moment::ValueReported); });
+    events.MASChangeDisplay.connect([this](const std::string&) { session_.at(moments::kPollFree); });
     events.PostDisplay.connect([this](const std::string& mA, const std::string& ms, const std::string& mAs) {
         if (session_.lent()) {
             screen_.show({"fraActualExposureParameters"});
@@ -55,12 +73,13 @@ void PhaseReactions::phaseChange(Phase phase) {
         // It has taken its question back, and may go anywhere from here.
         screen_.clearPrompt();
         if (phase == Phase::Calibration || phase == Phase::Autocalibration) {
-            session_.at(Moment::QuestionWithdrawn);
+            session_.at(moments::kPollFree);
         }
     }
     react(phase);
     if (phase == Phase::Initialization && prompted) {
-        console_["lblHelp"].setVisible(true); // whoever was told what is under way is told what has become of it
+        console_["lblHelp"].setVisible(
+            true); // whoever was told what is under way is told what has become of it
     }
     if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
         session_.setExposures(Exposures::Asked); // as before the loss
@@ -69,7 +88,6 @@ void PhaseReactions::phaseChange(Phase phase) {
 }
 
 void PhaseReactions::react(Phase phase) {
-    const ConsoleTexts& texts = context_.texts;
     switch (phase) {
     case Phase::Initialization:
         initialization();
@@ -88,7 +106,7 @@ void PhaseReactions::react(Phase phase) {
         calibration();
         break;
     case Phase::Error:
-        session_.at(Moment::ErrorReported);
+        session_.at(moments::kErrorReported);
         break;
     case Phase::Configuration:
         configuration();
@@ -99,15 +117,15 @@ void PhaseReactions::react(Phase phase) {
     case Phase::ConfirmDismiss:
         if ((session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) &&
             (console_["fraTorvaneSerial"].visible() || tmrDelay_.running())) {
-            promptToAnswer(); // any other run has words of its own, and what stands behind it says these
+            session_.restScreen().say(Says::Question); // any other run has words of its own, and what stands behind it says these
         }
         autocalibration_.questionAsked();
         break;
     case Phase::AutocalError:
-        result(Role::Alarm, texts.sAutocalERROR);
+        result(Says::ResultError);
         break;
     case Phase::AutocalOk:
-        result(Role::Good, texts.sAutocalOK);
+        result(Says::ResultOk);
         break;
     case Phase::TubeTooHot:
     case Phase::None:
@@ -135,12 +153,9 @@ void PhaseReactions::initialization() {
                                           .append(texts.sPleaseWait));
     lightPreparation(false);
     lightExposure(false);
-    context_.link.setVisible(false);
-    session_.at(Moment::PoweringUp);
-    screen_.hide({"fraTorvaneSerial", "fraExposureCounters"});
-    screen_.hide(Key::GoToUserMode);
-    screen_.show({"imgQuillonConsole", "lblQuillonConsole"});
-    screen_.show(kModeKeys.without(Key::ManualCalibration));
+    session_.at(kPoweringUp);
+    screen_.hide({"fraExposureCounters"});
+    session_.standNow();
     state_.m_PowerUpSeen = true;
 }
 
@@ -153,15 +168,10 @@ void PhaseReactions::normalOperation() {
         start_.refreshAfterPowerUp();
     } else {
         start_.refreshIfOwed();
-        if (session_.isFree() && !start_.refreshing() && !lent) {
-            session_.at(Moment::ReadyAndIdle);
-        }
     }
     session_.setLastPhase(before);
-    if (lent && session_.mode() != Phase::Calibration) {
-        session_.at(Moment::ReadyAndIdle);
-    } else if (lent && !movingToUserMode) {
-        session_.at(Moment::ReadyForTheUsers);
+    if (lent && session_.mode() == Phase::Calibration && !movingToUserMode) {
+        session_.at(kReadyForTheUsers);
         screen_.show({"fraActualExposureParameters"});
         screen_.clearActualExposure();
     }
@@ -175,22 +185,19 @@ void PhaseReactions::normalOperation() {
         modeIsOver();
     }
     session_.setMode(Phase::NormalOperation);
-    session_.at(movingToUserMode ? Moment::ReadyBeforeTheUsersCame : Moment::Ready);
+    session_.at(movingToUserMode ? kReadyBeforeTheUsersCame : moments::kCloseOffered);
 }
 
 void PhaseReactions::modeIsOver() {
-    if (!session_.lent()) {
-        context_.link.setVisible(false);
-        session_.at(Moment::ModeIsOver);
-        screen_.hide({"fraTorvaneSerial"});
-        screen_.hide(Key::GoToUserMode);
-        screen_.show(kModeKeys);
-        session_.showPositionerKey(true);
+    if (session_.lent()) {
+        session_.restScreen().showPictureBehind();
+        return;
     }
-    screen_.show({"lblQuillonConsole"});
-    if (state_.GeneratorVisible) {
-        screen_.show({"imgQuillonConsole"});
-    }
+    session_.at(kModeIsOver);
+    session_.restScreen().showPicture();
+    screen_.hide(Key::GoToUserMode);
+    screen_.show(kModeKeys);
+    session_.restScreen().showPositionerKey(true);
 }
 
 void PhaseReactions::preparation() {
@@ -206,7 +213,7 @@ void PhaseReactions::preparation() {
         }
     }
     lightPreparation(true);
-    session_.at(Moment::Preparation);
+    session_.at(kPreparation);
 }
 
 void PhaseReactions::calibration() {
@@ -215,28 +222,28 @@ void PhaseReactions::calibration() {
     if (!entering) {
         lightPreparation(false);
         if (!leaving && !session_.is(Run::EnteringCalibration)) {
-            session_.at(Moment::CalibrationIsFree);
+            session_.at(kCalibrationIsFree);
             screen_.hide({"fraActualExposureParameters", "fraExposureCounters"});
         }
     }
     if (session_.mode() != Phase::Autocalibration || !console_["fraTorvaneSerial"].visible()) {
-        hideRestPicture();
+        session_.restScreen().hidePicture();
         bringLinkControl();
     }
     if (session_.mode() == Phase::NormalOperation) {
         screen_.hide({"fraActualExposureParameters"});
     }
     session_.setMode(Phase::Calibration);
-    session_.at(Moment::InCalibration);
+    session_.at(kInCalibration);
 }
 
 void PhaseReactions::configuration() {
     start_.greetNobody();
-    session_.at(Moment::InConfiguration);
+    session_.at(kInConfiguration);
     screen_.show(kModeKeys);
     screen_.hide(Key::GoToUserMode);
     screen_.hide({"lblErrorDescription", "fraActualExposureParameters"});
-    hideRestPicture();
+    session_.restScreen().hidePicture();
     bringLinkControl();
     session_.setMode(Phase::Configuration);
 }
@@ -247,42 +254,26 @@ void PhaseReactions::autocalibration() {
         autocalibration_.modeBegins();
     }
     if (begins || session_.lastPhase() == Phase::Initialization) {
-        hideRestPicture();
+        session_.restScreen().hidePicture();
         if (!console_["fraTorvaneSerial"].visible() && !tmrDelay_.running()) {
             bringLinkControl(); // the line was lost, or the entry given up, before it came
         }
     }
     session_.setMode(Phase::Autocalibration);
-    session_.at(Moment::InAutocalibration);
+    session_.at(kInAutocalibration);
     autocalibration_.modeReported(false);
 }
 
-void PhaseReactions::result(Role rank, const std::string& words) {
+void PhaseReactions::result(Says words) {
     if (session_.mode() == Phase::Autocalibration) {
         autocalibration_.modeReported(true);
     }
-    screen_.prompt(rank, std::string(context_.texts.sAutocal).append(kLineBreak).append(words));
+    session_.restScreen().say(words);
 }
 
 void PhaseReactions::askToConfirm() {
     autocalibration_.questionRaised();
-    session_.at(Moment::QuestionAsked);
-    if (!console_["fraTorvaneSerial"].visible() && session_.mode() == Phase::Calibration &&
-        !tmrDelay_.running() && !session_.isLeaving()) {
-        // The entry was given up before the generator asked; its question must be in reach all the same.
-        promptToAnswer();
-        session_.showLinkControl();
-    }
-}
-
-void PhaseReactions::promptToAnswer() {
-    const ConsoleTexts& texts = context_.texts;
-    screen_.prompt(Role::Prompt,
-                   std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
-}
-
-void PhaseReactions::hideRestPicture() {
-    screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
+    session_.at(kQuestionAsked);
 }
 
 void PhaseReactions::bringLinkControl() {

@@ -24,12 +24,10 @@ private:
     void calibration();
     void configuration();
     void autocalibration();
-    void result(Role rank, const std::string& words);
+    void result(Says words);
     void lightPreparation(bool lit);
     void lightExposure(bool lit);
     void askToConfirm();
-    void promptToAnswer();
-    void hideRestPicture();
     /// The link control comes up a moment from now.
     void bringLinkControl();
     void connectSignals();

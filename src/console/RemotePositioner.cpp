@@ -107,7 +107,7 @@ void RemotePositioner::connectSignals() {
 
 void RemotePositioner::toggle() {
     if (m_RemoteActive) {
-        session_.closeScreen();
+        session_.restScreen().closeScreen();
     } else if (!session_.is(Run::Closing)) {
         session_.openScreen([this] { close(); });
         open();

@@ -11,10 +11,15 @@ namespace quillon {
 
 namespace {
 
-constexpr int kPatience = 60000;   // ms
-constexpr int kArrives = 20000;    // ms in which a generator may still go into the mode it was told
-constexpr int kFollowed = 5000;    // ms that the generator gets to follow the last command of a run
-constexpr int kPollAway = 30000;   // ms that the poll may be away with nothing that holds it
+using namespace keys;
+
+constexpr Moment kClosePressed{.rx = Rx::Off};
+constexpr Moment kXRaysGivenBack{.rx = Rx::GivenBack};
+constexpr Moment kPatienceIsOver{.on = X};
+
+constexpr int kPatience = 60000; // ms
+constexpr int kArrives = 20000;  // ms in which a generator may still go into the mode it was told
+constexpr int kFollowed = 5000;  // ms that the generator gets to follow the last command of a run
 
 /// The generator can be told whether it may make X-rays, and no exposure is under way.
 constexpr Phases kTakesXRays{Phase::NormalOperation, Phase::Calibration, Phase::Configuration,
@@ -50,26 +55,10 @@ std::optional<Way> wayOf(Phase phase) {
 
 } // namespace
 
-void Loan::lend() {
-    returning_ = false;
-    link_.setTempUserMode(true);
-}
-
-void Loan::takeBack() {
-    link_.setTempUserMode(false);
-    returning_ = link_.TempUserMode();
-}
-
-void Loan::reported(Phase phase) {
-    if (phase == Phase::NormalOperation && returning_) {
-        takeBack();
-    }
-}
-
 ServiceSession::ServiceSession(ConsoleContext& context)
-    : context_(context), screen_(context), loan_(context.link), patience_(context.console.schedule()),
-      pollWatch_(context.console.schedule()), followed_(context.console.schedule()) {
-    pollWatch_.setTick([this] { watchPoll(); });
+    : context_(context), screen_(context), restScreen_(context), loan_(context.link),
+      poll_(context, [this] { return holdsPoll(); }), patience_(context.console.schedule()),
+      followed_(context.console.schedule()) {
     followed_.setTick([this] {
         followed_.stop();
         stand();
@@ -77,7 +66,7 @@ ServiceSession::ServiceSession(ConsoleContext& context)
     patience_.setTick([this] {
         patience_.stop();
         patienceOver_ = true;
-        at(Moment::PatienceIsOver);
+        at(kPatienceIsOver);
     });
 }
 
@@ -112,7 +101,7 @@ bool ServiceSession::waits() const {
     return rowOf(run_).waits && lastPhase_ != Phase::ConfirmDismiss;
 }
 
-void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
+void ServiceSession::begin(Run run, const Moment& moment, RunHooks hooks) {
     const RunHooks before = std::exchange(hooks_, {});
     followed_.stop();
     stopParts();
@@ -130,7 +119,7 @@ void ServiceSession::begin(Run run, Moment moment, RunHooks hooks) {
     at(moment);
 }
 
-void ServiceSession::turn(Run run, Moment moment, RunHooks hooks) {
+void ServiceSession::turn(Run run, const Moment& moment, RunHooks hooks) {
     patience_.stop();
     patienceOver_ = false;
     hooks_ = std::move(hooks);
@@ -138,12 +127,12 @@ void ServiceSession::turn(Run run, Moment moment, RunHooks hooks) {
     at(moment);
 }
 
-void ServiceSession::end(Moment moment) {
+void ServiceSession::end(const Moment& moment) {
     finish(moment);
     stand();
 }
 
-void ServiceSession::endOnTheWay(Moment moment) {
+void ServiceSession::endOnTheWay(const Moment& moment) {
     finish(moment);
     if (mode_ == Phase::NormalOperation) {
         stand();
@@ -152,7 +141,7 @@ void ServiceSession::endOnTheWay(Moment moment) {
     }
 }
 
-void ServiceSession::finish(Moment moment) {
+void ServiceSession::finish(const Moment& moment) {
     exitUnheard_ = lost_ && isLeaving();
     hooks_ = {};
     stopParts();
@@ -161,7 +150,7 @@ void ServiceSession::finish(Moment moment) {
     at(moment);
 }
 
-void ServiceSession::breakOff(Moment moment) {
+void ServiceSession::breakOff(const Moment& moment) {
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
     setRun(Run::None);
@@ -231,81 +220,40 @@ void ServiceSession::take(Keys keys) {
     keys.each([&](Key key) { context_.console[nameOf(key)].setEnabled(false); });
 }
 
-void ServiceSession::paint(Keys keys, Colour colour) {
-    keys.each([&](Key key) { context_.console[nameOf(key)].setBackColour(colour); });
-}
-
-void ServiceSession::movePoll(Poll poll) {
-    pollHeld_ = poll == Poll::Held || (pollHeld_ && poll != Poll::Free && poll != Poll::Parked);
-    // During an exposure nothing is parked: only a report gives the keys back, and one that is lost must not
-    // be the last.
-    const bool free = poll == Poll::Free || (poll == Poll::Unparked && !pollHeld_) ||
-                      (poll == Poll::Parked && isExposure(lastPhase_));
-    if (poll == Poll::Held || free) {
-        context_.link.setStatusUpdateEnable(free);
-    }
-    if (poll == Poll::Stays) {
-        return;
-    }
-    pollParked_ = poll == Poll::Parked && !free;
-    if (poll == Poll::Held || pollParked_) {
-        pollWatch_.start(kPollAway);
-    }
-}
-
-/// A run that holds the poll frees it itself, and so does an answer. What else keeps it away lasts no longer
-/// than this.
-void ServiceSession::noticePoll() {
-    if (context_.link.StatusUpdateEnable() && !context_.link.polls() && !pollWatch_.running()) {
-        pollWatch_.start(kPollAway);
-    }
-}
-
-void ServiceSession::watchPoll() {
-    const bool held = !idle() || context_.link.answering() || lastPhase_ == Phase::Initialization ||
-                      context_.link.timer("tmrAutoRepeat").running() ||
-                      context_.link.timer("tmrAutorepFlKVP").running();
-    const bool byHost = !context_.link.StatusUpdateEnable() && !pollHeld_ && !pollParked_;
-    if (context_.link.polls() || byHost || !context_.link.PortOpen()) {
-        pollWatch_.stop();
-    } else if (!held || lost_) {
-        pollWatch_.stop();
-        pollHeld_ = false;
-        pollParked_ = false;
-        context_.link.pollAgain();
-    } else {
-        pollWatch_.start(kPollAway);
-    }
+bool ServiceSession::holdsPoll() const {
+    const bool repeats = context_.link.timer("tmrAutoRepeat").running() ||
+                         context_.link.timer("tmrAutorepFlKVP").running();
+    return !lost_ &&
+           (!idle() || context_.link.answering() || lastPhase_ == Phase::Initialization || repeats);
 }
 
 void ServiceSession::stopWait(const WaitRow& wait) {
     Timer& timer = context_.console.timer(wait.timer);
-    if (timer.running() && idle() && pollHeld_) {
-        movePoll(Poll::Free); // its last tick would have
+    if (timer.running() && idle() && poll_.held()) {
+        poll_.move(Poll::Free, isExposure(lastPhase_)); // its last tick would have
     }
     timer.stop();
 }
 
-void ServiceSession::at(Moment moment) {
-    const MomentRow& row = rowOf(moment);
-    take(row.off);
-    paint(row.atRest, context_.state.ButtonOffColor);
-    paint(row.active, context_.state.ButtonOnColor);
-    give(row.on);
-    if (row.prompt == Prompt::Cleared) {
+void ServiceSession::at(const Moment& moment) {
+    take(moment.off);
+    restScreen_.paint(moment.atRest, context_.state.ButtonOffColor);
+    restScreen_.paint(moment.active, context_.state.ButtonOnColor);
+    give(moment.on);
+    if (moment.prompt == Prompt::Cleared) {
         screen_.clearPrompt();
     }
-    caption(row.caption);
-    if (row.rx != Rx::Stays) {
-        context_.link.setRXEnable(row.rx != Rx::Off);
-        xRaysOwed_ = row.rx == Rx::GivenBack && !context_.link.allows("RX");
+    restScreen_.caption(moment.caption);
+    if (moment.rx != Rx::Stays) {
+        context_.link.setRXEnable(moment.rx != Rx::Off);
+        xRaysOwed_ = moment.rx == Rx::GivenBack && !context_.link.allows("RX");
     }
-    movePoll(row.poll);
-    noticePoll();
-    if (row.busy == Busy::Taken) {
+    poll_.move(moment.poll, isExposure(lastPhase_));
+    poll_.notice();
+    if (moment.busy == Busy::Taken) {
         busy_ = true;
         context_.events.Busy.raise(1);
-    } else if (row.busy == Busy::Given || (row.busy == Busy::Settled && busy_)) {
+    } else if (moment.busy == Busy::Given || (moment.busy == Busy::Settled && busy_)) {
         busy_ = false;
         context_.events.Busy.raise(0);
     }
@@ -324,7 +272,7 @@ void ServiceSession::stopWaiting() {
 
 void ServiceSession::closePressed() {
     xRaysAtPress_ = context_.link.mirror().RXEnable || xRaysOwed_;
-    at(Moment::ClosePressed);
+    at(kClosePressed);
 }
 
 void ServiceSession::pressCameToNothing() {
@@ -334,7 +282,7 @@ void ServiceSession::pressCameToNothing() {
 }
 
 void ServiceSession::giveXRaysBack() {
-    at(Moment::XRaysGivenBack);
+    at(kXRaysGivenBack);
     xRaysOwed_ = xRaysOwed_ || lost_;
 }
 
@@ -360,7 +308,7 @@ bool ServiceSession::giveUp() {
 void ServiceSession::answer(Way way) {
     const Answer answer = answerOf(run_, way);
     if (answer == Answer::Ends || (answer == Answer::Asks && hooks_.ends && hooks_.ends(way))) {
-        breakOff(way == Way::Exposure ? Moment::BrokenOffByExposure : Moment::BrokenOff);
+        breakOff(way == Way::Exposure ? moments::kBrokenOffByExposure : moments::kBrokenOff);
     }
 }
 
@@ -379,7 +327,7 @@ void ServiceSession::reported(Phase phase) {
         }
     }
     if (kEndsScreen.has(phase)) {
-        closeScreen();
+        restScreen_.closeScreen();
     }
     if (const std::optional<Way> way = wayOf(phase)) {
         answer(*way);
@@ -408,10 +356,10 @@ void ServiceSession::settled(Phase phase) {
     } else if (!hot && !isExposure(phase)) {
         give(std::exchange(afterExposure_, {}));
         if (patienceOver_) {
-            at(Moment::PatienceIsOver);
+            at(kPatienceIsOver);
         }
     }
-    noticePoll();
+    poll_.notice();
     if (messageOpen_ && phase == missed_) {
         belie_();
     }
@@ -440,7 +388,8 @@ void ServiceSession::asked(Phase mode) {
 }
 
 Phase ServiceSession::onTheWayTo() const {
-    const bool may = context_.console.schedule().now() - askedAt_ < kArrives || context_.link.silence().quiet();
+    const bool may =
+        context_.console.schedule().now() - askedAt_ < kArrives || context_.link.silence().quiet();
     return mode_ == Phase::NormalOperation && may ? asked_ : Phase::None;
 }
 
@@ -461,7 +410,11 @@ void ServiceSession::stand() {
     if (row.stand == Stand::Silent && lastPhase_ <= Phase::Initialization) {
         return; // the start has the screen
     }
-    showArea(row);
+    if (row.words == Says::Question && !context_.link["cmbAutocalConfirm"].visible()) {
+        context_.link.repeatQuestion(); // its answer came to nothing, and nothing else leads it on
+    }
+    // In a calibration that the generator began by itself they are on show as left.
+    restScreen_.show(row, std::exchange(layoutOwed_, false) || row.stand != Stand::Calibration);
     const bool refreshes = running("tmrWaitStartGenerator") || running("tmrWaitRefresh");
     Keys due = row.inReach;
     if (row.stand == Stand::Ready && refreshes) {
@@ -471,112 +424,12 @@ void ServiceSession::stand() {
         due = due.without(Key::LinkControl); // its next look gives it
     }
     give(due);
-    constexpr Keys kLaidOut = kModeKeys | Key::GoToUserMode;
-    // In a calibration that the generator began by itself they are as left.
-    if (std::exchange(layoutOwed_, false) || row.stand != Stand::Calibration) {
-        screen_.show(row.shown);
-        screen_.hide(kLaidOut.without(row.shown));
-    }
-    paint(kLaidOut.without(row.lit), context_.state.ButtonOffColor);
-    paint(row.lit, context_.state.ButtonOnColor);
-    caption(row.caption);
-    say(row.words);
-    if (row.positioner == Offer::Hidden || (row.positioner == Offer::Shown && positionerKeyAway_)) {
-        showPositionerKey(row.positioner == Offer::Shown);
-    }
 }
 
-void ServiceSession::showArea(const StandingRow& row) {
-    if (row.area == Area::Picture) {
-        showPicture();
-        return;
-    }
-    if (row.stand != Stand::WithUsers) { // the report of Ready leaves it behind the link control
-        hidePicture();
-    }
-    showPage(row.page);
-    if (!context_.console["fraTorvaneSerial"].visible() && !running("tmrDelay")) {
-        showLinkControl();
-    }
-}
-
-void ServiceSession::showPage(Page page) {
-    switch (page) {
-    case Page::AsLeft:
-        break;
-    case Page::Main:
-        context_.link.showMainMenu();
-        break;
-    case Page::Configuration:
-        context_.link.showServicePage(0);
-        break;
-    case Page::Calibration:
-        context_.link.showServicePage(1);
-        break;
-    }
-}
-
-void ServiceSession::caption(Caption caption) {
-    if (caption != Caption::Stays) {
-        context_.console["cmbClose"].setCaption(caption == Caption::Exit ? context_.texts.m_ExitCaption
-                                                                         : context_.texts.scmbClose);
-    }
-}
-
-void ServiceSession::say(Says words) {
-    const ConsoleTexts& texts = context_.texts;
-    switch (words) {
-    case Says::None:
-        screen_.clearPrompt();
-        break;
-    case Says::Lost:
-        screen_.prompt(Role::Alarm, texts.sCommError);
-        break;
-    case Says::Question:
-        if (!context_.link["cmbAutocalConfirm"].visible()) {
-            context_.link.repeatQuestion(); // its answer came to nothing, and nothing else leads it on
-        }
-        screen_.prompt(Role::Prompt,
-                       std::string(texts.sPressConfirm).append(kLineBreak).append(texts.sPressDismiss));
-        break;
-    case Says::Expose:
-        screen_.prompt(Role::Prompt, texts.sPressPrepExpose);
-        break;
-    case Says::Result: {
-        const bool ok = lastPhase_ == Phase::AutocalOk;
-        screen_.prompt(ok ? Role::Good : Role::Alarm, std::string(texts.sAutocal)
-                                                          .append(kLineBreak)
-                                                          .append(ok ? texts.sAutocalOK : texts.sAutocalERROR));
-        break;
-    }
-    case Says::AsLeft:
-    case Says::PoweringUp: // is written with the report, and comes into sight by itself
-        break;
-    }
-}
-
-void ServiceSession::showLinkControl() {
-    hidePicture();
-    context_.link.setVisible(true);
-    screen_.show({"fraTorvaneSerial"});
-    context_.link.UserControl_Show();
-    context_.console.timer("tmrDelay").stop();
-    closeScreen(); // its key goes, too
-    showPositionerKey(false);
-}
-
-void ServiceSession::showPicture() {
-    context_.console.timer("tmrDelay").stop();
-    context_.link.setVisible(false);
-    screen_.hide({"fraTorvaneSerial"});
-    screen_.show({"lblQuillonConsole"});
-    if (context_.state.GeneratorVisible) {
-        screen_.show({"imgQuillonConsole"});
-    }
-}
-
-void ServiceSession::hidePicture() {
-    screen_.hide({"lblQuillonConsole", "imgQuillonConsole"});
+void ServiceSession::standNow() {
+    const StandingRow row = standingOf(heard());
+    restScreen_.show(row, true);
+    give(row.inReach);
 }
 
 void ServiceSession::messageOpens(Phase missed, std::function<void()> belie) {
@@ -587,7 +440,7 @@ void ServiceSession::messageOpens(Phase missed, std::function<void()> belie) {
 
 void ServiceSession::messageCloses() {
     messageOpen_ = false;
-    at(Moment::MessageAcknowledged);
+    at(moments::kPollFree);
 }
 
 void ServiceSession::lost() {
@@ -605,32 +458,12 @@ void ServiceSession::lost() {
 }
 
 void ServiceSession::openScreen(std::function<void()> close) {
-    closeScreen();
-    std::vector<Control*> keys;
+    restScreen_.closeScreen();
     const bool offered = context_.console[nameOf(Key::ManualCalibration)].offered();
-    kModeKeys.each([&](Key key) {
-        keys.push_back(&context_.console[nameOf(key)]);
-        if (!isServiceMode(mode_)) { // there they are the mode's
-            keys.back()->setEnabled(offered);
-        }
-    });
-    screenLock_ = ControlLock(std::move(keys));
-    screenClose_ = std::move(close);
-}
-
-void ServiceSession::showPositionerKey(bool visible) {
-    positionerKeyAway_ = !visible;
-    ShowCalibrationButton(context_, visible);
-    if (!context_.console["cmdOrla"].visible() && !context_.console["cmdMultiRoom"].visible()) {
-        closeScreen();
+    if (!isServiceMode(mode_)) { // there they are the mode's
+        kModeKeys.each([&](Key key) { context_.console[nameOf(key)].setEnabled(offered); });
     }
-}
-
-void ServiceSession::closeScreen() {
-    screenLock_.release();
-    if (const auto close = std::exchange(screenClose_, {})) {
-        close();
-    }
+    restScreen_.openScreen(kModeKeys, std::move(close));
 }
 
 } // namespace quillon

@@ -3,29 +3,13 @@
 #include <functional>
 
 #include "base/Phase.h"
-#include "console/ConsoleContext.h"
+#include "console/Loan.h"
 #include "console/Moments.h"
+#include "console/PollHold.h"
+#include "console/RestScreen.h"
 #include "console/Runs.h"
-#include "console/Standing.h"
-#include "ui/ControlLock.h"
 
 namespace quillon {
-
-/// The machine with its users. It can be given to them in calibration only, and taken back in normal
-/// operation only: asked for earlier, the return waits for that.
-class Loan {
-public:
-    explicit Loan(TorvaneSerialV3_07_QLC1& link) : link_(link) {}
-    [[nodiscard]] bool lent() const { return link_.TempUserMode() && !returning_; }
-    void lend();
-    void takeBack();
-    /// Before anything else is made of a report.
-    void reported(Phase phase);
-
-private:
-    TorvaneSerialV3_07_QLC1& link_;
-    bool returning_ = false;
-};
 
 /// So many of so many.
 struct Count {
@@ -81,21 +65,21 @@ public:
     [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
 
     /// Ends what runs and begins another run; the moment's row is given and taken.
-    void begin(Run run, Moment moment, RunHooks hooks = {});
+    void begin(Run run, const Moment& moment, RunHooks hooks = {});
     /// The same workflow goes on as another run: nothing of it stops.
-    void turn(Run run, Moment moment, RunHooks hooks = {});
+    void turn(Run run, const Moment& moment, RunHooks hooks = {});
     /// A moment of the run that goes on, or of no run.
-    void at(Moment moment);
+    void at(const Moment& moment);
     /// The run's own end.
-    void end(Moment moment);
+    void end(const Moment& moment);
     /// The same, and a message tells it: what stands is shown behind that.
-    void fail(Moment moment) { finish(moment); }
+    void fail(const Moment& moment) { finish(moment); }
     /// The same, with the generator on its way: what stands is shown when it has had time to follow.
-    void endOnTheWay(Moment moment);
+    void endOnTheWay(const Moment& moment);
     /// The run is known by another name from now on, and nothing else changes.
     void become(Run run) { setRun(run); }
     /// Ends the run before its own end.
-    void breakOff(Moment moment = Moment::BrokenOff);
+    void breakOff(const Moment& moment = moments::kBrokenOff);
     /// The refresh ends the way to the users, and with it the wait that would have ended it.
     void cancelLending();
     /// All of it is over without a word: the console appears anew.
@@ -115,13 +99,11 @@ public:
     /// The screen shows where the generator stands, unless something is under way or to be answered. Whatever
     /// ends a run ends in this.
     void stand();
+    /// The same whatever is under way: the generator starts anew, or was lost.
+    void standNow();
 
-    // The working area: the picture at rest, or the link control.
-    void showLinkControl();
-    void showPicture();
-    void hidePicture();
-
-    /// A message came up. `belie` is called when the phase that it says was not reached is reported after all.
+    /// A message came up. `belie` is called when the phase that it says was not reached is reported after
+    /// all.
     void messageOpens(Phase missed, std::function<void()> belie);
     void messageCloses();
     /// The generator was lost.
@@ -130,11 +112,11 @@ public:
     /// A screen of its own keeps the mode keys: first the other three follow cmbManualCalibration, then all
     /// four are locked. One screen at a time; `close` is called when it goes, whatever takes it away.
     void openScreen(std::function<void()> close);
-    void closeScreen();
 
     Signal<> began;   ///< another run, in the place of what ran before
     Signal<> changed; ///< what is done, or the phase, or what one of its moments gave
 
+    [[nodiscard]] RestScreen& restScreen() { return restScreen_; }
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
     /// X-rays are allowed again, at once or with the next report of a phase at rest.
@@ -144,9 +126,6 @@ public:
     void closePressed();
     /// With the next such report in any case: what was said before may be lost.
     void oweXRays() { xRaysOwed_ = true; }
-    /// Where no positioner is installed but its switch was given, the key goes for good, and an open screen
-    /// with it.
-    void showPositionerKey(bool visible);
     /// A line that was closed by hand is opened, so that the generator can be told.
     void openLine();
     /// What the mode asks the operator for, until it is over.
@@ -167,44 +146,33 @@ private:
     void stopParts();
     void give(Keys keys);
     void take(Keys keys);
-    void movePoll(Poll poll);
     void stopWait(const WaitRow& wait);
-    void paint(Keys keys, Colour colour);
+    [[nodiscard]] bool holdsPoll() const;
     void answer(Way way);
     [[nodiscard]] bool running(std::string_view timer) const;
-    void finish(Moment moment);
-    void showArea(const StandingRow& row);
-    void showPage(Page page);
-    void caption(Caption caption);
-    void say(Says words);
+    void finish(const Moment& moment);
     [[nodiscard]] bool hasNoTimer() const;
-    void noticePoll();
-    void watchPoll();
 
     ConsoleContext& context_;
     ConsoleScreen screen_;
+    RestScreen restScreen_;
     Loan loan_;
+    PollHold poll_;
     Timer patience_;
-    Timer pollWatch_; ///< while the poll is away
     Timer followed_;  ///< while the generator may still follow the last command of a run that is over
     Phase mode_ = Phase::None;
     Phase lastPhase_ = Phase::None;
     Run run_ = Run::None;
     RunHooks hooks_;
-    ControlLock screenLock_;
-    std::function<void()> screenClose_;
     bool poweringUp_ = false;
     bool lost_ = false;
     bool patienceOver_ = false;
-    Keys afterExposure_; ///< what was given during an exposure
+    Keys afterExposure_;      ///< what was given during an exposure
     bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
-    bool pollHeld_ = false;
-    bool pollParked_ = false;
     bool busy_ = false;
     bool xRaysOwed_ = false;
     Exposures wanted_ = Exposures::NotAsked;
     bool xRaysAtPress_ = true;
-    bool positionerKeyAway_ = false;
     bool reporting_ = false; ///< a report is reacted to: what stands is not known before that is over
     bool messageOpen_ = false;
     Phase missed_ = Phase::None; ///< what the message says was not reached

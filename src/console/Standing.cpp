@@ -6,16 +6,7 @@ namespace quillon {
 
 namespace {
 
-constexpr Keys none{};
-constexpr Keys C = Key::Configuration;
-constexpr Keys M = Key::ManualCalibration;
-constexpr Keys A = Key::Autocalibration;
-constexpr Keys R = Key::ReadCounters;
-constexpr Keys U = Key::GoToUserMode;
-constexpr Keys X = Key::Close;
-constexpr Keys E = Key::ResetError;
-constexpr Keys F = Key::LinkControl;
-constexpr Keys modes = kModeKeys;
+using namespace keys;
 
 // In Ready the three mode keys besides M are as left: after an exposure they stay away until calibration was
 // gone through.
@@ -97,7 +88,7 @@ StandingRow standingOf(const Heard& heard) {
         row.page = Page::Calibration; // it bears the keys of the answer
         row.words = Says::Question;
     } else if (endsAutocalibration(heard.phase)) {
-        row.words = Says::Result;
+        row.words = heard.phase == Phase::AutocalOk ? Says::ResultOk : Says::ResultError;
     } else if (row.words == Says::Expose && (!asked || heard.phase == Phase::Error)) {
         row.words = Says::None;
     } else if (row.words == Says::Expose && heard.phase != Phase::Autocalibration) {

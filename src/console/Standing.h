@@ -29,7 +29,7 @@ enum class Area : std::uint8_t { Picture, LinkControl };
 /// The page of the link control: of its main menu, whichever was left there, or of its service menu.
 enum class Page : std::uint8_t { AsLeft, Main, Configuration, Calibration };
 /// What the prompt says.
-enum class Says : std::uint8_t { AsLeft, None, Lost, PoweringUp, Question, Expose, Result };
+enum class Says : std::uint8_t { AsLeft, None, Lost, PoweringUp, Question, Expose, ResultError, ResultOk };
 /// The positioner's key, where there is one.
 enum class Offer : std::uint8_t { AsLeft, Shown, Hidden };
 

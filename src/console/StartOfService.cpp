@@ -8,6 +8,11 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kShown{.off = modes | U | F};
+constexpr Moment kRefreshDone{.on = modes, .atRest = modes};
+
 constexpr int kGreetingDelay = 3000; // ms
 constexpr int kPowerUpWait = 5000;   // ms
 constexpr int kRefreshWait = 10000;  // ms
@@ -45,7 +50,7 @@ void StartOfService::PortOpen(bool newStatus) {
     }
     session_.setLastPhase(Phase::Initialization);
     context_.link.poll().GeneratorPhaseRequest();
-    session_.at(Moment::PortOpened);
+    session_.at(moments::kPollFree);
 }
 
 void StartOfService::UserControl_Show() {
@@ -59,7 +64,7 @@ void StartOfService::UserControl_Show() {
     session_.drop();
     state_.m_ProtocolError = false;
     context_.console.timer("tmrError").stop();
-    session_.at(Moment::Shown);
+    session_.at(kShown);
     screen_.hide(Key::GoToUserMode);
     TorvaneSerialV3_07_QLC1& link = context_.link;
     link.setEventEnabled(true);
@@ -125,7 +130,7 @@ void StartOfService::RefreshConsole() {
 void StartOfService::waitRefreshTick() {
     if (session_.lastPhase() == Phase::NormalOperation &&
         (session_.isFree() || session_.is(Run::ShowingCounters))) {
-        session_.at(Moment::RefreshDone);
+        session_.at(kRefreshDone);
     }
     tmrWaitRefresh_.stop();
     session_.cancelLending();

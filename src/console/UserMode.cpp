@@ -6,6 +6,15 @@ namespace quillon {
 
 namespace {
 
+using namespace keys;
+
+constexpr Moment kUsersCome{.on = F | M | X,
+                            .active = U,
+                            .poll = Poll::Free,
+                            .busy = Busy::Settled,
+                            .caption = Caption::Exit,
+                            .rx = Rx::On};
+
 constexpr int kRefreshDelay = 5000; // ms, when calibration has been left
 constexpr int kArrivalDelay = 9000; // ms until the machine is handed over
 
@@ -30,7 +39,7 @@ void UserMode::goToUserMode() {
     if (!session_.lent()) {
         return; // it has started over since, and has not told calibration again
     }
-    session_.at(Moment::UsersAsked);
+    session_.at(moments::kXRaysAllowed);
     calibration_.ToggleCalibrationMode();
     tmrFlRefresh_.start(kRefreshDelay);
     tmrGotoUserMode_.start(kArrivalDelay);
@@ -45,7 +54,7 @@ void UserMode::refreshTick() {
 void UserMode::arrivalTick() {
     tmrGotoUserMode_.stop();
     if (session_.mode() == Phase::NormalOperation && session_.lent()) {
-        session_.end(Moment::UsersCome);
+        session_.end(kUsersCome);
         screen_.clearActualExposure();
     } else if (calibration_.leaving()) {
         session_.become(Run::LeavingCalibration); // the machine is handed over when it follows

@@ -338,8 +338,10 @@ std::string wrongWords(const Facts& facts, Says words) {
         return prompt(facts).empty() && !facts.link()["cmbAutocalConfirm"].visible() ? "" : expect("Press Confirm");
     case Says::Expose:
         return expect("Press Prep and Expose");
-    case Says::Result:
-        return expect("Auto Calibration");
+    case Says::ResultError:
+        return expect("ERROR");
+    case Says::ResultOk:
+        return expect("OK");
     case Says::AsLeft:
         break;
     }

@@ -200,9 +200,9 @@ void ConsolePanels::tellProtocolError() {
 
 void ConsolePanels::ErrorMessage(std::int16_t code, Phase missed) {
     context_.state.m_ProtocolError = false;
-    session_.at(Moment::MessageOpens);
+    session_.at(moments::kCloseOffered);
     screen_.hide({"fraTorvaneSerial"});
-    session_.showPositionerKey(true);
+    session_.restScreen().showPositionerKey(true);
 
     const Row& row = *find(kError);
     ModalPanel* panel = create(row, [this](ModalPanel&, std::string_view, std::int16_t) {

@@ -1,0 +1,54 @@
+#include "console/PollHold.h"
+
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+constexpr int kLongest = 30000; // ms that it may be away with nothing that holds it
+
+} // namespace
+
+PollHold::PollHold(ConsoleContext& context, std::function<bool()> wanted)
+    : context_(context), wanted_(std::move(wanted)), watch_(context.console.schedule()) {
+    watch_.setTick([this] { watch(); });
+}
+
+void PollHold::move(Poll poll, bool exposing) {
+    held_ = poll == Poll::Held || (held_ && poll != Poll::Free && poll != Poll::Parked);
+    // Only a report gives the keys back behind an exposure, and one that is lost must not be the last.
+    const bool free = poll == Poll::Free || (poll == Poll::Unparked && parked_) ||
+                      (poll == Poll::Parked && exposing);
+    if (poll == Poll::Held || free) {
+        context_.link.setStatusUpdateEnable(free);
+    }
+    if (poll != Poll::Stays) {
+        parked_ = poll == Poll::Parked && !free;
+        if (poll == Poll::Held || parked_) {
+            watch_.start(kLongest);
+        }
+    }
+}
+
+void PollHold::notice() {
+    if (context_.link.StatusUpdateEnable() && !context_.link.polls() && !watch_.running()) {
+        watch_.start(kLongest);
+    }
+}
+
+void PollHold::watch() {
+    const bool byHost = !context_.link.StatusUpdateEnable() && !held_ && !parked_;
+    if (context_.link.polls() || byHost || !context_.link.PortOpen()) {
+        watch_.stop();
+    } else if (wanted_()) {
+        watch_.start(kLongest);
+    } else {
+        watch_.stop();
+        held_ = false;
+        parked_ = false;
+        context_.link.pollAgain();
+    }
+}
+
+} // namespace quillon

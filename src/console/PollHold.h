@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+
+#include "console/ConsoleContext.h"
+#include "console/Moments.h"
+
+namespace quillon {
+
+/// Who keeps the status poll away, and for how long: a run that holds it frees it itself, and so does an
+/// answer to the generator. What else keeps it away lasts 30 s at most.
+class PollHold {
+public:
+    /// `wanted` says whether something is under way that has its reason to keep the poll away.
+    PollHold(ConsoleContext& context, std::function<bool()> wanted);
+
+    /// During an exposure nothing is parked.
+    void move(Poll poll, bool exposing);
+    /// To be called whenever it may have stopped.
+    void notice();
+    /// Held by a moment, and not freed since.
+    [[nodiscard]] bool held() const { return held_; }
+
+private:
+    void watch();
+
+    ConsoleContext& context_;
+    std::function<bool()> wanted_;
+    Timer watch_; ///< while the poll is away
+    bool held_ = false;
+    bool parked_ = false;
+};
+
+} // namespace quillon

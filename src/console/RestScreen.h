@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+
+#include "console/ConsoleContext.h"
+#include "console/Standing.h"
+#include "ui/ControlLock.h"
+
+namespace quillon {
+
+/// What a row of the table puts on the screen: the working area with the page and the screens that lie in it,
+/// keys on show and lit, words.
+class RestScreen {
+public:
+    explicit RestScreen(ConsoleContext& context) : context_(context), screen_(context) {}
+
+    /// All of the row but the keys that it gives. `laysOut`: which keys are on show goes by it, too.
+    void show(const StandingRow& row, bool laysOut);
+    /// The words of a row.
+    void say(Says words);
+    void caption(Caption caption);
+    void paint(Keys keys, Colour colour);
+
+    void showLinkControl();
+    void showPicture();
+    /// Behind the link control, where the machine is with its users.
+    void showPictureBehind();
+    void hidePicture();
+    /// Where no positioner is installed but its switch was given, the key goes for good, and an open screen
+    /// with it.
+    void showPositionerKey(bool visible);
+
+    /// A screen of its own takes these keys away. One screen at a time; `close` is called when it goes,
+    /// whatever takes it away.
+    void openScreen(Keys keys, std::function<void()> close);
+    void closeScreen();
+
+private:
+    void showArea(const StandingRow& row);
+    void showPage(Page page);
+
+    ConsoleContext& context_;
+    ConsoleScreen screen_;
+    ControlLock screenLock_;
+    std::function<void()> screenClose_;
+    bool positionerKeyAway_ = false;
+};
+
+} // namespace quillon
