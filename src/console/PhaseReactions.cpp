@@ -117,7 +117,8 @@ void PhaseReactions::react(Phase phase) {
     case Phase::ConfirmDismiss:
         if ((session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) &&
             (console_["fraTorvaneSerial"].visible() || tmrDelay_.running())) {
-            session_.restScreen().say(Says::Question); // any other run has words of its own, and what stands behind it says these
+            session_.restScreen().say(
+                Says::Question); // any other run has words of its own, and what stands behind it says these
         }
         autocalibration_.questionAsked();
         break;

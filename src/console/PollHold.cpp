@@ -18,8 +18,8 @@ PollHold::PollHold(ConsoleContext& context, std::function<bool()> wanted)
 void PollHold::move(Poll poll, bool exposing) {
     held_ = poll == Poll::Held || (held_ && poll != Poll::Free && poll != Poll::Parked);
     // Only a report gives the keys back behind an exposure, and one that is lost must not be the last.
-    const bool free = poll == Poll::Free || (poll == Poll::Unparked && parked_) ||
-                      (poll == Poll::Parked && exposing);
+    const bool free =
+        poll == Poll::Free || (poll == Poll::Unparked && parked_) || (poll == Poll::Parked && exposing);
     if (poll == Poll::Held || free) {
         context_.link.setStatusUpdateEnable(free);
     }

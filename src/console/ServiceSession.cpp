@@ -221,10 +221,9 @@ void ServiceSession::take(Keys keys) {
 }
 
 bool ServiceSession::holdsPoll() const {
-    const bool repeats = context_.link.timer("tmrAutoRepeat").running() ||
-                         context_.link.timer("tmrAutorepFlKVP").running();
-    return !lost_ &&
-           (!idle() || context_.link.answering() || lastPhase_ == Phase::Initialization || repeats);
+    const bool repeats =
+        context_.link.timer("tmrAutoRepeat").running() || context_.link.timer("tmrAutorepFlKVP").running();
+    return !lost_ && (!idle() || context_.link.answering() || lastPhase_ == Phase::Initialization || repeats);
 }
 
 void ServiceSession::stopWait(const WaitRow& wait) {

@@ -159,7 +159,7 @@ private:
     Loan loan_;
     PollHold poll_;
     Timer patience_;
-    Timer followed_;  ///< while the generator may still follow the last command of a run that is over
+    Timer followed_; ///< while the generator may still follow the last command of a run that is over
     Phase mode_ = Phase::None;
     Phase lastPhase_ = Phase::None;
     Run run_ = Run::None;
