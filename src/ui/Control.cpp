@@ -104,6 +104,7 @@ bool Control::visible() const {
 }
 
 void Control::setVisible(bool visible) {
+    timesTaken_ += visible_ && !visible ? 1U : 0U;
     assign(Visible, visible_, visible);
 }
 
@@ -113,6 +114,7 @@ bool Control::enabled() const {
 }
 
 void Control::setEnabled(bool enabled) {
+    timesTaken_ += enabled_ && !enabled ? 1U : 0U;
     assign(Enabled, enabled_, enabled);
 }
 

@@ -119,6 +119,8 @@ public:
     /// A panel or a screen of its own keeps it, and all that lies on it, from the operator.
     [[nodiscard]] bool locked() const { return !locks_.empty(); }
     void setEnabled(bool enabled);
+    /// How often it was disabled or hidden: a press does not outlive that.
+    [[nodiscard]] unsigned timesTaken() const { return timesTaken_; }
     [[nodiscard]] Twips left() const { return place().left; }
     [[nodiscard]] Twips top() const { return place().top; }
     [[nodiscard]] Twips width() const { return place().width; }
@@ -252,6 +254,7 @@ private:
     int artSize_ = 0;
     bool visible_ = true;
     bool enabled_ = true;
+    unsigned timesTaken_ = 0;
     std::vector<ControlLock*> locks_;
     std::uint32_t reportedIn_ = 0; ///< the time of its last report; 0 for none
     Role role_ = Role::Plain;

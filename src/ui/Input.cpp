@@ -50,26 +50,30 @@ bool Input::press(Control& control) {
         return false;
     }
     tell(Gesture::Press, control);
-    std::erase(held_, &control);
-    held_.push_back(&control);
+    std::erase_if(held_, [&](const Held& each) { return each.control == &control; });
+    held_.push_back({&control, control.timesTaken()});
     run(control, control.on.press);
     return true;
 }
 
 void Input::release(Control& control, bool over) {
-    if (std::erase(held_, &control) == 0) {
+    const auto held = std::find_if(held_.begin(), held_.end(),
+                                   [&](const Held& each) { return each.control == &control; });
+    if (held == held_.end()) {
         return;
     }
+    const bool kept = held->timesTaken == control.timesTaken();
+    held_.erase(held);
     tell(Gesture::Release, control, over ? "" : "outside");
     if (over || control.on.press) { // a key whose press does nothing acts here, and only under the finger
         run(control, control.on.release);
     }
-    run(control, over && reachable(control) ? control.on.click : control.on.abandon);
+    run(control, over && kept && reachable(control) ? control.on.click : control.on.abandon);
 }
 
 void Input::releaseAll() {
     while (!held_.empty()) {
-        release(*held_.back(), false);
+        release(*held_.back().control, false);
     }
 }
 
@@ -132,8 +136,8 @@ bool Input::reachableSlider(const Control& control) const {
 }
 
 void Input::cancel() {
-    for (Control* control : std::exchange(held_, {})) {
-        run(*control, control->on.cancel);
+    for (const Held& each : std::exchange(held_, {})) {
+        run(*each.control, each.control->on.cancel);
     }
 }
 
@@ -143,7 +147,7 @@ void Input::boxOpened() {
 }
 
 void Input::forget(const Control& control) {
-    std::erase_if(held_, [&control](const Control* at) { return liesOn(at, control); });
+    std::erase_if(held_, [&control](const Held& each) { return liesOn(each.control, control); });
     for (const Control*& hand : hands_) {
         hand = liesOn(hand, control) ? nullptr : hand;
     }

@@ -35,8 +35,8 @@ public:
 
     /// Lets go of what was pressed, whatever became of it meanwhile. What its press began is ended; a control
     /// without anything to do at its press does what it does at its release only while the pointer is still
-    /// `over` it. The click follows if the pointer was and the control can still be reached, and what gives
-    /// the press up if not. Nothing when this control was not pressed.
+    /// `over` it. The click follows if the pointer was and the control could be reached all the while, and
+    /// what gives the press up if not. Nothing when this control was not pressed.
     void release(Control& control, bool over = true);
     /// The program is about to end: lets go of everything that is held, without a click.
     void releaseAll();
@@ -65,7 +65,11 @@ private:
     void tell(Gesture gesture, const Control& control, std::string_view value = {}) const;
     [[nodiscard]] bool reachableSlider(const Control& control) const;
 
-    std::vector<Control*> held_;        // fingers may overlap: a key can be pressed before the last is let go
+    struct Held {
+        Control* control;
+        unsigned timesTaken; ///< at the press
+    };
+    std::vector<Held> held_; // fingers may overlap: a key can be pressed before the last is let go
     std::vector<const Control*> hands_; // whose handlers run, the innermost last; empty where it went away
     int boxes_ = 0;
 };
