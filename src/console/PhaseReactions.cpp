@@ -65,26 +65,26 @@ void PhaseReactions::connectSignals() {
 void PhaseReactions::phaseChange(Phase phase) {
     const bool prompted = console_["lblHelp"].visible();
     const bool wasLost = session_.isLost();
-    session_.reported(phase);
-    if (phase > Phase::Initialization) {
-        start_.heard();
-    }
-    if (autocalibration_.asks() && phase != Phase::ConfirmDismiss) {
-        // It has taken its question back, and may go anywhere from here.
-        screen_.clearPrompt();
-        if (phase == Phase::Calibration || phase == Phase::Autocalibration) {
-            session_.at(moments::kPollFree);
+    session_.report(phase, [&] {
+        if (phase > Phase::Initialization) {
+            start_.heard();
         }
-    }
-    react(phase);
-    if (phase == Phase::Initialization && prompted) {
-        console_["lblHelp"].setVisible(
-            true); // whoever was told what is under way is told what has become of it
-    }
-    if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
-        session_.setExposures(Exposures::Asked); // as before the loss
-    }
-    session_.settled(phase);
+        if (autocalibration_.asks() && phase != Phase::ConfirmDismiss) {
+            // It has taken its question back, and may go anywhere from here.
+            screen_.clearPrompt();
+            if (phase == Phase::Calibration || phase == Phase::Autocalibration) {
+                session_.at(moments::kPollFree);
+            }
+        }
+        react(phase);
+        if (phase == Phase::Initialization && prompted) {
+            // Whoever was told what is under way is told what has become of it.
+            console_["lblHelp"].setVisible(true);
+        }
+        if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
+            session_.setExposures(Exposures::Asked); // as before the loss
+        }
+    });
 }
 
 void PhaseReactions::react(Phase phase) {
@@ -117,8 +117,8 @@ void PhaseReactions::react(Phase phase) {
     case Phase::ConfirmDismiss:
         if ((session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) &&
             (console_["fraTorvaneSerial"].visible() || tmrDelay_.running())) {
-            session_.restScreen().say(
-                Says::Question); // any other run has words of its own, and what stands behind it says these
+            // Any other run has words of its own, and what stands behind it says these.
+            session_.restScreen().say(Says::Question);
         }
         autocalibration_.questionAsked();
         break;

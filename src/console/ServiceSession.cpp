@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 #include <utility>
-#include <vector>
 
+#include "base/Temporarily.h"
 #include "link/LinkSilence.h"
 
 namespace quillon {
@@ -311,8 +311,16 @@ void ServiceSession::answer(Way way) {
     }
 }
 
+void ServiceSession::report(Phase phase, const std::function<void()>& reaction) {
+    {
+        const Temporarily reporting(reporting_, true);
+        reported(phase);
+        reaction();
+    }
+    settled(phase);
+}
+
 void ServiceSession::reported(Phase phase) {
-    reporting_ = true;
     lost_ = false;
     exitUnheard_ = false;
     poweringUp_ = phase == Phase::Initialization;
@@ -345,7 +353,6 @@ void ServiceSession::reported(Phase phase) {
 }
 
 void ServiceSession::settled(Phase phase) {
-    reporting_ = false;
     followed_.stop();
     const bool hot = phase == Phase::TubeTooHot;
     const bool exposed = isExposure(lastPhase_);

@@ -92,10 +92,9 @@ public:
     /// cmbClose ends the run, if the minute is over. False when it is not.
     bool giveUp();
 
-    /// A phase was reported: ends what has no business in it. Before the reaction to it.
-    void reported(Phase phase);
-    /// After the reaction: where nothing is under way, the screen is what stands.
-    void settled(Phase phase);
+    /// A phase was reported: what has no business in it ends, the reaction comes, and where nothing is under
+    /// way the screen is what stands.
+    void report(Phase phase, const std::function<void()>& reaction);
     /// The screen shows where the generator stands, unless something is under way or to be answered. Whatever
     /// ends a run ends in this.
     void stand();
@@ -143,6 +142,8 @@ public:
 
 private:
     void setRun(Run run);
+    void reported(Phase phase);
+    void settled(Phase phase);
     void stopParts();
     void give(Keys keys);
     void take(Keys keys);

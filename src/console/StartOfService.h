@@ -23,8 +23,6 @@ public:
     void refreshAfterPowerUp();
     /// Normal operation again: makes the refresh that found another phase at the end of its wait.
     void refreshIfOwed();
-    /// The mode keys wait for the end of a refresh.
-    [[nodiscard]] bool refreshing() const { return tmrWaitRefresh_.running(); }
     /// The generator has told a phase: nobody has to power it up.
     void heard();
     /// The greeting of a generator that is not there is not wanted any more.
