@@ -39,6 +39,8 @@ constexpr std::array<Name, 5> kConfigurationFields{
 constexpr std::array<Name, 3> kFieldKeys{"cmbAECFieldLeft", "cmbAECFieldCenter", "cmbAECFieldRight"};
 // clang-format on
 
+constexpr std::int16_t kCalibrationPage = 1; // of the service menu
+
 /// The element of a pair of keys that lies on the configuration page.
 constexpr int kConfigurationElement = 1;
 
@@ -116,6 +118,14 @@ void PanelPages::keepServicePage(std::int16_t page) {
         ShowServiceMenu();
     }
     lockNavigation();
+    if (page == kCalibrationPage) {
+        hideModeKeys();
+    }
+}
+
+void PanelPages::hideModeKeys() {
+    panel_["cmbCalibration"].setVisible(false);
+    panel_["cmbAutocalibration"].setVisible(false);
 }
 
 void PanelPages::lockNavigation() {
@@ -204,8 +214,7 @@ void PanelPages::EnableCalibrationKeys(bool enabled) {
 }
 
 void PanelPages::handNavigationOver() {
-    panel_["cmbCalibration"].setVisible(false);
-    panel_["cmbAutocalibration"].setVisible(false);
+    hideModeKeys();
     lockNavigation();
     panel_["fraCalValue"].setEnabled(true);
     panel_["fraResetExposureCounter"].setEnabled(true);

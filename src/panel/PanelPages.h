@@ -53,6 +53,7 @@ private:
     void clear(Names names);
     void handNavigationOver();
     void lockNavigation();
+    void hideModeKeys();
 
     ControlHost& panel_;
     GeneratorState& state_;
