@@ -60,6 +60,14 @@ void dipSwitchError(Stage& stage) {
     stage.application().console().operations().call("ErrorMessage", std::array{Value{std::int16_t{1}}});
 }
 
+void modeReachedLate(Stage& stage) {
+    ready(stage);
+    stage.click("cmbConfiguration");
+    stage.wait(4000);
+    stage.report("ST8");
+    stage.wait(1000);
+}
+
 // ---- configuration
 
 void enteringConfiguration(Stage& stage) {
@@ -205,6 +213,7 @@ constexpr std::array kScenes{
     Scene{"error-aec-selection",    &aecSelection},
     Scene{"message-protocol",       &protocolError},
     Scene{"message-dip-switch",     &dipSwitchError},
+    Scene{"message-mode-reached",   &modeReachedLate},
     Scene{"configuration-entering", &enteringConfiguration},
     Scene{"configuration",          &configuration},
     Scene{"configuration-leaving",  &leavingConfiguration},
