@@ -208,7 +208,8 @@ QString accessibleName(const Control& control, const Signs* signs) {
     case Kind::Button:
         return keyName(control, signs);
     case Kind::Label:
-        return captionOf(control);
+        return control.note().empty() ? captionOf(control)
+                                      : oneLine(control.note()) + QStringLiteral(". ") + captionOf(control);
     case Kind::TextBox:
     case Kind::List:
     case Kind::Slider: {

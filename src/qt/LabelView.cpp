@@ -68,8 +68,10 @@ QColor LabelView::ground() const {
 
 std::optional<Words> LabelView::words() const {
     const RankLook* look = rank();
+    // A note belies the words behind it.
+    const std::string note = control().note().empty() ? "" : control().note() + "\n";
     Words words{rect(),
-                toQtLines(control().onScreen(control().caption())).trimmed(),
+                toQtLines(note + std::string(control().onScreen(control().caption()))).trimmed(),
                 consoleFont(control().fontSize(), control().role() != Role::Plain),
                 QColor::fromRgb(look != nullptr                 ? look->ink
                                 : looksDisabled() || looksOld() ? kMutedInk

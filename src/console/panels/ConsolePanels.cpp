@@ -226,7 +226,9 @@ void ConsolePanels::ErrorMessage(std::int16_t code, Phase missed) {
         }
     }
     session_.messageOpens(code == ErrorCode::DipSwitch ? missed : Phase::None, [this, panel] {
-        panel->at("Shape1").setNote(context_.texts.sModeReached); // what the panel says was so when it came
+        // What the panel says was so when it came.
+        panel->at("lblError").setNote(context_.texts.sModeReached);
+        panel->at("lblError").setRole(Role::Warning);
     });
     show(row, *panel);
 }
