@@ -11,18 +11,19 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kChoice{.off = F, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kCancelled{.poll = Poll::Parked, .busy = Busy::Given};
-constexpr Moment kChosen{.off = modes | X | F, .poll = Poll::Held};
-constexpr Moment kReached{.on = F, .poll = Poll::Free};
-constexpr Moment kHandedOver{.on = A | X, .active = A, .poll = Poll::Free, .busy = Busy::Given};
-constexpr Moment kNotReached{
+constexpr Moment kAutocalibrationChoice{.off = F, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kAutocalibrationCancelled{.poll = Poll::Parked, .busy = Busy::Given};
+constexpr Moment kAutocalibrationChosen{.off = modes | X | F, .poll = Poll::Held};
+constexpr Moment kAutocalibrationReached{.on = F, .poll = Poll::Free};
+constexpr Moment kAutocalibrationHandedOver{
+    .on = A | X, .active = A, .poll = Poll::Free, .busy = Busy::Given};
+constexpr Moment kAutocalibrationNotReached{
     .on = modes | X, .poll = Poll::Parked, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kLeft{.off = modes | X | F, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kEnded{.off = F, .poll = Poll::Held};
-constexpr Moment kDone{
+constexpr Moment kAutocalibrationLeft{.off = modes | X | F, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kAutocalibrationEnded{.off = F, .poll = Poll::Held};
+constexpr Moment kAutocalibrationDone{
     .on = modes | X, .atRest = A, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kDoneInReady{
+constexpr Moment kAutocalibrationDoneInReady{
     .on = modes | X, .atRest = A, .poll = Poll::Parked, .busy = Busy::Given, .prompt = Prompt::Cleared};
 constexpr Moment kCalibrationBehindItDone{.on = modes | X,
                                           .atRest = A,
@@ -98,7 +99,7 @@ void AutocalibrationMode::connectSignals() {
 
 void AutocalibrationMode::ToggleAutocalibrationMode() {
     if (session_.mode() == Phase::NormalOperation) {
-        session_.begin(Run::ChoosingAutocalibration, kChoice);
+        session_.begin(Run::ChoosingAutocalibration, kAutocalibrationChoice);
         askWorkstation();
     } else if (session_.mode() == Phase::Autocalibration) {
         leave();
@@ -158,7 +159,7 @@ void AutocalibrationMode::warn(const std::string& point) {
 }
 
 void AutocalibrationMode::cancelled() {
-    session_.end(kCancelled);
+    session_.end(kAutocalibrationCancelled);
 }
 
 void AutocalibrationMode::enter() {
@@ -166,7 +167,7 @@ void AutocalibrationMode::enter() {
         session_.breakOff();
         return;
     }
-    session_.turn(Run::EnteringAutocalibration, kChosen,
+    session_.turn(Run::EnteringAutocalibration, kAutocalibrationChosen,
                   {.undo = [this] { tmrAutocalON_.stop(); },
                    .ends =
                        [this](Way way) {
@@ -302,7 +303,7 @@ void AutocalibrationMode::waitTick() {
 
 void AutocalibrationMode::modeReached() {
     tmrIniAutocal_.stop();
-    session_.at(kReached);
+    session_.at(kAutocalibrationReached);
     tmrAutocalON_.stop();
     if (session_.is(Run::EnteringAutocalibration) && !tmrDelayAutocal_.running() && !handOverOwed_) {
         handOver(); // it came by way of Ready, and nothing else hands it over
@@ -325,7 +326,7 @@ void AutocalibrationMode::generatorNeverCame() {
 
 void AutocalibrationMode::giveUpEntry() {
     tmrAutocalON_.stop();
-    session_.fail(kNotReached);
+    session_.fail(kAutocalibrationNotReached);
 }
 
 void AutocalibrationMode::modeBegins() {
@@ -359,7 +360,7 @@ void AutocalibrationMode::handOverTick() {
 void AutocalibrationMode::handOver() {
     handOverOwed_ = false;
     session_.setExposures(Exposures::Asked);
-    session_.end(kHandedOver);
+    session_.end(kAutocalibrationHandedOver);
     screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
 }
 
@@ -415,7 +416,7 @@ void AutocalibrationMode::acknowledged(bool on) {
         return;
     }
     const std::string prompt = exitPrompt();
-    session_.turn(Run::LeavingAutocalibration, kEnded);
+    session_.turn(Run::LeavingAutocalibration, kAutocalibrationEnded);
     screen_.prompt(Role::Prompt, prompt);
     startLeaving(kStopCalibration);
 }
@@ -423,7 +424,7 @@ void AutocalibrationMode::acknowledged(bool on) {
 void AutocalibrationMode::leave() {
     session_.openLine();
     const std::string prompt = exitPrompt();
-    session_.begin(Run::LeavingAutocalibration, kLeft);
+    session_.begin(Run::LeavingAutocalibration, kAutocalibrationLeft);
     screen_.prompt(Role::Prompt, prompt);
     startLeaving(kStopAutocalibration);
 }
@@ -459,7 +460,7 @@ void AutocalibrationMode::offTick() {
 
 void AutocalibrationMode::endLeaving() {
     const bool ready = session_.lastPhase() == Phase::NormalOperation;
-    session_.end(ready ? kDoneInReady : kDone);
+    session_.end(ready ? kAutocalibrationDoneInReady : kAutocalibrationDone);
     if (!ready) {
         panels_.tellProtocolError();
     }

@@ -9,19 +9,20 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kChoice{.on = E, .off = modes | U | X, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kChosen{.off = modes | U | X, .poll = Poll::Held};
-constexpr Moment kReached{.on = M | U | X | F,
-                          .atRest = A | U,
-                          .active = M,
-                          .poll = Poll::Free,
-                          .busy = Busy::Given,
-                          .prompt = Prompt::Cleared,
-                          .rx = Rx::On};
-constexpr Moment kNotReached{
+constexpr Moment kCalibrationChoice{.on = E, .off = modes | U | X, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kCalibrationChosen{.off = modes | U | X, .poll = Poll::Held};
+constexpr Moment kCalibrationReached{.on = M | U | X | F,
+                                     .atRest = A | U,
+                                     .active = M,
+                                     .poll = Poll::Free,
+                                     .busy = Busy::Given,
+                                     .prompt = Prompt::Cleared,
+                                     .rx = Rx::On};
+constexpr Moment kCalibrationNotReached{
     .on = modes | X, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared, .rx = Rx::On};
-constexpr Moment kDone{.on = modes, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given, .rx = Rx::Off};
-constexpr Moment kDoneForTheUsers{
+constexpr Moment kCalibrationDone{
+    .on = modes, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given, .rx = Rx::Off};
+constexpr Moment kCalibrationDoneForTheUsers{
     .on = C | A | R, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given, .rx = Rx::Off};
 
 constexpr std::string_view kPanel = "SelWSCal";
@@ -70,7 +71,7 @@ void CalibrationMode::ToggleCalibrationMode() {
 
 void CalibrationMode::enter() {
     session_.at(moments::kFrameTaken);
-    session_.begin(Run::ChoosingWorkstation, kChoice);
+    session_.begin(Run::ChoosingWorkstation, kCalibrationChoice);
     panels_.open(kPanel, [this](ModalPanel&, std::string_view event, std::int16_t workstation) {
         if (event == "OK") {
             panels_.remove(kPanel);
@@ -86,14 +87,14 @@ void CalibrationMode::workstationChosen(std::int16_t workstation) {
         session_.breakOff();
         return;
     }
-    session_.turn(Run::EnteringCalibration, kChosen, entryHooks());
+    session_.turn(Run::EnteringCalibration, kCalibrationChosen, entryHooks());
     beginEntry(kChosenWait);
 }
 
 void CalibrationMode::comeBack() {
     session_.at(moments::kFrameTaken);
     session_.loan().takeBack();
-    session_.begin(Run::EnteringCalibration, kChoice, entryHooks());
+    session_.begin(Run::EnteringCalibration, kCalibrationChoice, entryHooks());
     beginEntry(kReturnWait);
     sendWorkstation();
 }
@@ -146,13 +147,13 @@ void CalibrationMode::onTick() {
 }
 
 void CalibrationMode::entered() {
-    session_.end(kReached);
+    session_.end(kCalibrationReached);
     screen_.hide({"fraActualExposureParameters"});
 }
 
 void CalibrationMode::notEntered() {
     showModeKeys(true);
-    session_.fail(kNotReached);
+    session_.fail(kCalibrationNotReached);
     if (session_.lastPhase() == Phase::Error) {
         session_.stand(); // its own words tell more than a panel would
     } else {
@@ -165,7 +166,7 @@ void CalibrationMode::leave() {
     const bool lent = session_.lent();
     exitSent_ = false;
     session_.at(moments::kFrameTaken);
-    session_.begin(lent ? Run::Lending : Run::LeavingCalibration, kChoice, exitHooks());
+    session_.begin(lent ? Run::Lending : Run::LeavingCalibration, kCalibrationChoice, exitHooks());
     session_.waitPatiently();
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sExitCalibration));
     tmrCalOFF_.start(kLeaveWait);
@@ -206,7 +207,7 @@ void CalibrationMode::offTick() {
 }
 
 void CalibrationMode::left() {
-    const Moment& moment = session_.lent() ? kDoneForTheUsers : kDone;
+    const Moment& moment = session_.lent() ? kCalibrationDoneForTheUsers : kCalibrationDone;
     if (session_.mode() != Phase::NormalOperation) {
         session_.at(moment); // and once more, until it has followed
         if (context_.state.m_ProtocolError) {

@@ -8,11 +8,13 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kAsked{.off = modes | X, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kReached{
+constexpr Moment kConfigurationAsked{.off = modes | X, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Moment kConfigurationReached{
     .on = C | X | F, .active = C, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kNotReached{.on = X, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kDone{.on = modes | X, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given};
+constexpr Moment kConfigurationNotReached{
+    .on = X, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kConfigurationDone{
+    .on = modes | X, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given};
 
 constexpr int kWait = 3000; // ms that the generator gets to change its phase
 
@@ -37,11 +39,11 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ServiceSession& se
 void ConfigurationMode::ToggleConfigurationMode() {
     session_.at(moments::kFrameTaken);
     if (session_.mode() == Phase::NormalOperation) {
-        session_.begin(Run::EnteringConfiguration, kAsked);
+        session_.begin(Run::EnteringConfiguration, kConfigurationAsked);
         tell(true, context_.texts.sEnterConfiguration, tmrConfigON_);
     } else if (session_.mode() == Phase::Configuration) {
         session_.openLine();
-        session_.begin(Run::LeavingConfiguration, kAsked);
+        session_.begin(Run::LeavingConfiguration, kConfigurationAsked);
         tell(false, context_.texts.sExitConfiguration, tmrConfigOFF_);
     }
 }
@@ -55,15 +57,15 @@ void ConfigurationMode::tell(bool enable, std::string_view prompt, Timer& wait) 
 
 void ConfigurationMode::entered() {
     if (session_.mode() == Phase::Configuration) {
-        session_.end(kReached);
+        session_.end(kConfigurationReached);
     } else {
-        session_.fail(kNotReached);
+        session_.fail(kConfigurationNotReached);
         panels_.ErrorMessage(panels_.failureCode(), Phase::Configuration);
     }
 }
 
 void ConfigurationMode::left() {
-    session_.end(kDone);
+    session_.end(kConfigurationDone);
     if (session_.mode() != Phase::NormalOperation) {
         panels_.tellProtocolError();
     }

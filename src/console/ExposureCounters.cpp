@@ -13,13 +13,14 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kAsked{.off = modes | X, .poll = Poll::Held, .busy = Busy::Taken, .caption = Caption::Exit};
-constexpr Moment kShown{.on = R | X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kShownInExposure{.active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kIncomplete{.on = modes, .poll = Poll::Free};
-constexpr Moment kClosed{.on = modes | X, .atRest = R, .caption = Caption::Close};
-constexpr Moment kGone{.on = X, .atRest = R, .prompt = Prompt::Cleared, .caption = Caption::Close};
-constexpr Moment kFailed{.poll = Poll::Free, .busy = Busy::Settled};
+constexpr Moment kCountersAsked{
+    .off = modes | X, .poll = Poll::Held, .busy = Busy::Taken, .caption = Caption::Exit};
+constexpr Moment kCountersShown{.on = R | X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kCountersShownInExposure{.active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kCountersIncomplete{.on = modes, .poll = Poll::Free};
+constexpr Moment kCountersClosed{.on = modes | X, .atRest = R, .caption = Caption::Close};
+constexpr Moment kCountersGone{.on = X, .atRest = R, .prompt = Prompt::Cleared, .caption = Caption::Close};
+constexpr Moment kCountersFailed{.poll = Poll::Free, .busy = Busy::Settled};
 
 constexpr int kReadingPace = 2000; // ms between two requests
 constexpr int kResetHold = 10000;  // ms a reset key has to be held
@@ -79,7 +80,7 @@ void ExposureCounters::open() {
         screen_.show({"cmdResetT1", "cmdResetT2", "cmdResetFluoro"});
     }
     screen_.hide({"lblT3RAD", "lblTube3", "cmdResetT3"}); // they come with a value of their own
-    session_.begin(Run::ReadingCounters, kAsked, hooks());
+    session_.begin(Run::ReadingCounters, kCountersAsked, hooks());
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sReadingExpCounters));
     tmrReadExposureCounters_.start(kReadingPace);
     step_ = 1;
@@ -90,7 +91,7 @@ void ExposureCounters::close() {
         session_.at(moments::kBrokenOff); // no screen has taken prompt and Busy away
     }
     clearScreen();
-    session_.end(kClosed);
+    session_.end(kCountersClosed);
 }
 
 void ExposureCounters::clearScreen() {
@@ -104,7 +105,7 @@ void ExposureCounters::clearScreen() {
 RunHooks ExposureCounters::hooks() {
     return {.undo =
                 [this] {
-                    session_.at(kGone);
+                    session_.at(kCountersGone);
                     clearScreen();
                 },
             .count =
@@ -152,7 +153,7 @@ void ExposureCounters::readTick() {
 void ExposureCounters::endReading() {
     tmrReadExposureCounters_.stop();
     // Without the last answer the keys are the operator's only way out.
-    session_.at(session_.is(Run::ReadingCounters) ? kIncomplete : moments::kPollFree);
+    session_.at(session_.is(Run::ReadingCounters) ? kCountersIncomplete : moments::kPollFree);
 }
 
 void ExposureCounters::abortReading() {
@@ -160,7 +161,7 @@ void ExposureCounters::abortReading() {
     if (session_.countersActive()) {
         close();
     }
-    session_.at(kFailed);
+    session_.at(kCountersFailed);
     panels_.ErrorMessage(ErrorCode::Protocol);
 }
 
@@ -213,7 +214,7 @@ void ExposureCounters::showThirdTube(std::string_view value) {
 
 void ExposureCounters::showScreen() {
     const bool exposing = isExposure(session_.lastPhase());
-    session_.turn(Run::ShowingCounters, exposing ? kShownInExposure : kShown, hooks());
+    session_.turn(Run::ShowingCounters, exposing ? kCountersShownInExposure : kCountersShown, hooks());
     session_.restScreen().closeScreen(); // its key goes, too
     screen_.show({"fraExposureCounters"});
     session_.restScreen().showPositionerKey(false);
