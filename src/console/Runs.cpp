@@ -9,7 +9,7 @@ constexpr Answer ends = Answer::Ends;
 constexpr Answer asks = Answer::Asks;
 constexpr Answer mode = Answer::ByMode;
 constexpr Answer wait = Answer::Waits;
-constexpr Answer none = Answer::Nothing;
+constexpr Answer dead = Answer::Nothing;
 
 // A start anew and a loss end whatever was under way with the machine as it was. A phase ends a run that has
 // no business in it. A run that began with a command goes on to the look at what has come of it.
@@ -29,7 +29,7 @@ constexpr std::array<RunRow, kRuns> kTable{{
     {Run::LeavingAutocalibration,  "leaving autocalibration",  true,  "tmrAutocalOFF",    {"tmrAutocalOFF", "tmrIniAutocal"},                         {},                                                            {ends, goes, goes, goes, ends, goes, ends, mode}},
     {Run::ReadingCounters,         "reading counters",         true,  "",                 {"tmrReadExposureCounters"},                                {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
     {Run::ShowingCounters,         "showing counters",         false, "",                 {"tmrResetTubeCounter"},                                    {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
-    {Run::Closing,                 "closing",                  false, "",                 {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes, none}},
+    {Run::Closing,                 "closing",                  false, "",                 {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes, dead}},
 }};
 // clang-format on
 
