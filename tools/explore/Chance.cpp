@@ -129,7 +129,11 @@ std::string Chance::hold(Session& session) {
     // A finger that is down already makes this the second one.
     std::vector<std::string> names = session.reachable();
     std::erase_if(names, [&](const std::string& name) { return session.find(name)->kind() != Kind::Button; });
-    return names.empty() ? "wait 1000" : "press " + dice_.oneOf(names);
+    if (names.empty()) {
+        return "wait 1000";
+    }
+    const std::string& name = dice_.oneOf(names);
+    return dice_.below(4) == 0 ? "hold " + name + " 15000" : "press " + name;
 }
 
 std::string Chance::letGo(Session& session) {

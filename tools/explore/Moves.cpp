@@ -100,7 +100,7 @@ const std::vector<Ground>& groundsOfStarts() {
              {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)", "msg WM5"})},
              kForced},
             {"the fluoroscopy's page",
-             {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(3)"})},
+             {"", {}, "startphase=2", lentAnd({"msg WM3", "click TorvaneSerial.cmbMainMenu(3)"})},
              kForced},
             {"exposure by software",
              {"-swsync", {}, "startphase=2", lentAnd({"msg WM1", "msg WSS1", "sim prepare", "wait 350"})},
@@ -164,6 +164,7 @@ std::vector<std::string> rareMovesFrom(Session& session) {
             // One finger holds at most one key; a second one may come down on another.
             if (!session.held().contains(name) && session.held().size() < 2) {
                 moves.push_back("press " + name);
+                moves.push_back("hold " + name + " 15000");
             }
             if (!leadsOn(name)) {
                 moves.push_back("click " + name);

@@ -57,7 +57,6 @@ constexpr std::string_view kHost = "a host sends it by an operation, and no key 
 constexpr std::string_view kLent = "the keys are hidden while the machine is lent, and their page is when it is not";
 constexpr std::string_view kDigitalPage = "the way to its page is barred while the machine is lent, and hidden when it is not";
 constexpr std::string_view kOwnWays = "the console leads through the pages of the panel and takes its own ways away";
-constexpr std::string_view kNoPoll = "the poll, which alone finds a loss, is held from its begin to its end";
 constexpr std::array kReasons{
     Reason{"command KV?", kHost},
     Reason{"command MA?", kHost},
@@ -116,13 +115,8 @@ constexpr std::array kReasons{
     Reason{"key TorvaneSerial.cmbToggleDebug", kOwnWays},
     Reason{"key TorvaneSerial.lstExtendedPosition", "it is made hidden and shown by nobody"},
     Reason{"key Quillon.cmdSoftwareUpgrade", "it is disabled as long as it lives"},
+    Reason{"wait TorvaneSerial.tmrAutorepFlKVP", "a host asks for it, and the console does not"},
     Reason{"box refused", "the PC of the scenario runner starts anew when it is asked to; ClosingTest has one that does not"},
-    Reason{"entering configuration meets a loss", kNoPoll},
-    Reason{"leaving configuration meets a loss", kNoPoll},
-    Reason{"choosing a workstation meets a loss", kNoPoll},
-    Reason{"entering calibration meets a loss", kNoPoll},
-    Reason{"choosing autocalibration meets a loss", kNoPoll},
-    Reason{"leaving autocalibration meets a loss", kNoPoll},
 };
 // clang-format on
 

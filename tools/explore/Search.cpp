@@ -192,9 +192,10 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
     }
     const std::vector<std::string_view> words = split(lines_.text(), " ");
     waysBack_ += words.size() == 2 ? 1 : 0;
-    if (!words[0].empty() && learn(std::stoull(std::string(words[0])), nodes_.size())) {
+    const bool more = marks().count() > before; // also where the situation is none: its answer is to come
+    if (!words[0].empty() && (learn(std::stoull(std::string(words[0])), nodes_.size()) || more)) {
         const std::size_t further = addNode(node, {move});
-        if (marks().count() > before) {
+        if (more) {
             begins_.push_back(further);
             promising_.push_back(further);
         } else {

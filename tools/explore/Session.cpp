@@ -225,6 +225,11 @@ bool Session::reaches(std::string_view name) {
 
 bool Session::perform(std::string_view line) {
     const auto [word, rest] = firstWord(line);
+    if (word == "hold") {
+        const auto [name, time] = firstWord(rest);
+        const std::string key(name);
+        return perform("press " + key) && perform("wait " + std::string(time)) && perform("release " + key);
+    }
     if (ended() || !perform(word, rest)) {
         return false;
     }

@@ -40,9 +40,9 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Carries one scenario command out: wait, gap, sim, simulate, msg, ack, port, press, release, click,
-    /// type, select, slide, close, answer, call without arguments. False when it names a control that is not
-    /// there; nothing happens then.
+    /// Carries one scenario command out: wait, gap, sim, simulate, msg, ack, port, press, release, hold,
+    /// click, type, select, slide, close, answer, call without arguments. False when it names a control that
+    /// is not there; nothing happens then.
     bool perform(std::string_view line);
     /// What the generator answers to a command of its own console.
     std::string ask(std::string_view command) { return rig_.farEnd.command(command); }
