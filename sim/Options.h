@@ -21,6 +21,9 @@ struct Options {
     bool acknowledges = true;
     int dropEvery = 0; ///< every Nth acknowledgement is lost; 0 loses none
     int noisePercent = 0;
+    int twicePercent = 0; ///< of the messages come twice
+    int wrongPercent = 0; ///< of the values are others than those that hold
+    bool stuck = false;   ///< each value stays what it was when it was first told
     bool silent = false;
     MessageEnd end = MessageEnd::Lf;
     int baud = 0; ///< pace of the line, both ways; 0 takes no time

@@ -21,7 +21,11 @@ void Outbox::acknowledge(std::int64_t nowMs) {
 
 void Outbox::release(std::int64_t nowMs) {
     for (const std::string& text : collected_) {
-        queue_.push_back({nowMs + options_.answerMs, ended(text)});
+        const std::string told = asTold(text);
+        queue_.push_back({nowMs + options_.answerMs, ended(told)});
+        if (options_.twicePercent != 0 && random_.below(100) < options_.twicePercent) {
+            queue_.push_back({nowMs + options_.answerMs, ended(told)});
+        }
     }
     collected_.clear();
 }
@@ -43,6 +47,25 @@ std::string Outbox::takeNext() {
     }
     ++messagesSent_;
     return withNoise(std::move(bytes));
+}
+
+// A fault of what measures a value, not of the machine: its phase is told as it is.
+std::string Outbox::asTold(const std::string& text) {
+    const auto value = std::min(text.find_first_of("0123456789"), text.size());
+    if (value == text.size() || text.starts_with("ST")) {
+        return text;
+    }
+    std::string told = text;
+    if (options_.stuck) {
+        told = stuck_.try_emplace(text.substr(0, value), text).first->second;
+    } else {
+        stuck_.clear();
+    }
+    if (options_.wrongPercent != 0 && random_.below(100) < options_.wrongPercent) {
+        char& digit = told[told.find_last_of("0123456789")];
+        digit = static_cast<char>('0' + (digit - '0' + 1 + random_.below(9)) % 10);
+    }
+    return told;
 }
 
 std::string Outbox::ended(std::string_view text) const {

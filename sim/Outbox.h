@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,6 +46,7 @@ private:
         std::string bytes;
     };
 
+    [[nodiscard]] std::string asTold(const std::string& text);
     [[nodiscard]] std::string ended(std::string_view text) const;
     [[nodiscard]] std::string withNoise(std::string bytes);
     [[nodiscard]] std::string garbage();
@@ -53,6 +55,7 @@ private:
     Random random_; // its own: noise must not change what the machine does
     std::vector<std::string> collected_;
     std::deque<Item> queue_;
+    std::map<std::string, std::string> stuck_; ///< what was told first, by mnemonic
     int dropNext_ = 0;
     int acknowledgements_ = 0;
     int messagesSent_ = 0;

@@ -1,5 +1,6 @@
 #include "link/SendPath.h"
 
+#include <cassert>
 #include <string>
 
 #include "link/OutboundTable.h"
@@ -80,6 +81,7 @@ void SendPath::Flush() {
 }
 
 void SendPath::transmit(const QueuedMessage& message) {
+    assert(port_.isOpen());
     std::string frame;
     frame.reserve(message.Message.size() + kFrameEnd.size());
     frame.append(message.Message).append(kFrameEnd);

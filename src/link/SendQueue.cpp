@@ -1,5 +1,7 @@
 #include "link/SendQueue.h"
 
+#include <cassert>
+
 namespace quillon {
 
 namespace {
@@ -10,6 +12,12 @@ std::int16_t next(std::int16_t index) {
 
 } // namespace
 
+/// From head to tail there are as many as are counted.
+bool SendQueue::whole() const {
+    return m_QueueCount >= 0 && m_QueueCount <= kCapacity &&
+           (m_QueueHead + m_QueueCount) % kCapacity == m_QueueTail;
+}
+
 QueuedMessage SendQueue::front() const {
     return empty() ? QueuedMessage{} : m_Queue[static_cast<std::size_t>(m_QueueHead)];
 }
@@ -19,6 +27,7 @@ void SendQueue::dequeue() {
         const std::uint32_t ticket = m_Queue[static_cast<std::size_t>(m_QueueHead)].ticket;
         m_QueueHead = next(m_QueueHead);
         --m_QueueCount;
+        assert(whole());
         if (onLeft) {
             onLeft(ticket);
         }
@@ -30,6 +39,7 @@ void SendQueue::enqueue(QueuedMessage message) {
         ++m_QueueCount;
         m_Queue[static_cast<std::size_t>(m_QueueTail)] = std::move(message);
         m_QueueTail = next(m_QueueTail);
+        assert(whole());
     }
 }
 

@@ -36,6 +36,8 @@ public:
     std::function<void(std::uint32_t ticket)> onLeft;
 
 private:
+    [[nodiscard]] bool whole() const;
+
     std::array<QueuedMessage, kCapacity> m_Queue;
     std::int16_t m_QueueCount = 0;
     std::int16_t m_QueueHead = 0;

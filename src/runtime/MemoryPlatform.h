@@ -169,6 +169,8 @@ public:
     /// Lets `ms` pass: all that falls due meanwhile runs at its own time, what falls due at the very end
     /// included. Stops early, at the time reached, once `stop` says so.
     void advance(Milliseconds ms, const std::function<bool()>& stop = {});
+    /// The machine sleeps for `ms`: nothing happens meanwhile. What fell due runs when time passes again.
+    void sleep(Milliseconds ms) { clock_.set(clock_.now() + ms); }
     void processEvents() override { schedule_.runDue(); }
 
 private:

@@ -1,6 +1,7 @@
 #include "runtime/Schedule.h"
 
 #include <algorithm>
+#include <cassert>
 #include <tuple>
 
 namespace quillon {
@@ -62,6 +63,7 @@ bool Schedule::runFirst(Milliseconds limit, std::uint64_t before) {
 }
 
 void Schedule::add(Timer& timer) {
+    assert(std::find(running_.begin(), running_.end(), &timer) == running_.end());
     running_.push_back(&timer);
 }
 
@@ -135,6 +137,7 @@ void Timer::beginPeriod() {
 }
 
 void Timer::fire() {
+    assert(running_ && !inTick_);
     // The next period begins when this one was due, so lateness does not add up; what was missed is not made
     // up for.
     due_ += interval_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <functional>
 #include <list>
@@ -57,6 +58,7 @@ private:
     };
 
     void sweep() {
+        assert(walking_ >= 0); // also when a listener ended with a fault
         if (walking_ == 0) {
             listeners_.remove_if([](const Entry& entry) { return entry.connection == 0; });
         }

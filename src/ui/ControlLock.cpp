@@ -1,6 +1,7 @@
 #include "ui/ControlLock.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace quillon {
@@ -25,13 +26,19 @@ ControlLock& ControlLock::operator=(ControlLock&& other) noexcept {
 
 ControlLock::~ControlLock() {
     for (Control* control : controls_) {
-        std::erase(control->locks_, this);
+        giveBack(*control);
     }
+}
+
+/// It is on the control once, until here.
+void ControlLock::giveBack(Control& control) {
+    [[maybe_unused]] const auto locks = std::erase(control.locks_, this);
+    assert(locks == 1);
 }
 
 void ControlLock::release() {
     for (Control* control : std::exchange(controls_, {})) {
-        std::erase(control->locks_, this);
+        giveBack(*control);
         control->notify();
     }
 }

@@ -22,6 +22,8 @@ public:
     void forget(const Control& control);
 
 private:
+    void giveBack(Control& control);
+
     std::vector<Control*> controls_;
 };
 

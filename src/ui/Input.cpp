@@ -1,6 +1,7 @@
 #include "ui/Input.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "base/Numbers.h"
@@ -20,10 +21,14 @@ void Input::run(const Control& control, const std::function<void()>& handler) {
     }
     struct Hand {
         std::vector<const Control*>& all;
-        ~Hand() { all.pop_back(); }
+        std::size_t depth;
+        ~Hand() {
+            assert(all.size() == depth); // gestures end in the reverse order of their begin, faults or not
+            all.pop_back();
+        }
     };
     hands_.push_back(&control);
-    const Hand hand{hands_};
+    const Hand hand{hands_, hands_.size()};
     // A handler may take its own control away; the copy outlives it.
     const auto copy = handler;
     copy();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <functional>
 #include <string_view>
@@ -45,7 +46,10 @@ public:
 
     /// A message box breaks off what is held and keeps everything else away until it closes.
     void boxOpened();
-    void boxClosed() { --boxes_; }
+    void boxClosed() {
+        assert(boxes_ > 0);
+        --boxes_;
+    }
 
     /// The control whose gesture is being handled; empty between gestures, and while a message box is up.
     [[nodiscard]] const Control* hand() const {

@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "explore/Search.h"
+#include "explore/Session.h"
 
 namespace quillon {
 namespace {

@@ -74,6 +74,23 @@ TEST(Faults, LostAcknowledgementsLeaveTheCommandDone) {
     EXPECT_EQ(bench.status("ack-dropped"), "7");
 }
 
+TEST(Faults, ValuesAreTwiceStuckOrWrongAndThePhaseIsNot) {
+    UpBench bench({"ack=off"});
+    bench.desk("set twice 100");
+    EXPECT_EQ(bench.ask("KV?"), (Lines{"KV70", "KV70"}));
+    bench.desk("set twice 0");
+    bench.desk("set stuck 1");
+    EXPECT_EQ(bench.ask("KVU"), Lines{"KV71"});
+    EXPECT_EQ(bench.ask("KVU"), Lines{"KV71"});
+    bench.desk("set stuck 0");
+    EXPECT_EQ(bench.ask("KV?"), Lines{"KV72"});
+    bench.desk("set wrong 100");
+    const Lines wrong = bench.ask("KV?");
+    ASSERT_EQ(wrong.size(), 1U);
+    EXPECT_TRUE(wrong[0].starts_with("KV7") && wrong[0].size() == 4 && wrong[0] != "KV72") << wrong[0];
+    EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
+}
+
 TEST(Robustness, AnyBytesAndAnyCommandsAreBorne) {
     constexpr std::string_view kPieces[] = {"KV",   "MA+", "CF1", "CA1",   "CAU1", "FO", "\r\n\x03",
                                             "\x03", "SA",  "WS2", "KVTF",  "URS",  "CD", "CG",

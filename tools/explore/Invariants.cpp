@@ -85,7 +85,8 @@ std::string phaseOfCommand(const Facts& facts) {
     const OutboundRow* row = outboundRow(facts.frame);
     // The generator may ask in any phase whether exposures are enabled, and is answered.
     // The last word on the line allows X-rays, whatever the phase.
-    if (row == nullptr || (row->mnemonic == "RX" && (facts.enableAsked || facts.doing().is(Run::Closing)))) {
+    const bool last = facts.doing().is(Run::Closing) || facts.restarts();
+    if (row == nullptr || (row->mnemonic == "RX" && (facts.enableAsked || last))) {
         return {};
     }
     const bool allowed = std::any_of(facts.masks.begin(), facts.masks.end(),
@@ -483,6 +484,12 @@ std::span<const Invariant> invariants() {
     return kInvariants;
 }
 
+bool takesSomething(const Control& control) {
+    const Kind kind = control.kind();
+    return (kind == Kind::Button && !control.lamp()) || kind == Kind::Slider || kind == Kind::List ||
+           (kind == Kind::TextBox && !control.readOnly());
+}
+
 void Facts::begin() {
     application().console().events.Busy.connect([this](std::int16_t state) { busy = state; });
 }
@@ -561,6 +568,17 @@ void Facts::closeUp(Run before) {
     }
 }
 
+bool Facts::restarts() const {
+    const auto& boxes = rig_.machine.desktop.boxes();
+    return !boxes.empty() && boxes.back().yes;
+}
+
+void Facts::slept(Milliseconds ms) {
+    if (pollAway >= 0) {
+        pollAway += ms;
+    }
+}
+
 void Facts::watchPoll() {
     const bool holds = !doing().idle() || link().answering() || link().timer("tmrAutoRepeat").running() || !held.empty() ||
                        !portOpen() || doing().poweringUp() || panel() != nullptr || phase == 0;
@@ -631,10 +649,7 @@ std::vector<const Control*> Facts::inReach() const {
     std::vector<const Control*> all;
     for (const ControlHost* host : hosts()) {
         for (const auto& control : host->controls()) {
-            const Kind kind = control->kind();
-            const bool takes = (kind == Kind::Button && !control->lamp()) || kind == Kind::Slider ||
-                               kind == Kind::List || (kind == Kind::TextBox && !control->readOnly());
-            if (takes && reaches(*control)) {
+            if (takesSomething(*control) && reaches(*control)) {
                 all.push_back(control.get());
             }
         }

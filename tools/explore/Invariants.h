@@ -16,6 +16,9 @@
 
 namespace quillon {
 
+/// Of a control: a hand can do something to it.
+[[nodiscard]] bool takesSomething(const Control& control);
+
 /// What is known from outside of a console in the middle of its work: what passed on the line, and whose
 /// hands did what.
 class Facts {
@@ -30,6 +33,10 @@ public:
     void frameWritten(std::string_view text);
     /// A hand has gone to a control within reach; its commands may go out now.
     void handAt(std::string_view name);
+    /// The PC slept; nothing could happen.
+    void slept(Milliseconds ms);
+    /// The operator wants the PC to start anew.
+    [[nodiscard]] bool restarts() const;
     /// To be called whenever something may have changed.
     void look();
 

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "Scenes.h"
-#include "link/InboundTable.h"
 
 namespace quillon {
 
@@ -22,10 +21,10 @@ const std::vector<std::string> kForced{
 
 /// A search begins in Ready, where every workflow is at hand.
 const std::vector<Ground> kGrounds{
-    {"told",        {"-swsync", {},             std::nullopt,  kFromReady},      kReports},
-    {"remote",      {"",        {"REMOTE=YES"}, std::nullopt,  kFromReady},      kReports},
-    {"orla",        {"",        {"ORLA=YES"},   std::nullopt,  kFromReady},      kReports},
-    {"simulated",   {"",        {"REMOTE=YES"}, "startphase=2", {"wait 17000"}}, kForced},
+    {"told",        {"-swsync", {},             std::nullopt,   kFromReady},      kReports},
+    {"remote",      {"",        {"REMOTE=YES"}, std::nullopt,   kFromReady},      kReports},
+    {"orla",        {"",        {"ORLA=YES"},   std::nullopt,   kFromReady},      kReports},
+    {"simulated",   {"",        {"REMOTE=YES"}, "startphase=2", {"wait 17000"}}, kForced, true},
 };
 
 /// Keys that lead from one state to another. What comes of a press that lasts is only seen in a wait.
@@ -40,23 +39,23 @@ constexpr std::array<std::string_view, 22> kClicked{
 constexpr std::array<std::string_view, 2> kHeld{"Quillon.cmdResetT1", "Quillon.cmbClose"};
 constexpr std::array<std::string_view, 2> kWaits{"wait 12000", "wait 61000"};
 
-constexpr std::array<int, 11> kAnyWait{50, 200, 350, 500, 1000, 3000, 5000, 12000, 25000, 50000, 61000};
-constexpr std::array<std::string_view, 35> kMishaps{
-    "silence on", "silence off", "silence off", "noise 30", "noise 0", "drop 1", "drop 6", "drop every 3",
-    "drop every 0", "power off", "power on", "power on", "error 12", "error 0", "error L3", "warning 5",
-    "warning 40", "aec 1", "aec 2", "heat 99", "heat 10", "door 1", "door 0", "rotor 1", "rotor 0", "prepare",
-    "expose", "expose", "release", "fluoro on", "fluoro off", "set dipswitch 0", "set dipswitch 1", "set ack off",
-    "set modechange 90000"};
-constexpr std::array<std::string_view, 8> kGenerators{
-    "", "startphase=2", "startphase=6", "startphase=8", "autoexpose=1 startphase=2",
-    "type=rad thirdtube=1", "techmode=0 end=lfetx answer=300 ack=200", "end=etx modechange=4000 startphase=2"};
-constexpr std::array<std::string_view, 5> kSwitches{"", "", "", "-swsync -ResetCounters", "-P2 -ORLA -logFile"};
-constexpr std::array<std::string_view, 12> kValues{
-    "", "0", "1", "2", "3", "50", "100", "-1", "12.5", "40000", "99999999999", "x"};
+constexpr std::array<std::string_view, 10> kRare{
+    "gap 600000", "gap 5000", "close", "call Quillon.LeaveNow", "sim set stuck 1", "sim set wrong 50", "sim set twice 50",
+    "sim set answer 2500", "sim set ack 1500", "sim drop 4"};
 // clang-format on
 
-bool leadsOn(const std::string& name) {
-    return std::find(kClicked.begin(), kClicked.end(), name) != kClicked.end();
+constexpr int kPhases = 13;
+const std::vector<std::string> kFullInstallation{
+    "[TM]",          "TM=0",           "[ThirdTube]",    "ThirdTube=1", "[SolapeFocos]",
+    "SolapeFocos=1", "[AutocalRetry]", "AutocalRetry=1", "[Extended]",  "E01=100"};
+
+/// Lent, so that the pages of the main menu are in reach.
+std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
+    const auto lent = std::find_if(scenes().begin(), scenes().end(),
+                                   [](const Scene& scene) { return scene.name == "the users"; });
+    std::vector<std::string> lines = lent->lines();
+    lines.insert(lines.end(), more.begin(), more.end());
+    return lines;
 }
 
 } // namespace
@@ -65,14 +64,71 @@ const std::vector<Ground>& grounds() {
     return kGrounds;
 }
 
-std::vector<Ground> groundsOfScenes() {
-    std::vector<Ground> all;
-    for (const Scene& scene : scenes()) {
-        if (scene.run != Run::Closing) {
-            all.push_back({scene.name, {"", {"REMOTE=YES"}, "startphase=2", scene.lines()}, kForced});
+const std::vector<Ground>& groundsOfScenes() {
+    static const std::vector<Ground> all = [] {
+        std::vector<Ground> made;
+        for (const Scene& scene : scenes()) {
+            if (scene.run != Run::Closing) {
+                made.push_back(
+                    {std::string(scene.name), {"", {"REMOTE=YES"}, "startphase=2", scene.lines()}, kForced});
+            }
         }
+        return made;
+    }();
+    return all;
+}
+
+const std::vector<Ground>& groundsOfStarts() {
+    static const std::vector<Ground> all = [] {
+        std::vector<Ground> made{
+            {"nothing is said", {"", {"ORLA=YES"}, std::nullopt, {"wait 500"}}, kReports},
+            {"the port fails",
+             {"", {"REMOTE=YES"}, "startphase=2", {"wait 5000", "port 1 ok"}, {"port 1 fail"}},
+             kForced},
+            {"a full installation",
+             {"-swsync -ResetCounters",
+              {},
+              "startphase=2 techmode=0 thirdtube=1 autocalresult=error",
+              {"wait 20000"},
+              {},
+              kFullInstallation},
+             kForced},
+            {"the exposure control's page",
+             {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)"})},
+             kForced},
+            {"a digital workstation",
+             {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)", "msg WM5"})},
+             kForced},
+            {"the fluoroscopy's page",
+             {"", {}, "startphase=2", lentAnd({"msg WM3", "click TorvaneSerial.cmbMainMenu(3)"})},
+             kForced},
+            {"exposure by software",
+             {"-swsync", {}, "startphase=2", lentAnd({"msg WM1", "msg WSS1", "sim prepare", "wait 350"})},
+             kForced},
+            {"a wrong line", {"-S1 -P99", {}, "startphase=2", {"wait 20000"}}, kForced},
+            {"wrong settings",
+             {"", {"PORT=x", "Width=x", "REMOTE=YES"}, "startphase=2", {"wait 20000"}},
+             kForced}};
+        for (int phase = 1; phase <= kPhases; ++phase) {
+            made.push_back({"found in phase " + std::to_string(phase),
+                            {"", {"REMOTE=YES"}, "startphase=" + std::to_string(phase), {"wait 20000"}},
+                            kForced});
+        }
+        return made;
+    }();
+    return all;
+}
+
+std::vector<Ground> allGrounds() {
+    std::vector<Ground> all = grounds();
+    for (const auto* more : {&groundsOfScenes(), &groundsOfStarts()}) {
+        all.insert(all.end(), more->begin(), more->end());
     }
     return all;
+}
+
+bool leadsOn(std::string_view name) {
+    return std::find(kClicked.begin(), kClicked.end(), name) != kClicked.end();
 }
 
 std::vector<std::string> movesFrom(Session& session, const Ground& ground) {
@@ -97,79 +153,33 @@ std::vector<std::string> movesFrom(Session& session, const Ground& ground) {
     return moves;
 }
 
-Plan Chance::plan() {
-    Plan plan = ground_.start;
-    if (plan.generator) {
-        plan.commandLine = oneOf(kSwitches);
-        plan.configuration.clear();
-        if (below(2) == 0) {
-            plan.configuration.push_back(below(2) == 0 ? "REMOTE=YES" : "ORLA=YES");
+std::vector<std::string> rareMovesFrom(Session& session) {
+    std::vector<std::string> moves(kRare.begin(), kRare.end());
+    if (session.held().contains("Quillon.cmbClose")) {
+        moves.emplace_back("answer yes");
+    }
+    for (const std::string& name : session.reachable()) {
+        const Control& control = *session.find(name);
+        if (control.kind() == Kind::Button) {
+            // One finger holds at most one key; a second one may come down on another.
+            if (!session.held().contains(name) && session.held().size() < 2) {
+                moves.push_back("press " + name);
+                moves.push_back("hold " + name + " 15000");
+            }
+            if (!leadsOn(name)) {
+                moves.push_back("click " + name);
+            }
+        } else if (control.kind() == Kind::TextBox) {
+            moves.push_back("type " + name + " 50");
+        } else if (control.kind() == Kind::Slider) {
+            moves.push_back("slide " + name + " 100");
+        } else {
+            for (const std::string& item : control.items()) {
+                moves.push_back("select " + name + " " + item);
+            }
         }
-        plan.generator = "seed=" + std::to_string(below(1000)) + " " + std::string(oneOf(kGenerators));
     }
-    return plan;
-}
-
-std::string Chance::next(Session& session) {
-    const std::size_t roll = below(100);
-    if (roll < 50) {
-        return hand(session);
-    }
-    if (roll < 80) {
-        return below(4) == 0 ? "wait " + std::to_string(session.nextWait())
-                             : "wait " + std::to_string(oneOf(kAnyWait));
-    }
-    return roll < 94 ? mishap() : report();
-}
-
-std::string Chance::hand(Session& session) {
-    if (!session.held().empty() && below(3) != 0) {
-        return "release " + *session.held().begin() + (below(4) == 0 ? " outside" : "");
-    }
-    const std::vector<std::string> names = session.reachable();
-    if (names.empty()) {
-        return "wait 1000";
-    }
-    // Keys that begin or end a mode come more often than chance would bring them.
-    std::vector<std::string> modes;
-    std::copy_if(names.begin(), names.end(), std::back_inserter(modes), leadsOn);
-    const std::string name = !modes.empty() && below(3) == 0 ? oneOf(modes) : oneOf(names);
-    // A session that says goodbye early has little to tell.
-    if (name == "Quillon.cmbClose" && session.find(name)->caption() == "Close" && below(20) != 0) {
-        return "wait 500";
-    }
-    return touch(session, name);
-}
-
-std::string Chance::touch(Session& session, const std::string& name) {
-    const Control& control = *session.find(name);
-    if (control.kind() == Kind::TextBox) {
-        return "type " + name + " " + std::string(oneOf(kValues));
-    }
-    if (control.kind() == Kind::Slider) {
-        return "slide " + name + " " + std::to_string(below(200));
-    }
-    if (control.kind() == Kind::List) {
-        return control.items().empty() ? "wait 200" : "select " + name + " " + oneOf(control.items());
-    }
-    return (below(3) == 0 ? "press " : "click ") + name;
-}
-
-std::string Chance::mishap() {
-    if (!ground_.start.generator) {
-        return oneOf(ground_.generator);
-    }
-    if (below(8) == 0) {
-        return "sim phase " + std::to_string(1 + below(13));
-    }
-    return "sim " + std::string(oneOf(kMishaps));
-}
-
-std::string Chance::report() {
-    // Values that the generator would not send just now, or ever. A phase that a simulated one is not in
-    // would leave both sides with their own idea of the truth.
-    const InboundRow& row = oneOf(kInboundTable);
-    return row.key == "ST" ? "wait 350" : "msg " + std::string(row.key) + std::string(oneOf(kValues));
+    return moves;
 }
 
 } // namespace quillon

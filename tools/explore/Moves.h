@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,41 +10,27 @@ namespace quillon {
 
 /// Where a search begins, and what the generator may do there.
 struct Ground {
-    std::string_view name;
+    std::string name;
     Plan start;
     std::vector<std::string> generator; ///< scenario commands
+    bool varies = false; ///< a walk may begin with another simulated generator and other switches
 };
+/// "told", "remote", "orla", "simulated": in Ready.
 [[nodiscard]] const std::vector<Ground>& grounds();
 /// The middle of every run, before a simulated generator.
-[[nodiscard]] std::vector<Ground> groundsOfScenes();
+[[nodiscard]] const std::vector<Ground>& groundsOfScenes();
+/// Every phase that a generator may be found in, one that says nothing, and a port that does not open.
+[[nodiscard]] const std::vector<Ground>& groundsOfStarts();
+/// All of these.
+[[nodiscard]] std::vector<Ground> allGrounds();
+
+/// A key that leads from one state to another.
+[[nodiscard]] bool leadsOn(std::string_view name);
 
 /// The few moves that make a difference: the keys of modes and panels that are in reach, the generator's, and
 /// the waits.
 [[nodiscard]] std::vector<std::string> movesFrom(Session& session, const Ground& ground);
-
-/// Random actions of an operator and faults of a generator, from one seed, with all that a hand can do;
-/// everything follows from the seed.
-class Chance {
-public:
-    Chance(const Ground& ground, std::uint32_t seed) : ground_(ground), engine_(seed) {}
-
-    /// A simulated generator of some kind; for a ground without one, its own start.
-    [[nodiscard]] Plan plan();
-    /// The next command: a key among those in reach, a wait, something that befalls the generator.
-    [[nodiscard]] std::string next(Session& session);
-    [[nodiscard]] std::size_t below(std::size_t limit) { return engine_() % limit; }
-
-private:
-    template <typename List> [[nodiscard]] auto& oneOf(const List& list) {
-        return list[below(std::size(list))];
-    }
-    [[nodiscard]] std::string hand(Session& session);
-    [[nodiscard]] std::string touch(Session& session, const std::string& name);
-    [[nodiscard]] std::string mishap();
-    [[nodiscard]] std::string report();
-
-    const Ground& ground_;
-    std::mt19937 engine_; // no standard distributions: they differ between libraries
-};
+/// What need not be tried in every state: all other keys, a second finger, faults of values, the end.
+[[nodiscard]] std::vector<std::string> rareMovesFrom(Session& session);
 
 } // namespace quillon

@@ -1,13 +1,24 @@
 #include "Search.h"
 
 #include <algorithm>
+#include <array>
+
+#include "Chance.h"
+#include "base/Text.h"
 
 namespace quillon {
 
 namespace {
 
-/// From one state in so many the way back is gone; it takes longer than all the moves before it.
+/// From one situation in so many the way back is gone; it takes longer than all the moves before it.
 constexpr std::uint64_t kSampled = 8;
+constexpr std::size_t kRoom = 1U << 20U;
+/// Of what a copy tells.
+constexpr char kBetween = '\x1f';
+constexpr char kEnd = '\n';
+/// The program broke, which no invariant tells.
+constexpr std::string_view kBroke = "TheProgramGoesOn";
+constexpr std::string_view kReached = "AProbeIsReached";
 
 void play(Session& session, const std::vector<std::string>& lines) {
     for (const std::string& line : lines) {
@@ -20,8 +31,8 @@ bool saw(const Session& session, const Violation& violation) {
     return std::find(all.begin(), all.end(), violation) != all.end();
 }
 
-/// Plays the plan, with its end if it takes that; says whether it shows the violation.
-bool shows(Session& session, const Plan& plan, const Violation& violation) {
+/// The plan, with its end if it takes that.
+void playWithEnd(Session& session, const Plan& plan, const Violation& violation) {
     play(session, plan.lines);
     if (!saw(session, violation) && violation.invariant == "AKeyLeadsOn") {
         session.stand();
@@ -29,23 +40,79 @@ bool shows(Session& session, const Plan& plan, const Violation& violation) {
     if (!saw(session, violation)) {
         session.leave();
     }
-    return saw(session, violation);
+}
+
+std::uint64_t hashOf(std::string_view text, std::uint64_t with) {
+    for (const char c : text) {
+        with = (with ^ static_cast<unsigned char>(c)) * 1099511628211U;
+    }
+    return with;
 }
 
 } // namespace
 
-Plan Search::planOf(const Path& path) const {
-    Plan plan = ground_.start;
-    plan.lines.insert(plan.lines.end(), path.begin(), path.end());
+Search::Search(const std::vector<Ground>& grounds, std::size_t most)
+    : most_(most), marks_(Probes::all().size()), told_(kRoom), lines_(kRoom) {
+    for (const Ground& ground : grounds) {
+        edge_.push_back(addStart(ground));
+    }
+}
+
+std::size_t Search::addStart(Ground ground) {
+    grounds_.push_back(std::move(ground));
+    nodes_.push_back({nodes_.size(), grounds_.size() - 1, 0, {}});
+    begins_.push_back(nodes_.size() - 1);
+    return nodes_.size() - 1;
+}
+
+std::size_t Search::addNode(std::size_t before, std::vector<std::string> moves) {
+    const Node& from = nodes_[before];
+    nodes_.push_back({before, from.ground, from.distance + moves.size(), std::move(moves)});
+    return nodes_.size() - 1;
+}
+
+/// True for a situation that was not known.
+bool Search::learn(std::uint64_t situation, std::size_t node) {
+    return seen_.emplace(situation, node).second;
+}
+
+Plan Search::planOf(std::size_t node) const {
+    std::vector<const Node*> way;
+    for (; nodes_[node].before != node; node = nodes_[node].before) {
+        way.push_back(&nodes_[node]);
+    }
+    Plan plan = grounds_[nodes_[node].ground].start;
+    for (auto each = way.rbegin(); each != way.rend(); ++each) {
+        plan.lines.insert(plan.lines.end(), (*each)->moves.begin(), (*each)->moves.end());
+    }
     return plan;
 }
 
-bool Search::enough() const {
-    return findings_.size() >= most_;
+void Search::tell(const Session& session) {
+    for (const Violation& violation : session.violations()) {
+        told_.add(violation.invariant + kBetween + violation.what + kBetween +
+                  std::to_string(violation.time) + kEnd);
+    }
 }
 
-void Search::keep(const Session& session, const Plan& plan) {
-    for (const Violation& violation : session.violations()) {
+/// What a copy told, that it broke if it did, and that it came upon what is wanted.
+void Search::keep(const Plan& plan, const std::string& broke) {
+    std::vector<Violation> all;
+    for (const std::string_view line : split(told_.text(), std::string_view(&kEnd, 1))) {
+        if (const auto parts = split(line, std::string_view(&kBetween, 1)); parts.size() == 3) {
+            all.push_back({std::string(parts[0]), std::string(parts[1]), std::stoll(std::string(parts[2]))});
+        }
+    }
+    if (!broke.empty()) {
+        all.push_back({std::string(kBroke), broke, 0});
+    }
+    if (!wanted_.empty()) {
+        all.clear();
+        if (marks().reached(wanted_)) {
+            all.push_back({std::string(kReached), wanted_, 0});
+        }
+    }
+    for (const Violation& violation : all) {
         const bool known = std::any_of(findings_.begin(), findings_.end(), [&](const Finding& finding) {
             return finding.violation == violation;
         });
@@ -55,53 +122,104 @@ void Search::keep(const Session& session, const Plan& plan) {
     }
 }
 
-void Search::breadthFirst(std::size_t states, const std::function<bool()>& stop) {
-    if (seen_.empty()) {
-        edge_.push_back({});
-    }
-    while (!edge_.empty() && seen_.size() < states && !enough() && !(stop && stop())) {
-        const Path path = std::move(edge_.front());
-        edge_.pop_front();
-        depth_ = path.size() + 1;
-        expand(path);
-    }
-}
-
-void Search::expand(const Path& path) {
-    const Plan plan = planOf(path);
-    Session session(plan);
-    play(session, plan.lines);
-    // A state cannot be copied: each move is made in a console of its own that is led there.
-    for (std::string& move : movesFrom(session, ground_)) {
-        Path further = path;
-        further.push_back(std::move(move));
-        visit(further);
+void Search::breadthFirst(std::size_t situations, const std::function<bool()>& stop) {
+    while ((!edge_.empty() || !promising_.empty()) && seen_.size() < situations && !enough() &&
+           !(stop && stop())) {
+        // In turns from the nearest, and from the last that came upon something new.
+        std::size_t node = 0;
+        if (!promising_.empty() && (edge_.empty() || looked_ % 2 == 1)) {
+            node = promising_.back();
+            promising_.pop_back();
+        } else {
+            node = edge_.front();
+            edge_.pop_front();
+        }
+        expand(node);
     }
 }
 
-void Search::visit(const Path& path) {
-    const Plan plan = planOf(path);
-    Session session(plan);
+void Search::expand(std::size_t node) {
+    const Plan plan = planOf(node);
+    Session session(plan, marks());
     play(session, plan.lines);
-    ++moves_;
-    if (!session.violations().empty()) {
-        keep(session, plan);
+    ++looked_;
+    if (session.ended()) {
         return;
     }
-    const std::uint64_t state = session.ended() ? 0 : session.state();
-    if (!session.ended()) {
-        if (!seen_.insert(state).second) {
-            return;
-        }
-        edge_.push_back(path);
+    (void)learn(session.situation(), node);
+    for (const std::string& move : movesFrom(session, grounds_[nodes_[node].ground])) {
+        visit(session, node, move);
     }
-    if (state % kSampled < 2) {
-        ++waysBack_;
-        if (state % kSampled == 1) {
-            session.stand();
+    const ServiceSession& doing = session.application().console().session();
+    const auto place =
+        static_cast<std::uint64_t>(doing.run()) * 64 + static_cast<std::uint64_t>(doing.lastPhase());
+    for (const std::string& move : rareMovesFrom(session)) {
+        if (tried_.insert(hashOf(move, place)).second) {
+            visit(session, node, move);
         }
-        session.leave();
-        keep(session, plan);
+    }
+}
+
+void Search::visit(Session& session, std::size_t node, const std::string& move) {
+    if (enough()) {
+        return;
+    }
+    told_.clear();
+    lines_.clear();
+    ++moves_;
+    const std::size_t before = marks().count();
+    const std::string broke = inACopy([&] {
+        session.perform(move);
+        const std::uint64_t situation = session.ended() ? 0 : session.situation();
+        const bool fresh = session.ended() || !seen_.contains(situation);
+        if (!session.ended()) {
+            lines_.add(std::to_string(situation));
+        }
+        if (fresh && session.violations().empty() && situation % kSampled < 2) {
+            lines_.add(" back");
+            if (situation % kSampled == 1) {
+                session.stand();
+            }
+            session.leave();
+        }
+        tell(session);
+    });
+    if (!broke.empty() || !told_.text().empty() || (!wanted_.empty() && marks().reached(wanted_))) {
+        Plan plan = planOf(node);
+        plan.lines.push_back(move);
+        keep(plan, broke);
+        return;
+    }
+    const std::vector<std::string_view> words = split(lines_.text(), " ");
+    waysBack_ += words.size() == 2 ? 1 : 0;
+    const bool more = marks().count() > before; // also where the situation is none: its answer is to come
+    if (!words[0].empty() && (learn(std::stoull(std::string(words[0])), nodes_.size()) || more)) {
+        const std::size_t further = addNode(node, {move});
+        if (more) {
+            begins_.push_back(further);
+            promising_.push_back(further);
+        } else {
+            edge_.push_back(further);
+        }
+    }
+}
+
+/// A start, something that was new once, or a situation that nobody has gone on from.
+std::size_t Search::beginOfWalk(Dice& dice) {
+    switch (dice.below(3)) {
+    case 0:
+        return begins_[dice.below(begins_.size())];
+    case 1:
+        if (!edge_.empty()) {
+            return edge_[dice.below(edge_.size())];
+        }
+        [[fallthrough]];
+    default: {
+        const auto start = std::find_if(
+            nodes_.begin(), nodes_.end(),
+            [&, at = dice.below(grounds_.size())](const Node& node) { return node.ground == at; });
+        return static_cast<std::size_t>(start - nodes_.begin());
+    }
     }
 }
 
@@ -109,43 +227,126 @@ void Search::walk(std::uint32_t seed, int moves) {
     if (enough()) {
         return;
     }
-    Chance chance(ground_, seed);
-    Plan plan = chance.plan();
-    if (!plan.generator && !edge_.empty()) {
-        plan = planOf(edge_[chance.below(edge_.size())]);
+    SeededDice dice(seed);
+    std::size_t node = beginOfWalk(dice);
+    Plan plan = planOf(node);
+    Ground ground = grounds_[nodes_[node].ground];
+    Chance chance(ground, dice);
+    const bool varies = ground.varies && nodes_[node].before == node;
+    if (varies) {
+        plan = chance.plan();
     }
-    Session session(plan);
-    play(session, plan.lines);
-    for (int i = 0; i < moves && !session.ended() && session.violations().empty(); ++i) {
-        session.perform(chance.next(session));
-    }
-    moves_ += session.done().size();
+    told_.clear();
+    lines_.clear();
+    const std::size_t before = marks().count();
+    const std::string broke = inACopy([&] {
+        Session session(plan, marks());
+        play(session, plan.lines);
+        for (int i = 0; i < moves && !session.ended() && session.violations().empty(); ++i) {
+            const std::string move = chance.next(session);
+            lines_.add(move + kBetween); // beforehand: it may be what breaks the program
+            session.perform(move);
+            lines_.add((session.ended() ? std::string() : std::to_string(session.situation())) + kEnd);
+        }
+        if (seed % 2 == 1) {
+            session.stand();
+        }
+        session.leave();
+        tell(session);
+    });
     ++walks_;
-    plan.lines = session.done();
-    if (seed % 2 == 1) {
-        session.stand();
+    if (broke.empty() && told_.text().empty() && (wanted_.empty() || !marks().reached(wanted_))) {
+        if (varies) {
+            Ground other = ground;
+            other.start = plan;
+            other.varies = false;
+            node = addStart(std::move(other));
+        }
+        learnWalk(node, marks().count() > before);
+        return;
     }
-    session.leave();
-    keep(session, plan);
+    for (const std::string_view line : split(lines_.text(), std::string_view(&kEnd, 1))) {
+        if (const auto parts = split(line, std::string_view(&kBetween, 1)); !parts[0].empty()) {
+            plan.lines.emplace_back(parts[0]);
+        }
+    }
+    keep(plan, broke);
 }
 
-std::string Search::found() const {
-    std::string text;
-    for (const Finding& finding : findings_) {
-        Plan plan = finding.plan;
+/// Each new situation on the way of a walk can be gone on from.
+void Search::learnWalk(std::size_t node, bool more) {
+    std::vector<std::string> moves;
+    for (const std::string_view line : split(lines_.text(), std::string_view(&kEnd, 1))) {
+        const auto parts = split(line, std::string_view(&kBetween, 1));
+        if (parts.size() != 2 || parts[1].empty()) {
+            continue;
+        }
+        ++steps_;
+        moves.emplace_back(parts[0]);
+        if (learn(std::stoull(std::string(parts[1])), nodes_.size())) {
+            node = addNode(node, std::move(moves));
+            moves.clear();
+            edge_.push_back(node);
+        }
+    }
+    if (more) {
+        begins_.push_back(node);
+    }
+}
+
+// What was found -----------------------------------------------------------------------------------------
+
+bool Search::shows(const Plan& plan, const Violation& violation, bool end) {
+    told_.clear();
+    lines_.clear();
+    const std::string broke = inACopy([&] {
+        std::vector<std::uint8_t> marks(Probes::all().size());
+        Session session(plan, Marks(marks));
+        if (end) {
+            playWithEnd(session, plan, violation);
+        } else {
+            play(session, plan.lines);
+        }
+        for (const std::string& line : session.done()) {
+            lines_.add(line + "\n"); // what the end adds is part of the story
+        }
+        if (saw(session, violation) ||
+            (violation.invariant == kReached && Marks(marks).reached(violation.what))) {
+            told_.add("yes");
+        }
+    });
+    return violation.invariant == kBroke ? broke == violation.what : told_.text() == "yes";
+}
+
+/// Without what is not needed to show it, and with what the end adds.
+Plan Search::story(Plan plan, const Violation& violation) {
+    const auto shorten = [&](bool end) {
         plan.lines = shortest(plan.lines, [&](const std::vector<std::string>& lines) {
             Plan less = plan;
             less.lines = lines;
-            Session session(less);
-            return shows(session, less, finding.violation);
+            return shows(less, violation, end);
         });
-        Session session(plan);
-        (void)shows(session, plan, finding.violation);
-        plan.lines = session.done(); // what the end adds is part of the story
-        for (const Violation& violation : session.violations()) {
-            text += "# " + violation.text() + "\n";
+    };
+    shorten(true);
+    if (shows(plan, violation, true) && violation.invariant != kBroke) {
+        plan.lines.clear();
+        for (const std::string_view line : split(lines_.text(), "\n")) {
+            if (!line.empty()) {
+                plan.lines.emplace_back(line);
+            }
         }
-        text += scenarioOf(plan) + "\n";
+        if (shows(plan, violation, false)) {
+            shorten(false); // it needs some of the end only
+        }
+    }
+    return plan;
+}
+
+std::string Search::found() {
+    std::string text;
+    for (const Finding& finding : findings_) {
+        text += "# " + finding.violation.text() + "\n" + scenarioOf(story(finding.plan, finding.violation)) +
+                "\n";
     }
     return text;
 }
@@ -159,9 +360,20 @@ std::string Search::named() const {
 }
 
 std::string Search::figures() const {
-    return std::string(ground_.name) + ": " + std::to_string(seen_.size()) + " states to depth " +
-           std::to_string(depth_) + ", " + std::to_string(walks_) + " walks, " + std::to_string(moves_) +
-           " moves, " + std::to_string(waysBack_ + walks_) + " ways back";
+    constexpr std::array<std::size_t, 7> kDistances{1, 2, 3, 5, 10, 30, 100};
+    std::array<std::size_t, kDistances.size() + 1> counts{};
+    for (const auto& [situation, node] : seen_) {
+        const auto at = std::lower_bound(kDistances.begin(), kDistances.end(), nodes_[node].distance);
+        ++counts.at(static_cast<std::size_t>(at - kDistances.begin()));
+    }
+    std::string text = std::to_string(seen_.size()) + " situations, of which " + std::to_string(looked_) +
+                       " were gone on from;";
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        text += " " + std::to_string(counts[i]) +
+                (i < kDistances.size() ? " within " + std::to_string(kDistances[i]) : " beyond") + ",";
+    }
+    return text + " moves; " + std::to_string(moves_) + " moves from them, " + std::to_string(steps_) +
+           " in " + std::to_string(walks_) + " walks, " + std::to_string(waysBack_ + walks_) + " ways back";
 }
 
 std::vector<std::string> shortest(std::vector<std::string> lines,

@@ -1,57 +1,92 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
+#include "Copy.h"
+#include "Dice.h"
 #include "Moves.h"
 
 namespace quillon {
 
-/// Looks for moves after which something does not hold: breadth first through the states of a ground, then by
-/// walks that go on from there.
+/// Looks for moves after which something does not hold: breadth first through the situations of some grounds,
+/// then by walks from there and from wherever a walk came upon something new. Every move is made in a copy of
+/// the process, so a state can be left in as many ways as there are, and what breaks the program is found as
+/// anything else is.
 class Search {
 public:
-    explicit Search(const Ground& ground, std::size_t most = 4) : ground_(ground), most_(most) {}
+    /// Stops at so many findings.
+    explicit Search(const std::vector<Ground>& grounds, std::size_t most = 4);
 
-    /// Until so many states are known, all are looked at, or `stop` says so.
-    void breadthFirst(std::size_t states, const std::function<bool()>& stop = {});
+    /// To come upon this probe counts as the finding, and nothing else does.
+    void want(std::string_view probe) { wanted_ = probe; }
+    /// Until so many situations are known, all are looked at, or `stop` says so.
+    void breadthFirst(std::size_t situations, const std::function<bool()>& stop = {});
     /// One walk of that many moves.
     void walk(std::uint32_t seed, int moves);
 
     /// All that was found, each with the shortest way to it as a scenario file; empty when nothing was.
-    [[nodiscard]] std::string found() const;
+    [[nodiscard]] std::string found();
     [[nodiscard]] bool clean() const { return findings_.empty(); }
+    /// So many were found that it does not go on.
+    [[nodiscard]] bool enough() const { return findings_.size() >= most_; }
     /// A line for each, without its story.
     [[nodiscard]] std::string named() const;
     /// What was done.
     [[nodiscard]] std::string figures() const;
+    [[nodiscard]] Marks marks() const { return Marks(marks_.bytes()); }
 
 private:
-    using Path = std::vector<std::string>;
+    /// A way to a situation: behind another one, by these moves.
+    struct Node {
+        std::size_t before; ///< itself for the start of a ground
+        std::size_t ground;
+        std::size_t distance; ///< in moves from there
+        std::vector<std::string> moves;
+    };
     struct Finding {
         Plan plan;
         Violation violation;
     };
 
-    void expand(const Path& path);
-    void visit(const Path& path);
-    [[nodiscard]] Plan planOf(const Path& path) const;
-    void keep(const Session& session, const Plan& plan);
-    [[nodiscard]] bool enough() const;
+    std::size_t addStart(Ground ground);
+    std::size_t addNode(std::size_t before, std::vector<std::string> moves);
+    bool learn(std::uint64_t situation, std::size_t node);
+    void expand(std::size_t node);
+    void visit(Session& session, std::size_t node, const std::string& move);
+    std::size_t beginOfWalk(Dice& dice);
+    void learnWalk(std::size_t node, bool more);
+    [[nodiscard]] Plan planOf(std::size_t node) const;
+    void tell(const Session& session);
+    void keep(const Plan& plan, const std::string& broke);
+    [[nodiscard]] bool shows(const Plan& plan, const Violation& violation, bool end);
+    [[nodiscard]] Plan story(Plan plan, const Violation& violation);
 
-    const Ground& ground_;
+    std::deque<Ground> grounds_; // a walk may be on one while another is added
     std::size_t most_;
-    std::unordered_set<std::uint64_t> seen_;
-    std::deque<Path> edge_; ///< ways to states that nobody has gone on from
+    std::string wanted_;
+    SharedBytes marks_;
+    SharedText told_;  ///< by a copy: what did not hold
+    SharedText lines_; ///< what it did, and where that led
+    std::vector<Node> nodes_;
+    std::unordered_map<std::uint64_t, std::size_t> seen_; ///< situations, and the way there
+    std::unordered_set<std::uint64_t> tried_;             ///< rare moves, and where
+    std::deque<std::size_t> edge_;                        ///< nodes that nobody has gone on from
+    std::vector<std::size_t> promising_;                  ///< the same, and something new was on the way
+    std::vector<std::size_t> begins_;                     ///< of walks
     std::vector<Finding> findings_;
-    std::size_t moves_ = 0;
+    std::size_t looked_ = 0; ///< situations that were gone on from
+    std::size_t moves_ = 0;  ///< made in breadth
+    std::size_t steps_ = 0;  ///< made in walks
     std::size_t waysBack_ = 0;
     std::size_t walks_ = 0;
-    std::size_t depth_ = 0;
 };
 
 /// Takes lines out for as long as what is left still fails.

@@ -1,6 +1,7 @@
 #include "Session.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "base/Numbers.h"
 #include "base/Text.h"
@@ -31,6 +32,14 @@ simulator::Options optionsOf(std::string_view text) {
     return options;
 }
 
+std::string lines(const std::vector<std::string>& all, std::string_view end = "\n") {
+    std::string text;
+    for (const std::string& line : all) {
+        text.append(line).append(end);
+    }
+    return text;
+}
+
 } // namespace
 
 std::string scenarioOf(const Plan& plan) {
@@ -38,27 +47,22 @@ std::string scenarioOf(const Plan& plan) {
     if (!plan.commandLine.empty()) {
         text += "args " + plan.commandLine + "\n";
     }
-    text += "file Quillon.ini\n[CONFIG]\n";
-    for (const std::string& line : plan.configuration) {
-        text += line + "\n";
+    text += "file Quillon.ini\n" + lines({"[CONFIG]"}) + lines(plan.configuration) + "end\n";
+    if (!plan.installation.empty()) {
+        text += "file temp.ini\n" + lines(plan.installation) + "end\n";
     }
-    text += "end\nstart\n";
+    text += lines(plan.before);
+    text += "start\n";
     if (plan.generator) {
         text += "simulate " + *plan.generator + "\n";
     }
-    for (const std::string& line : plan.lines) {
-        text += line + "\n";
-    }
-    return text;
+    return text + lines(plan.lines);
 }
 
-Session::Session(const Plan& plan) {
+Session::Session(const Plan& plan, Marks marks) : marks_(marks) {
     rig_.report.close();
-    std::string configuration = "[CONFIG]\r\n";
-    for (const std::string& line : plan.configuration) {
-        configuration += line + "\r\n";
-    }
-    rig_.machine.folder.put("Quillon.ini", configuration);
+    rig_.machine.folder.put("Quillon.ini", "[CONFIG]\r\n" + lines(plan.configuration, kLineBreak));
+    rig_.machine.folder.put("temp.ini", lines(plan.installation, kLineBreak));
     rig_.commandLine = plan.commandLine;
     rig_.machine.port.onWritten = [this](std::string_view bytes) {
         rig_.machine.port.takeWritten(); // what a session has no use for must not pile up over its days
@@ -66,8 +70,15 @@ Session::Session(const Plan& plan) {
     };
     rig_.farEnd.onFrame = [this](std::string_view text) { frameWritten(text); };
     rig_.farEnd.toConsole = [this](std::string_view bytes) { return arriving(bytes); };
+    for (const std::string& line : plan.before) {
+        const auto [word, rest] = firstWord(line);
+        (void)befalls(word, rest);
+    }
     rig_.start();
     facts_.begin();
+    if (marks.any()) {
+        watch_.emplace(rig_, facts_, marks);
+    }
     if (plan.generator) {
         honest_ = true;
         rig_.farEnd.simulate(optionsOf(*plan.generator));
@@ -84,6 +95,9 @@ void Session::frameWritten(std::string_view text) {
     ++frameCount_;
     if (rig_.started()) {
         facts_.frameWritten(text);
+        if (watch_) {
+            watch_->frameWritten(text);
+        }
         check(When::Frame);
     }
     if (onFrame) {
@@ -107,6 +121,9 @@ void Session::heard(std::string_view bytes) {
         }
         ++reportCount_;
         facts_.reportHeard(partialText_);
+        if (watch_) {
+            watch_->reportHeard(partialText_);
+        }
         partialText_.clear();
     }
 }
@@ -128,6 +145,9 @@ void Session::check(When when) {
 
 void Session::look() {
     facts_.look();
+    if (watch_) {
+        watch_->look();
+    }
     check(When::Always);
 }
 
@@ -142,55 +162,50 @@ std::string Session::complaints() const {
 Milliseconds Session::nextWait() {
     Milliseconds shortest = kPollPace;
     for (const auto& control : application().console().controls()) {
-        const auto* named = dynamic_cast<const TimerControl*>(control.get());
-        if (named != nullptr && named->timer().running() && named->timer().interval() > 0) {
-            shortest = std::min<Milliseconds>(shortest, named->timer().interval());
+        if (control->kind() != Kind::Timer) {
+            continue;
+        }
+        const Timer& timer = static_cast<const TimerControl&>(*control).timer();
+        if (timer.running() && timer.interval() > 0) {
+            shortest = std::min<Milliseconds>(shortest, timer.interval());
         }
     }
     return shortest;
 }
 
-std::uint64_t Session::state() {
+std::uint64_t Session::situation() {
     std::uint64_t sum = 1469598103934665603U;
-    const auto add = [&sum](const auto&... values) {
-        const auto addText = [&sum](std::string_view text) {
-            for (const char c : text) {
-                sum = (sum ^ static_cast<unsigned char>(c)) * 1099511628211U;
-            }
-            sum = (sum ^ 0xFFU) * 1099511628211U;
-        };
-        const auto addOne = [&](const auto& value) {
-            if constexpr (std::is_convertible_v<decltype(value), std::string_view>) {
-                addText(value);
-            } else {
-                sum = (sum ^ static_cast<std::uint64_t>(value)) * 1099511628211U;
-            }
-        };
-        (addOne(values), ...);
+    const auto add = [&sum](auto... values) {
+        ((sum = (sum ^ static_cast<std::uint64_t>(values)) * 1099511628211U), ...);
     };
     const ServiceSession& session = doing();
+    const TorvaneSerialV3_07_QLC1& link = application().link();
     add(session.run(), session.mode(), session.lastPhase(), session.poweringUp(), session.isLost(),
         session.lent());
-    const TorvaneSerialV3_07_QLC1& link = application().link();
-    const GeneratorState& mirror = link.mirror();
-    add(link.PortOpen(), link.StatusUpdateEnable(), link.answering(), link.allows("RX"), mirror.RXEnable,
-        mirror.m_AutocalState, mirror.m_CalibrationType, mirror.m_LargeFocus, mirror.m_SmallFocus);
-    add(facts_.phase, facts_.rays, acknowledges_, rig_.farEnd.simulated() ? ask("status").substr(0, 8) : "");
-    for (const std::string& key : facts_.held) {
-        add(key);
-    }
+    add(link.PortOpen(), link.StatusUpdateEnable(), link.polls(), link.answering(), link.mirror().RXEnable);
+    add(facts_.phase, acknowledges_, machine().desktop.boxes().size() < answeredBoxes_,
+        rig_.farEnd.simulated() ? std::atoi(ask("status").substr(6, 2).c_str()) : 0);
     for (const ControlHost* host : facts_.hosts()) {
         for (const auto& control : host->controls()) {
-            if (const auto* timer = dynamic_cast<const TimerControl*>(control.get())) {
-                add(timer->timer().running() ? timer->timer().interval() : -1);
-            } else if (control->has(Property::Visible)) {
-                add(control->visible(), control->has(Property::Enabled) && control->offered(),
-                    control->locked(), control->has(Property::Caption) ? control->caption() : "",
-                    control->has(Property::Text) ? control->text() : "");
+            if (control->kind() == Kind::Timer) {
+                add(static_cast<const TimerControl&>(*control).timer().running());
+            } else if (control->kind() == Kind::Frame) {
+                add(control->shown());
+            } else if (takesSomething(*control)) {
+                add(application().input().reachable(*control));
             }
         }
     }
+    for (const std::string& key : facts_.held) {
+        for (const char c : key) {
+            add(c);
+        }
+    }
     return sum;
+}
+
+bool Session::touched(std::string_view name) const {
+    return marks_.reached("key " + std::string(name));
 }
 
 // The operator -------------------------------------------------------------------------------------------
@@ -210,6 +225,11 @@ bool Session::reaches(std::string_view name) {
 
 bool Session::perform(std::string_view line) {
     const auto [word, rest] = firstWord(line);
+    if (word == "hold") {
+        const auto [name, time] = firstWord(rest);
+        const std::string key(name);
+        return perform("press " + key) && perform("wait " + std::string(time)) && perform("release " + key);
+    }
     if (ended() || !perform(word, rest)) {
         return false;
     }
@@ -217,7 +237,13 @@ bool Session::perform(std::string_view line) {
         done_.emplace_back(line);
     }
     if (!ended()) {
+        restartIfAsked();
+    }
+    if (!ended()) {
         look();
+        if (watch_) {
+            watch_->moved();
+        }
         check(When::Moved);
     }
     return true;
@@ -240,13 +266,43 @@ bool Session::perform(std::string_view word, std::string_view rest) {
     } else if (word == "ack") {
         acknowledges_ = rest != "off";
         far.setAcknowledgement(acknowledges_ ? std::optional<Milliseconds>(toInt32(rest)) : std::nullopt);
-    } else if (word == "answer") {
-        machine().desktop.answer(rest == "yes" ? MemoryDesktop::Answer::Yes : MemoryDesktop::Answer::No);
-    } else {
+    } else if (!befalls(word, rest)) {
         const auto [name, value] = firstWord(rest);
         return act(word, std::string(name), value);
     }
     return true;
+}
+
+/// What befalls the machine that the console runs on.
+bool Session::befalls(std::string_view word, std::string_view rest) {
+    if (word == "gap") {
+        machine().time.sleep(toInt32(rest));
+        facts_.slept(toInt32(rest));
+    } else if (word == "port") {
+        const auto [number, state] = firstWord(rest);
+        machine().port.setFailing(toInt32(number), state == "fail");
+    } else if (word == "close") {
+        application().requestClose();
+    } else if (word == "call") {
+        if (rest == "Quillon.LeaveNow") {
+            facts_.handAt("Quillon.cmbClose"); // it ends as that key does
+        }
+        (void)application().console().operations().call(rest.substr(rest.find('.') + 1), {});
+    } else if (word == "answer") {
+        machine().desktop.answer(rest == "yes" ? MemoryDesktop::Answer::Yes : MemoryDesktop::Answer::No);
+        answeredBoxes_ = std::max(answeredBoxes_, machine().desktop.boxes().size()) + 1;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// A PC that is restarted ends its programs.
+void Session::restartIfAsked() {
+    if (const std::size_t asked = machine().power.exits().size(); asked > restarts_) {
+        restarts_ = asked;
+        perform("call Quillon.LeaveNow");
+    }
 }
 
 bool Session::act(std::string_view word, const std::string& name, std::string_view value) {
@@ -259,6 +315,9 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
     }
     if (word != "release" && input.reachable(*control)) {
         facts_.handAt(name);
+        if (watch_) {
+            watch_->handAt(nameOf(*control));
+        }
     }
     const Run before = doing().run();
     const bool closes = name == "Quillon.cmbClose";
@@ -270,9 +329,13 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
     }
     const bool comesUp = word == "click" ? input.reachable(*control) : word == "release" && wasHeld;
     if (name == "Quillon.cmbConfiguration" && comesUp) {
-        facts_.frameTaken = doing().mode() != Phase::NormalOperation && doing().mode() != Phase::Configuration;
+        facts_.frameTaken =
+            doing().mode() != Phase::NormalOperation && doing().mode() != Phase::Configuration;
     }
     const bool closeUp = closes && comesUp;
+    if (closeUp && watch_) {
+        watch_->closes();
+    }
     if (word == "press") {
         held.insert(name);
         if (!input.press(*control)) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Invariants.h"
+#include "Probes.h"
 #include "tools/scenario/Rig.h"
 
 namespace quillon {
@@ -22,6 +23,8 @@ struct Plan {
     std::optional<std::string>
         generator;                  ///< options of the simulated one; nothing: the lines tell what it says
     std::vector<std::string> lines; ///< scenario commands
+    std::vector<std::string> before = {};       ///< the same, before the start
+    std::vector<std::string> installation = {}; ///< lines of "temp.ini"
 };
 
 /// The plan as a file for quillon-scenario.
@@ -31,13 +34,15 @@ struct Plan {
 class Session {
 public:
     /// Creates the application, shows it and connects the generator. The plan's lines are not carried out.
-    explicit Session(const Plan& plan);
+    /// What it reaches is marked.
+    explicit Session(const Plan& plan, Marks marks = {});
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Carries one scenario command out: wait, sim, simulate, msg, ack, press, release, click, type, select,
-    /// slide, answer. False when it names a control that is not there; nothing happens then.
+    /// Carries one scenario command out: wait, gap, sim, simulate, msg, ack, port, press, release, hold,
+    /// click, type, select, slide, close, answer, call without arguments. False when it names a control that
+    /// is not there; nothing happens then.
     bool perform(std::string_view line);
     /// What the generator answers to a command of its own console.
     std::string ask(std::string_view command) { return rig_.farEnd.command(command); }
@@ -54,8 +59,12 @@ public:
     [[nodiscard]] Control* find(std::string_view name) { return rig_.find(name); }
     [[nodiscard]] const std::set<std::string>& held() const { return facts_.held; }
     [[nodiscard]] bool ended() const { return rig_.ended(); }
-    /// Whether two sessions stand in the same place: all that is on the screen, what runs, what was heard.
-    [[nodiscard]] std::uint64_t state();
+    /// Whether two sessions stand in the same place, as far as there is more to do from one than from the
+    /// other: the keys in reach and those held, the frames on show, the timers that run, the phase, the run,
+    /// the switches of X-rays and poll. No texts, no values, no time that is left.
+    [[nodiscard]] std::uint64_t situation();
+    /// A hand was at this control, in whatever session marks the same probes.
+    [[nodiscard]] bool touched(std::string_view name) const;
     /// The shortest of the console's waits; the poll's pace while it waits for nothing.
     [[nodiscard]] Milliseconds nextWait();
 
@@ -83,6 +92,8 @@ private:
     void heard(std::string_view bytes);
     void look();
     bool perform(std::string_view word, std::string_view rest);
+    bool befalls(std::string_view word, std::string_view rest);
+    void restartIfAsked();
     bool act(std::string_view word, const std::string& name, std::string_view value);
     bool clickIfReachable(std::string_view name);
     void clearWhatStands();
@@ -95,11 +106,15 @@ private:
     std::ostream nowhere_{nullptr};
     Rig rig_{nowhere_};
     Facts facts_{rig_};
+    Marks marks_;
+    std::optional<Watch> watch_;
     std::vector<Violation> violations_;
     std::string partialText_;
     std::vector<std::string> done_;
     std::uint64_t frameCount_ = 0;
     std::uint64_t reportCount_ = 0;
+    std::size_t answeredBoxes_ = 0; ///< up to this one boxes have their answers
+    std::size_t restarts_ = 0;
     bool keepDone_ = true;
     bool acknowledges_ = false;
     bool honest_ = false; ///< one simulated generator from the start to the end

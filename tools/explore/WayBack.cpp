@@ -11,8 +11,8 @@ namespace quillon {
 namespace {
 
 // clang-format off
-constexpr std::array<std::string_view, 13> kHealthy{
-    "sim power on", "sim silence off", "sim noise 0", "sim drop every 0", "sim drop 0", "sim heat 0",
+constexpr std::array<std::string_view, 18> kHealthy{
+    "sim power on", "port 1 ok", "sim set stuck 0", "sim set wrong 0", "sim set twice 0", "sim set answer 40", "sim silence off", "sim noise 0", "sim drop every 0", "sim drop 0", "sim heat 0",
     "sim set dipswitch 1", "sim set modechange 300", "sim set ack 20", "sim door 0", "sim rotor 0", "sim release", "sim fluoro off"};
 
 /// What stands in front of everything else, and the key that takes it away.
@@ -53,6 +53,9 @@ void Session::clearWhatStands() {
 }
 
 void Session::becomeHealthy() {
+    if (ended()) {
+        return;
+    }
     if (!rig_.farEnd.simulated()) {
         // An honest one stands where it was last said to stand.
         const int phase = facts_.phase == 0 ? 2 : facts_.phase;
@@ -125,7 +128,9 @@ void Session::leave() {
     if (!ended()) {
         clearWhatStands();
         perform("wait 120000");
-        check(When::Rest);
+        if (!ended() && facts_.portOpen()) {
+            check(When::Rest);
+        }
     }
     for (int level = 0; level < kLevels && !ended(); ++level) {
         clearWhatStands(); // a mode that was not reached is told
@@ -136,7 +141,8 @@ void Session::leave() {
         machine().time.advance(5000); // what it was told last may still be on the way to it
         const Phase phase{std::atoi(ask("status").substr(6, 2).c_str())};
         const bool configuration = phase == Phase::Configuration;
-        const bool calibration = phase == Phase::Calibration || phase == Phase::Autocalibration || kAsksOrTells.has(phase);
+        const bool calibration =
+            phase == Phase::Calibration || phase == Phase::Autocalibration || kAsksOrTells.has(phase);
         const bool same = facts_.entered == "CF1" ? configuration : calibration;
         facts_.stood = same ? ask("status").substr(0, 8) : "";
     }

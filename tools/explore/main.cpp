@@ -1,6 +1,7 @@
 // Searches the states of the console in virtual time for one that must not be; and works on for many days.
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
@@ -13,6 +14,7 @@
 
 #include <unistd.h>
 
+#include "Chance.h"
 #include "Search.h"
 #include "base/ProgramArguments.h"
 
@@ -46,94 +48,91 @@ long residentMemory() {
 }
 
 constexpr std::string_view kHelp =
-    "usage: quillon-explore search GROUND [STATES [WALKS [SEED]]]   breadth first, then random walks\n"
-    "       quillon-explore hunt [SECONDS [SEED]]                   the same on every ground\n"
-    "       quillon-explore print GROUND [SEED]                     a walk as a scenario\n"
-    "       quillon-explore days [DAYS [SEED]]                      one session of many days\n"
-    "       quillon-explore idle                                    a day of polling, timed\n"
-    "A ground is where a search begins: told, remote, orla, simulated. What is found is printed as scenario "
-    "files.\n";
+    "usage: quillon-explore search GROUND [SITUATIONS [WALKS [SEED [PROBES]]]]\n"
+    "                               breadth first, then random walks; fails if fewer probes are reached\n"
+    "       quillon-explore hunt [SECONDS [SEED [FINDINGS]]]\n"
+    "                               the same from everywhere, up to so many findings; fails if a probe is "
+    "missing\n"
+    "       quillon-explore reach PROBE [SECONDS [SEED]]\n"
+    "                               a short way to one of what must be reached\n"
+    "       quillon-explore print GROUND [SEED]       a walk as a scenario\n"
+    "       quillon-explore days [DAYS [SEED]]        one session of many days\n"
+    "       quillon-explore idle                      a day of polling, timed\n"
+    "A ground is where a search begins, by its name, such as \"simulated\"; or ready, scenes, starts or all "
+    "for "
+    "many. What is found is printed as scenario files.\n";
 
-const Ground* groundOf(std::string_view name) {
-    for (const Ground& ground : grounds()) {
+std::vector<Ground> groundsOf(std::string_view name) {
+    if (name == "all") {
+        return allGrounds();
+    }
+    if (name == "ready") {
+        return grounds();
+    }
+    if (name == "scenes") {
+        return groundsOfScenes();
+    }
+    if (name == "starts") {
+        return groundsOfStarts();
+    }
+    for (const Ground& ground : allGrounds()) {
         if (ground.name == name) {
-            return &ground;
+            return {ground};
         }
     }
-    return nullptr;
+    return {};
 }
 
-/// Tells what was found and what was done.
-bool told(const Search& search) {
-    std::cout << search.named() << search.found();
-    std::cerr << search.figures() << (search.clean() ? "; everything held\n" : "\n");
-    return search.clean();
-}
-
-int search(const Ground& ground, std::size_t states, std::uint32_t walks, std::uint32_t seed) {
-    Search search(ground);
-    search.breadthFirst(states);
+int search(const std::string& name, std::size_t situations, std::uint32_t walks, std::uint32_t seed,
+           std::size_t probes) {
+    Search search(groundsOf(name));
+    search.breadthFirst(situations);
     for (std::uint32_t i = 0; i < walks; ++i) {
         search.walk(seed + i, kMovesOfWalk);
     }
-    return told(search) ? 0 : 1;
+    std::cout << search.named() << search.found();
+    std::cerr << name << ": " << search.figures() << "; " << search.marks().figures()
+              << (search.clean() ? "; everything held\n" : "\n");
+    const bool reached = search.marks().count() >= probes;
+    std::cerr << (reached ? "" : "fewer probes than " + std::to_string(probes) + "\n");
+    return search.clean() && reached ? 0 : 1;
 }
 
-/// All that a search finds, without stories: for each ground, and from the middle of every run.
-int census(std::size_t states, std::uint32_t walks, std::uint32_t seed) {
-    constexpr std::size_t kAll = 10000;
-    std::vector<Ground> all = grounds();
-    for (Ground& ground : groundsOfScenes()) {
-        all.push_back(std::move(ground));
+/// For as long as asked: half the time in breadth, half in walks.
+void goOn(Search& search, std::uint32_t seconds, std::uint32_t seed) {
+    const auto begin = std::chrono::steady_clock::now();
+    const auto over = [&](double share) {
+        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - begin;
+        return passed.count() > share * seconds;
+    };
+    search.breadthFirst(std::numeric_limits<std::size_t>::max(), [&] { return over(0.5); });
+    for (std::uint32_t i = 0; !over(1) && !search.enough(); ++i) {
+        search.walk(seed + i, kMovesOfWalk);
     }
-    for (const Ground& ground : all) {
-        Search search(ground, kAll);
-        search.breadthFirst(states);
-        for (std::uint32_t i = 0; i < walks; ++i) {
-            search.walk(seed + i, kMovesOfWalk);
-        }
-        std::cout << search.named() << std::flush;
-        std::cerr << search.figures() << "\n";
-    }
-    return 0;
+    std::cerr << search.figures() << "; " << search.marks().figures() << "\n";
 }
 
-/// From the middle of every run: so many states from each, and walks.
-int searchScenes(std::size_t states, std::uint32_t walks, std::uint32_t seed) {
-    bool clean = true;
-    for (const Ground& ground : groundsOfScenes()) {
-        Search search(ground);
-        search.breadthFirst(states);
-        for (std::uint32_t i = 0; i < walks; ++i) {
-            search.walk(seed + i, kMovesOfWalk);
-        }
-        clean = told(search) && clean;
-    }
-    return clean ? 0 : 1;
+/// The shortest way to a probe.
+int reach(std::string_view probe, std::uint32_t seconds, std::uint32_t seed) {
+    Search search(allGrounds(), 1);
+    search.want(probe);
+    goOn(search, seconds, seed);
+    std::cout << search.found();
+    return search.clean() ? 1 : 0;
 }
 
-/// For as long as asked: half the time in breadth, half in walks, the same for each ground.
-int hunt(std::uint32_t seconds, std::uint32_t seed) {
-    bool clean = true;
-    for (const Ground& ground : grounds()) {
-        const std::clock_t begin = std::clock();
-        const auto over = [&](double share) {
-            return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC >
-                   share * seconds / static_cast<double>(grounds().size());
-        };
-        Search search(ground);
-        search.breadthFirst(std::numeric_limits<std::size_t>::max(), [&] { return over(0.5); });
-        for (std::uint32_t i = 0; search.clean() && !over(1); ++i) {
-            search.walk(seed + i, kMovesOfWalk);
-        }
-        clean = told(search) && clean;
-    }
-    return clean ? 0 : 1;
+int hunt(std::uint32_t seconds, std::uint32_t seed, std::size_t most) {
+    Search search(allGrounds(), most);
+    goOn(search, seconds, seed);
+    const std::string missing = search.marks().complaints();
+    std::cout << search.named() << search.found() << missing;
+    return search.clean() && missing.empty() ? 0 : 1;
 }
 
 /// Prints a walk as a scenario file, and on standard error the frames that it brings on the line.
 int print(const Ground& ground, std::uint32_t seed) {
-    Chance chance(ground, seed);
+    SeededDice dice(seed);
+    Chance chance(ground, dice);
     Plan plan = chance.plan();
     Session session(plan);
     session.onFrame = [&session](std::string_view frame) {
@@ -154,7 +153,10 @@ int print(const Ground& ground, std::uint32_t seed) {
 int soak(int days, std::uint32_t seed) {
     Session session(Plan{"", {}, "startphase=2", {}});
     session.keepDone(false);
-    Chance chance(*groundOf("simulated"), seed);
+    const Ground ground = groundsOf("simulated").front();
+    SeededDice dice(seed);
+    Chance chance(ground, dice);
+    chance.mayEnd(false);
     // Its own clock, started once and never corrected: it shows whether lateness adds up.
     Timer second(session.machine().time.schedule());
     std::uint64_t ticks = 0;
@@ -217,21 +219,18 @@ int run(const std::vector<std::string>& words) {
         return at < words.size() ? number(words[at]) : otherwise;
     };
     const std::string what = words.empty() ? "" : words[0];
-    const Ground* ground = words.size() < 2 ? nullptr : groundOf(words[1]);
-    if (what == "search" && ground != nullptr) {
-        return search(*ground, argument(2, 1000), argument(3, 50), argument(4, 1));
+    const bool onGround = words.size() > 1 && !groundsOf(words[1]).empty();
+    if (what == "search" && onGround) {
+        return search(words[1], argument(2, 1000), argument(3, 50), argument(4, 1), argument(5, 0));
     }
-    if (what == "census") {
-        return census(argument(1, 100), argument(2, 10), argument(3, 1));
+    if (what == "reach" && words.size() > 1) {
+        return reach(words[1], argument(2, 60), argument(3, 1));
     }
-    if (what == "scenes") {
-        return searchScenes(argument(1, 200), argument(2, 4), argument(3, 1));
-    }
-    if (what == "print" && ground != nullptr) {
-        return print(*ground, argument(2, 1));
+    if (what == "print" && onGround) {
+        return print(groundsOf(words[1]).front(), argument(2, 1));
     }
     if (what == "hunt") {
-        return hunt(argument(1, 60), argument(2, 1));
+        return hunt(argument(1, 60), argument(2, 1), argument(3, 4));
     }
     if (what == "days") {
         return soak(static_cast<int>(argument(1, 30)), argument(2, 1));

@@ -79,6 +79,10 @@ void Script::wait(Reader& reader) {
     rig_.wait(reader.whole(0, kLongestWait));
 }
 
+void Script::gap(Reader& reader) {
+    rig_.machine.time.sleep(reader.whole(0, kLongestWait));
+}
+
 void Script::rx(Reader& reader) {
     rig_.machine.port.receive(reader.text());
 }

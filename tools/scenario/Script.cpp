@@ -16,6 +16,7 @@ const std::vector<Script::Command>& Script::commands() {
         {"port",     Stage::Early,  &Script::port},
         {"start",    Stage::Before, &Script::start},
         {"wait",     Stage::Later,  &Script::wait},
+        {"gap",      Stage::Later,  &Script::gap},
         {"rx",       Stage::Later,  &Script::rx},
         {"msg",      Stage::Later,  &Script::msg},
         {"ack",      Stage::Later,  &Script::ack},

@@ -54,6 +54,7 @@ private:
     void port(Reader& reader);
     void start(Reader& reader);
     void wait(Reader& reader);
+    void gap(Reader& reader);
     void rx(Reader& reader);
     void msg(Reader& reader);
     void ack(Reader& reader);
