@@ -37,7 +37,9 @@ Closing::Closing(ConsoleContext& context, ServiceSession& session, const Modes& 
 
 void Closing::closePressed() {
     if (!session_.is(Run::Closing)) {
-        session_.closePressed();
+        if (!tmrShutdown_.running()) { // another finger is on it
+            session_.closePressed();
+        }
         tmrShutdown_.start(kShutdownHold);
     }
 }

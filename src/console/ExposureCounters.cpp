@@ -16,7 +16,8 @@ using namespace keys;
 constexpr Moment kCountersAsked{
     .off = modes | X, .poll = Poll::Held, .busy = Busy::Taken, .caption = Caption::Exit};
 constexpr Moment kCountersShown{.on = R | X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kCountersShownInExposure{.active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Moment kCountersShownInExposure{
+    .on = X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
 constexpr Moment kCountersIncomplete{.on = modes, .poll = Poll::Free};
 constexpr Moment kCountersClosed{.on = modes | X, .atRest = R, .caption = Caption::Close};
 constexpr Moment kCountersGone{.on = X, .atRest = R, .prompt = Prompt::Cleared, .caption = Caption::Close};

@@ -118,6 +118,7 @@ void PhaseReactions::react(Phase phase) {
         if ((session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) &&
             (console_["fraTorvaneSerial"].visible() || tmrDelay_.running())) {
             // Any other run has words of its own, and what stands behind it says these.
+            session_.restScreen().showPage(Page::Calibration);
             session_.restScreen().say(Says::Question);
         }
         autocalibration_.questionAsked();

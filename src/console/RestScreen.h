@@ -22,6 +22,8 @@ public:
     void paint(Keys keys, Colour colour);
 
     void showLinkControl();
+    /// In it.
+    void showPage(Page page);
     void showPicture();
     /// Behind the link control, where the machine is with its users.
     void showPictureBehind();
@@ -37,7 +39,6 @@ public:
 
 private:
     void showArea(const StandingRow& row);
-    void showPage(Page page);
 
     ConsoleContext& context_;
     ConsoleScreen screen_;

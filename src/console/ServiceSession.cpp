@@ -270,7 +270,7 @@ void ServiceSession::stopWaiting() {
 }
 
 void ServiceSession::closePressed() {
-    xRaysAtPress_ = context_.link.mirror().RXEnable || xRaysOwed_;
+    xRaysAtPress_ = allowsXRays();
     at(kClosePressed);
 }
 

@@ -118,6 +118,8 @@ public:
     [[nodiscard]] RestScreen& restScreen() { return restScreen_; }
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
+    /// X-rays are allowed, or will be with the next report of a phase at rest.
+    [[nodiscard]] bool allowsXRays() const { return context_.link.mirror().RXEnable || xRaysOwed_; }
     /// X-rays are allowed again, at once or with the next report of a phase at rest.
     void giveXRaysBack();
     /// The press of the key that closes, which takes them, has come to nothing: they are as before it.

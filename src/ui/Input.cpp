@@ -62,8 +62,8 @@ bool Input::press(Control& control) {
 }
 
 void Input::release(Control& control, bool over) {
-    const auto held = std::find_if(held_.begin(), held_.end(),
-                                   [&](const Held& each) { return each.control == &control; });
+    const auto held =
+        std::find_if(held_.begin(), held_.end(), [&](const Held& each) { return each.control == &control; });
     if (held == held_.end()) {
         return;
     }

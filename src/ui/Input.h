@@ -73,7 +73,7 @@ private:
         Control* control;
         unsigned timesTaken; ///< at the press
     };
-    std::vector<Held> held_; // fingers may overlap: a key can be pressed before the last is let go
+    std::vector<Held> held_;            // fingers may overlap: a key can be pressed before the last is let go
     std::vector<const Control*> hands_; // whose handlers run, the innermost last; empty where it went away
     int boxes_ = 0;
 };

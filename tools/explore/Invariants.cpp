@@ -177,7 +177,7 @@ std::string deadEnd(const Facts& facts) {
         exposing(facts) || doing.lastPhase() <= Phase::Initialization || doing.lastPhase() == Phase::Error ||
         doing.lastPhase() == Phase::TubeTooHot || doing.lastPhase() == Phase::ConfirmDismiss ||
         (endsAutocalibration(doing.lastPhase()) && doing.mode() != Phase::Autocalibration);
-    bool byTime = doing.is(Run::Closing);
+    bool byTime = doing.is(Run::Closing) || running(facts, "tmrDelayShow");
     for (const std::string_view timer : rowOf(doing.run()).timers) {
         byTime = byTime || running(facts, timer);
     }
@@ -322,7 +322,8 @@ std::string wrongKeys(const Facts& facts, const StandingRow& row) {
 
 std::string wrongWords(const Facts& facts, Says words) {
     const auto expect = [&](std::string_view text) {
-        return says(facts, text) ? std::string() : "the prompt says " + inQuotes(prompt(facts)) + ", not " + inQuotes(text);
+        return says(facts, text) ? std::string()
+                                 : "the prompt says " + inQuotes(prompt(facts)) + ", not " + inQuotes(text);
     };
     constexpr Milliseconds kGreeting = 3000;
     if (says(facts, "POWER UP") && facts.phaseAt <= kGreeting) {
@@ -336,7 +337,9 @@ std::string wrongWords(const Facts& facts, Says words) {
     case Says::PoweringUp:
         return prompt(facts).empty() ? "" : expect("Powering Up");
     case Says::Question: // the generator's own word may have ended it without a report
-        return prompt(facts).empty() && !facts.link()["cmbAutocalConfirm"].visible() ? "" : expect("Press Confirm");
+        return prompt(facts).empty() && !facts.link()["cmbAutocalConfirm"].visible()
+                   ? ""
+                   : expect("Press Confirm");
     case Says::Expose:
         return expect("Press Prep and Expose");
     case Says::ResultError:
@@ -366,7 +369,8 @@ std::string otherThanItStands(const Facts& facts) {
     if (row.caption != Caption::Stays && caption != (row.caption == Caption::Exit ? "Exit" : "Close")) {
         wrong += "; the key that closes says " + inQuotes(caption);
     }
-    if (row.positioner == Offer::Hidden && (console["cmdOrla"].visible() || console["cmdMultiRoom"].visible())) {
+    if (row.positioner == Offer::Hidden &&
+        (console["cmdOrla"].visible() || console["cmdMultiRoom"].visible())) {
         wrong += "; the positioner's key is on show";
     }
     return wrong.empty() ? "" : std::string(row.name) + ": " + wrong;
@@ -385,15 +389,19 @@ std::string wordsOfNoRun(const Facts& facts) {
 }
 
 std::string questionWithoutKeys(const Facts& facts) {
-    if (!says(facts, "Press Confirm") || facts.panel() != nullptr || running(facts, "tmrDelay") || facts.frameTaken) {
+    if (!says(facts, "Press Confirm") || facts.panel() != nullptr || running(facts, "tmrDelay") ||
+        facts.frameTaken) {
         return {};
     }
-    const bool keys = facts.reaches(facts.link()["cmbAutocalConfirm"]) && facts.reaches(facts.link()["cmbAutocalDismiss"]);
+    const bool keys =
+        facts.reaches(facts.link()["cmbAutocalConfirm"]) && facts.reaches(facts.link()["cmbAutocalDismiss"]);
     return keys ? "" : "the operator is to press Confirm, which is not in reach";
 }
 
 std::string blinksAtRest(const Facts& facts) {
-    return facts.doing().idle() && running(facts, "tmrIniAutocal") ? "the prompt blinks and nothing is under way" : "";
+    return facts.doing().idle() && running(facts, "tmrIniAutocal")
+               ? "the prompt blinks and nothing is under way"
+               : "";
 }
 
 std::string pollStaysAway(const Facts& facts) {
@@ -406,17 +414,21 @@ std::string pollStaysAway(const Facts& facts) {
 std::string raysTakenByNothing(const Facts& facts) {
     constexpr Phases kAtRest{Phase::NormalOperation, Phase::Calibration, Phase::Configuration,
                              Phase::Autocalibration};
-    if (!facts.raysBefore || !facts.held.empty() || !facts.doing().idle() || !kAtRest.has(facts.doing().lastPhase())) {
+    if (!facts.raysBefore || !facts.held.empty() || !facts.doing().idle() ||
+        !kAtRest.has(facts.doing().lastPhase())) {
         return {};
     }
-    const bool now = facts.link().mirror().RXEnable;
-    return now == *facts.raysBefore ? "" : std::string("a press that did nothing has left X-rays ") + (now ? "allowed" : "forbidden");
+    const bool now = facts.doing().allowsXRays();
+    return now == *facts.raysBefore
+               ? ""
+               : std::string("a press that did nothing has left X-rays ") + (now ? "allowed" : "forbidden");
 }
 
 std::string lentWithoutRays(const Facts& facts) {
     const ServiceSession& doing = facts.doing();
-    return facts.held.empty() && facts.handedOver && doing.idle() && doing.lastPhase() == Phase::NormalOperation &&
-                   !facts.link().mirror().RXEnable && facts.panel() == nullptr
+    return facts.held.empty() && facts.handedOver && doing.idle() &&
+                   doing.lastPhase() == Phase::NormalOperation && !facts.link().mirror().RXEnable &&
+                   facts.panel() == nullptr
                ? "the machine is lent without X-rays"
                : "";
 }
@@ -434,18 +446,21 @@ std::string nothingToPress(const Facts& facts) {
     };
     const Phase mode = doing.mode();
     const bool close = offers(Key::Close);
-    const bool byMode = (offers(Key::Configuration) && (mode == Phase::Configuration || mode == Phase::NormalOperation)) ||
-                        (offers(Key::ManualCalibration) && (mode == Phase::Calibration || mode == Phase::NormalOperation));
-    const bool error = facts.reaches(console["cmbResetError"]) && (!console["lblError"].caption().empty() || doing.lastPhase() == Phase::Error);
+    const bool byMode =
+        (offers(Key::Configuration) && (mode == Phase::Configuration || mode == Phase::NormalOperation)) ||
+        (offers(Key::ManualCalibration) && (mode == Phase::Calibration || mode == Phase::NormalOperation));
+    const bool error = facts.reaches(console["cmbResetError"]) &&
+                       (!console["lblError"].caption().empty() || doing.lastPhase() == Phase::Error);
     const bool answer = facts.reaches(facts.link()["cmbAutocalConfirm"]);
     const bool counters = (doing.countersActive() && offers(Key::ReadCounters)) ||
                           (console["fraOrla"].visible() && facts.reaches(console["cmdOrla"])) ||
                           (console["fraRemote"].visible() && facts.reaches(console["cmdMultiRoom"]));
-    return facts.panel() != nullptr || close || byMode || error || answer || counters ? "" : "no key leads on";
+    return facts.panel() != nullptr || close || byMode || error || answer || counters ? ""
+                                                                                      : "no key leads on";
 }
 
 std::string modeLeftBehind(const Facts& facts) {
-    return facts.application().ended() && !facts.stood.empty() && !facts.entered.empty()
+    return facts.application().ended() && !facts.restarts() && !facts.stood.empty() && !facts.entered.empty()
                ? "behind " + inQuotes(facts.entered) + " the generator is left in " + facts.stood
                : "";
 }
@@ -538,12 +553,13 @@ void Facts::frameWritten(std::string_view text) {
 }
 
 bool Facts::atRest() const {
-    if (!doing().idle() || panel() != nullptr || console()["fraOrla"].visible() || console()["fraRemote"].visible() ||
-        !portOpen() || !held.empty() || link().answering()) {
+    if (!doing().idle() || panel() != nullptr || console()["fraOrla"].visible() ||
+        console()["fraRemote"].visible() || !portOpen() || !held.empty() || link().answering()) {
         return false;
     }
     const auto& timers = kOtherTimers;
-    bool waits = std::any_of(timers.begin(), timers.end(), [&](std::string_view timer) { return running(*this, timer); });
+    bool waits = std::any_of(timers.begin(), timers.end(),
+                             [&](std::string_view timer) { return running(*this, timer); });
     waits = waits || doing().follows();
     for (std::size_t each = 0; each < kRuns; ++each) {
         for (const std::string_view timer : rowOf(static_cast<Run>(each)).timers) {
@@ -557,7 +573,7 @@ bool Facts::atRest() const {
 }
 
 void Facts::closeDown() {
-    raysAtPress_ = link().mirror().RXEnable;
+    raysAtPress_ = doing().allowsXRays();
     raysTold_ = false;
     raysBefore.reset();
 }
@@ -580,8 +596,9 @@ void Facts::slept(Milliseconds ms) {
 }
 
 void Facts::watchPoll() {
-    const bool holds = !doing().idle() || link().answering() || link().timer("tmrAutoRepeat").running() || !held.empty() ||
-                       !portOpen() || doing().poweringUp() || panel() != nullptr || phase == 0;
+    const bool holds = !doing().idle() || link().answering() || link().timer("tmrAutoRepeat").running() ||
+                       !held.empty() || !portOpen() || doing().poweringUp() || panel() != nullptr ||
+                       phase == 0;
     if (holds || link().polls()) {
         pollAway = -1;
     } else if (pollAway < 0) {

@@ -76,8 +76,8 @@ public:
     std::optional<bool> raysBefore;            ///< what was allowed before a press that came to nothing
     bool handedOver = false;                   ///< to its users, at the end of the wait for that
     bool frameTaken = false;                   ///< by a key that does nothing else in this mode
-    std::string entered;                       ///< the last command into a service mode that no way out followed
-    std::string stood;                         ///< what the simulated generator says of itself
+    std::string entered; ///< the last command into a service mode that no way out followed
+    std::string stood;   ///< what the simulated generator says of itself
 
 private:
     void phaseHeard(std::string_view value);

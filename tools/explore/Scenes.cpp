@@ -83,7 +83,8 @@ std::vector<std::string> Scene::lines() const {
         if (line.find(' ') != std::string_view::npos) {
             all.emplace_back(line);
         } else if (!line.empty()) {
-            all.push_back((line.find('.') == std::string_view::npos ? "click Quillon." : "click ") + std::string(line));
+            all.push_back((line.find('.') == std::string_view::npos ? "click Quillon." : "click ") +
+                          std::string(line));
         }
     }
     return all;

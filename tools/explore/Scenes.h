@@ -12,7 +12,7 @@ namespace quillon {
 struct Scene {
     Run run;
     std::string_view name;
-    bool closes; ///< "Close" is in reach
+    bool closes;     ///< "Close" is in reach
     std::string how; ///< commands with ';' between; a name alone is clicked
     /// The same as scenario commands.
     [[nodiscard]] std::vector<std::string> lines() const;

@@ -258,6 +258,7 @@ bool Session::perform(std::string_view word, std::string_view rest) {
         });
     } else if (word == "sim") {
         forced_ = forced_ || rest.starts_with("phase");
+        led_ = led_ || forced_;
         return far.simulated() && !ask(rest).starts_with('?');
     } else if (word == "simulate") {
         far.simulate(optionsOf(rest));
@@ -323,7 +324,9 @@ bool Session::act(std::string_view word, const std::string& name, std::string_vi
     const bool closes = name == "Quillon.cmbClose";
     const bool wasHeld = held.contains(name);
     if (closes && (word == "press" || word == "click") && input.reachable(*control)) {
-        facts_.closeDown();
+        if (!wasHeld) {
+            facts_.closeDown();
+        }
     } else {
         facts_.raysBefore.reset();
     }

@@ -118,6 +118,7 @@ private:
     bool keepDone_ = true;
     bool acknowledges_ = false;
     bool honest_ = false; ///< one simulated generator from the start to the end
+    bool led_ = false;    ///< the generator was led elsewhere than by its console, at some time
     bool forced_ = false; ///< the generator was put into a phase from outside
 };
 

@@ -137,7 +137,7 @@ void Session::leave() {
         (void)clickIfReachable("Quillon.cmbClose");
         perform("wait 60000");
     }
-    if (ended() && honest_ && !forced_) {
+    if (ended() && honest_ && !led_) {
         machine().time.advance(5000); // what it was told last may still be on the way to it
         const Phase phase{std::atoi(ask("status").substr(6, 2).c_str())};
         const bool configuration = phase == Phase::Configuration;
