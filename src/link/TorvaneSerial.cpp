@@ -22,6 +22,7 @@
 #include "model/Technique.h"
 #include "panel/Blinking.h"
 #include "panel/HeldKeys.h"
+#include "panel/KeyNeeds.h"
 #include "panel/PanelFrame.h"
 #include "panel/PanelKeys.h"
 #include "panel/PanelPages.h"
@@ -85,6 +86,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     Records records;
     Blinking blinking;
     PanelSubjects subjects{context, service, errors, exposureControl, fluoroscopy};
+    KeyNeeds needs;
     HeldKeys heldKeys;
     PanelKeys panelKeys;
 };
@@ -112,8 +114,9 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
                             panel, pages,     fromGUI,  TempUserMode, given.commandLine},
       errorTable(given.errorTable), service(context), phase(context, service), technique(context),
       errors(context, errorTable), exposureControl(context), fluoroscopy(context), programs(context),
-      positioner(context), records(context), blinking(generator, panel), heldKeys(subjects),
-      panelKeys(subjects, pages, frame) {
+      positioner(context), records(context), blinking(generator, panel),
+      needs([this](std::string_view mnemonic) { return send.allows(phasesOf(mnemonic)); }),
+      heldKeys(subjects, needs), panelKeys(subjects, needs, pages, frame) {
     applyFacts();
     panel.setReportAge(&silence.age);
     silence.changed.connect([this] { panel.showAge(); });
@@ -273,6 +276,10 @@ ErrorsAndWarnings& TorvaneSerialV3_07_QLC1::errors() {
 
 LinkSilence& TorvaneSerialV3_07_QLC1::silence() {
     return parts_->silence;
+}
+
+Hindrance TorvaneSerialV3_07_QLC1::hindrance(const Control& key) const {
+    return parts_->needs.of(key);
 }
 
 StatusPoll& TorvaneSerialV3_07_QLC1::poll() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,6 +18,7 @@ namespace quillon {
 
 class Commands;
 class ErrorsAndWarnings;
+enum class Hindrance : std::uint8_t;
 class LinkSilence;
 class Service;
 class StatusPoll;
@@ -61,6 +63,8 @@ public:
     [[nodiscard]] Technique& technique();
     /// Errors, warnings and their reset.
     [[nodiscard]] ErrorsAndWarnings& errors();
+    /// What stands between a press of the panel's key and its work now.
+    [[nodiscard]] Hindrance hindrance(const Control& key) const;
     /// Whether it answers.
     [[nodiscard]] LinkSilence& silence();
     /// The requests for phase and heat.
