@@ -21,7 +21,6 @@ SendPath::SendPath(LinkState& state, LinkEvents& events, SerialPort& port, Commu
     timers_.tmrProtocolHandshaking.setTick([this] { handshakingTick(); });
     timers_.tmrWaitAfterRx.setTick([this] { waitAfterRxTick(); });
     port_.setOutcome([this](std::string_view frame, bool sent) { frameLeft(frame, sent); });
-    port_.setNotice([this](std::string_view text) { log_.noted(text); });
 }
 
 bool SendPath::allows(std::int16_t Phase) const {

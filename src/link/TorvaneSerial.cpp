@@ -120,6 +120,10 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
     applyFacts();
     panel.setReportAge(&silence.age);
     silence.changed.connect([this] { panel.showAge(); });
+    port.setNotice([this](std::string_view text) {
+        log.noted(text);
+        silence.changed.raise();
+    });
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
     decoder.setNotices({.heard = [this] { poll.ResetNoAnswerFromGeneratorError(); },
                         .handled = [this] { send.messageHeard(); }});
@@ -240,6 +244,8 @@ TorvaneSerialV3_07_QLC1::~TorvaneSerialV3_07_QLC1() {
     parts_->port.setReceiver({});
     parts_->port.close();
     parts_->port.setOutcome({});
+    parts_->port.setNotice({});
+    parts_->port.setArrival({});
 }
 
 LinkEvents& TorvaneSerialV3_07_QLC1::events() {
@@ -282,8 +288,16 @@ Hindrance TorvaneSerialV3_07_QLC1::hindrance(const Control& key) const {
     return parts_->needs.of(key);
 }
 
+const SerialPort& TorvaneSerialV3_07_QLC1::line() const {
+    return parts_->port;
+}
+
 StatusPoll& TorvaneSerialV3_07_QLC1::poll() {
     return parts_->poll;
+}
+
+Signal<>& TorvaneSerialV3_07_QLC1::portArrived() {
+    return parts_->portControl.arrived;
 }
 
 bool TorvaneSerialV3_07_QLC1::PortOpen() const {

@@ -65,6 +65,10 @@ public:
     [[nodiscard]] ErrorsAndWarnings& errors();
     /// What stands between a press of the panel's key and its work now.
     [[nodiscard]] Hindrance hindrance(const Control& key) const;
+    /// The line as the machine sees it: which device it is, whether it is there, why it did not open.
+    [[nodiscard]] const SerialPort& line() const;
+    /// The device of a port that had not opened has come, and the port stands open.
+    [[nodiscard]] Signal<>& portArrived();
     /// Whether it answers.
     [[nodiscard]] LinkSilence& silence();
     /// The requests for phase and heat.
