@@ -98,20 +98,21 @@ void SendPath::handshakingTick() {
         return;
     }
     if (m_RetriesLeft == 0) {
-        m_Queue.dequeue();
+        m_Queue.dequeue(false);
         m_SendImmediate = false;
         m_RetriesLeft = state_.numretries;
         return;
     }
     QueuedMessage message;
-    if (port_.isOpen()) {
+    const bool open = port_.isOpen();
+    if (open) {
         message = m_Queue.front();
         transmit(message);
     }
     m_AckReceived = false;
     m_AckPending = true;
     if (!message.WithACK) {
-        m_Queue.dequeue();
+        m_Queue.dequeue(open);
         m_AckPending = false;
         m_RetriesLeft = state_.numretries;
     }
@@ -131,7 +132,7 @@ void SendPath::fmessMessageAcknowledge() {
     if (!m_AckPending) {
         return;
     }
-    m_Queue.dequeue();
+    m_Queue.dequeue(true);
     m_SendImmediate = false;
     if (!m_Queue.empty()) {
         timers_.tmrProtocolHandshaking.start(m_Queue.front().Timeout);
@@ -162,9 +163,9 @@ void SendPath::waitAfterRxTick() {
 
 void SendPath::drain() {
     if (m_RetriesLeft < state_.numretries) {
-        m_Queue.dequeue(); // transmitted already
+        m_Queue.dequeue(false); // transmitted already, and nobody waits for its acknowledgement any more
     }
-    for (; !m_Queue.empty() && port_.isOpen(); m_Queue.dequeue()) {
+    for (; !m_Queue.empty() && port_.isOpen(); m_Queue.dequeue(true)) {
         transmit(m_Queue.front());
     }
     reset();

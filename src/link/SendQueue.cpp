@@ -14,13 +14,13 @@ QueuedMessage SendQueue::front() const {
     return empty() ? QueuedMessage{} : m_Queue[static_cast<std::size_t>(m_QueueHead)];
 }
 
-void SendQueue::dequeue() {
+void SendQueue::dequeue(bool done) {
     if (!empty()) {
         const std::uint32_t ticket = m_Queue[static_cast<std::size_t>(m_QueueHead)].ticket;
         m_QueueHead = next(m_QueueHead);
         --m_QueueCount;
         if (onLeft) {
-            onLeft(ticket);
+            onLeft(ticket, done);
         }
     }
 }
@@ -46,7 +46,7 @@ std::uint32_t SendQueue::queued(const QueuedMessage& message) const {
 
 void SendQueue::clear() {
     while (!empty()) {
-        dequeue();
+        dequeue(false);
     }
     m_QueueHead = 0;
     m_QueueTail = 0;
