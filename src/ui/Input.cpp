@@ -46,7 +46,7 @@ bool Input::reachable(const Control& control) const {
 }
 
 bool Input::press(Control& control) {
-    if (!reachable(control)) {
+    if (!takes(control)) {
         return false;
     }
     tell(Gesture::Press, control);
@@ -62,7 +62,7 @@ void Input::release(Control& control, bool over) {
     }
     tell(Gesture::Release, control, over ? "" : "outside");
     run(control, control.on.release);
-    run(control, over && reachable(control) ? control.on.click : control.on.abandon);
+    run(control, over && takes(control) ? control.on.click : control.on.abandon);
 }
 
 void Input::releaseAll() {

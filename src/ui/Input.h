@@ -23,6 +23,14 @@ public:
     /// is up.
     [[nodiscard]] bool reachable(const Control& control) const;
 
+    /// A press of it is handed on: it can be reached, and nothing keeps it back.
+    [[nodiscard]] bool takes(const Control& control) const {
+        return reachable(control) && !(keepsBack && keepsBack(control));
+    }
+    /// A front end's word on what could be reached and would do nothing: it is not pressed, and what was
+    /// pressed before is let go without a click.
+    std::function<bool(const Control& control)> keepsBack;
+
     // Each does its work only on a control that can be reached, and says whether it did.
     bool press(Control& control);
     bool click(Control& control);
@@ -34,7 +42,7 @@ public:
     bool drag(Control& control, std::int32_t value);
 
     /// Lets go of what was pressed, whatever became of it meanwhile. The click follows if the pointer was
-    /// still `over` it and it can still be reached, and what gives the press up if not. Nothing when this
+    /// still `over` it and it still takes one, and what gives the press up if not. Nothing when this
     /// control was not pressed.
     void release(Control& control, bool over = true);
     /// The program is about to end: lets go of everything that is held, without a click.
