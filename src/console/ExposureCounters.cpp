@@ -223,6 +223,7 @@ void ExposureCounters::bindResetKeys() {
     tmrResetTubeCounter_.setTick([this] { askForReset(); });
     console_["cmdResetCounterNo"].on.press = [this] { showQuestion(false); };
     console_["cmdResetCounterYes"].on.press = [this] { resetCounter(); };
+    context_.needs.add(console_["cmdResetCounterYes"], "TCR");
 }
 
 void ExposureCounters::askForReset() {

@@ -107,6 +107,8 @@ public:
     void waitPatiently();
     /// It has an end again; a minute that is over stays over.
     void stopWaiting();
+    /// It is over: cmbClose ends the run.
+    [[nodiscard]] bool canGiveUp() const { return patienceOver_; }
     /// cmbClose ends the run, if the minute is over. False when it is not.
     bool giveUp();
 
