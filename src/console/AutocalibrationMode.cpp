@@ -359,7 +359,7 @@ void AutocalibrationMode::handOverTick() {
 
 void AutocalibrationMode::handOver() {
     handOverOwed_ = false;
-    session_.setExposures(Exposures::Asked);
+    session_.setExposureRequest(ExposureRequest::Stands);
     session_.end(kAutocalibrationHandedOver);
     screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
 }
@@ -430,7 +430,7 @@ void AutocalibrationMode::leave() {
 }
 
 void AutocalibrationMode::startLeaving(int step) {
-    session_.setExposures(Exposures::Over);
+    session_.setExposureRequest(ExposureRequest::Over);
     tmrIniAutocal_.stop();
     tmrDelayAutocal_.stop();
     offStep_ = step;

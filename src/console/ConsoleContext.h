@@ -7,6 +7,7 @@
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
 #include "link/TorvaneSerial.h"
+#include "panel/KeyNeeds.h"
 #include "runtime/EventLoop.h"
 #include "runtime/Operations.h"
 #include "runtime/Platform.h"
@@ -22,6 +23,7 @@ struct ConsoleContext {
     ConsoleTexts& texts;
     ConsoleEvents& events;
     Operations& operations; ///< a workflow adds its public operations here
+    KeyNeeds& needs;        ///< and what its keys need
     Desktop& desktop;
     EventLoop& loop;
     std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner

@@ -24,7 +24,6 @@ constexpr Moment kCountersGone{.on = X, .atRest = R, .prompt = Prompt::Cleared, 
 constexpr Moment kCountersFailed{.poll = Poll::Free, .busy = Busy::Settled};
 
 constexpr int kReadingPace = 2000; // ms between two requests
-constexpr int kResetHold = 10000;  // ms a reset key has to be held
 constexpr int kResetYields = 50;
 
 constexpr std::int32_t kTube1 = 0;
@@ -224,8 +223,9 @@ void ExposureCounters::showScreen() {
 void ExposureCounters::bindResetKeys() {
     for (std::size_t counter = 0; counter < kCounters.size(); ++counter) {
         ControlHandlers& key = console_[kCounters[counter].resetKey].on;
-        key.press = [this, counter] {
-            tmrResetTubeCounter_.start(kResetHold);
+        const int hold = console_[kCounters[counter].resetKey].holdTime();
+        key.press = [this, counter, hold] {
+            tmrResetTubeCounter_.start(hold);
             state_.m_CounterToReset = static_cast<std::int32_t>(counter);
         };
         key.release = [this] { tmrResetTubeCounter_.stop(); };
@@ -234,6 +234,7 @@ void ExposureCounters::bindResetKeys() {
     tmrResetTubeCounter_.setTick([this] { askForReset(); });
     console_["cmdResetCounterNo"].on.press = [this] { showQuestion(false); };
     console_["cmdResetCounterYes"].on.press = [this] { resetCounter(); };
+    context_.needs.add(console_["cmdResetCounterYes"], "TCR");
 }
 
 void ExposureCounters::askForReset() {

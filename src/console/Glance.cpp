@@ -133,10 +133,7 @@ std::string Glance::warnings() const {
 
 std::vector<GlanceLine> Glance::lines() const {
     const ConsoleTexts& texts = context_.texts;
-    const Phase phase = session_.lastPhase();
-    std::vector<GlanceLine> all{{texts.sGenerator, state(),
-                                 session_.isLost() || phase == Phase::Error || phase == Phase::TubeTooHot,
-                                 context_.link.silence().quiet()}};
+    std::vector<GlanceLine> all;
     if (context_.link.mirror().m_HU >= 0) {
         all.push_back({texts.sTubeHeat, decimalText(context_.link.mirror().m_HU) + " %", false,
                        context_.link["txtHU"].old(), context_.link.mirror().m_HU});

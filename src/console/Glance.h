@@ -23,13 +23,13 @@ struct SessionError {
 struct GlanceLine {
     std::string subject;
     std::string state;
-    bool alarm = false; ///< the operator should see this one first
+    bool alarm = false; ///< the operator should see this one first; it stands last but one
     bool old = false;   ///< from before the generator fell silent
     int percent = -1;   ///< of a bar beside it; below 0 for none
 };
 
-/// The generator at a glance: where it stands, how hot its tube is, what stands in its way, and which errors
-/// came since the program was started. For the picture at rest, which shows none of the panel.
+/// The generator at a glance: where it stands; and for the picture at rest, which shows none of the panel,
+/// how hot its tube is, what stands in its way, and which errors came since the program was started.
 class Glance {
 public:
     static constexpr std::size_t kErrorsKept = 5;
@@ -42,14 +42,16 @@ public:
     /// The last of them, the newest first. One that goes on, or is reported once more, is one.
     [[nodiscard]] const std::deque<SessionError>& errors() const { return errors_; }
     [[nodiscard]] int errorCount() const { return count_; }
+    /// Where the generator stands.
+    [[nodiscard]] std::string state() const;
+    /// What stands in the way of an exposure; empty for nothing.
+    [[nodiscard]] std::string warnings() const;
 
     Signal<> changed;
 
 private:
     void listen();
     void note(std::int16_t code, std::string_view words);
-    [[nodiscard]] std::string state() const;
-    [[nodiscard]] std::string warnings() const;
 
     ConsoleContext& context_;
     const ServiceSession& session_;

@@ -92,7 +92,11 @@ OrlaPositioner::OrlaPositioner(ConsoleContext& context, ServiceSession& session)
         };
     }
     for (std::size_t position = 0; position < kPositions.size(); ++position) {
-        console_[kPositions[position].setKey].on.press = [this, position] { set(position); };
+        Control& key = console_[kPositions[position].setKey];
+        key.on.press = [this, position] { set(position); };
+        context_.needs.add(key, "", [&box = console_[kPositions[position].valueBox]] {
+            return isNumeric(box.text()) ? Hindrance::None : Hindrance::NoNumber;
+        });
     }
     context_.operations.add("fmessOrla", [this](std::string_view text) { fmessOrla(text); });
 }

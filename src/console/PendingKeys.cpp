@@ -9,12 +9,26 @@
 
 namespace quillon {
 
+namespace {
+
+constexpr int kPatience = 10000; // ms, for a report
+
+/// A field, or a key that is lit by a report.
+bool isValue(const Control& control) {
+    return control.role() == Role::Field || control.name().starts_with("cmbAECField");
+}
+
+} // namespace
+
 PendingKeys::PendingKeys(TorvaneSerialV3_07_QLC1& link, ServiceSession& session)
-    : link_(link), session_(session) {
+    : link_(link), session_(session), patience_(link.schedule()) {
     link.setSendNotices({.handedOver = [this](std::uint32_t ticket) { handedOver(ticket); },
-                         .left = [this](std::uint32_t ticket) { left(ticket); }});
+                         .left = [this](std::uint32_t ticket, bool done) { leftQueue(ticket, done); }});
     session_.began.connect([this] { began_ = hand(); });
     session_.changed.connect([this] { runChanged(); });
+    link.events().WorkstationChange.connect([this](std::int32_t) { askFor(nullptr); });
+    link.events().GeneratorPhaseChange.connect([this](Phase) { askFor(nullptr); });
+    patience_.setTick([this] { askFor(nullptr); });
 }
 
 PendingKeys::~PendingKeys() {
@@ -22,32 +36,64 @@ PendingKeys::~PendingKeys() {
 }
 
 bool PendingKeys::waits(const Control& control) const {
-    return &control == shown_ || std::any_of(sent_.begin(), sent_.end(), [&control](const auto& sent) {
-        return sent.second == &control;
-    });
+    return &control == shown_ || &control == asked_ ||
+           std::any_of(waiting_.begin(), waiting_.end(),
+                       [&control](const auto& one) { return one.second == &control; });
+}
+
+bool PendingKeys::outdated(const Control& control) const {
+    return isValue(control) && asked_ != nullptr && liesOn(&control, link_) &&
+           !liesOn(&control, link_["fraStatus"]);
+}
+
+/// A workstation's values look old from the press of another one's key until that is reported, or given up.
+void PendingKeys::askFor(const Control* workstation) {
+    patience_.stop();
+    if (workstation != nullptr) {
+        patience_.start(kPatience);
+    }
+    const Control* before = std::exchange(asked_, workstation);
+    for (const Control* key : {before, workstation}) {
+        if (key != nullptr && before != workstation) {
+            changed.raise(key);
+        }
+    }
+    if ((before == nullptr) == (workstation == nullptr)) {
+        return;
+    }
+    for (const auto& control : link_.controls()) {
+        if (isValue(*control)) {
+            changed.raise(control.get());
+        }
+    }
 }
 
 void PendingKeys::forget(const Control& control) {
-    std::erase_if(sent_, [&control](const auto& sent) { return liesOn(sent.second, control); });
-    for (const Control** one : {&began_, &shown_}) {
+    std::erase_if(waiting_, [&control](const auto& one) { return liesOn(one.second, control); });
+    for (const Control** one : {&asked_, &began_, &shown_}) {
         *one = liesOn(*one, control) ? nullptr : *one;
     }
 }
 
 void PendingKeys::handedOver(std::uint32_t ticket) {
     if (const Control* key = hand()) {
-        sent_.emplace(ticket, key);
+        waiting_.emplace(ticket, key);
+        if (key->name() == "cmbWS" && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {
+            askFor(key);
+        }
         changed.raise(key);
+        sent.raise(key);
     }
 }
 
-void PendingKeys::left(std::uint32_t ticket) {
-    const auto [first, last] = sent_.equal_range(ticket);
+void PendingKeys::leftQueue(std::uint32_t ticket, bool done) {
+    const auto [first, last] = waiting_.equal_range(ticket);
     std::vector<const Control*> keys;
-    std::transform(first, last, std::back_inserter(keys), [](const auto& sent) { return sent.second; });
-    sent_.erase(first, last);
+    std::transform(first, last, std::back_inserter(keys), [](const auto& one) { return one.second; });
+    waiting_.erase(first, last);
     for (const Control* key : keys) {
         changed.raise(key);
+        left.raise(key, done);
     }
 }
 

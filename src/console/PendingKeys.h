@@ -23,22 +23,32 @@ public:
     void setHand(std::function<const Control*()> hand) { hand_ = std::move(hand); }
 
     [[nodiscard]] bool waits(const Control& control) const;
+    /// The key of the workstation that was asked for and is not reported yet; empty for none. It is given up
+    /// after some seconds.
+    [[nodiscard]] const Control* asked() const { return asked_; }
+    /// A value of the workstation that is being left.
+    [[nodiscard]] bool outdated(const Control& control) const;
     /// The control, and what lies on it, is being taken away.
     void forget(const Control& control);
 
-    /// It waits, or waits no more.
+    /// It waits, or waits no more; a value looks old, or does not any more.
     Signal<const Control*> changed;
+    Signal<const Control*> sent;       ///< a message of the key was queued
+    Signal<const Control*, bool> left; ///< and has left the queue: done, or lost
 
 private:
     void handedOver(std::uint32_t ticket);
-    void left(std::uint32_t ticket);
+    void leftQueue(std::uint32_t ticket, bool done);
     void runChanged();
+    void askFor(const Control* workstation);
     [[nodiscard]] const Control* hand() const { return hand_ ? hand_() : nullptr; }
 
     TorvaneSerialV3_07_QLC1& link_;
     ServiceSession& session_;
     std::function<const Control*()> hand_;
-    std::multimap<std::uint32_t, const Control*> sent_; ///< by ticket: more than one may want the same
+    std::multimap<std::uint32_t, const Control*> waiting_; ///< by ticket: more than one may want the same
+    const Control* asked_ = nullptr;
+    Timer patience_; ///< for the report of what was asked for
     const Control* began_ = nullptr;
     const Control* shown_ = nullptr; ///< waits for the run as it was told last
 };

@@ -82,7 +82,7 @@ void PhaseReactions::phaseChange(Phase phase) {
             console_["lblHelp"].setVisible(true);
         }
         if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
-            session_.setExposures(Exposures::Asked); // as before the loss
+            session_.setExposureRequest(ExposureRequest::Stands); // as before the loss
         }
     });
 }

@@ -85,7 +85,7 @@ void ServiceSession::setMode(Phase mode) {
     }
     if (mode_ != mode) {
         exposures_ = 0;
-        wanted_ = Exposures::NotAsked;
+        wanted_ = ExposureRequest::None;
     }
     mode_ = mode;
 }

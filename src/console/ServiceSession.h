@@ -89,6 +89,8 @@ public:
     void waitPatiently();
     /// It has an end again; a minute that is over stays over.
     void stopWaiting();
+    /// It is over: cmbClose ends the run.
+    [[nodiscard]] bool canGiveUp() const { return patienceOver_; }
     /// cmbClose ends the run, if the minute is over. False when it is not.
     bool giveUp();
 
@@ -130,7 +132,7 @@ public:
     /// A line that was closed by hand is opened, so that the generator can be told.
     void openLine();
     /// What the mode asks the operator for, until it is over.
-    void setExposures(Exposures exposures) { wanted_ = exposures; }
+    void setExposureRequest(ExposureRequest request) { wanted_ = request; }
     /// The generator was told to go into a mode.
     void asked(Phase mode);
     /// The mode in which it may still arrive; None when there is none.
@@ -174,7 +176,7 @@ private:
     bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
     bool busy_ = false;
     bool xRaysOwed_ = false;
-    Exposures wanted_ = Exposures::NotAsked;
+    ExposureRequest wanted_ = ExposureRequest::None;
     bool xRaysAtPress_ = true;
     bool reporting_ = false; ///< a report is reacted to: what stands is not known before that is over
     bool messageOpen_ = false;

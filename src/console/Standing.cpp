@@ -74,14 +74,14 @@ StandingRow standingOf(const Heard& heard) {
         row.positioner = heard.mode == Phase::NormalOperation ? Offer::Shown : Offer::AsLeft;
         return row;
     }
-    const bool asked = heard.exposures == Exposures::Asked;
+    const bool asked = heard.exposures == ExposureRequest::Stands;
     if (row.stand == Stand::Ready && heard.phase != Phase::NormalOperation) {
         row.inReach = row.inReach.without(M); // an entry would be refused
     }
     if (isExposure(heard.phase)) {
         row.inReach = row.inReach.only(F); // the others come with its end
     }
-    if (row.stand == Stand::Autocalibration && heard.exposures == Exposures::Over) {
+    if (row.stand == Stand::Autocalibration && heard.exposures == ExposureRequest::Over) {
         row.lit = none;
     }
     if (heard.phase == Phase::ConfirmDismiss) {

@@ -34,10 +34,10 @@ enum class Says : std::uint8_t { AsLeft, None, Lost, PoweringUp, Question, Expos
 enum class Offer : std::uint8_t { AsLeft, Shown, Hidden };
 
 /// What autocalibration wants of the operator.
-enum class Exposures : std::uint8_t {
-    NotAsked,
-    Asked, ///< it was handed over
-    Over,  ///< it was to be left since
+enum class ExposureRequest : std::uint8_t {
+    None,
+    Stands, ///< it was handed over
+    Over,   ///< it was to be left since
 };
 
 /// What is on the screen while nothing is under way. It gives the keys that lead on, and takes none.
@@ -63,7 +63,7 @@ struct Heard {
     bool lost;
     bool poweringUp;
     bool lent;
-    Exposures exposures;
+    ExposureRequest exposures;
     bool exitUnheard; ///< a way out was tried while it was lost
 };
 [[nodiscard]] Stand standOf(const Heard& heard);

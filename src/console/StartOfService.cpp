@@ -37,6 +37,11 @@ StartOfService::StartOfService(ConsoleContext& context, ServiceSession& session)
     context_.link.events().GeneratorSoftwareVersion.connect(
         [this](const std::string& version) { showVersions(version); });
     context_.link.phaseRepeated().connect([this] { heard(); });
+    context_.link.portArrived().connect([this] {
+        if (session_.lastPhase() <= Phase::Initialization) { // nothing was heard on it before
+            opened();
+        }
+    });
     context_.operations.add("PortOpen", [this](bool newStatus) { PortOpen(newStatus); });
     context_.operations.add("RefreshConsole", [this] { RefreshConsole(); });
 }
@@ -48,6 +53,10 @@ void StartOfService::PortOpen(bool newStatus) {
         context_.events.CannotOpenPort.raise();
         return;
     }
+    opened();
+}
+
+void StartOfService::opened() {
     session_.setLastPhase(Phase::Initialization);
     context_.link.poll().GeneratorPhaseRequest();
     session_.at(moments::kPollFree);

@@ -29,6 +29,7 @@ public:
     void greetNobody() { tmrDelayShow_.stop(); }
 
 private:
+    void opened();
     void showRestLayout();
     void delayShowTick();
     void waitRefreshTick();

@@ -1,7 +1,15 @@
 #include "console/StatusLine.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
+#include "base/Numbers.h"
+#include "console/Exposures.h"
+#include "console/Glance.h"
+#include "console/PendingKeys.h"
+#include "console/Signs.h"
+#include "console/UnsavedValue.h"
 #include "link/LinkSilence.h"
 
 namespace quillon {
@@ -32,19 +40,42 @@ constexpr std::array kRunTexts{
 // clang-format on
 
 constexpr std::array<std::string_view, 2> kStartWaits{"tmrWaitStartGenerator", "tmrWaitRefresh"};
+constexpr std::string_view kCounterHold = "tmrResetTubeCounter";
+
+/// The last part of a device's path.
+std::string_view shortName(std::string_view device) {
+    return device.substr(device.find_last_of('/') + 1); // all of it where there is none
+}
 
 Milliseconds seconds(Milliseconds time) {
     return (time + 999) / 1000;
 }
 
+/// The first of several that are parted by commas, and how many more there are.
+std::string firstOf(const std::string& all) {
+    const auto end = all.find(',');
+    const auto more = std::count(all.begin(), all.end(), ',');
+    return more == 0 ? all : all.substr(0, end) + " +" + std::to_string(more);
+}
+
 } // namespace
 
-StatusLine::StatusLine(ConsoleContext& context, ServiceSession& session)
-    : context_(context), session_(session) {
-    session.changed.connect([this] { changed.raise(); });
-    context_.link.silence().changed.connect([this] { changed.raise(); });
-    context_.link.events().ExposureCounter.connect(
-        [this](std::int32_t, const std::string&) { changed.raise(); });
+StatusLine::StatusLine(ConsoleContext& context, ServiceSession& session, const Signs& signs)
+    : context_(context), session_(session), glance_(signs.glance), exposures_(signs.exposures),
+      pending_(signs.pending), unsaved_(signs.unsaved) {
+    const auto tell = [this](const auto&...) { changed.raise(); };
+    LinkEvents& events = context_.link.events();
+    session.changed.connect(tell);
+    context_.link.silence().changed.connect(tell);
+    events.ExposureCounter.connect(tell);
+    events.RXEnable.connect(tell);
+    events.GeneratorERROR.connect(tell);
+    events.GeneratorAECError.connect(tell);
+    events.GeneratorERRORResetAck.connect(tell);
+    events.WorkstationChange.connect(tell);
+    pending_.changed.connect(tell);
+    unsaved_.changed.connect(tell);
+    exposures_.changed.connect(tell);
 }
 
 std::optional<Milliseconds> StatusLine::endOf(std::string_view timer) const {
@@ -64,6 +95,9 @@ Progress StatusLine::progress() const {
             }
         }
     }
+    if (const auto end = endOf(kCounterHold)) {
+        return {texts.sHoldToReset, {}, end};
+    }
     if (session_.idle() && session_.lastPhase() == Phase::NormalOperation) {
         for (const std::string_view timer : kStartWaits) {
             if (const auto end = endOf(timer)) {
@@ -74,18 +108,114 @@ Progress StatusLine::progress() const {
     return {};
 }
 
-std::string StatusLine::silence() const {
-    const LinkSilence& silence = context_.link.silence();
-    if (!silence.quiet()) {
-        return {};
+StatusField StatusLine::generator() const {
+    const Phase phase = session_.lastPhase();
+    const std::string words = glance_.state();
+    if (session_.isLost() || !context_.link.silence().everHeard()) {
+        return {context_.texts.sStateNotKnown, Tone::Unknown};
     }
-    return ConsoleTexts::filled(context_.texts.sNoAnswer,
-                                {(context_.console.schedule().now() - silence.since()) / 1000});
+    if (phase == Phase::Error || phase == Phase::AutocalError) {
+        return {words, Tone::Alarm};
+    }
+    if (context_.link.silence().quiet()) {
+        return {words, Tone::Unknown};
+    }
+    if (phase == Phase::TubeTooHot) {
+        return {words, Tone::Warning};
+    }
+    if (phase == Phase::RadExposure || phase == Phase::FluoroExposure) {
+        return {words, Tone::Radiation};
+    }
+    return {words, session_.poweringUp() ? Tone::Waits : Tone::Plain};
 }
 
-std::string StatusLine::doing() const {
-    const std::string what = progress().what;
-    return what.empty() || context_.console["lblHelp"].visible() ? std::string() : what + " ...";
+bool StatusLine::didNotOpen() const {
+    return !context_.link.PortOpen() && !context_.link.line().failure().empty();
+}
+
+StatusField StatusLine::line() const {
+    const ConsoleTexts& texts = context_.texts;
+    const LinkSilence& silence = context_.link.silence();
+    const SerialPort& port = context_.link.line();
+    const std::string com = "COM" + decimalText(context_.link.settings().port);
+    const std::string device(shortName(port.device()));
+    const auto told = [&com](const std::string& what, Tone tone) {
+        return StatusField{com + ": " + what, tone};
+    };
+    if (!context_.link.PortOpen()) {
+        return didNotOpen() ? told(texts.sLineNotOpen, Tone::Alarm) : told(texts.sLineClosed, Tone::Warning);
+    }
+    if (!port.present()) {
+        return device.empty() ? StatusField{ConsoleTexts::filled(texts.sLineGone, {com}), Tone::Alarm}
+                              : told(ConsoleTexts::filled(texts.sLineGone, {device}), Tone::Alarm);
+    }
+    if (silence.quiet()) {
+        return told(ConsoleTexts::filled(texts.sLineQuiet,
+                                         {(context_.console.schedule().now() - silence.since()) / 1000}),
+                    session_.isLost() ? Tone::Alarm : Tone::Warning);
+    }
+    if (!silence.everHeard()) {
+        return told(texts.sStateUnheard, Tone::Unknown);
+    }
+    return {device.empty() ? com : com + " " + device, Tone::Good};
+}
+
+StatusField StatusLine::rays() const {
+    const ConsoleTexts& texts = context_.texts;
+    const Phase phase = session_.lastPhase();
+    const bool lamp = context_.console["cmdExposure"].backColour() == kExposureColour;
+    if (lamp || phase == Phase::RadExposure || phase == Phase::FluoroExposure) {
+        return {texts.sRaysOn, Tone::Radiation}; // the bar and the lamp never contradict each other
+    }
+    if (session_.isLost() || session_.poweringUp() || !context_.link.silence().everHeard() ||
+        context_.link.silence().quiet()) {
+        return {texts.sRaysUnknown, Tone::Unknown};
+    }
+    if (!context_.link.mirror().RXEnable) {
+        return {texts.sRaysHeld, Tone::HeldBack};
+    }
+    if (const std::string standing = firstOf(glance_.warnings()); !standing.empty()) {
+        return {ConsoleTexts::filled(texts.sRaysRefused, {standing}), Tone::Warning};
+    }
+    constexpr Phases kPossible{Phase::NormalOperation, Phase::Preparation, Phase::Calibration,
+                               Phase::Autocalibration};
+    if (!kPossible.has(phase)) {
+        return {texts.sRaysNone, Tone::HeldBack}; // the state beside it tells why
+    }
+    const bool error = !context_.console["lblError"].caption().empty();
+    return error ? StatusField{texts.sRaysUnknown, Tone::Unknown}
+                 : StatusField{texts.sRaysPossible, Tone::Plain};
+}
+
+StatusField StatusLine::alarm() const {
+    if (didNotOpen()) {
+        return {context_.link.line().failure(), Tone::Alarm}; // with its port and device
+    }
+    if (session_.isLost()) {
+        return {context_.texts.sCommError, Tone::Alarm};
+    }
+    const std::string& number = context_.console["lblError"].caption();
+    const std::string& words = context_.console["lblErrorDescription"].caption();
+    if (!number.empty()) {
+        return {words.empty() ? context_.texts.sStateError + " " + number : number + "  " + words,
+                Tone::Alarm};
+    }
+    return {words, Tone::Warning};
+}
+
+StatusField StatusLine::doing() const {
+    if (std::string what = progress().what; !what.empty()) {
+        return {std::move(what), Tone::Waits};
+    }
+    if (const Control* key = pending_.asked()) {
+        return {ConsoleTexts::filled(context_.texts.sNotReported, {std::string_view(key->caption())}),
+                Tone::Waits};
+    }
+    if (unsaved_.stands() || unsaved_.wasLeft()) {
+        return {unsaved_.stands() ? context_.texts.sValueNotStored : context_.texts.sValueLeft,
+                Tone::Warning};
+    }
+    return {};
 }
 
 std::string StatusLine::howFar() const {
@@ -98,13 +228,19 @@ std::string StatusLine::howFar() const {
         return ConsoleTexts::filled(texts.sSecondsLeft,
                                     {seconds(*now.ends - context_.console.schedule().now())});
     }
-    return session_.mode() == Phase::Autocalibration && !session_.isLost()
-               ? ConsoleTexts::filled(texts.sExposuresMade, {session_.count().done})
-               : std::string();
+    if (session_.isLost()) {
+        return {};
+    }
+    if (session_.mode() == Phase::Autocalibration) {
+        return ConsoleTexts::filled(texts.sExposuresMade, {session_.count().done});
+    }
+    return session_.lent() ? ConsoleTexts::filled(texts.sExposuresMade, {exposures_.countLent()})
+                           : std::string();
 }
 
 bool StatusLine::counting() const {
-    return context_.link.silence().quiet() || session_.waits() || progress().ends.has_value();
+    return context_.link.silence().quiet() || session_.waits() || progress().ends.has_value() ||
+           didNotOpen(); // the reason may become another one
 }
 
 } // namespace quillon

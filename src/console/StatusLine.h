@@ -8,6 +8,12 @@
 
 namespace quillon {
 
+class Exposures;
+class Glance;
+class PendingKeys;
+class UnsavedValue;
+struct Signs;
+
 /// How far the console is with what it is doing.
 struct Progress {
     std::string what; ///< empty when it waits for nothing
@@ -15,29 +21,51 @@ struct Progress {
     std::optional<Milliseconds> ends; ///< on the schedule's clock, where it ends at a fixed time
 };
 
-/// What stands at the foot of the window, in the operator's language: whether the generator answers, and how
-/// far the console is. All of it is derived from the session, its timers and the link when it is asked for.
+/// How a field of the status bar is meant; how it looks follows.
+enum class Tone : std::uint8_t { Plain, Unknown, Good, Waits, HeldBack, Radiation, Warning, Alarm };
+
+struct StatusField {
+    std::string words; ///< empty for nothing to tell
+    Tone tone = Tone::Plain;
+    bool operator==(const StatusField&) const = default;
+};
+
+/// What the status bar shows, in the operator's language. All of it is derived from the session, its timers
+/// and the link when it is asked for; it keeps nothing.
 class StatusLine {
 public:
-    StatusLine(ConsoleContext& context, ServiceSession& session);
+    StatusLine(ConsoleContext& context, ServiceSession& session, const Signs& signs);
 
-    [[nodiscard]] Progress progress() const;
-    /// "No answer for 4 s"; empty while it answers.
-    [[nodiscard]] std::string silence() const;
-    /// What is being done, where no prompt says it already.
-    [[nodiscard]] std::string doing() const;
+    /// Where the generator stands.
+    [[nodiscard]] StatusField generator() const;
+    /// The port, its device, and whether the generator answers.
+    [[nodiscard]] StatusField line() const;
+    /// Whether an exposure can be made, and what keeps it back.
+    [[nodiscard]] StatusField rays() const;
+    /// The error that stands, or the loss.
+    [[nodiscard]] StatusField alarm() const;
+    /// What is being waited for.
+    [[nodiscard]] StatusField doing() const;
     /// "2 of 4", "12 s left"; empty when there is nothing to count.
     [[nodiscard]] std::string howFar() const;
+
+    [[nodiscard]] Progress progress() const;
     /// Time goes by in it: ask again in a second.
     [[nodiscard]] bool counting() const;
 
     Signal<> changed;
 
 private:
+    /// The port could not be opened, and is not open.
+    [[nodiscard]] bool didNotOpen() const;
     [[nodiscard]] std::optional<Milliseconds> endOf(std::string_view timer) const;
 
     ConsoleContext& context_;
     const ServiceSession& session_;
+    Glance& glance_;
+    Exposures& exposures_;
+    PendingKeys& pending_;
+    UnsavedValue& unsaved_;
 };
 
 } // namespace quillon

@@ -12,7 +12,9 @@
 #include "console/Departure.h"
 #include "console/ErrorReactions.h"
 #include "console/ExposureCounters.h"
+#include "console/Exposures.h"
 #include "console/Glance.h"
+#include "console/KeyReasons.h"
 #include "console/OrlaPositioner.h"
 #include "console/PendingKeys.h"
 #include "console/PhaseReactions.h"
@@ -20,6 +22,7 @@
 #include "console/ServiceSession.h"
 #include "console/StartOfService.h"
 #include "console/StatusLine.h"
+#include "console/UnsavedValue.h"
 #include "console/UserMode.h"
 #include "console/layout/ConsoleControls.h"
 #include "console/panels/ConsolePanels.h"
@@ -69,6 +72,7 @@ struct ctrQuillonConsole::Parts {
     Parts(ctrQuillonConsole& host, const Context& given,
           std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl);
 
+    [[nodiscard]] Signs signs() { return {glance, exposures, pending, reasons, unsaved, status, texts}; }
     void initialize();
     void addProperties();
     void setButtonOffColor(Colour colour);
@@ -85,6 +89,7 @@ struct ctrQuillonConsole::Parts {
     ConsoleTexts texts;
     Phrases phrases;
     Operations operations;
+    KeyNeeds needs{[this](std::string_view mnemonic) { return link.allows(mnemonic); }};
     ConsoleContext context;
     ScalingLayout layout;
 
@@ -105,6 +110,9 @@ struct ctrQuillonConsole::Parts {
     // These hear of a phase behind the reactions to it.
     Departure departure;
     Glance glance;
+    Exposures exposures;
+    KeyReasons reasons;
+    UnsavedValue unsaved;
     StatusLine status;
 };
 
@@ -128,6 +136,7 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
                                                                          texts,
                                                                          host.events,
                                                                          operations,
+                                                                         needs,
                                                                          given.desktop,
                                                                          given.loop,
                                                                          given.positionerToCalibrate,
@@ -140,7 +149,8 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
       remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
-      departure(context, session), glance(context, session), status(context, session) {
+      departure(context, session), glance(context, session), exposures(context, session),
+      reasons(context, session), unsaved(link, pending), status(context, session, signs()) {
     initialize();
     addProperties();
     console.setReportAge(&link.silence().age);
@@ -309,7 +319,7 @@ const ServiceSession& ctrQuillonConsole::session() const {
 }
 
 Signs ctrQuillonConsole::signs() {
-    return {parts_->glance, parts_->pending, parts_->status, parts_->texts};
+    return parts_->signs();
 }
 
 const ConsoleTexts& ctrQuillonConsole::texts() const {

@@ -1,5 +1,7 @@
 #include "link/LinkSilence.h"
 
+#include <utility>
+
 namespace quillon {
 
 namespace {
@@ -10,8 +12,11 @@ constexpr int kPollsMissed = 2;
 
 void LinkSilence::heard() {
     heardAt_ = schedule_.now();
-    everHeard_ = true;
+    const bool first = !std::exchange(everHeard_, true);
     set(false);
+    if (first) {
+        changed.raise();
+    }
 }
 
 void LinkSilence::polled(int unanswered) {
@@ -24,7 +29,8 @@ void LinkSilence::polled(int unanswered) {
 
 void LinkSilence::forget() {
     everHeard_ = false;
-    set(false);
+    quiet_ = false;
+    changed.raise();
 }
 
 void LinkSilence::set(bool quiet) {

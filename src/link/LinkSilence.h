@@ -20,12 +20,14 @@ public:
     void forget();
 
     [[nodiscard]] bool quiet() const { return quiet_; }
+    /// Something came since the port was opened.
+    [[nodiscard]] bool everHeard() const { return everHeard_; }
     /// Since when nothing has come.
     [[nodiscard]] Milliseconds since() const { return heardAt_; }
 
     /// Whether what is shown was reported before it.
     ReportAge age;
-    /// It begins or ends.
+    /// It begins or ends, the port is opened or closed, or its device goes or comes.
     Signal<> changed;
 
 private:

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "base/Numbers.h"
+
 namespace quillon {
 
 PortControl::PortControl(ControlHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
@@ -15,6 +17,7 @@ PortControl::PortControl(ControlHost& panel, SerialPort& port, LinkSettings& set
             tmrBlink_.stop();
         }
     };
+    SerialCom_.setArrival([this] { deviceCame(); });
 }
 
 void PortControl::setPortOpen(bool wanted) {
@@ -31,6 +34,7 @@ void PortControl::setPortOpen(bool wanted) {
 
 void PortControl::open() {
     settings_.show();
+    asked_ = wholeSettings();
     if (!SerialCom_.open(settings_.port, settings_.portSettings())) {
         showClosed();
         if (const std::string why = SerialCom_.failure(); !why.empty()) {
@@ -39,12 +43,29 @@ void PortControl::open() {
         events_.CannotOpenPort.raise(settings_.port);
         return;
     }
+    opened();
+}
+
+void PortControl::opened() {
     cmbCommOnOff_.setBackColour(kActiveColour);
     cmbCommOnOff_.setCaption("OFF");
     m_PortOpen = true;
     poll_.begin();
     settings_.setListsEnabled(false);
     settings_.SaveConfiguration();
+}
+
+void PortControl::deviceCame() {
+    if (asked_ != wholeSettings()) {
+        SerialCom_.close(); // another line is being chosen on the Comm page, and its key opens that
+        return;
+    }
+    opened();
+    arrived.raise();
+}
+
+std::string PortControl::wholeSettings() const {
+    return decimalText(settings_.port) + ":" + settings_.portSettings();
 }
 
 void PortControl::close() {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <string>
+
 #include "link/CommunicationLog.h"
 #include "link/LinkEvents.h"
 #include "link/LinkSettings.h"
 #include "link/SendPath.h"
 #include "link/StatusPoll.h"
 #include "runtime/Platform.h"
+#include "runtime/Signal.h"
 #include "ui/ControlHost.h"
 
 namespace quillon {
@@ -22,10 +25,16 @@ public:
     /// does not open raises CannotOpenPort.
     void setPortOpen(bool open);
 
+    /// The port stands open at last, long after it could not be opened.
+    Signal<> arrived;
+
 private:
     void open();
+    void opened();
+    void deviceCame();
     void close();
     void showClosed();
+    [[nodiscard]] std::string wholeSettings() const;
 
     SerialPort& SerialCom_;
     LinkSettings& settings_;
@@ -36,6 +45,7 @@ private:
     Control& cmbCommOnOff_;
     Timer& tmrBlink_;
     bool m_PortOpen = false;
+    std::string asked_; ///< the port and its settings, as they were to be opened last
 };
 
 } // namespace quillon

@@ -22,7 +22,6 @@ SendPath::SendPath(LinkState& state, LinkEvents& events, SerialPort& port, Commu
     timers_.tmrProtocolHandshaking.setTick([this] { handshakingTick(); });
     timers_.tmrWaitAfterRx.setTick([this] { waitAfterRxTick(); });
     port_.setOutcome([this](std::string_view frame, bool sent) { frameLeft(frame, sent); });
-    port_.setNotice([this](std::string_view text) { log_.noted(text); });
 }
 
 bool SendPath::allows(std::int16_t Phase) const {
@@ -106,20 +105,21 @@ void SendPath::handshakingTick() {
         return;
     }
     if (m_RetriesLeft == 0) {
-        m_Queue.dequeue();
+        m_Queue.dequeue(false);
         m_SendImmediate = false;
         m_RetriesLeft = state_.numretries;
         return;
     }
     QueuedMessage message;
-    if (port_.isOpen()) {
+    const bool open = port_.isOpen();
+    if (open) {
         message = m_Queue.front();
         transmit(message);
     }
     m_AckReceived = false;
     m_AckPending = true;
     if (!message.WithACK) {
-        m_Queue.dequeue();
+        m_Queue.dequeue(open);
         m_AckPending = false;
         m_RetriesLeft = state_.numretries;
     }
@@ -139,7 +139,7 @@ void SendPath::fmessMessageAcknowledge() {
     if (!m_AckPending) {
         return;
     }
-    m_Queue.dequeue();
+    m_Queue.dequeue(true);
     m_SendImmediate = false;
     if (!m_Queue.empty()) {
         timers_.tmrProtocolHandshaking.start(m_Queue.front().Timeout);
@@ -170,9 +170,9 @@ void SendPath::waitAfterRxTick() {
 
 void SendPath::drain() {
     if (m_RetriesLeft < state_.numretries) {
-        m_Queue.dequeue(); // transmitted already
+        m_Queue.dequeue(false); // transmitted already, and nobody waits for its acknowledgement any more
     }
-    for (; !m_Queue.empty() && port_.isOpen(); m_Queue.dequeue()) {
+    for (; !m_Queue.empty() && port_.isOpen(); m_Queue.dequeue(true)) {
         transmit(m_Queue.front());
     }
     reset();

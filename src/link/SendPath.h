@@ -53,11 +53,11 @@ public:
     void reset();
 
     /// Who wants to know what became of a message: `handedOver` names it by a ticket when it is queued, or
-    /// when one just like it waits already; `left` comes when it is acknowledged, given up or thrown away,
-    /// and for one that asks for no acknowledgement when it is sent.
+    /// when one just like it waits already; `left` comes when it is acknowledged (done), given up or
+    /// thrown away, and for one that asks for no acknowledgement when it is sent (done).
     struct Notices {
         std::function<void(std::uint32_t ticket)> handedOver;
-        std::function<void(std::uint32_t ticket)> left;
+        std::function<void(std::uint32_t ticket, bool done)> left;
     };
     void setNotices(Notices notices);
 

@@ -22,14 +22,14 @@ QueuedMessage SendQueue::front() const {
     return empty() ? QueuedMessage{} : m_Queue[static_cast<std::size_t>(m_QueueHead)];
 }
 
-void SendQueue::dequeue() {
+void SendQueue::dequeue(bool done) {
     if (!empty()) {
         const std::uint32_t ticket = m_Queue[static_cast<std::size_t>(m_QueueHead)].ticket;
         m_QueueHead = next(m_QueueHead);
         --m_QueueCount;
         assert(whole());
         if (onLeft) {
-            onLeft(ticket);
+            onLeft(ticket, done);
         }
     }
 }
@@ -56,7 +56,7 @@ std::uint32_t SendQueue::queued(const QueuedMessage& message) const {
 
 void SendQueue::clear() {
     while (!empty()) {
-        dequeue();
+        dequeue(false);
     }
     m_QueueHead = 0;
     m_QueueTail = 0;

@@ -25,15 +25,16 @@ public:
     [[nodiscard]] bool empty() const { return m_QueueCount == 0; }
     /// A copy of the message at the head; an empty one when there is none.
     [[nodiscard]] QueuedMessage front() const;
-    void dequeue();
+    /// The message at the head leaves; `done`: it was sent, and acknowledged where it asks for that.
+    void dequeue(bool done);
     void enqueue(QueuedMessage message);
     /// The ticket of a message of the same text, phase mask and time-out that waits between head and tail, 0
     /// for none. Once the tail has wrapped round below the head, nothing is found.
     [[nodiscard]] std::uint32_t queued(const QueuedMessage& message) const;
     void clear();
 
-    /// Told of each message that leaves, whatever became of it.
-    std::function<void(std::uint32_t ticket)> onLeft;
+    /// Told of each message that leaves, and whether it was done or lost.
+    std::function<void(std::uint32_t ticket, bool done)> onLeft;
 
 private:
     [[nodiscard]] bool whole() const;

@@ -23,6 +23,7 @@
 #include "model/Technique.h"
 #include "panel/Blinking.h"
 #include "panel/HeldKeys.h"
+#include "panel/KeyNeeds.h"
 #include "panel/PanelFrame.h"
 #include "panel/PanelKeys.h"
 #include "panel/PanelPages.h"
@@ -86,6 +87,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     Records records;
     Blinking blinking;
     PanelSubjects subjects{context, service, errors, exposureControl, fluoroscopy};
+    KeyNeeds needs;
     HeldKeys heldKeys;
     PanelKeys panelKeys;
 };
@@ -112,11 +114,16 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
                             panel, pages,     fromGUI,  TempUserMode, given.commandLine},
       errorTable(given.errorTable), service(context), phase(context, service), technique(context),
       errors(context, errorTable), exposureControl(context), fluoroscopy(context), programs(context),
-      positioner(context), records(context), blinking(generator, panel), heldKeys(subjects),
-      panelKeys(subjects, pages, frame) {
+      positioner(context), records(context), blinking(generator, panel),
+      needs([this](std::string_view mnemonic) { return send.allows(phasesOf(mnemonic)); }),
+      heldKeys(subjects, needs), panelKeys(subjects, needs, pages, frame) {
     applyFacts();
     panel.setReportAge(&silence.age);
     silence.changed.connect([this] { panel.showAge(); });
+    port.setNotice([this](std::string_view text) {
+        log.noted(text);
+        silence.changed.raise();
+    });
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
     decoder.setNotices({.heard = [this] { poll.heard(); }, .handled = [this] { send.messageHeard(); }});
     addOperations();
@@ -236,6 +243,8 @@ TorvaneSerialV3_07_QLC1::~TorvaneSerialV3_07_QLC1() {
     parts_->port.setReceiver({});
     parts_->port.close();
     parts_->port.setOutcome({});
+    parts_->port.setNotice({});
+    parts_->port.setArrival({});
 }
 
 LinkEvents& TorvaneSerialV3_07_QLC1::events() {
@@ -278,8 +287,20 @@ LinkSilence& TorvaneSerialV3_07_QLC1::silence() {
     return parts_->silence;
 }
 
+Hindrance TorvaneSerialV3_07_QLC1::hindrance(const Control& key) const {
+    return parts_->needs.of(key);
+}
+
+const SerialPort& TorvaneSerialV3_07_QLC1::line() const {
+    return parts_->port;
+}
+
 StatusPoll& TorvaneSerialV3_07_QLC1::poll() {
     return parts_->poll;
+}
+
+Signal<>& TorvaneSerialV3_07_QLC1::portArrived() {
+    return parts_->portControl.arrived;
 }
 
 bool TorvaneSerialV3_07_QLC1::PortOpen() const {

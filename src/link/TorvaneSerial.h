@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,6 +18,7 @@ namespace quillon {
 
 class Commands;
 class ErrorsAndWarnings;
+enum class Hindrance : std::uint8_t;
 class LinkSilence;
 class Service;
 class StatusPoll;
@@ -63,6 +65,12 @@ public:
     [[nodiscard]] Technique& technique();
     /// Errors, warnings and their reset.
     [[nodiscard]] ErrorsAndWarnings& errors();
+    /// What stands between a press of the panel's key and its work now.
+    [[nodiscard]] Hindrance hindrance(const Control& key) const;
+    /// The line as the machine sees it: which device it is, whether it is there, why it did not open.
+    [[nodiscard]] const SerialPort& line() const;
+    /// The device of a port that had not opened has come, and the port stands open.
+    [[nodiscard]] Signal<>& portArrived();
     /// Whether it answers.
     [[nodiscard]] LinkSilence& silence();
     /// The requests for phase and heat.

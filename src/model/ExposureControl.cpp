@@ -121,9 +121,13 @@ void ExposureControl::addOperations() {
     operations.addWriteOnly("MaxAECDensity", [this](std::int32_t value) { setMaxAECDensity(value); });
 }
 
-void ExposureControl::SetAECDensity(std::int32_t Density) {
+bool ExposureControl::takesDensity(std::int32_t Density) const {
     // Before the range is known no step means anything.
-    if (state_.m_MaxAECDensity > 0 && Density >= 0 && Density <= state_.m_MaxAECDensity) {
+    return state_.m_MaxAECDensity > 0 && Density >= 0 && Density <= state_.m_MaxAECDensity;
+}
+
+void ExposureControl::SetAECDensity(std::int32_t Density) {
+    if (takesDensity(Density)) {
         context_.send.SendMessageWithDefaults("FN" + decimalText(Density), phasesOf("FN"));
     }
 }

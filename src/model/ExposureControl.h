@@ -21,6 +21,8 @@ public:
 
     /// Asks for a step of the generator ("FN"); nothing is sent for one that it does not have.
     void SetAECDensity(std::int32_t Density);
+    /// The generator has told that it takes this density.
+    [[nodiscard]] bool takesDensity(std::int32_t Density) const;
     /// For a key that is held: the host hears of the step, the generator does not.
     void stepLocally(std::int32_t by);
     /// Sets the fields and, unless both others are kUnchanged, film screen and density too. `Density` is a

@@ -51,7 +51,7 @@ struct HeldKeys::Row {
     std::string_view routine;
     Condition condition;
     Pace pace;
-    KeyWork firstStep;
+    KeyAct firstStep;
     KeyWork slowRoutine; ///< the first ten ticks
     KeyWork fastRoutine;
     bool sendsDensity = false; ///< at the release: the generator hears of a held density key only once
@@ -90,13 +90,13 @@ std::span<const HeldKeys::Row> HeldKeys::table() {
         Row{"cmbMASDown", "cmbMASCalDown", "MASDown", Always, kMA,
             sends<command("MASOneDown")>, sends<command("MASDown")>, sends<command("MASDown")>},
         Row{"cmbFlKVPUp", "", "FlKVPUp", NormalPhase, kFlKVP,
-            does<&Fluoroscopy::FlKVPOneUp>, sends<command("FlKVPUp")>, sends<command("FlKVPUpUp")>},
+            does<&Fluoroscopy::FlKVPOneUp>.asking("FLKU"), sends<command("FlKVPUp")>, sends<command("FlKVPUpUp")>},
         Row{"cmbFlKVPUp", "", "FlKVPUp", Always, kFlStep,
-            does<&Fluoroscopy::FlKVPOneUp>, does<&Fluoroscopy::FlKVPOneUp>, does<&Fluoroscopy::FlKVPOneUp>},
+            does<&Fluoroscopy::FlKVPOneUp>.asking("FLKU"), does<&Fluoroscopy::FlKVPOneUp>, does<&Fluoroscopy::FlKVPOneUp>},
         Row{"cmbFlKVPDown", "", "FlKVPDown", NormalPhase, kFlKVP,
-            does<&Fluoroscopy::FlKVPOneDown>, sends<command("FlKVPDown")>, sends<command("FlKVPDownDown")>},
+            does<&Fluoroscopy::FlKVPOneDown>.asking("FLKD"), sends<command("FlKVPDown")>, sends<command("FlKVPDownDown")>},
         Row{"cmbFlKVPDown", "", "FlKVPDown", Always, kFlStep,
-            does<&Fluoroscopy::FlKVPOneDown>, does<&Fluoroscopy::FlKVPOneDown>, does<&Fluoroscopy::FlKVPOneDown>},
+            does<&Fluoroscopy::FlKVPOneDown>.asking("FLKD"), does<&Fluoroscopy::FlKVPOneDown>, does<&Fluoroscopy::FlKVPOneDown>},
         Row{"cmbFlPPSUp", "", "FLPPSUp", Always, kPPS,
             sends<command("FlPPSOneUp")>, sends<command("FlPPSUp")>, sends<command("FlPPSUp")>},
         Row{"cmbFlPPSDown", "", "FLPPSDown", Always, kPPS,
@@ -106,9 +106,9 @@ std::span<const HeldKeys::Row> HeldKeys::table() {
         Row{"cmbDAECBrightnessDown", "", "BrightnessDown", DigitalMode, kBright,
             sends<command("BrightnessOneDown")>, sends<command("BrightnessDown")>, sends<command("BrightnessDownDown")>},
         Row{"cmbAECDensityUp", "cmbDAECDensityUp", "AECDensityUp", FieldOn, kDensity,
-            stepsDensity<1>, stepsDensity<1>, stepsDensity<1>, true},
+            {stepsDensity<1>, "FN"}, stepsDensity<1>, stepsDensity<1>, true},
         Row{"cmbAECDensityDown", "cmbDAECDensityDown", "AECDensityDown", FieldOn, kDensity,
-            stepsDensity<-1>, stepsDensity<-1>, stepsDensity<-1>, true},
+            {stepsDensity<-1>, "FN"}, stepsDensity<-1>, stepsDensity<-1>, true},
         Row{"cmbCalValueUp", "", "", CalibratingParameter, kParameter,
             sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>},
         Row{"cmbCalValueUp", "", "", Calibrating, kStation,
@@ -122,7 +122,7 @@ std::span<const HeldKeys::Row> HeldKeys::table() {
     return kTable;
 }
 
-HeldKeys::HeldKeys(const PanelSubjects& subjects)
+HeldKeys::HeldKeys(const PanelSubjects& subjects, KeyNeeds& needs)
     : subjects_(subjects), context_(subjects.context), link_(context_.link),
       tmrAutoRepeat_(context_.panel.timer("tmrAutoRepeat")), txtCalValue_(context_.panel["txtCalValue"]),
       sldCalValue_(context_.panel["sldCalValue"]) {
@@ -136,6 +136,7 @@ HeldKeys::HeldKeys(const PanelSubjects& subjects)
     for (Hold& hold : holds_) {
         addRoutines(hold);
         wireKeys(hold);
+        addNeeds(hold, needs);
     }
     for (const std::string_view name : kStoppingKeys) {
         context_.panel[name].on.release = [this] { stop(); };
@@ -183,6 +184,42 @@ void HeldKeys::wireKeys(Hold& hold) {
         on.release = [this, &hold] { release(hold); };
         on.cancel = [this, &hold] { cancel(hold); };
     }
+}
+
+void HeldKeys::addNeeds(const Hold& hold, KeyNeeds& needs) {
+    const Row& row = hold.rows.front();
+    for (const std::string_view name : {row.key, row.twin}) {
+        if (name.empty()) {
+            continue;
+        }
+        const bool station = std::find(kStationKeys.begin(), kStationKeys.end(), name) != kStationKeys.end();
+        needs.add(context_.panel[name], row.firstStep.asks, [this, &hold, station] {
+            if (station && link_.m_OperatingPhase != Phase::Calibration) {
+                return Hindrance::Phase;
+            }
+            const bool any = std::any_of(hold.rows.begin(), hold.rows.end(),
+                                         [this](const Row& each) { return holds(each.condition); });
+            if (any && hold.rows.front().sendsDensity && context_.state.m_MaxAECDensity <= 0) {
+                return Hindrance::NoDensity;
+            }
+            return any ? Hindrance::None : hindranceOf(hold.rows.front().condition);
+        });
+    }
+}
+
+Hindrance HeldKeys::hindranceOf(Condition condition) {
+    switch (condition) {
+    case Condition::DigitalMode:
+        return Hindrance::NotDigital;
+    case Condition::FieldOn:
+        return Hindrance::NoField;
+    case Condition::Always:
+    case Condition::NormalPhase:
+    case Condition::CalibratingParameter:
+    case Condition::Calibrating:
+        break;
+    }
+    return Hindrance::Phase;
 }
 
 bool HeldKeys::holds(Condition condition) const {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "panel/KeyNeeds.h"
 #include "panel/PanelSubjects.h"
 
 namespace quillon {
@@ -17,7 +18,7 @@ namespace quillon {
 /// The last press owns the timer, and any release stops it.
 class HeldKeys {
 public:
-    explicit HeldKeys(const PanelSubjects& subjects);
+    HeldKeys(const PanelSubjects& subjects, KeyNeeds& needs);
     HeldKeys(const HeldKeys&) = delete;
     HeldKeys& operator=(const HeldKeys&) = delete;
 
@@ -52,6 +53,7 @@ private:
     void addIntervals();
     void addRoutines(Hold& hold);
     void wireKeys(Hold& hold);
+    void addNeeds(const Hold& hold, KeyNeeds& needs);
 
     void press(Hold& hold);
     void release(Hold& hold);
@@ -60,6 +62,7 @@ private:
     void tick();
 
     [[nodiscard]] bool holds(Condition condition) const;
+    [[nodiscard]] static Hindrance hindranceOf(Condition condition);
     /// Makes the calibration value empty where another station is about to be chosen. False outside
     /// calibration, where the station's keys do nothing.
     bool leaveStation();

@@ -35,17 +35,21 @@ std::vector<Control*> elements(const ControlHost& panel, std::string_view name) 
 
 using State = GeneratorState;
 
-using Condition = bool (*)(const ModelContext& context);
-bool digitalMode(const ModelContext& context) {
-    return context.state.m_WorkingMode >= kFirstDigitalMode;
+using Condition = Hindrance (*)(const PanelSubjects& subjects, int index);
+Hindrance digitalMode(const PanelSubjects& subjects, int /*index*/) {
+    return subjects.context.state.m_WorkingMode >= kFirstDigitalMode ? Hindrance::None
+                                                                     : Hindrance::NotDigital;
 }
-bool brightnessControlled(const ModelContext& context) {
-    return context.state.m_FlABS;
+Hindrance brightnessControlled(const PanelSubjects& subjects, int /*index*/) {
+    return subjects.context.state.m_FlABS ? Hindrance::None : Hindrance::NoBrightness;
 }
 /// The kVp of a plain mA station is not to be moved while an autocalibration works on it.
-bool kvpMovable(const ModelContext& context) {
-    return context.link.m_OperatingPhase == Phase::Calibration ||
-           (context.link.m_OperatingPhase == Phase::Autocalibration && context.state.m_CalibrationType != 0);
+Hindrance kvpMovable(const PanelSubjects& subjects, int /*index*/) {
+    const Phase phase = subjects.context.link.m_OperatingPhase;
+    if (phase == Phase::Autocalibration) {
+        return subjects.context.state.m_CalibrationType != 0 ? Hindrance::None : Hindrance::FixedKVP;
+    }
+    return phase == Phase::Calibration ? Hindrance::None : Hindrance::Phase;
 }
 
 template <bool State::*kMember> bool isOn(const State& state) {
@@ -55,11 +59,23 @@ template <std::size_t kField> bool fieldIsOn(const State& state) {
     return state.m_AECFields[kField];
 }
 
+std::int32_t densityOf(const PanelSubjects& subjects, int index) {
+    return toInt32(index - densityOffset(subjects.context.state));
+}
 void setDensity(const PanelSubjects& subjects, int index) {
-    subjects.exposureControl.SetAECDensity(toInt32(index - densityOffset(subjects.context.state)));
+    subjects.exposureControl.SetAECDensity(densityOf(subjects, index));
+}
+Hindrance inRange(const PanelSubjects& subjects, int index) {
+    return subjects.exposureControl.takesDensity(densityOf(subjects, index)) ? Hindrance::None
+                                                                             : Hindrance::NoDensity;
 }
 void setDigitalDensity(const PanelSubjects& subjects, int index) {
     subjects.exposureControl.SetAECDensity(index);
+}
+Hindrance digitalInRange(const PanelSubjects& subjects, int index) {
+    const Hindrance mode = digitalMode(subjects, index);
+    return mode != Hindrance::None || subjects.exposureControl.takesDensity(index) ? mode
+                                                                                   : Hindrance::NoDensity;
 }
 void expose(const PanelSubjects& subjects, int /*index*/) {
     subjects.context.commands.send(command("SoftwareExposure"), true);
@@ -71,7 +87,7 @@ void askHighDose(const PanelSubjects& subjects, int /*index*/) {
 struct KeyRow {
     std::string_view key; ///< all elements of it
     Touch touch;
-    KeyWork work;
+    KeyAct act;
     Condition condition = nullptr;
 };
 
@@ -81,7 +97,7 @@ constexpr auto kRelease = Touch::Release;
 constexpr auto kClick = Touch::Click;
 constexpr std::array kKeys{
     // Technique
-    KeyRow{"cmdSWExposure",         kClick,   &expose},
+    KeyRow{"cmdSWExposure",         kClick,   {&expose, "XR"}},
     KeyRow{"cmbDoseLastExposure",   kRelease, sends<command("LastExposureDose")>},
     KeyRow{"cmbDoseAccumulated",    kRelease, sends<command("AccumulatedDose")>},
     KeyRow{"cmbDoseReset",          kRelease, sends<command("DosemeterReset")>},
@@ -91,24 +107,24 @@ constexpr std::array kKeys{
     KeyRow{"cmbAECFieldRight",      kClick,   switches<command("SetAECFieldRight"), command("ToggleAECFieldRight"), fieldIsOn<2>>},
     KeyRow{"cmbAECFilmScreen",      kRelease, sendsIndex<command("SetAECFilmScreen")>},
     KeyRow{"cmbAECBrightnessDown",  kRelease, sends<command("BrightnessOneDown")>},
-    KeyRow{"cmbAECDensity",         kRelease, &setDensity},
-    KeyRow{"cmbDAECDensity",        kRelease, &setDigitalDensity, &digitalMode},
+    KeyRow{"cmbAECDensity",         kRelease, {&setDensity, "FN"}, &inRange},
+    KeyRow{"cmbDAECDensity",        kRelease, {&setDigitalDensity, "FN"}, &digitalInRange},
     KeyRow{"cmbDigitalAEC",         kRelease, switches<command("SetDAEC"), command("ToggleDAEC"), isOn<&State::m_DigitalAEC>>, &digitalMode},
     KeyRow{"cmbPhotomultiplier",    kRelease, switches<command("SetPhotomultiplier"), command("TogglePhotomultiplier"), isOn<&State::m_Photomultiplier>>, &digitalMode},
     // Fluoroscopy
     KeyRow{"cmbFlPPSNext",          kClick,   sends<command("FlPPSNext")>},
-    KeyRow{"cmbFlContinuous",       kPress,   does<&Fluoroscopy::FlContinuousToggle>},
+    KeyRow{"cmbFlContinuous",       kPress,   does<&Fluoroscopy::FlContinuousToggle>.asking("FLP")},
     KeyRow{"cmbFlMAUp",             kRelease, sends<command("FlMAOneUp")>},
     KeyRow{"cmbFlMADown",           kRelease, sends<command("FlMAOneDown")>},
     KeyRow{"cmdFlResetTime",        kRelease, sends<command("FlTimeReset")>},
     KeyRow{"cmbToggleABS",          kRelease, switches<command("SetFlABS"), command("FlABSToggle"), isOn<&State::m_FlABS>>},
-    KeyRow{"cmbFlHighDose",         kRelease, &askHighDose, &brightnessControlled},
+    KeyRow{"cmbFlHighDose",         kRelease, {&askHighDose, "FLHD"}, &brightnessControlled},
     KeyRow{"cmbFlMag",              kRelease, sendsIndex<command("FlMagnification")>},
     KeyRow{"cmbContrastUp",         kRelease, sends<command("FlContrastUp")>},
     KeyRow{"cmbContrastDown",       kRelease, sends<command("FlContrastDown")>},
-    KeyRow{"cmbFlKVPTracking",      kRelease, does<&Fluoroscopy::FlKVPToggleKVPTracking>},
-    KeyRow{"cmbKVPTrackingUp",      kRelease, does<&Fluoroscopy::FlKVPTrackingUp>},
-    KeyRow{"cmbKVPTrackingDown",    kRelease, does<&Fluoroscopy::FlKVPTrackingDown>},
+    KeyRow{"cmbFlKVPTracking",      kRelease, does<&Fluoroscopy::FlKVPToggleKVPTracking>.asking("KVT")},
+    KeyRow{"cmbKVPTrackingUp",      kRelease, does<&Fluoroscopy::FlKVPTrackingUp>.asking("KVT+")},
+    KeyRow{"cmbKVPTrackingDown",    kRelease, does<&Fluoroscopy::FlKVPTrackingDown>.asking("KVT-")},
     // Configuration
     KeyRow{"cmbDfltConfig",         kClick,   sends<command("DefaultConfiguration")>},
     KeyRow{"cmbConfTubeUp",         kRelease, sends<command("ConfTubeUp")>},
@@ -120,12 +136,12 @@ constexpr std::array kKeys{
     KeyRow{"cmbKVTrackingUp",       kRelease, sends<command("ConfKVTrackingUp")>},
     KeyRow{"cmbKVTrackingDown",     kRelease, sends<command("ConfKVTrackingDown")>},
     // Calibration
-    KeyRow{"cmbAutocalibration",    kRelease, does<&Service::ToggleAutocalibrationFeature>},
+    KeyRow{"cmbAutocalibration",    kRelease, does<&Service::ToggleAutocalibrationFeature>.asking("CAU")},
     KeyRow{"cmbKVPCalUp",           kPress,   sends<command("KVPOneUp")>, &kvpMovable},
     KeyRow{"cmbKVPCalDown",         kPress,   sends<command("KVPOneDown")>, &kvpMovable},
-    KeyRow{"cmbAutocalConfirm",     kClick,   does<&Service::confirm>},
-    KeyRow{"cmbAutocalDismiss",     kClick,   does<&Service::dismiss>},
-    KeyRow{"sldCalValue",           kRelease, does<&Service::sendCalibrationValue>},
+    KeyRow{"cmbAutocalConfirm",     kClick,   does<&Service::confirm>.asking("CAU")},
+    KeyRow{"cmbAutocalDismiss",     kClick,   does<&Service::dismiss>.asking("CAU")},
+    KeyRow{"sldCalValue",           kRelease, does<&Service::sendCalibrationValue>.asking("CV")},
     KeyRow{"cmbSaveCalValue",       kClick,   sends<command("CalibrationValueRead")>},
     KeyRow{"cmbStoreCalValue",      kRelease, sends<command("CalibrationValueStore")>},
 };
@@ -150,9 +166,9 @@ constexpr std::array kMessages{
 
 } // namespace
 
-PanelKeys::PanelKeys(const PanelSubjects& subjects, PanelPages& pages, PanelFrame& frame)
-    : subjects_(subjects), context_(subjects.context), state_(context_.state), panel_(context_.panel),
-      pages_(pages), frame_(frame) {
+PanelKeys::PanelKeys(const PanelSubjects& subjects, KeyNeeds& needs, PanelPages& pages, PanelFrame& frame)
+    : subjects_(subjects), needs_(needs), context_(subjects.context), state_(context_.state),
+      panel_(context_.panel), pages_(pages), frame_(frame) {
     wireOperations();
     wireMessages();
     wireMenus();
@@ -160,16 +176,50 @@ PanelKeys::PanelKeys(const PanelSubjects& subjects, PanelPages& pages, PanelFram
     wireFocusConfirmation();
     wireLists();
     wireStatusStrip();
+    addNeeds();
+}
+
+/// Of the keys that stand in no table.
+void PanelKeys::addNeeds() {
+    struct Row {
+        std::string_view key;
+        std::string_view asks;
+    };
+    constexpr std::array kRows{
+        Row{"cmbConfiguration", "CF"},
+        Row{"cmbCalibration", "CA"},
+        Row{"cmbToggleFocus", "FOS"},
+        Row{"cmbFluoroAlarmReset", "FLAR"},
+        Row{"cmbWS", "WS"},
+        Row{"cmbToggleFocusCal", "CO"},
+        Row{"cmbCalFocusSet", "CO"},
+        Row{"cmbToggleFocusConfirm", "CO"},
+        Row{"cmbReadExposureCounter", "TC"},
+        Row{"cmbResetExposureCounter", "TCR"},
+    };
+    for (const Row& row : kRows) {
+        for (const Control* key : elements(panel_, row.key)) {
+            needs_.add(*key, row.asks);
+        }
+    }
+    for (const std::string_view name : {"cmbMSCalUp", "cmbMSCalDown"}) {
+        needs_.add(panel_[name], "", [] { return Hindrance::NoAction; });
+    }
 }
 
 void PanelKeys::wireOperations() {
     for (const KeyRow& row : kKeys) {
         for (Control* key : elements(panel_, row.key)) {
-            handler(*key, row.touch) = [this, &row, key] {
-                if (row.condition == nullptr || row.condition(context_)) {
-                    row.work(subjects_, key->index().value_or(0));
+            const int index = key->index().value_or(0);
+            const auto hindrance = [this, &row, index] {
+                return row.condition == nullptr ? Hindrance::None : row.condition(subjects_, index);
+            };
+            handler(*key, row.touch) = [this, &row, index, hindrance] {
+                if (hindrance() == Hindrance::None) {
+                    row.act.work(subjects_, index);
                 }
             };
+            needs_.add(*key, row.act.asks, hindrance);
         }
     }
 }
@@ -184,6 +234,7 @@ void PanelKeys::wireMessages() {
                 context_.send.SendMessage(message, phasesOf(row.mnemonic),
                                           row.acknowledged && context_.link.Handshaking);
             };
+            needs_.add(*key, row.mnemonic);
         }
     }
 }

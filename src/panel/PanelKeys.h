@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panel/KeyNeeds.h"
 #include "panel/PanelFrame.h"
 #include "panel/PanelPages.h"
 #include "panel/PanelSubjects.h"
@@ -11,11 +12,12 @@ namespace quillon {
 /// on its way out, so no key asks for the phase unless it does something else in another one.
 class PanelKeys {
 public:
-    PanelKeys(const PanelSubjects& subjects, PanelPages& pages, PanelFrame& frame);
+    PanelKeys(const PanelSubjects& subjects, KeyNeeds& needs, PanelPages& pages, PanelFrame& frame);
     PanelKeys(const PanelKeys&) = delete;
     PanelKeys& operator=(const PanelKeys&) = delete;
 
 private:
+    void addNeeds();
     void wireOperations();
     void wireMessages();
     void wireMenus();
@@ -32,6 +34,7 @@ private:
     void minimize();
 
     PanelSubjects subjects_;
+    KeyNeeds& needs_;
     ModelContext& context_;
     GeneratorState& state_;
     ControlHost& panel_;

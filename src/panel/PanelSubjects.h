@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
+#include <type_traits>
 
 #include "model/Commands.h"
 #include "model/ErrorsAndWarnings.h"
@@ -22,31 +24,46 @@ struct PanelSubjects {
 /// What a key does; `index` is its element, 0 for a key that is alone.
 using KeyWork = void (*)(const PanelSubjects& subjects, int index);
 
+/// The work of a key, and the mnemonic of the command with which it begins.
+struct KeyAct {
+    KeyWork work = nullptr;
+    std::string_view asks = {};
+    [[nodiscard]] constexpr KeyAct asking(std::string_view mnemonic) const { return {work, mnemonic}; }
+    constexpr operator KeyWork() const { return work; }
+};
+
 /// Sends a command.
-template <CommandId kId> void sends(const PanelSubjects& subjects, int /*index*/) {
+template <CommandId kId> void sendPlain(const PanelSubjects& subjects, int /*index*/) {
     subjects.context.commands.send(CommandFor<>::of<kId>());
 }
+template <CommandId kId> inline constexpr KeyAct sends{&sendPlain<kId>, kId.row().mnemonic};
 
 /// Sends a command with the key's index.
-template <CommandId kId> void sendsIndex(const PanelSubjects& subjects, int index) {
+template <CommandId kId> void sendIndex(const PanelSubjects& subjects, int index) {
     subjects.context.commands.send(CommandFor<std::int32_t>::of<kId>(), std::int32_t{index});
 }
+template <CommandId kId> inline constexpr KeyAct sendsIndex{&sendIndex<kId>, kId.row().mnemonic};
 
 /// Sends the switch that is not set now; while Handshaking is off another command, which only toggles.
 template <CommandId kSet, CommandId kToggle, bool (*kIsOn)(const GeneratorState& state)>
-void switches(const PanelSubjects& subjects, int /*index*/) {
+void sendSwitch(const PanelSubjects& subjects, int /*index*/) {
     if (subjects.context.link.Handshaking) {
         subjects.context.commands.send(CommandFor<bool>::of<kSet>(), !kIsOn(subjects.context.state));
     } else {
         subjects.context.commands.send(CommandFor<>::of<kToggle>());
     }
 }
+template <CommandId kSet, CommandId kToggle, bool (*kIsOn)(const GeneratorState& state)>
+inline constexpr KeyAct switches{&sendSwitch<kSet, kToggle, kIsOn>, kSet.row().mnemonic};
 
-template <void (Fluoroscopy::*kMember)()> void does(const PanelSubjects& subjects, int /*index*/) {
-    (subjects.fluoroscopy.*kMember)();
+/// Does what a subject does.
+template <auto kMember> void doMember(const PanelSubjects& subjects, int /*index*/) {
+    if constexpr (std::is_same_v<decltype(kMember), void (Fluoroscopy::*)()>) {
+        (subjects.fluoroscopy.*kMember)();
+    } else {
+        (subjects.service.*kMember)();
+    }
 }
-template <void (Service::*kMember)()> void does(const PanelSubjects& subjects, int /*index*/) {
-    (subjects.service.*kMember)();
-}
+template <auto kMember> inline constexpr KeyAct does{&doMember<kMember>};
 
 } // namespace quillon

@@ -9,7 +9,7 @@
 
 #include "qt/AccessibleNode.h"
 #include "qt/ControlView.h"
-#include "qt/FormWindow.h"
+#include "qt/Screen.h"
 
 namespace quillon {
 
@@ -55,8 +55,8 @@ void tellEntries(QWidget& list) {
 
 } // namespace
 
-AccessibleNews::AccessibleNews(FormWindow& window, Input& input)
-    : QObject(&window), window_(window), input_(input) {
+AccessibleNews::AccessibleNews(Screen& screen, Input& input)
+    : QObject(&screen.window()), screen_(screen), input_(input) {
     soon_.setSingleShot(true);
     connect(&soon_, &QTimer::timeout, this, [this] { tell(); });
 }
@@ -84,7 +84,7 @@ void AccessibleNews::press(ControlView& view) {
     QTimer::singleShot(kMoment, &view, [this, &view] {
         const QRect place = seenPlace(view);
         if (!place.isEmpty()) {
-            tap(*window_.windowHandle(), place.center());
+            tap(*screen_.window().windowHandle(), place.center());
             look();
         }
     });
@@ -92,7 +92,7 @@ void AccessibleNews::press(ControlView& view) {
 
 void AccessibleNews::slide(ControlView& view, int value) {
     QTimer::singleShot(kMoment, &view, [this, &view, value] {
-        if (!seenPlace(view).isEmpty()) {
+        if (!seenPlace(view).isEmpty() && screen_.admits(view.control())) {
             input_.slide(view.control(), value);
         }
     });
@@ -129,7 +129,7 @@ void AccessibleNews::gather(const QWidget& above, std::map<const QWidget*, Told>
 
 void AccessibleNews::tell() {
     std::map<const QWidget*, Told> now;
-    gather(window_, now);
+    gather(screen_.window(), now);
     std::swap(now, told_);
     const std::map<const QWidget*, Told>& before = now;
     for (const auto& [widget, old] : before) {

@@ -13,13 +13,13 @@
 namespace quillon {
 
 class ControlView;
-class FormWindow;
+class Screen;
 
-/// Stands between the window and a screen reader: tells it what has changed, while there is one, and lends it
+/// Stands between the screen and a screen reader: tells it what has changed, while there is one, and lends it
 /// a hand. A press is one of the mouse's on the window, so all rules of a finger's hold for it.
 class AccessibleNews final : public QObject {
 public:
-    AccessibleNews(FormWindow& window, Input& input);
+    AccessibleNews(Screen& screen, Input& input);
 
     /// That of the window which the widget is on; empty where there is none.
     [[nodiscard]] static AccessibleNews* of(const QWidget& widget);
@@ -49,7 +49,7 @@ private:
     void tell();
     void gather(const QWidget& above, std::map<const QWidget*, Told>& found) const;
 
-    FormWindow& window_;
+    Screen& screen_;
     Input& input_;
     QTimer soon_;
     std::map<const QWidget*, Told> told_;

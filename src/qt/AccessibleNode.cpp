@@ -15,7 +15,7 @@
 #include "qt/FormWindow.h"
 #include "qt/GlanceView.h"
 #include "qt/ListView.h"
-#include "qt/SignStrip.h"
+#include "qt/StatusBar.h"
 
 namespace quillon {
 
@@ -65,8 +65,11 @@ QString signWords(const QWidget& widget) {
     if (const auto* glance = dynamic_cast<const GlanceView*>(&widget)) {
         return allWords(*glance);
     }
-    if (const auto* strip = dynamic_cast<const SignStrip*>(&widget)) {
-        return allWords(*strip);
+    if (const auto* bar = dynamic_cast<const StatusBar*>(&widget)) {
+        return toQtLines(bar->fields());
+    }
+    if (const auto* news = dynamic_cast<const NewsField*>(&widget)) {
+        return allWords(*news);
     }
     return {};
 }
@@ -82,6 +85,7 @@ void collect(const QWidget& ground, std::vector<QWidget*>& found) {
             if (!signWords(*widget).isEmpty()) {
                 found.push_back(widget);
             }
+            collect(*widget, found); // the bar's news are an alert of their own
         } else if (holdsOthers(view->control()) && !isNode(*view)) {
             collect(*view, found);
         } else if (isNode(*view) && !seen(*view).isEmpty()) {
@@ -93,7 +97,7 @@ void collect(const QWidget& ground, std::vector<QWidget*>& found) {
 /// What is written beside the controls, as one text.
 class SignNode final : public QAccessibleWidget {
 public:
-    explicit SignNode(QWidget* widget) : QAccessibleWidget(widget, QAccessible::StaticText) {}
+    SignNode(QWidget* widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
 
     [[nodiscard]] QString text(QAccessible::Text what) const override {
         return what == QAccessible::Name ? signWords(*widget()) : QString();
@@ -282,9 +286,14 @@ QAccessibleInterface* accessibleOf(const QString& /*className*/, QObject* object
     if (ControlView* view = viewOf(widget)) {
         return new ControlNode(widget, *view);
     }
-    const bool sign =
-        dynamic_cast<GlanceView*>(widget) != nullptr || dynamic_cast<SignStrip*>(widget) != nullptr;
-    return sign ? new SignNode(widget) : nullptr;
+    if (dynamic_cast<GlanceView*>(widget) != nullptr) {
+        return new SignNode(widget, QAccessible::StaticText);
+    }
+    if (dynamic_cast<StatusBar*>(widget) != nullptr) {
+        return new SignNode(widget, QAccessible::StatusBar);
+    }
+    return dynamic_cast<NewsField*>(widget) != nullptr ? new SignNode(widget, QAccessible::AlertMessage)
+                                                       : nullptr;
 }
 
 } // namespace

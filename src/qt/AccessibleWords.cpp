@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <string_view>
 
 #include <QStringList>
 
 #include "console/ConsoleTexts.h"
+#include "console/KeyReasons.h"
 #include "console/PendingKeys.h"
 #include "qt/Convert.h"
 
@@ -75,8 +77,24 @@ bool isValue(const Control& control) {
            (control.kind() == Kind::Label && control.caption().empty());
 }
 
+/// The unit behind a value, which touches it.
+const Control* unitOf(const Control& value) {
+    constexpr Twips kTouching = 30;
+    for (const Control* one : neighbours(value, false, false)) {
+        if (isSubject(*one) && std::abs(one->left() - value.left() - value.width()) <= kTouching) {
+            return one;
+        }
+    }
+    return nullptr;
+}
+
 /// The label above it, or before it in its row, with nothing but what belongs to it between.
 const Control* labelOf(const Control& control) {
+    if (control.role() == Role::Field) {
+        if (const Control* unit = unitOf(control)) {
+            return unit;
+        }
+    }
     const bool steps = !control.lamp() && (isStep(control) || control.kind() != Kind::Button);
     for (const bool column : {true, false}) {
         for (const Control* one : neighbours(control, column, true)) {
@@ -175,8 +193,8 @@ QStringList marksOf(const Control& control, const Signs& signs) {
     if (control.lamp() && isLit(control)) {
         add(&T::sMarkLit);
     }
-    if (control.keptBack()) {
-        add(&T::sMarkKeptBack);
+    if (signs.reasons.keepsBack(control)) {
+        all << oneLine(signs.reasons.why(control));
     }
     if (signs.pending.waits(control)) {
         add(&T::sMarkPending);

@@ -159,7 +159,7 @@ void paintLock(QPainter& painter, const QRectF& place, const QColor& ink) {
 }
 
 /// A quiet view of the room: wall stand, tube, beam, table, and the generator's cabinet.
-void paintRest(QPainter& painter, const QRectF& place) {
+void paintRest(QPainter& painter, const QRectF& place, bool radiates) {
     painter.save();
     const QRectF whole = restPlace(place);
     painter.translate(whole.topLeft());
@@ -185,12 +185,14 @@ void paintRest(QPainter& painter, const QRectF& place) {
     // ceiling rail and the column that carries the tube
     box(light, 150, 22, 300, 8);
     box(light, 286, 30, 18, 48);
-    QPainterPath beam(QPointF(295, 118));
-    beam.lineTo(359, 196);
-    beam.lineTo(231, 196);
-    beam.closeSubpath();
-    painter.setBrush(QColor(255, 232, 140, 200));
-    painter.drawPath(beam);
+    if (radiates) {
+        QPainterPath beam(QPointF(295, 118));
+        beam.lineTo(359, 196);
+        beam.lineTo(231, 196);
+        beam.closeSubpath();
+        painter.setBrush(QColor::fromRgb(kRadiation));
+        painter.drawPath(beam);
+    }
     box(metal, 242, 70, 106, 36, 16);
     box(metal, 276, 102, 38, 17, 2);
     painter.setBrush(pale);
@@ -227,8 +229,8 @@ void paintArt(QPainter& painter, std::string_view name, const QRectF& place, con
         paintPreparation(painter, place, ink);
     } else if (name == "exposure") {
         paintExposure(painter, place, ink);
-    } else if (name == "rest") {
-        paintRest(painter, place);
+    } else if (name == "rest" || name == "rest-radiation") {
+        paintRest(painter, place, name != "rest");
     } else if (name == "alarm") {
         paintAlarm(painter, place, ink);
     } else if (name == "warning") {

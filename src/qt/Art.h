@@ -6,9 +6,9 @@
 
 namespace quillon {
 
-/// Draws one of the console's pictures into a place: "up", "down", "preparation", "exposure", "rest",
-/// "frame", and the signs "alarm", "warning", "good", "radiation" and "lock". An unknown name draws nothing.
-/// `ink` is the colour of lines and signs.
+/// Draws one of the console's pictures into a place: "up", "down", "preparation", "exposure", "rest" (and
+/// "rest-radiation"), "frame", and the signs "alarm", "warning", "good", "radiation" and "lock". An unknown
+/// name draws nothing. `ink` is the colour of lines and signs.
 void paintArt(QPainter& painter, std::string_view name, const QRectF& place, const QColor& ink);
 
 /// Where in a place the picture "rest" goes, which keeps its proportions.

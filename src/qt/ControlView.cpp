@@ -63,7 +63,7 @@ ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidge
     case Kind::User:
         return new SurfaceView(control, parent);
     case Kind::Frame:
-        return new FrameView(control, parent);
+        return new FrameView(control, parent, signs);
     case Kind::Button:
         return new KeyView(control, parent, signs);
     case Kind::Label:
@@ -73,7 +73,7 @@ ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidge
     case Kind::List:
         return new ListView(control, input, parent);
     case Kind::Slider:
-        return new SliderView(control, parent);
+        return new SliderView(control, parent, signs);
     case Kind::Picture:
         return new PictureView(control, parent, signs);
     case Kind::Timer:

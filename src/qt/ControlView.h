@@ -20,13 +20,15 @@ public:
     [[nodiscard]] Control& control() const { return control_; }
     /// Takes the control's properties over and asks to be painted.
     virtual void sync();
+    /// What it shows beside its control's own properties may have changed: asks to be painted where it has.
+    virtual void reconsider() {}
     /// The text on it as it is painted; empty where there is none.
     [[nodiscard]] virtual std::optional<Words> words() const { return std::nullopt; }
     /// The child that takes typed text; empty where nothing can be typed.
     [[nodiscard]] virtual QWidget* editor() const { return nullptr; }
 
     /// A finger or the Space key is on it.
-    void setPressed(bool pressed);
+    virtual void setPressed(bool pressed);
     [[nodiscard]] bool pressed() const { return pressed_; }
     /// The keyboard is on it.
     void setFocusMark(bool mark);

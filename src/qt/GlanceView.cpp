@@ -6,7 +6,10 @@
 #include <QFontMetrics>
 
 #include "base/Numbers.h"
+#include "console/ConsoleTexts.h"
+#include "console/Exposures.h"
 #include "console/Glance.h"
+#include "console/Signs.h"
 #include "console/layout/ConsoleControls.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
@@ -24,9 +27,9 @@ constexpr int kSmallestLetters = 9;
 
 } // namespace
 
-GlanceView::GlanceView(const Glance& glance, const ControlHost& console, QWidget* parent)
-    : QWidget(parent), glance_(glance), console_(console),
-      start_(QDateTime::currentDateTime().addMSecs(-console.schedule().now())) {
+GlanceView::GlanceView(const Signs& signs, const ControlHost& console, QWidget* parent)
+    : QWidget(parent), glance_(signs.glance), exposures_(signs.exposures), texts_(signs.texts),
+      console_(console), start_(QDateTime::currentDateTime().addMSecs(-console.schedule().now())) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     lower();
     hide();
@@ -44,7 +47,8 @@ QRect GlanceView::freeGround() const {
             toPixels({0, 0, 0,
                       toInt32(static_cast<double>(console_.height()) * kConsoleFoot / kConsoleDesignHeight)})
                 .height();
-        const bool worthIt = glance_.errorCount() > 0; // the keyboard tells the rest
+        const bool worthIt =
+            glance_.errorCount() > 0 || exposures_.count() > 0; // the keyboard tells the rest
         ground = QRect(ground.left(), ground.bottom() + 3, ground.width(),
                        worthIt ? foot - ground.bottom() - 3 : 0);
     } else if (picture->visible()) {
@@ -98,19 +102,12 @@ void GlanceView::addState(std::vector<Piece>& all, QRect place) const {
             state.setLeft(piece.bar.right() + row_ / 4);
             piece.words = line(state, row.state);
         } else if (row.alarm) {
-            const bool last = &row == &lines.back();
-            if (last) { // what stands in the way may be much: it has all rows below
-                state = QRect(place.left(), place.top() + row_, place.width(), place.height() - row_);
-                piece.words.alignment = Qt::AlignTop | Qt::AlignLeft;
-            }
+            // What stands in the way may be much: it has all rows below.
+            state = QRect(place.left(), place.top() + row_, place.width(), place.height() - row_);
             piece.sign = QRect(state.left(), state.top() + row_ / 4, row_ / 2, row_ / 2);
-            piece.words.place = state.adjusted(row_ * 3 / 4, last ? row_ / 4 : 0, 0, 0);
+            piece.words.place = state.adjusted(row_ * 3 / 4, row_ / 4, 0, 0);
+            piece.words.alignment = Qt::AlignTop | Qt::AlignLeft;
             piece.words.ink = QColor::fromRgb(kAlarmInk);
-            if (!last && QFontMetrics(piece.words.font).horizontalAdvance(piece.words.text) >
-                             piece.words.place.width()) {
-                piece.words.place.adjust(0, row_ / 4, 0, row_); // a second line
-                piece.words.alignment = Qt::AlignTop | Qt::AlignLeft;
-            }
         }
         if (row.old && !row.alarm) {
             piece.words.font.setItalic(true);
@@ -141,6 +138,22 @@ void GlanceView::addError(std::vector<Piece>& all, QRect row, const SessionError
     }
 }
 
+void GlanceView::addExposure(std::vector<Piece>& all, QRect place) const {
+    const SessionExposure& exposure = exposures_.last().front();
+    const QString clock = start_.addMSecs(exposure.at).time().toString(QStringLiteral("hh:mm:ss"));
+    QRect row(place.left(), place.top(), place.width(), row_);
+    const auto add = [&](const std::string& text, bool strong) {
+        Words words = line(row, text, strong);
+        words.place.setWidth(
+            std::min(row.width(), QFontMetrics(words.font).horizontalAdvance(words.text) + row_ / 2));
+        row.setLeft(words.place.right());
+        all.push_back({std::move(words)});
+    };
+    add(ConsoleTexts::filled(texts_.sExposuresMade, {exposures_.count()}), true);
+    add(clock.toStdString(), false);
+    add(exposure.values, true);
+}
+
 void GlanceView::addErrors(std::vector<Piece>& all, QRect place) const {
     const bool oneRow = place.height() < 2 * row_;
     QRect row(place.left(), place.top(), place.width(), row_);
@@ -164,9 +177,16 @@ void GlanceView::addErrors(std::vector<Piece>& all, QRect place) const {
 
 std::vector<GlanceView::Piece> GlanceView::pieces() const {
     std::vector<Piece> all;
-    const QRect place = rect().adjusted(kInset, 0, -kInset, 0);
+    QRect place = rect().adjusted(kInset, 0, -kInset, 0);
     if (place.height() < 2 * row_) {
-        addErrors(all, place);
+        if (exposures_.count() > 0) {
+            const int half = glance_.errorCount() > 0 ? place.width() / 2 : place.width();
+            addExposure(all, QRect(place.left(), place.top(), half, place.height()));
+            place.setLeft(place.left() + half);
+        }
+        if (glance_.errorCount() > 0) {
+            addErrors(all, place);
+        }
         return all;
     }
     const int state = static_cast<int>(place.width() * kState);

@@ -11,14 +11,17 @@
 
 namespace quillon {
 
+class Exposures;
 class Glance;
+struct ConsoleTexts;
+struct Signs;
 struct SessionError;
 
 /// The generator at a glance, on ground of the console that no control is on: below the picture at rest all
 /// of it, below the generator's own keyboard the last error. Nothing on it can be touched.
 class GlanceView final : public QWidget {
 public:
-    GlanceView(const Glance& glance, const ControlHost& console, QWidget* parent);
+    GlanceView(const Signs& signs, const ControlHost& console, QWidget* parent);
 
     /// Goes where the ground is free, or away.
     void settle();
@@ -43,10 +46,13 @@ private:
     [[nodiscard]] Words line(const QRect& place, const std::string& text, bool strong = true) const;
     [[nodiscard]] std::vector<Piece> pieces() const;
     void addState(std::vector<Piece>& all, QRect place) const;
+    void addExposure(std::vector<Piece>& all, QRect place) const;
     void addErrors(std::vector<Piece>& all, QRect place) const;
     void addError(std::vector<Piece>& all, QRect row, const SessionError& error) const;
 
     const Glance& glance_;
+    const Exposures& exposures_;
+    const ConsoleTexts& texts_;
     const ControlHost& console_;
     QDateTime start_;
     int row_ = 1; ///< the height of a line

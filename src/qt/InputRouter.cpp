@@ -33,6 +33,18 @@ bool takesKeyboard(Kind kind) {
     return kind == Kind::Button || kind == Kind::TextBox || kind == Kind::List || kind == Kind::Slider;
 }
 
+/// The panel in front of the console; empty where there is none.
+const Control* frontPanel(const ControlHost& form) {
+    for (const Control* console : form.stack()) {
+        for (auto each = console->stack().rbegin(); each != console->stack().rend(); ++each) {
+            if ((*each)->kind() == Kind::User && (*each)->visible()) {
+                return *each;
+            }
+        }
+    }
+    return nullptr;
+}
+
 void collect(const ControlHost& host, const Input& input, std::vector<Control*>& found) {
     for (const auto& control : host.controls()) {
         if (takesKeyboard(control->kind()) && input.reachable(*control)) {
@@ -50,7 +62,7 @@ InputRouter::InputRouter(Screen& screen, ControlHost& form, Input& input)
     : screen_(screen), form_(form), input_(input) {}
 
 void InputRouter::forget(const Control& control) {
-    std::erase_if(held_, [&control](const auto& entry) { return isBelow(entry.second, control); });
+    std::erase_if(held_, [&control](const auto& entry) { return isBelow(entry.second.control, control); });
     if (focus_ != nullptr && isBelow(focus_, control)) {
         focus_ = nullptr;
         focusMarked_ = false;
@@ -96,12 +108,14 @@ bool InputRouter::press(int finger, QPoint place) {
     letGo(finger, false); // a release that the platform lost
     Control& control = screen_.controlAt(place);
     const bool text = control.kind() == Kind::TextBox;
-    if (input_.reachable(control)) {
-        setFocus(takesKeyboard(control.kind()) ? &control : nullptr, false);
+    if (!screen_.admits(control)) {
+        return !text;
+    }
+    setFocus(takesKeyboard(control.kind()) ? &control : nullptr, false);
+    if (control.kind() == Kind::Slider) {
+        grip(finger, control, place);
+    } else {
         hold(finger, control);
-        if (control.kind() == Kind::Slider) {
-            input_.drag(control, sliderValue(control, place));
-        }
     }
     return !text;
 }
@@ -111,11 +125,11 @@ bool InputRouter::move(int finger, QPoint place) {
     if (entry == held_.end()) {
         return false;
     }
-    Control& control = *entry->second;
-    if (control.kind() == Kind::Slider) {
-        input_.drag(control, sliderValue(control, place));
+    const Kind kind = entry->second.control->kind();
+    if (kind == Kind::Slider) {
+        dragTo(entry->second, place);
     }
-    return control.kind() != Kind::TextBox;
+    return kind != Kind::TextBox;
 }
 
 bool InputRouter::release(int finger, QPoint place) {
@@ -123,8 +137,8 @@ bool InputRouter::release(int finger, QPoint place) {
     if (entry == held_.end()) {
         return false;
     }
-    const bool text = entry->second->kind() == Kind::TextBox;
-    letGo(finger, &screen_.controlAt(place) == entry->second);
+    const bool text = entry->second.control->kind() == Kind::TextBox;
+    letGo(finger, &screen_.controlAt(place) == entry->second.control);
     return !text;
 }
 
@@ -148,7 +162,9 @@ bool InputRouter::touch(const QTouchEvent& event) {
 
 void InputRouter::hold(int finger, Control& control) {
     // Noted before the handler runs: it may open a box or take the control away.
-    held_[finger] = &control;
+    Held& held = held_[finger];
+    held = {&control, {}};
+    held.since.start();
     if (ControlView* view = screen_.view(control)) {
         view->setPressed(true);
     }
@@ -162,19 +178,28 @@ void InputRouter::letGo(int finger, bool over) {
     if (entry == held_.end()) {
         return;
     }
-    Control& control = *entry->second;
+    const Held held = entry->second;
     held_.erase(entry);
+    Control& control = *held.control;
     ControlView* view = screen_.view(control);
     if (view != nullptr) {
         view->setPressed(false);
     }
     if (control.kind() == Kind::Slider) {
-        input_.slide(control, control.value());
+        letGoOfSlider(held);
     } else if (control.kind() != Kind::List) {
+        if (over && !longEnough(held)) {
+            over = false;
+            screen_.tellHold(control);
+        }
         input_.release(control, over);
     } else if (over && view != nullptr) {
         static_cast<ListView*>(view)->open();
     }
+}
+
+bool InputRouter::longEnough(const Held& held) const {
+    return held.since.elapsed() >= held.control->holdTime();
 }
 
 void InputRouter::letGoOfAll() {
@@ -200,16 +225,19 @@ bool InputRouter::keyPressed(const QKeyEvent& event) {
     }
     if (presses(event.key())) {
         // A held key repeats by the panel's own clock and not by the keyboard's.
-        if (!event.isAutoRepeat() && !held_.contains(kSpaceKey) && input_.reachable(*focus_)) {
+        if (!event.isAutoRepeat() && !held_.contains(kSpaceKey) && screen_.admits(*focus_)) {
             pressing_ = event.key();
             hold(kSpaceKey, *focus_);
         }
         return true;
     }
     if (focus_->kind() == Kind::Slider && (event.key() == Qt::Key_Left || event.key() == Qt::Key_Right)) {
-        pressing_ = event.key();
-        hold(kSpaceKey, *focus_);
-        input_.drag(*focus_, focus_->value() + (event.key() == Qt::Key_Right ? 1 : -1));
+        if (held_.contains(kSpaceKey) || screen_.admits(*focus_)) {
+            pressing_ = event.key();
+            hold(kSpaceKey, *focus_);
+            held_[kSpaceKey].moved = true;
+            input_.drag(*focus_, focus_->value() + (event.key() == Qt::Key_Right ? 1 : -1));
+        }
         return true;
     }
     return false;
@@ -224,7 +252,7 @@ bool InputRouter::escapePressed(const QKeyEvent& event) {
         return true;
     }
     Control* key = refusingKey();
-    if (key != nullptr && !held_.contains(kEscapeKey)) {
+    if (key != nullptr && !held_.contains(kEscapeKey) && screen_.admits(*key)) {
         hold(kEscapeKey, *key);
     }
     return key != nullptr;
@@ -253,6 +281,11 @@ Control* InputRouter::refusingKey() const {
 std::vector<Control*> InputRouter::keyboardOrder() const {
     std::vector<Control*> order;
     collect(form_, input_, order);
+    if (const Control* panel = frontPanel(form_)) {
+        // What it spares comes behind its own keys.
+        std::stable_partition(order.begin(), order.end(),
+                              [panel](const Control* each) { return liesOn(each, *panel); });
+    }
     return order;
 }
 
@@ -289,9 +322,34 @@ void InputRouter::setFocus(Control* control, bool byKeyboard) {
     }
 }
 
-std::int32_t InputRouter::sliderValue(const Control& control, QPoint place) const {
-    const auto* view = dynamic_cast<const SliderView*>(screen_.view(control));
-    return view == nullptr ? control.value() : view->valueAt(view->mapFrom(&screen_.window(), place));
+/// Only the handle is dragged: a touch beside it must not throw the value away.
+void InputRouter::grip(int finger, Control& slider, QPoint place) {
+    const auto* view = dynamic_cast<const SliderView*>(screen_.view(slider));
+    if (view == nullptr) {
+        return;
+    }
+    if (view->isOnHandle(view->mapFrom(&screen_.window(), place))) {
+        hold(finger, slider);
+        held_[finger].x = place.x();
+        held_[finger].gripped = slider.value();
+    } else {
+        screen_.tellHandle(slider);
+    }
+}
+
+void InputRouter::dragTo(Held& held, QPoint place) {
+    if (const auto* view = dynamic_cast<const SliderView*>(screen_.view(*held.control))) {
+        const std::int32_t value = view->dragged(held.gripped, place.x() - held.x);
+        held.moved = held.moved || value != held.gripped;
+        input_.drag(*held.control, value);
+    }
+}
+
+/// A handle that was touched and not moved says nothing.
+void InputRouter::letGoOfSlider(const Held& held) {
+    if (held.moved) {
+        input_.slide(*held.control, held.control->value());
+    }
 }
 
 } // namespace quillon

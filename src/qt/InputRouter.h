@@ -3,6 +3,7 @@
 #include <map>
 #include <vector>
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPoint>
 
@@ -17,8 +18,9 @@ namespace quillon {
 class ControlView;
 class Screen;
 
-/// Brings mouse, fingers and keyboard to the controls. It sits in front of the window, so a release reaches
-/// what was pressed even when that has been hidden, disabled or covered meanwhile.
+/// Brings mouse, fingers and keyboard to the controls, as far as a press comes to something. It sits in front
+/// of the window, so a release reaches what was pressed even when that has been hidden, disabled or covered
+/// meanwhile.
 class InputRouter final : public QObject {
 public:
     InputRouter(Screen& screen, ControlHost& form, Input& input);
@@ -37,6 +39,15 @@ private:
     bool keyPressed(const QKeyEvent& event);
     bool keyReleased(const QKeyEvent& event);
 
+    /// A finger that is down, and the control that it has pressed.
+    struct Held {
+        Control* control = nullptr;
+        QElapsedTimer since;
+        int x = 0;                ///< of the window, where it has gripped a slider's handle
+        std::int32_t gripped = 0; ///< the slider's value then
+        bool moved = false;       ///< and has given it another one
+    };
+
     void hold(int finger, Control& control);
     /// `over`: the finger is still on what it pressed, so that a click may follow.
     void letGo(int finger, bool over);
@@ -48,13 +59,16 @@ private:
     bool escapePressed(const QKeyEvent& event);
     void moveFocus(int step);
     void setFocus(Control* control, bool byKeyboard);
-    [[nodiscard]] std::int32_t sliderValue(const Control& control, QPoint place) const;
+    void grip(int finger, Control& slider, QPoint place);
+    void dragTo(Held& held, QPoint place);
+    void letGoOfSlider(const Held& held);
+    [[nodiscard]] bool longEnough(const Held& held) const;
 
     Screen& screen_;
     ControlHost& form_;
     Input& input_;
-    std::map<int, Control*> held_; // by finger; the mouse and two kinds of keys count as one each
-    int pressing_ = 0;             // the key that holds what is in focus
+    std::map<int, Held> held_; // by finger; the mouse and two kinds of keys count as one each
+    int pressing_ = 0;         // the key that holds what is in focus
     Control* focus_ = nullptr;
     bool focusMarked_ = false;
 };

@@ -1,13 +1,29 @@
 #include "qt/KeyView.h"
 
 #include <algorithm>
+#include <utility>
 
+#include <QTimer>
+
+#include "console/KeyReasons.h"
 #include "console/PendingKeys.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
+#include "ui/ControlHost.h"
 
 namespace quillon {
+
+namespace {
+
+constexpr int kLitTime = 500; // ms that a lamp of radiation is lit at least
+
+} // namespace
+
+KeyView::KeyView(Control& control, QWidget* parent, const Signs* signs)
+    : ControlView(control, parent, signs) {
+    holdShown_.callOnTimeout(this, [this] { update(); });
+}
 
 void KeyView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
@@ -19,26 +35,73 @@ void KeyView::paintEvent(QPaintEvent* /*event*/) {
     if (signs() != nullptr && signs()->pending.waits(control())) {
         paintPending(painter);
     }
-    paintFocusMark(painter);
+    if (control().holdTime() > 0 && pressed()) {
+        paintHold(painter);
+    }
+    if (isEnabled() && !KeyReasons::shutOff(control())) {
+        paintFocusMark(painter);
+    }
 }
 
 bool KeyView::isOn() const {
-    return control().backColour() != kNormalColour && control().role() != Role::Decline;
+    return isHeldLit() || (control().backColour() != kNormalColour && control().role() != Role::Decline);
 }
 
 bool KeyView::isAlive() const {
-    return isEnabled() && !control().keptBack();
+    return isEnabled() && !isKeptBack() && !KeyReasons::shutOff(control());
+}
+
+bool KeyView::isKeptBack() const {
+    return signs() != nullptr ? signs()->reasons.keepsBack(control()) : control().keptBack();
+}
+
+void KeyView::reconsider() {
+    const std::pair now(isKeptBack(), KeyReasons::shutOff(control()));
+    if (std::exchange(lookedAt_, now) != now) {
+        update();
+    }
+}
+
+void KeyView::setPressed(bool pressed) {
+    constexpr int kStep = 40; // ms
+    ControlView::setPressed(pressed);
+    if (control().holdTime() > 0 && pressed) {
+        held_.start();
+        holdShown_.start(kStep);
+    } else {
+        holdShown_.stop();
+    }
+}
+
+void KeyView::keepLit() {
+    if (control().backColour() != kNormalColour && control().art() == "exposure") {
+        lit_ = screenColour(control().backColour());
+        litAt_ = control().host()->schedule().now();
+        QTimer::singleShot(kLitTime + 1, this, [this] { update(); });
+    }
+}
+
+bool KeyView::isHeldLit() const {
+    return lit_.isValid() && control().host()->schedule().now() - litAt_ < kLitTime;
 }
 
 std::string_view KeyView::sign() const {
-    if (control().keptBack()) {
+    if (isEnabled() && isKeptBack()) {
         return "lock";
     }
     return control().role() == Role::Radiation ? "radiation" : "";
 }
 
+bool KeyView::hasCornerLock() const {
+    return width() < 3 * height() && sign() == "lock";
+}
+
 QRect KeyView::signPlace() const {
-    const int edge = std::min(width() / 4, height() * (control().keptBack() ? 2 : 3) / 5);
+    if (hasCornerLock()) {
+        const int edge = std::max(9, height() * 3 / 10);
+        return {5, 4, edge, edge};
+    }
+    const int edge = std::min(width() / 4, height() * (control().role() == Role::Radiation ? 3 : 2) / 5);
     return {8, (height() - edge) / 2 + (pressed() ? 1 : -1), edge, edge};
 }
 
@@ -50,7 +113,7 @@ QColor KeyView::face() const {
     const QColor own =
         control().role() == Role::Decline ? groundColour(control()) : screenColour(control().backColour());
     if (control().lamp()) {
-        return isOn() ? own : groundColour(control());
+        return isHeldLit() ? lit_ : isOn() ? own : groundColour(control());
     }
     if (!isAlive()) {
         return isOn() ? own.darker(112) : groundColour(control());
@@ -75,7 +138,7 @@ QRect KeyView::contentPlace() const {
         return rect().adjusted(6, 6, -6, -6);
     }
     const int shift = pressed() ? 2 : 0;
-    const int left = sign().empty() ? 6 : signPlace().right() + 4;
+    const int left = sign().empty() || hasCornerLock() ? 6 : signPlace().right() + 4;
     return rect().adjusted(left, 2 + barHeight() + shift, -6, -4 - barHeight() + shift);
 }
 
@@ -108,6 +171,9 @@ void KeyView::paintKey(QPainter& painter) const {
         if (isOn() && !isAlarm()) {
             paintBar(painter, edge);
         }
+    }
+    if (isOn() && signs() != nullptr && signs()->pending.outdated(control())) {
+        painter.fillRect(place.adjusted(4, 4, -4, -4), QBrush(QColor::fromRgb(kOldHatch), Qt::BDiagPattern));
     }
     if (!sign().empty()) {
         paintArt(painter, sign(), signPlace(), ink());
@@ -143,6 +209,15 @@ void KeyView::paintPending(QPainter& painter) const {
     for (int i = 0; i < 3; ++i) {
         painter.drawEllipse(QRectF(dots.left() + i * (dot + 2), dots.top(), dot, dot));
     }
+}
+
+void KeyView::paintHold(QPainter& painter) const {
+    const double part = std::min(1.0, static_cast<double>(held_.elapsed()) / control().holdTime());
+    QRectF bar = facePlace().adjusted(4, 0, -4, -4);
+    bar.setTop(bar.bottom() - std::max(6.0, height() / 6.0));
+    painter.fillRect(bar, QColor::fromRgb(kField));
+    bar.setWidth(bar.width() * part);
+    painter.fillRect(bar, QColor::fromRgb(kStrongEdge));
 }
 
 void KeyView::paintContent(QPainter& painter) const {

@@ -1,27 +1,44 @@
 #pragma once
 
+#include <utility>
+
+#include <QElapsedTimer>
+#include <QTimer>
+
 #include "qt/ControlView.h"
+#include "runtime/Clock.h"
 
 namespace quillon {
 
 /// A key, or a lamp. What state it is in shows in its shape as well as in its colour.
 class KeyView final : public ControlView {
 public:
-    using ControlView::ControlView;
+    KeyView(Control& control, QWidget* parent, const Signs* signs = nullptr);
 
     [[nodiscard]] std::optional<Words> words() const override;
+
+    void reconsider() override;
+    void setPressed(bool pressed) override;
+    /// A lamp that is lit stays so long enough to be seen.
+    void keepLit();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     [[nodiscard]] bool isOn() const;
+    /// It was lit a moment ago, and would not have been seen.
+    [[nodiscard]] bool isHeldLit() const;
+    /// A press comes to nothing.
+    [[nodiscard]] bool isKeptBack() const;
     [[nodiscard]] bool isAlarm() const;
     /// It can be pressed and does something.
     [[nodiscard]] bool isAlive() const;
     /// The sign beside its text; empty for none.
     [[nodiscard]] std::string_view sign() const;
     [[nodiscard]] QRect signPlace() const;
+    /// On a key that is not wide its lock has a corner, and what it carries keeps its place.
+    [[nodiscard]] bool hasCornerLock() const;
     /// The colour that its content stands on.
     [[nodiscard]] QColor face() const;
     [[nodiscard]] QColor ink() const;
@@ -33,6 +50,14 @@ private:
     void paintLamp(QPainter& painter) const;
     void paintContent(QPainter& painter) const;
     void paintPending(QPainter& painter) const;
+    /// It fills while it is held, and is full when it has been held long enough.
+    void paintHold(QPainter& painter) const;
+
+    std::pair<bool, bool> lookedAt_{false, false}; ///< kept back and shut off, as it was painted last
+    QElapsedTimer held_;                           ///< since a finger is on it
+    QTimer holdShown_;
+    Milliseconds litAt_ = 0;
+    QColor lit_; ///< of a lamp that was lit a moment ago
 };
 
 } // namespace quillon

@@ -4,6 +4,7 @@
 
 #include <QFontMetrics>
 
+#include "console/PendingKeys.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
@@ -25,6 +26,20 @@ Qt::Alignment alignmentOf(TextSide side) {
         return Qt::AlignLeft;
     }
     return Qt::AlignHCenter;
+}
+
+/// What is lit for the operator fills its place, up to twice the letters that it was laid out with.
+void enlarge(Words& words) {
+    const int laidOut = words.font.pixelSize();
+    for (int size = 2 * laidOut; size > laidOut; --size) {
+        words.font.setPixelSize(size);
+        const int flags = static_cast<int>(words.alignment) | Qt::TextWordWrap;
+        const QRect needed = QFontMetrics(words.font).boundingRect(words.place, flags, words.text);
+        if (needed.width() <= words.place.width() && needed.height() <= words.place.height()) {
+            return;
+        }
+    }
+    words.font.setPixelSize(laidOut);
 }
 
 } // namespace
@@ -49,7 +64,8 @@ QRect LabelView::signPlace() const {
 }
 
 bool LabelView::looksOld() const {
-    return control().role() == Role::Field && control().old() && !control().caption().empty();
+    return control().role() == Role::Field && !control().caption().empty() &&
+           (control().old() || (signs() != nullptr && signs()->pending.outdated(control())));
 }
 
 QColor LabelView::ground() const {
@@ -87,6 +103,7 @@ std::optional<Words> LabelView::words() const {
         const QRect sign = signPlace();
         const bool beside = sign.bottom() > height() / 2;
         words.place.adjust(beside ? sign.right() + 6 : 8, beside ? 2 : sign.bottom() + 2, -6, -4);
+        enlarge(words);
     } else if (hasPlate()) {
         words.place.adjust(4, 1, -4, -1);
     } else if (control().role() == Role::Prompt) {

@@ -10,6 +10,9 @@ namespace quillon {
 
 namespace {
 
+/// Letters may be lower than this only where their place is too small for them, narrow as they may be.
+constexpr int kReadablePixels = 8;
+
 constexpr Colour kSystemColour = 0x80000000;
 
 /// Text may shrink to this part of its size before words are broken.
@@ -79,22 +82,31 @@ QColor groundColour(const Control& control) {
 
 QFont consoleFont(double points, bool bold) {
     QFont font(QStringLiteral("DejaVu Sans"));
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(points * 96 / 72))));
+    font.setPixelSize(std::max(kReadablePixels, static_cast<int>(std::lround(points * 96 / 72))));
     font.setBold(bold);
     return font;
 }
 
 Fit fitText(const QRect& place, const QString& text, QFont font, Qt::Alignment alignment) {
     const int flags = static_cast<int>(alignment) | Qt::TextWordWrap;
-    const int smallest = std::max(7, static_cast<int>(std::lround(font.pixelSize() * kSmallest)));
-    for (int size = font.pixelSize();; --size) {
-        font.setPixelSize(size);
-        const QRect needed = QFontMetrics(font).boundingRect(place, flags, text);
-        const bool whole = needed.width() <= place.width() && needed.height() <= place.height();
-        if (whole || size <= smallest) {
-            return {font, whole};
+    const auto fits = [&](double width) {
+        const QRect wide(place.topLeft(), QSize(static_cast<int>(place.width() / width), place.height()));
+        const QRect needed = QFontMetrics(font).boundingRect(wide, flags, text);
+        return needed.width() <= wide.width() && needed.height() <= wide.height();
+    };
+    const int smallest =
+        std::max(kReadablePixels, static_cast<int>(std::lround(font.pixelSize() * kSmallest)));
+    for (int size = font.pixelSize(); !fits(1) && size > smallest;) {
+        font.setPixelSize(--size);
+    }
+    constexpr double kStep = 0.05;
+    for (double width = 1; width >= kNarrowest; width -= kStep) {
+        if (fits(width)) {
+            return {font, true, width};
         }
     }
+    font.setPixelSize(std::min(font.pixelSize(), kReadablePixels - 1));
+    return {font, fits(kNarrowest), kNarrowest};
 }
 
 void paintText(QPainter& painter, const QRect& place, const QString& text, const QFont& font,
@@ -104,8 +116,16 @@ void paintText(QPainter& painter, const QRect& place, const QString& text, const
     }
     const Fit fit = fitText(place, text, font, alignment);
     painter.setFont(fit.font);
-    painter.drawText(
-        place, static_cast<int>(alignment) | (fit.whole ? Qt::TextWordWrap : Qt::TextWrapAnywhere), text);
+    const int flags = static_cast<int>(alignment) | (fit.whole ? Qt::TextWordWrap : Qt::TextWrapAnywhere);
+    if (fit.width == 1) {
+        painter.drawText(place, flags, text);
+        return;
+    }
+    painter.save();
+    painter.translate(place.left(), 0);
+    painter.scale(fit.width, 1);
+    painter.drawText(QRectF(0, place.top(), place.width() / fit.width, place.height()), flags, text);
+    painter.restore();
 }
 
 Fit fitWords(const Words& words) {
@@ -136,7 +156,9 @@ void paintWords(QPainter& painter, const Words& words) {
         const QRectF place(words.place);
         const double letters = metrics.capHeight() + kBelowLine * fit.font.pixelSize();
         painter.save();
-        painter.translate(place.center().x() - fit.width * metrics.horizontalAdvance(words.text) / 2,
+        const double needed = fit.width * metrics.horizontalAdvance(words.text);
+        const bool left = words.alignment.testFlag(Qt::AlignLeft);
+        painter.translate(left ? place.left() : place.center().x() - needed / 2,
                           place.center().y() - letters / 2 + metrics.capHeight());
         painter.scale(fit.width, 1);
         painter.setFont(fit.font);

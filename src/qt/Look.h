@@ -56,7 +56,8 @@ struct Words {
     bool oneLine = false; ///< as high as its place allows, and narrowed where it is too long
 };
 
-/// How a text goes into its place: in its font, or in a smaller one where it would be clipped.
+/// How a text goes into its place: in its font, in a smaller one where it would be clipped, and narrowed
+/// where that is not enough.
 struct Fit {
     QFont font;
     bool whole;       ///< false when even the smallest is too large, so that words are broken

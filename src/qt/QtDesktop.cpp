@@ -7,6 +7,7 @@
 #include <QWindow>
 
 #include "qt/Convert.h"
+#include "qt/FormWindow.h"
 #include "qt/Look.h"
 
 namespace quillon {
@@ -46,11 +47,12 @@ void fitForFingers(QMessageBox& box, const QtDesktop::ButtonWords& words) {
 } // namespace
 
 int QtDesktop::screenWidth() const {
-    return QGuiApplication::primaryScreen()->size().width();
+    return QGuiApplication::primaryScreen()->availableGeometry().width();
 }
 
 int QtDesktop::screenHeight() const {
-    return QGuiApplication::primaryScreen()->size().height();
+    // The foot of the window is not the form's.
+    return FormWindow::formHeight(QGuiApplication::primaryScreen()->availableGeometry().height());
 }
 
 int QtDesktop::twipsPerPixelX() const {

@@ -1,6 +1,7 @@
 #include "qt/QtSerialPort.h"
 
 #include <cstdio>
+#include <utility>
 
 #include <QDeadlineTimer>
 #include <QFileInfo>
@@ -153,12 +154,12 @@ bool QtSerialPort::open(int port, std::string_view settings) {
         settings_ = *line;
         wanted_ = connectDevice();
     } else {
-        failure_ = "no settings of a line: " + std::string(settings);
+        failure_ = "COM" + std::to_string(port) + ": no settings of a line: " + std::string(settings);
     }
-    if (wanted_) {
+    if (line) {
         watch_.start(kWatchInterval);
-    } else {
-        failure_.insert(0, "COM" + std::to_string(port) + ": ");
+    }
+    if (!wanted_) {
         std::fprintf(stderr, "quillon: %s\n", failure_.c_str());
     }
     return wanted_;
@@ -166,6 +167,7 @@ bool QtSerialPort::open(int port, std::string_view settings) {
 
 void QtSerialPort::close() {
     wanted_ = false;
+    failure_.clear();
     watch_.stop();
     const QDeadlineTimer end(kDrainTime);
     while (device_ != nullptr && !backlog_.empty() && !end.hasExpired()) {
@@ -258,7 +260,7 @@ std::unique_ptr<QSerialPort> QtSerialPort::openDevice() {
         }
         const bool left = device->error() == QSerialPort::PermissionError && lockLeft(device->portName());
         if (!left || !path.startsWith(u'/') || path.size() > path_.size() + kMostLocks) {
-            failure_ = reasonOf(*device, path_);
+            failure_ = "COM" + std::to_string(port_) + ": " + reasonOf(*device, path_);
             return nullptr;
         }
     }
@@ -272,6 +274,7 @@ bool QtSerialPort::connectDevice() {
     // A line hears nothing while it is closed, whatever the system kept of that time.
     device->clear();
     device->clearError();
+    failure_.clear();
     device_ = std::move(device);
     connect(device_.get(), &QSerialPort::readyRead, this, [this] { receive(); });
     connect(device_.get(), &QSerialPort::errorOccurred, this, [this](QSerialPort::SerialPortError error) {
@@ -306,7 +309,12 @@ void QtSerialPort::deviceLost() {
 void QtSerialPort::watch() {
     if (device_ == nullptr) {
         if (connectDevice()) {
-            tellNotice(fromQt(QStringLiteral("COM%1: %2 is back").arg(port_).arg(path_)));
+            const bool late = !std::exchange(wanted_, true);
+            const QString what = late ? QStringLiteral("has come") : QStringLiteral("is back");
+            tellNotice(fromQt(QStringLiteral("COM%1: %2 %3").arg(port_).arg(path_, what)));
+            if (late) {
+                tellArrival();
+            }
         }
     } else if (hungUp()) {
         deviceLost();

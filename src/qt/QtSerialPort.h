@@ -28,7 +28,8 @@ struct LineSettings {
 [[nodiscard]] QString devicePath(int port, const Folder& folder);
 
 /// A serial line of this PC. A device that vanishes is closed at the first sign and tried again once a
-/// second; to the link the port stays open all the time, and the line is silent.
+/// second; to the link the port stays open all the time, and the line is silent. One that could not be opened
+/// is tried again as often; the port stands open from then on.
 ///
 /// The device gets a frame when the one before it is out, so that nearly all that waits, waits here, where it
 /// is dropped when it has become too old. What a device has taken cannot be called back.
@@ -38,6 +39,8 @@ public:
 
     bool open(int port, std::string_view settings) override;
     [[nodiscard]] std::string failure() const override { return failure_; }
+    [[nodiscard]] std::string device() const override { return path_.toStdString(); }
+    [[nodiscard]] bool present() const override { return wanted_ && connected(); }
     void close() override;
     [[nodiscard]] bool isOpen() const override { return wanted_; }
     void write(std::string_view frame) override;
@@ -72,7 +75,7 @@ private:
     QString path_; // of its device
     LineSettings settings_{};
     std::string failure_;
-    bool wanted_ = false;
+    bool wanted_ = false; // the port stands open
     int losses_ = 0;
 };
 

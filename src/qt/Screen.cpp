@@ -8,12 +8,17 @@
 #include <QEvent>
 #include <QWindow>
 
+#include "console/Exposures.h"
 #include "console/Glance.h"
+#include "console/KeyReasons.h"
 #include "console/PendingKeys.h"
+#include "console/StatusLine.h"
 #include "qt/AccessibleNews.h"
+#include "qt/AccessibleWords.h"
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
-#include "qt/SignStrip.h"
+#include "qt/KeyView.h"
+#include "qt/StatusBar.h"
 
 namespace quillon {
 
@@ -51,8 +56,8 @@ constexpr double kFinger = 9; // mm
 
 Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, std::optional<Signs> signs)
     : form_(form), input_(input), signs_(signs),
-      window_(std::make_unique<FormWindow>(form, std::move(requests))),
-      router_(std::make_unique<InputRouter>(*this, form, input)), news_(new AccessibleNews(*window_, input)) {
+      window_(std::make_unique<FormWindow>(form, std::move(requests), signs.has_value())),
+      router_(std::make_unique<InputRouter>(*this, form, input)), news_(new AccessibleNews(*this, input)) {
     views_.emplace(&form, window_.get());
     window_->windowHandle()->installEventFilter(router_.get());
     markAll(form);
@@ -62,8 +67,9 @@ Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, s
 }
 
 void Screen::connectSigns() {
-    strip_ = std::make_unique<SignStrip>(form_, signs_->status, window_.get());
-    strip_->onSecond = [this] { post(); };
+    bar_ = new StatusBar(signs_->status, window_.get());
+    bar_->onSecond = [this] { post(); };
+    input_.keepsBack = [this](const Control& control) { return signs_->reasons.keepsBack(control); };
     pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
         if (ControlView* shown = view(*key)) {
             shown->update();
@@ -71,12 +77,23 @@ void Screen::connectSigns() {
         }
     });
     statusChanged_ = signs_->status.changed.connect([this] { post(); });
+    const auto showGlance = [this] {
+        if (glance_ != nullptr) {
+            glance_->settle();
+            glance_->update();
+        }
+    };
+    exposuresChanged_ = signs_->exposures.changed.connect(showGlance);
+    glanceChanged_ = signs_->glance.changed.connect(showGlance);
 }
 
 Screen::~Screen() {
     if (signs_) {
+        input_.keepsBack = nullptr;
         signs_->pending.changed.disconnect(pendingChanged_);
         signs_->status.changed.disconnect(statusChanged_);
+        signs_->exposures.changed.disconnect(exposuresChanged_);
+        signs_->glance.changed.disconnect(glanceChanged_);
     }
     window_->windowHandle()->removeEventFilter(router_.get());
 }
@@ -87,7 +104,37 @@ ControlView* Screen::view(const Control& control) const {
 }
 
 void Screen::controlChanged(Control& control) {
+    if (control.lamp() && control.kind() == Kind::Button) {
+        if (auto* lamp = static_cast<KeyView*>(view(control))) {
+            lamp->keepLit(); // it may be dark again before it is painted
+        }
+    }
     mark(control);
+}
+
+bool Screen::admits(const Control& control) {
+    if (bar_ != nullptr) {
+        tellWhy(control, signs_->reasons.why(control));
+        post(); // what a hold counts begins now
+    }
+    return input_.takes(control);
+}
+
+void Screen::tellHold(const Control& control) {
+    if (bar_ != nullptr) {
+        tellWhy(control, ConsoleTexts::filled(signs_->texts.sWhyHold, {control.holdTime() / 1000}));
+    }
+}
+
+void Screen::tellHandle(const Control& control) {
+    if (bar_ != nullptr) {
+        tellWhy(control, signs_->texts.sWhyHandle);
+    }
+}
+
+void Screen::tellWhy(const Control& control, const std::string& why) {
+    const QString key = accessibleName(control, &*signs_);
+    bar_->tellWhy(why.empty() || key.isEmpty() ? toQt(why) : key + QStringLiteral(": ") + toQt(why));
 }
 
 void Screen::controlAdded(Control& control) {
@@ -164,10 +211,12 @@ void Screen::flush() {
     if (form) {
         window_->sync();
     }
-    if (strip_) {
-        const QRect console = toPixels(form_.stack().front()->place());
-        const Control& middle = controlAt({console.width() / 3, console.height() / 2});
-        strip_->sync(&middle == form_.stack().front());
+    if (bar_ != nullptr) {
+        bar_->setGeometry(window_->foot());
+        bar_->sync();
+        for (const auto& [control, shown] : views_) {
+            shown->reconsider();
+        }
     }
     news_->look();
 }
@@ -178,13 +227,7 @@ void Screen::makeGlance() {
     if (glance_ != nullptr || ground == nullptr) {
         return;
     }
-    glance_ = new GlanceView(signs_->glance, *console, ground);
-    signs_->glance.changed.connect([glance = glance_] {
-        if (glance != nullptr) {
-            glance->settle();
-            glance->update();
-        }
-    });
+    glance_ = new GlanceView(*signs_, *console, ground);
 }
 
 ControlView* Screen::make(Control& control) {
@@ -228,6 +271,9 @@ void Screen::restack(const Control& container) const {
 }
 
 Control& Screen::controlAt(QPoint place) const {
+    if (window_->foot().contains(place)) {
+        return form_;
+    }
     Control& front = frontMost(place);
     if (takesFinger(front) || front.kind() == Kind::TextBox) {
         return front;

@@ -19,7 +19,7 @@ namespace quillon {
 
 class AccessibleNews;
 class InputRouter;
-class SignStrip;
+class StatusBar;
 
 /// The window's mirror of the form: one widget a control. Changes are collected and shown together, once per
 /// turn of the event loop, however many there were.
@@ -42,7 +42,13 @@ public:
     /// Empty for a control that has no widget (yet).
     [[nodiscard]] ControlView* view(const Control& control) const;
     /// The foot of the window; empty where there are no signs.
-    [[nodiscard]] const SignStrip* strip() const { return strip_.get(); }
+    [[nodiscard]] const StatusBar* bar() const { return bar_; }
+    /// A finger, a key or a screen reader asks for the control: whether a press is handed on. Where nothing
+    /// would come of it, the foot says why.
+    [[nodiscard]] bool admits(const Control& control);
+    /// It was let go too early; or it was touched beside its handle.
+    void tellHold(const Control& control);
+    void tellHandle(const Control& control);
     /// What a finger at a pixel of the window is on: the front-most visible control, or beside a key that is
     /// smaller than a finger the key. Where two are in reach it is the nearer one.
     [[nodiscard]] Control& controlAt(QPoint place) const;
@@ -53,6 +59,7 @@ protected:
 private:
     void post();
     void connectSigns();
+    void tellWhy(const Control& control, const std::string& why);
     void mark(Control& control);
     void markAll(Control& control);
     ControlView* make(Control& control);
@@ -68,12 +75,14 @@ private:
     std::unique_ptr<InputRouter> router_;
     AccessibleNews* news_; ///< the window's
     QPointer<GlanceView> glance_;
-    std::unique_ptr<SignStrip> strip_;
+    StatusBar* bar_ = nullptr; ///< the window's
     std::unordered_map<const Control*, ControlView*> views_;
     std::unordered_set<Control*> changed_;
     std::unordered_set<Control*> reordered_;
     Signal<const Control*>::Connection pendingChanged_ = 0;
     Signal<>::Connection statusChanged_ = 0;
+    Signal<>::Connection exposuresChanged_ = 0;
+    Signal<>::Connection glanceChanged_ = 0;
     bool posted_ = false;
 };
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "console/KeyReasons.h"
 #include "qt/Look.h"
 
 namespace quillon {
@@ -13,10 +15,29 @@ constexpr int kKnobWidth = 26;
 
 } // namespace
 
-std::int32_t SliderView::valueAt(QPoint place) const {
-    const double room = std::max(1, width() - kKnobWidth);
-    const double part = std::clamp((place.x() - kKnobWidth / 2.0) / room, 0.0, 1.0);
-    return static_cast<std::int32_t>(std::lround(part * control().maximum()));
+void SliderView::reconsider() {
+    if (std::exchange(shownAlive_, isAlive()) != isAlive()) {
+        update();
+    }
+}
+
+bool SliderView::isAlive() const {
+    return isEnabled() && (signs() == nullptr || !signs()->reasons.keepsBack(control())) &&
+           !KeyReasons::shutOff(control());
+}
+
+bool SliderView::isOnHandle(QPoint place) const {
+    constexpr double kReach = 24; // a finger is wider than the handle
+    return std::abs(place.x() - across(control().value())) <= kReach;
+}
+
+std::int32_t SliderView::dragged(std::int32_t from, int pixels) const {
+    constexpr int kFine = 24;   // pixels to each side
+    constexpr int kPerStep = 2; // of them
+    const int fine = std::clamp(pixels, -kFine, kFine) / kPerStep;
+    const double beyond = pixels - std::clamp(pixels, -kFine, kFine);
+    const double coarse = beyond * control().maximum() / std::max(1, width() - kKnobWidth);
+    return from + fine + static_cast<std::int32_t>(std::lround(coarse));
 }
 
 double SliderView::across(std::int32_t value) const {
@@ -27,12 +48,12 @@ double SliderView::across(std::int32_t value) const {
 void SliderView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const double middle = height() / 2.0;
-    const QColor edge = QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge);
+    const QColor edge = QColor::fromRgb(isAlive() ? kEdge : kFaintEdge);
     const QRectF groove(kKnobWidth / 2.0 - 4, middle - 4, width() - kKnobWidth + 8, 8);
-    paintPlate(painter, groove, isEnabled() ? QColor::fromRgb(kField) : groundColour(control()), edge, 1, 4);
+    paintPlate(painter, groove, isAlive() ? QColor::fromRgb(kField) : groundColour(control()), edge, 1, 4);
     const double from = across(control().selectionStart());
     const double at = across(control().value());
-    if (isEnabled()) {
+    if (isAlive()) {
         painter.fillRect(QRectF(std::min(from, at), middle - 3, std::abs(at - from), 6),
                          QColor::fromRgb(kStrongEdge));
     }
@@ -42,7 +63,7 @@ void SliderView::paintEvent(QPaintEvent* /*event*/) {
     const double half = std::min(middle, 17.0);
     const QRectF knob(at - kKnobWidth / 2.0, middle - half, kKnobWidth, 2 * half);
     const QColor face = QColor::fromRgb(pressed() ? kPressedFace : kFace);
-    paintPlate(painter, knob, isEnabled() ? face : groundColour(control()),
+    paintPlate(painter, knob, isAlive() ? face : groundColour(control()),
                pressed() ? QColor::fromRgb(kStrongEdge) : edge, pressed() ? 2 : 1);
     for (const int offset : {-4, 0, 4}) {
         painter.fillRect(QRectF(at + offset - 0.5, middle - half / 2, 1, half), edge);

@@ -9,14 +9,21 @@ class SliderView final : public ControlView {
 public:
     using ControlView::ControlView;
 
-    /// The value for a place on the widget.
-    [[nodiscard]] std::int32_t valueAt(QPoint place) const;
+    void reconsider() override;
+    /// A finger there is on the handle.
+    [[nodiscard]] bool isOnHandle(QPoint place) const;
+    /// Where a drag by so many pixels from a value leads: fine near it, coarse further away.
+    [[nodiscard]] std::int32_t dragged(std::int32_t from, int pixels) const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     [[nodiscard]] double across(std::int32_t value) const;
+    /// It can be dragged, and something comes of it.
+    [[nodiscard]] bool isAlive() const;
+
+    bool shownAlive_ = false;
 };
 
 } // namespace quillon

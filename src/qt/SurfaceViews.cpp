@@ -1,7 +1,11 @@
 #include "qt/SurfaceViews.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "console/ConsoleTexts.h"
+#include "console/StatusLine.h"
+#include "console/UnsavedValue.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
@@ -25,10 +29,23 @@ QColor FrameView::ground() const {
     return own ? screenColour(control().backColour()) : groundColour(control());
 }
 
+bool FrameView::unsaved() const {
+    return signs() != nullptr && control().name() == "fraCalValue" && signs()->unsaved.stands();
+}
+
+void FrameView::reconsider() {
+    if (std::exchange(shownUnsaved_, unsaved()) != unsaved()) {
+        update();
+    }
+}
+
 std::optional<Words> FrameView::words() const {
-    const QString caption = toQtLines(control().onScreen(control().caption())).trimmed();
+    QString caption = toQtLines(control().onScreen(control().caption())).trimmed();
     if (caption.isEmpty()) {
         return std::nullopt;
+    }
+    if (unsaved()) {
+        caption += QStringLiteral(": ") + toQt(signs()->texts.sNotStored);
     }
     const int room = std::max(0, width() - 2 * kCaptionInset);
     QFont font = consoleFont(control().fontSize(), true);
@@ -36,9 +53,12 @@ std::optional<Words> FrameView::words() const {
         font.setBold(false); // narrower, and larger than what would be left of the bold one
     }
     const QFontMetrics metrics(font);
-    return Words{
-        QRect(kCaptionInset, 0, std::min(room, metrics.horizontalAdvance(caption) + 8), metrics.height()),
-        caption, font, QColor::fromRgb(isEnabled() ? kInk : kMutedInk), ground()};
+    const int wide = std::min(room, metrics.horizontalAdvance(caption) + 8);
+    const int high =
+        metrics.boundingRect(rect(), Qt::AlignCenter, caption).height(); // more than that of a font
+    return Words{QRect(kCaptionInset, 0, wide, high), caption, font,
+                 QColor::fromRgb(isEnabled() ? kInk : kMutedInk),
+                 unsaved() ? QColor::fromRgb(kLampFace) : ground()};
 }
 
 void FrameView::paintEvent(QPaintEvent* /*event*/) {
@@ -55,8 +75,20 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
         paintPlate(painter, outline, ground(), QColor::fromRgb(kFaintEdge), 1, 5);
     }
     if (caption) {
-        painter.fillRect(caption->place, ground());
+        painter.fillRect(caption->place, caption->ground);
         paintWords(painter, *caption);
+    }
+}
+
+std::string PictureView::artNow() const {
+    const bool beam =
+        signs() != nullptr && control().art() == "rest" && signs()->status.rays().tone == Tone::Radiation;
+    return control().art() + (beam ? "-radiation" : "");
+}
+
+void PictureView::reconsider() {
+    if (!drawn_.isNull() && std::get<0>(shown_) != artNow()) {
+        update();
     }
 }
 
@@ -79,14 +111,14 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     }
     // It hardly ever changes, and drawing takes long.
     const QColor ink = QColor::fromRgb(isEnabled() ? kInk : kMutedInk);
-    const std::tuple shown(control().art(), size(), ink.rgb());
+    const std::tuple shown(artNow(), size(), ink.rgb());
     if (drawn_.isNull() || shown != shown_) {
         shown_ = shown;
         drawn_ = QPixmap(size() * devicePixelRatioF());
         drawn_.setDevicePixelRatio(devicePixelRatioF());
         drawn_.fill(Qt::transparent);
         QPainter onto(&drawn_);
-        paintArt(onto, control().art(), rect(), ink);
+        paintArt(onto, artNow(), rect(), ink);
     }
     painter.drawPixmap(0, 0, drawn_);
     if (const auto note = words()) {

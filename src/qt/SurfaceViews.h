@@ -23,6 +23,7 @@ class FrameView final : public ControlView {
 public:
     using ControlView::ControlView;
 
+    void reconsider() override;
     [[nodiscard]] std::optional<Words> words() const override;
 
 protected:
@@ -30,6 +31,10 @@ protected:
 
 private:
     [[nodiscard]] QColor ground() const;
+    /// It frames the calibration value, which was changed and not stored.
+    [[nodiscard]] bool unsaved() const;
+
+    bool shownUnsaved_ = false;
 };
 
 /// A drawn picture on its ground.
@@ -37,6 +42,7 @@ class PictureView final : public ControlView {
 public:
     using ControlView::ControlView;
 
+    void reconsider() override;
     /// Its note, at its upper edge.
     [[nodiscard]] std::optional<Words> words() const override;
 
@@ -44,6 +50,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// The beam belongs to the picture at rest only while there is radiation.
+    [[nodiscard]] std::string artNow() const;
+
     QPixmap drawn_;
     std::tuple<std::string, QSize, QRgb> shown_; // what is drawn there
 };

@@ -10,6 +10,7 @@ namespace quillon {
 bool MemorySerialPort::open(int port, std::string_view settings) {
     close();
     if (failing_.contains(port)) {
+        missed_ = {port, std::string(settings)};
         return false;
     }
     openPort_ = port;
@@ -20,6 +21,7 @@ bool MemorySerialPort::open(int port, std::string_view settings) {
 }
 
 void MemorySerialPort::close() {
+    missed_.reset();
     if (const auto closed = std::exchange(openPort_, std::nullopt); closed && onClosed) {
         onClosed(*closed);
     }
@@ -51,6 +53,19 @@ void MemorySerialPort::setFailing(int port, bool failing) {
         failing_.insert(port);
     } else {
         failing_.erase(port);
+    }
+}
+
+void MemorySerialPort::arrive(int port) {
+    setFailing(port, false);
+    if (const auto missed = missed_; missed && missed->port == port && open(port, missed->settings)) {
+        tellArrival();
+    }
+}
+
+void MemorySerialPort::setGone(bool gone) {
+    if (std::exchange(gone_, gone) != gone && isOpen()) {
+        tellNotice(gone ? "the device is gone" : "the device is back");
     }
 }
 

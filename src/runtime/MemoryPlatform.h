@@ -27,14 +27,23 @@ public:
     bool open(int port, std::string_view settings) override;
     void close() override;
     [[nodiscard]] bool isOpen() const override { return openPort_.has_value(); }
+    [[nodiscard]] bool present() const override { return isOpen() && !gone_; }
+    [[nodiscard]] std::string device() const override { return device_; }
+    [[nodiscard]] std::string failure() const override { return missed_ ? failure_ : std::string(); }
     void write(std::string_view bytes) override;
 
     /// These bytes arrive; they are lost while the port is closed. Not to be called from inside onWritten.
     void receive(std::string_view bytes);
     /// From now on COM port `port` can't be opened, or can be again. An open port stays open.
     void setFailing(int port, bool failing);
+    /// What device() tells; nothing at first.
+    void setDevice(std::string_view device) { device_ = device; }
+    /// What failure() tells of a port that can't be opened.
+    void setFailure(std::string_view why) { failure_ = why; }
+    /// COM port `port` can be opened from now on. Where the last open() has missed it, it stands open.
+    void arrive(int port);
     /// From now on the device is gone, or back: what is written meanwhile is lost.
-    void setGone(bool gone) { gone_ = gone; }
+    void setGone(bool gone);
     /// Everything written since the last call.
     std::string takeWritten();
 
@@ -43,8 +52,16 @@ public:
     std::function<void(std::string_view bytes)> onWritten;
 
 private:
+    struct Missed {
+        int port;
+        std::string settings;
+    };
+
     std::optional<int> openPort_;
+    std::optional<Missed> missed_; ///< by the last open()
     std::set<int> failing_;
+    std::string device_;
+    std::string failure_;
     bool gone_ = false;
     std::string written_;
 };

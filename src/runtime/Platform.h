@@ -21,10 +21,17 @@ public:
 
     virtual ~SerialPort() = default;
     /// Opens COM port `port` with settings such as "19200,n,8,1", after closing what was open. The result
-    /// says whether the port stands open.
+    /// says whether the port stands open. One that does not is opened when its device comes, unless the port
+    /// is closed before.
     virtual bool open(int port, std::string_view settings) = 0;
-    /// Which device the last open() failed at and why, for a log; empty when there is no more to tell.
+    /// Which port and device the last open() failed at, and why, for the operator and a log; empty when there
+    /// is no more to tell, and when the port stands open or was closed since.
     [[nodiscard]] virtual std::string failure() const { return {}; }
+    /// The device that stands for the port last opened, as the system calls it; empty when there is no more
+    /// to tell.
+    [[nodiscard]] virtual std::string device() const { return {}; }
+    /// The device of an open port is there; false while it is waited for.
+    [[nodiscard]] virtual bool present() const { return isOpen(); }
     /// What was written before goes out first, as far as the other end takes it.
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
@@ -37,11 +44,18 @@ public:
     void setOutcome(Outcome outcome) { outcome_ = std::move(outcome); }
     /// Told, in words for a log, when the device of an open port has gone, and when it is back.
     void setNotice(Notice notice) { notice_ = std::move(notice); }
+    /// Told when the device that an open() has missed has come: the port stands open now.
+    void setArrival(std::function<void()> arrival) { arrival_ = std::move(arrival); }
 
 protected:
     void tellNotice(std::string_view text) const {
         if (notice_) {
             notice_(text);
+        }
+    }
+    void tellArrival() const {
+        if (arrival_) {
+            arrival_();
         }
     }
     void tellOutcome(std::string_view frame, bool sent) const {
@@ -55,6 +69,7 @@ protected:
 private:
     Outcome outcome_;
     Notice notice_;
+    std::function<void()> arrival_;
 };
 
 /// The per-user store of key and value, addressed by application, section and key.

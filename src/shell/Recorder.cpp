@@ -83,27 +83,44 @@ public:
             tellOutcome(frame, sent);
         });
         line_.setNotice([this](std::string_view text) { tellNotice(text); });
+        line_.setArrival([this] {
+            arrived_ = true;
+            recorder_.received({});
+        });
     }
     ~Port() override {
         line_.setReceiver({});
         line_.setOutcome({});
         line_.setNotice({});
+        line_.setArrival({});
     }
 
     bool open(int port, std::string_view settings) override {
+        arrived_ = false;
+        number_ = port;
         const bool succeeded = line_.open(port, settings);
         recorder_.opened(port, succeeded);
         return succeeded;
     }
     [[nodiscard]] std::string failure() const override { return line_.failure(); }
-    void close() override { line_.close(); }
-    [[nodiscard]] bool isOpen() const override { return line_.isOpen(); }
+    [[nodiscard]] std::string device() const override { return line_.device(); }
+    [[nodiscard]] bool present() const override { return line_.present(); }
+    void close() override {
+        arrived_ = false;
+        line_.close();
+    }
+    [[nodiscard]] bool isOpen() const override { return line_.isOpen() && !arrived_; }
     void write(std::string_view frame) override {
-        if (line_.isOpen()) {
+        if (isOpen()) {
             recorder_.comment("tx " + scenarioText(textOf(frame)));
         }
         line_.write(frame);
     }
+    /// The port whose device has come, which is told from now on; nothing where none has.
+    std::optional<int> takeArrival() {
+        return std::exchange(arrived_, false) ? std::optional(number_) : std::nullopt;
+    }
+    void handArrival() const { tellArrival(); }
     void hand(std::string_view bytes) {
         if (receiver_) {
             receiver_(bytes);
@@ -117,6 +134,8 @@ private:
 
     Recorder& recorder_;
     SerialPort& line_;
+    int number_ = 0;
+    bool arrived_ = false; ///< its device has come, and the application was not told yet
 };
 
 /// Message boxes. Timers and the line go on while one stands; a replay has the answer at once, so it must
@@ -300,7 +319,16 @@ void Recorder::received(std::string_view bytes) {
 }
 
 void Recorder::deliver(std::string_view bytes) {
-    if (running_ && !bytes.empty()) {
+    if (!running_) {
+        return;
+    }
+    if (const std::optional<int> port = port_->takeArrival()) {
+        write("port " + std::to_string(*port) + " comes");
+        failing_.erase(*port);
+        const Counted handler(handlers_);
+        port_->handArrival();
+    }
+    if (!bytes.empty()) {
         write("rx " + scenarioText(bytes));
         const Counted handler(handlers_);
         port_->hand(bytes);

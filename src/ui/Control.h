@@ -184,6 +184,9 @@ public:
     /// Written when the control is made.
     [[nodiscard]] TextSide textSide() const { return textSide_; }
     void setTextSide(TextSide side) { textSide_ = side; }
+    /// ms that a finger has to stay on the key for its press to count; 0 for a key that acts at once.
+    [[nodiscard]] int holdTime() const { return holdTime_; }
+    void setHoldTime(int ms) { holdTime_ = ms; }
 
     /// A text box that shows and does not take text.
     [[nodiscard]] bool readOnly() const { return readOnly_; }
@@ -252,6 +255,7 @@ private:
     std::int32_t maximum_ = 10;
     std::int32_t selectionStart_ = 0;
     int artSize_ = 0;
+    int holdTime_ = 0;
     bool visible_ = true;
     bool enabled_ = true;
     unsigned timesTaken_ = 0;

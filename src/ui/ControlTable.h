@@ -8,7 +8,8 @@
 namespace quillon {
 
 /// One control of a screen's table. `index` -1 means none; `container` names the frame it lies on, such as
-/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name; `role` and `side` as in Control.
+/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name; `role`, `side` and `hold` as in
+/// Control.
 struct ControlRow {
     Kind kind;
     std::string_view name;
@@ -21,6 +22,7 @@ struct ControlRow {
     std::string_view art = {};
     Role role = Role::Plain;
     TextSide side = TextSide::Middle;
+    int hold = 0; ///< ms
 };
 
 /// The row with another role or side.
@@ -46,6 +48,11 @@ constexpr ControlRow radiation(const ControlRow& row) {
 }
 constexpr ControlRow declines(const ControlRow& row) {
     return withRole(row, Role::Decline);
+}
+/// A key that has to be held, for so many ms.
+constexpr ControlRow heldFor(int hold, ControlRow row) {
+    row.hold = hold;
+    return row;
 }
 constexpr ControlRow warning(const ControlRow& row) {
     return withRole(row, Role::Warning);

@@ -51,7 +51,7 @@ bool Input::reachable(const Control& control) const {
 }
 
 bool Input::press(Control& control) {
-    if (!reachable(control)) {
+    if (!takes(control)) {
         return false;
     }
     tell(Gesture::Press, control);
@@ -73,7 +73,7 @@ void Input::release(Control& control, bool over) {
     if (over || control.on.press) { // a key whose press does nothing acts here, and only under the finger
         run(control, control.on.release);
     }
-    run(control, over && kept && reachable(control) ? control.on.click : control.on.abandon);
+    run(control, over && kept && takes(control) ? control.on.click : control.on.abandon);
 }
 
 void Input::releaseAll() {

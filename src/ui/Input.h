@@ -24,6 +24,14 @@ public:
     /// is up.
     [[nodiscard]] bool reachable(const Control& control) const;
 
+    /// A press of it is handed on: it can be reached, and nothing keeps it back.
+    [[nodiscard]] bool takes(const Control& control) const {
+        return reachable(control) && !(keepsBack && keepsBack(control));
+    }
+    /// A front end's word on what could be reached and would do nothing: it is not pressed, and what was
+    /// pressed before is let go without a click.
+    std::function<bool(const Control& control)> keepsBack;
+
     // Each does its work only on a control that can be reached, and says whether it did.
     bool press(Control& control);
     bool click(Control& control);
@@ -36,7 +44,7 @@ public:
 
     /// Lets go of what was pressed, whatever became of it meanwhile. What its press began is ended; a control
     /// without anything to do at its press does what it does at its release only while the pointer is still
-    /// `over` it. The click follows if the pointer was and the control could be reached all the while, and
+    /// `over` it. The click follows if the pointer was and the control has taken one all the while, and
     /// what gives the press up if not. Nothing when this control was not pressed.
     void release(Control& control, bool over = true);
     /// The program is about to end: lets go of everything that is held, without a click.

@@ -36,3 +36,14 @@ for round in rest configuration power-up; do
     alive
     printf '%s: back; %d hundredths of a second of processor in 4 s without a line\n' "$round" "$used"
 done
+
+# Begun without a device, it opens the port when one comes, whether its box was answered or not.
+pull_out
+kill "$program_pid"
+wait "$program_pid" || true
+start_program
+wait_for 10 'the missing device is not told' grep -q 'COM1: .*No such file' "$home/program.out"
+: >"$home/wire"
+plug_in startphase=2
+wait_for 20 'a device that came late was not opened' heard_more_than ST 1
+alive

@@ -172,23 +172,67 @@ TEST_F(InputRouterTest, EnterPressesWhatIsInFocusAndEscapeTheOneKeyThatRefuses) 
     EXPECT_EQ(takeLog(), "") << "out of reach";
 }
 
-TEST_F(InputRouterTest, ASliderMovesWithTheFingerAndIsToldWhenItIsLetGo) {
+TEST_F(InputRouterTest, ASlidersHandleIsDraggedAndToldWhenItIsLetGo) {
     Control& slider = add(Kind::Slider, "slider", {0, 1500, 3000, 750});
-    slider.setMaximum(100);
+    slider.setMaximum(4000);
+    slider.setValue(2000);
     record(slider);
     turn();
-    mouse(QEvent::MouseButtonPress, {100, 125});
-    EXPECT_EQ(slider.value(), 50);
-    mouse(QEvent::MouseMove, {500, 125});
-    EXPECT_EQ(takeLog(), "slider change, slider change, ");
-    mouse(QEvent::MouseButtonRelease, {500, 125});
-    EXPECT_EQ(slider.value(), 100);
-    EXPECT_THAT(takeLog(), testing::EndsWith("slider release, "));
+    const auto drag = [&](int from, int to) {
+        mouse(QEvent::MouseButtonPress, {from, 125});
+        mouse(QEvent::MouseMove, {to, 125});
+        mouse(QEvent::MouseButtonRelease, {to, 125});
+        return slider.value();
+    };
+    EXPECT_EQ(drag(30, 30), 2000) << "beside the handle";
+    EXPECT_EQ(drag(102, 102), 2000) << "touched and not moved";
+    EXPECT_THAT(takeLog(), testing::Not(testing::HasSubstr("release")));
+    EXPECT_EQ(drag(102, 108), 2003) << "fine near by";
+    EXPECT_EQ(takeLog(), "slider change, slider change, slider release, ");
+    EXPECT_EQ(drag(102, 500), 4000);
     key(QEvent::KeyPress, Qt::Key_Tab);
     key(QEvent::KeyPress, Qt::Key_Backtab);
     strike(Qt::Key_Left);
-    EXPECT_EQ(slider.value(), 99);
+    EXPECT_EQ(slider.value(), 3999);
     EXPECT_THAT(takeLog(), testing::EndsWith("slider release, "));
+}
+
+TEST_F(InputRouterTest, WhatIsKeptBackIsHandedOnFromNoFingerAndNoKeyButLetGo) {
+    Control& slider = add(Kind::Slider, "slider", {0, 1500, 3000, 750});
+    record(slider);
+    first.setRole(Role::Decline);
+    turn();
+    bool kept = true;
+    input.keepsBack = [&kept](const Control&) { return kept; };
+    tap(onFirst);
+    touch(QEvent::TouchBegin, {finger(1, QEventPoint::Pressed, onSecond)});
+    touch(QEvent::TouchEnd, {finger(1, QEventPoint::Released, onSecond)});
+    mouse(QEvent::MouseButtonPress, {13, 125});
+    mouse(QEvent::MouseMove, {60, 125});
+    mouse(QEvent::MouseButtonRelease, {60, 125});
+    for (int stop = 0; stop < 3; ++stop) {
+        key(QEvent::KeyPress, Qt::Key_Tab);
+        strike(Qt::Key_Space);
+        strike(Qt::Key_Right);
+    }
+    strike(Qt::Key_Escape);
+    EXPECT_EQ(takeLog(), "");
+
+    kept = false;
+    mouse(QEvent::MouseButtonPress, onFirst);
+    kept = true;
+    mouse(QEvent::MouseButtonRelease, onFirst);
+    EXPECT_EQ(takeLog(), "first press, first release, first abandon, ");
+}
+
+TEST_F(InputRouterTest, AKeyThatHasToBeHeldDoesNothingWhenItIsLetGoBefore) {
+    first.setHoldTime(150);
+    tap(onFirst);
+    EXPECT_EQ(takeLog(), "first press, first release, first abandon, ");
+    mouse(QEvent::MouseButtonPress, onFirst);
+    rest(200);
+    mouse(QEvent::MouseButtonRelease, onFirst);
+    EXPECT_EQ(takeLog(), "first press, first release, first click, ");
 }
 
 TEST_F(InputRouterTest, AListOpensAndTakesOneEntry) {

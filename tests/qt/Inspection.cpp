@@ -10,7 +10,7 @@
 #include "qt/AccessibleWords.h"
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
-#include "qt/SignStrip.h"
+#include "qt/StatusBar.h"
 
 namespace quillon {
 
@@ -36,8 +36,9 @@ std::string rectText(const QRect& place) {
     return std::to_string(place.width()) + " x " + std::to_string(place.height());
 }
 
-/// `box`: an editor, which neither wraps nor shrinks.
-void inspectWords(const Words& words, bool box, QSize window, const std::function<void(std::string)>& tell) {
+/// `box`: an editor, which neither wraps nor shrinks; `capitals`: how high they are at least on one line.
+void inspectWords(const Words& words, bool box, double capitals,
+                  const std::function<void(std::string)>& tell) {
     if (words.text.isEmpty()) {
         return;
     }
@@ -47,7 +48,7 @@ void inspectWords(const Words& words, bool box, QSize window, const std::functio
     if (!fit.whole || (box && (metrics.horizontalAdvance(words.text) > words.place.width() ||
                                metrics.height() > words.place.height()))) {
         tell(text + " is clipped in " + rectText(words.place));
-    } else if (words.oneLine && metrics.capHeight() < panelPixels(kLampCapitals, window)) {
+    } else if (words.oneLine && metrics.capHeight() < capitals) {
         tell(text + " has capitals of " + std::to_string(metrics.capHeight()));
     } else if (fit.font.pixelSize() < kSmallestLetters) {
         tell(text + " shrinks to " + std::to_string(fit.font.pixelSize()) + " pixels");
@@ -59,7 +60,7 @@ void inspectWords(const Words& words, bool box, QSize window, const std::functio
 
 void inspectText(const ControlView& view, const Tell& tell) {
     if (const auto words = view.words()) {
-        inspectWords(*words, view.editor() != nullptr, view.window()->size(),
+        inspectWords(*words, view.editor() != nullptr, panelPixels(kLampCapitals, view.window()->size()),
                      [&](const std::string& what) { tell(view.control(), what); });
     }
 }
@@ -156,13 +157,19 @@ Findings inspect(Screen& screen, const Control& form) {
     });
     if (const GlanceView* glance = screen.glance()) {
         for (const Words& words : glance->words()) {
-            inspectWords(words, false, glance->window()->size(),
-                         [&](const std::string& what) { tell(form, what); });
+            inspectWords(words, false, 0, [&](const std::string& what) { tell(form, what); });
         }
     }
-    for (const Words& words : screen.strip()->words()) {
-        inspectWords(words, false, screen.window().size(),
-                     [&](const std::string& what) { tell(form, what); });
+    const Findings inBar = inspectBar(screen);
+    findings.insert(findings.end(), inBar.begin(), inBar.end());
+    return findings;
+}
+
+Findings inspectBar(Screen& screen) {
+    screen.flush();
+    Findings findings;
+    for (const Words& words : screen.bar()->words()) {
+        inspectWords(words, false, 0, [&](const std::string& what) { findings.push_back("bar " + what); });
     }
     return findings;
 }
@@ -195,7 +202,7 @@ std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
             texts.push_back({pathOf(view.control()), told(view.control(), view.signs()).toStdString()});
         }
     });
-    std::vector<Words> beside = screen.strip()->words();
+    std::vector<Words> beside = screen.bar()->words();
     if (const GlanceView* glance = screen.glance()) {
         const std::vector<Words> words = glance->words();
         beside.insert(beside.end(), words.begin(), words.end());

@@ -14,6 +14,9 @@ namespace quillon {
 /// is well.
 [[nodiscard]] std::vector<std::string> inspect(Screen& screen, const Control& form);
 
+/// The same for the status bar alone.
+[[nodiscard]] std::vector<std::string> inspectBar(Screen& screen);
+
 /// Keys, lists, sliders and boxes on show that are smaller than a finger.
 [[nodiscard]] std::vector<std::string> smallTargets(Screen& screen, const Control& form, int finger);
 

@@ -142,15 +142,33 @@ TEST_F(SerialPortTest, WhatWasWrittenIsOnTheLineWhenItIsClosed) {
     EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(2));
 }
 
-TEST_F(SerialPortTest, AFirstOpenThatFailsSaysSo) {
+TEST_F(SerialPortTest, AnOpenThatFailsSaysSo) {
+    EXPECT_FALSE(port.open(3, "fast,n,8,1") || port.isOpen());
+    EXPECT_EQ(port.failure(), "COM3: no settings of a line: fast,n,8,1");
     EXPECT_FALSE(open() || port.isOpen());
     EXPECT_EQ(port.failure(), "COM3: " + link + ": No such file or directory");
-    rest(1100);
-    EXPECT_FALSE(port.connected()) << "what was never open is not tried again";
+}
+
+TEST_F(SerialPortTest, ADeviceThatWasNotThereAtTheStartIsOpenedWhenItComes) {
+    std::string told;
+    port.setNotice([&told](std::string_view text) { told.append(text).append(", "); });
+    port.setArrival([&] { told += port.isOpen() && port.present() ? "open" : "not open"; });
+    EXPECT_FALSE(open());
+    port.write("HU\r\n\x03");
+    EXPECT_EQ(outcomes, "") << "a port that is not open";
     plug();
-    EXPECT_FALSE(port.open(3, "fast,n,8,1"));
-    EXPECT_EQ(port.failure(), "COM3: no settings of a line: fast,n,8,1");
-    EXPECT_TRUE(open());
+    ASSERT_TRUE(waitFor([&] { return port.isOpen(); }));
+    EXPECT_EQ(told, "COM3: " + link + " has come, open");
+    port.write("ST\r\n\x03");
+    EXPECT_EQ(heard(5), "ST\r\n\x03");
+
+    // One that is closed meanwhile is waited for no more.
+    cable.reset();
+    EXPECT_FALSE(open());
+    port.close();
+    plug();
+    rest(1200);
+    EXPECT_FALSE(port.isOpen() || port.connected());
 }
 
 TEST_F(SerialPortTest, ADeviceInUseIsToldWithItsOwner) {

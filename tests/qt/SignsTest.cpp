@@ -1,4 +1,6 @@
-#include "qt/SignStrip.h"
+#include "console/ServiceSession.h"
+#include "console/ctrQuillonConsole.h"
+#include "qt/StatusBar.h"
 #include "screenshots/Scenes.h"
 #include "tests/qt/Bench.h"
 
@@ -16,7 +18,7 @@ TEST(Signs, AKeyThatWaitsLooksDifferentAtEverySizeAndItsCaptionStays) {
         const auto stage = sceneNamed("pending-configuration").staged(size);
         const QImage waits = lookOf(*stage, "link.cmbWS(3)");
         const QRect words = stage->screen().view(stage->control("link.cmbWS(3)"))->words()->place;
-        stage->wait(5000);
+        stage->wait(11000);
         EXPECT_NE(waits, lookOf(*stage, "link.cmbWS(3)"));
         EXPECT_EQ(words, stage->screen().view(stage->control("link.cmbWS(3)"))->words()->place);
     }
@@ -29,16 +31,46 @@ TEST(Signs, AValueFromBeforeTheSilenceLooksOldUntilItIsReported) {
     EXPECT_NE(lookOf(*stage, "link.txtMACal"), old);
 }
 
+TEST(Signs, APressInVainIsToldAtTheFootAndBeginsNothing) {
+    const struct {
+        const char* scene;
+        const char* key;
+        const char* why;
+    } rows[] = {
+        {"status-no-step", "link.cmbMSCalDown", "ms -: the generator takes no step here"},
+        {"status-fluoroscopy", "cmbManualCalibration",
+         "Manual Calibration: not during preparation or exposure"},
+        {"error", "cmbClose", "Close: reset the error first"},
+    };
+    for (const auto& [scene, key, why] : rows) {
+        const auto stage = sceneNamed(scene).staged(QSize(1012, 756));
+        stage->screen().flush();
+        QWindow* window = stage->screen().window().windowHandle();
+        const ControlView* view = stage->screen().view(stage->control(key));
+        const QPointF at(view->mapTo(view->window(), view->rect().center()));
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, at, at, at, Qt::LeftButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(window, &event);
+        }
+        QString told;
+        for (const Words& words : stage->screen().bar()->words()) {
+            told += words.text + "|";
+        }
+        EXPECT_TRUE(told.contains(why)) << told.toStdString();
+        EXPECT_TRUE(stage->application().console().session().idle());
+        EXPECT_FALSE(view->pressed());
+    }
+}
+
 TEST(Signs, TheFootAsksForTheTimeOnceASecondWhileItCounts) {
     const auto stage = sceneNamed("silence").staged(QSize(640, 480));
     int asked = 0;
-    SignStrip strip(stage->application().form(), stage->application().signs().status,
-                    &stage->screen().window());
-    strip.onSecond = [&asked] { ++asked; };
-    strip.sync(false);
+    StatusBar bar(stage->application().signs().status, &stage->screen().window());
+    bar.onSecond = [&asked] { ++asked; };
+    bar.sync();
     EXPECT_TRUE(waitFor([&asked] { return asked == 1; }));
     stage->report("ST6");
-    strip.sync(false);
+    bar.sync();
     EXPECT_FALSE(waitFor([&asked] { return asked == 2; }, 1200)) << "it answers again";
 }
 

@@ -155,7 +155,7 @@ TEST_F(RecorderTest, WhatTheDeviceDidNotTakeIsToldBesideTheFrameAndInTheLog) {
     const auto lost = linesWith(recording(), " lost ", 2);
     ASSERT_THAT(lost, SizeIs(1));
     EXPECT_THAT(recording(), HasSubstr("tx \"HU\"\n# " + lost[0]));
-    EXPECT_EQ(*machine.folder.find("log.txt"), "(Tx)ST\r\n\r\n(Nx)HU\r\n\r\n");
+    EXPECT_EQ(*machine.folder.find("log.txt"), "(Tx)ST\r\n\r\n(--)the device is gone\r\n\r\n(Nx)HU\r\n\r\n");
 }
 
 TEST_F(RecorderTest, TheEndOfTheProgramComesBackWithWhatWasHeld) {
@@ -185,7 +185,16 @@ TEST_F(RecorderTest, TheHeaderHoldsWhatTheSessionStartedFrom) {
                                        "args \"-P4 -\\\"x\\\" -\\xFC\"\nscreen 800 600\nport 4 fail\n"));
     EXPECT_THAT(recording(), EndsWith("start\n"));
     EXPECT_THAT(recording(), Not(HasSubstr("file log.txt")));
-    EXPECT_THAT(replay(), HasSubstr("box critical \"Torvane Generator Service\" \"Cannot Open Port: 4\""));
+    pass(2500);
+    machine.port.arrive(4);
+    pass(1500);
+    EXPECT_THAT(recording(), HasSubstr("\nport 4 comes\n"));
+    const std::string played = replay();
+    EXPECT_EQ(linesWith(played, "box critical \"Torvane Generator Service\" \"Cannot Open Port: 4\"").size(),
+              1U);
+    EXPECT_EQ(linesWith(played, "opened 4").size(), 1U);
+    EXPECT_EQ(linesWith(played, " tx "), linesWith(recording(), " tx ", 2));
+    EXPECT_THAT(linesWith(played, " tx \"ST\""), SizeIs(testing::Ge(1U)));
 }
 
 TEST_F(RecorderTest, AQuestionsAnswerStandsInFrontOfWhatCameWhileItStood) {

@@ -384,11 +384,11 @@ void Watch::moved() {
 void Watch::watchStatus() {
     const StatusLine& status = facts_.application().signs().status;
     const Progress progress = status.progress();
-    if (!status.doing().empty()) {
+    if (!progress.what.empty()) {
         marks_.reach("status " + (facts_.doing().waits() ? std::string(rowOf(facts_.doing().run()).name)
                                                          : std::string("settings")));
     }
-    if (!status.silence().empty()) {
+    if (status.line().words.find("no answer") != std::string::npos) {
         marks_.reach("status no answer");
     }
     if (progress.count.of > 0) {

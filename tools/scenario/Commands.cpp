@@ -65,10 +65,13 @@ void Script::screen(Reader& reader) {
 void Script::port(Reader& reader) {
     const auto number = static_cast<int>(reader.whole(1, kLargestPort));
     const std::string_view state = reader.word();
-    if (!equalsNoCase(state, "fail") && !equalsNoCase(state, "ok")) {
-        throw BadScript("port wants \"fail\" or \"ok\"");
+    if (equalsNoCase(state, "comes")) {
+        rig_.machine.port.arrive(number);
+    } else if (equalsNoCase(state, "fail") || equalsNoCase(state, "ok")) {
+        rig_.machine.port.setFailing(number, equalsNoCase(state, "fail"));
+    } else {
+        throw BadScript("port wants \"fail\", \"ok\" or \"comes\"");
     }
-    rig_.machine.port.setFailing(number, equalsNoCase(state, "fail"));
 }
 
 void Script::start(Reader&) {

@@ -24,7 +24,7 @@ time in ms. A file has one command a line:
     file NAME ... end      the lines between are a file beside the program, "Quillon.ini" for one
     args TEXT              the command line
     screen W H             the screen in pixels
-    port N fail|ok         whether COM port N can be opened
+    port N fail|ok|comes   COM port N cannot be opened, or can be; it opens, where the console waits for it
     start                  the console starts; the first other command does it, too
   the generator
     msg TEXT, rx TEXT      a message from it; bytes from it as they are

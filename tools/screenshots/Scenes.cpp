@@ -17,7 +17,7 @@ std::unique_ptr<Stage> Scene::staged(QSize window, std::string_view texts) const
 std::vector<Scene> scenes() {
     std::vector<Scene> all;
     for (const std::span<const Scene> some :
-         {modeScenes(), panelScenes(), positionerScenes(), signScenes()}) {
+         {modeScenes(), panelScenes(), positionerScenes(), signScenes(), statusScenes()}) {
         all.insert(all.end(), some.begin(), some.end());
     }
     return all;

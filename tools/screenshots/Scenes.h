@@ -28,5 +28,6 @@ struct Scene {
 [[nodiscard]] std::span<const Scene> panelScenes();      ///< the pages of the generator's own keyboard
 [[nodiscard]] std::span<const Scene> positionerScenes(); ///< calibration of the positioners
 [[nodiscard]] std::span<const Scene> signScenes();       ///< what is shown beside the controls
+[[nodiscard]] std::span<const Scene> statusScenes();     ///< the status bar, and keys that would do nothing
 
 } // namespace quillon

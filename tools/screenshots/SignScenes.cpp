@@ -97,26 +97,6 @@ void configurationOpens(Stage& stage) {
     stage.wait(700);
 }
 
-void autocalExposures(Stage& stage) {
-    stage.answer("CA1", "ST6 KV080 MA0050 MS0100 MX010.0 FO11 FO20 CV1234");
-    stage.answer("CAU1", "ST11");
-    ready(stage);
-    stage.click("cmbAutocalibration");
-    stage.click("SelWSAutocal.cmdOK");
-    stage.click("AutocalSelFocusOrParameter.cmbAutocalSmallFocus");
-    stage.click("AutocalSelFocusOrParameter.cmbOKFocus");
-    stage.click("AutocalWarning.cmbAutocalYes");
-    stage.wait(12000);
-    stage.click("link.cmbAutocalConfirm");
-    stage.wait(1200);
-    stage.report("CAU1 ST9 INFExposures_to_come:_3");
-    stage.wait(6000);
-    for (int exposure = 0; exposure < 2; ++exposure) {
-        stage.report("ST3 ST4 ST9");
-        stage.wait(1000);
-    }
-}
-
 void autocalStops(Stage& stage) {
     autocalExposures(stage);
     stage.report("ST13");

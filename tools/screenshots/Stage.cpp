@@ -28,12 +28,16 @@ void require(bool done, std::string_view name) {
 } // namespace
 
 Stage::Stage(const Installation& installation, QSize window) {
-    machine_.desktop.setScreen(window.width() + kFittedMargin, window.height() + kFittedMargin);
+    machine_.desktop.setScreen(window.width() + kFittedMargin,
+                               FormWindow::formHeight(window.height()) + kFittedMargin);
     machine_.folder.put("Quillon.ini",
                         "[CONFIG]\r\nFitToScreen=YES\r\n" + std::string(installation.configuration));
     machine_.folder.put("temp.ini", installation.facts);
     machine_.folder.put(kTextFile, installation.texts);
     machine_.folder.put("error_info.txt", "12=Anode of tube 2 does not reach its speed in time=1\r\n");
+    machine_.port.setDevice("/dev/ttyUSB0");
+    machine_.port.setFailing(1, !installation.failure.empty());
+    machine_.port.setFailure(installation.failure);
     machine_.port.onWritten = [this](std::string_view bytes) { written(bytes); };
     application_ = std::make_unique<Application>(Platform{machine_.time.schedule(), machine_.time,
                                                           machine_.port, machine_.store, machine_.folder,
@@ -100,7 +104,7 @@ Control& Stage::control(std::string_view name) {
 
 void Stage::press(std::string_view name) {
     Control& key = control(name);
-    require(application_->input().press(key), name);
+    require(screen_->admits(key) && application_->input().press(key), name);
     screen_->flush();
     if (ControlView* view = screen_->view(key)) {
         view->setPressed(true);
@@ -108,7 +112,11 @@ void Stage::press(std::string_view name) {
 }
 
 void Stage::click(std::string_view name) {
-    require(application_->input().click(control(name)), name);
+    require(screen_->admits(control(name)) && application_->input().click(control(name)), name);
+}
+
+void Stage::tapInVain(std::string_view name) {
+    require(!screen_->admits(control(name)), name);
 }
 
 void Stage::type(std::string_view name, std::string_view text) {
@@ -120,7 +128,7 @@ void Stage::slide(std::string_view name, std::int32_t value) {
 }
 
 void Stage::resize(QSize window) {
-    application_->resizeWindow(toTwips(window.width()), toTwips(window.height()));
+    application_->resizeWindow(toTwips(window.width()), toTwips(FormWindow::formHeight(window.height())));
 }
 
 QImage Stage::picture() {

@@ -20,6 +20,7 @@ struct Installation {
     std::string_view configuration = {}; ///< lines for section CONFIG of "Quillon.ini"
     std::string_view facts = {};         ///< content of "temp.ini"
     std::string_view texts = {};         ///< content of "texts.txt"
+    std::string_view failure = {};       ///< why the port can't be opened; empty for one that can
 };
 
 /// The whole application in its window, on a machine in memory and in virtual time: told what the generator
@@ -39,12 +40,16 @@ public:
     void answer(std::string_view frame, std::string_view messages);
     /// From now on the generator is silent.
     void fallSilent();
+    /// The adapter of the line is pulled out.
+    void unplug() { machine_.port.setGone(true); }
     void wait(Milliseconds ms) { machine_.time.advance(ms); }
 
     // What the operator does; `name` is "cmbClose", "link.cmbKVPUp", "link.cmbWS(2)" or "SelWSCal.cmdOK". A
     // control that cannot be reached ends the program.
     void press(std::string_view name);
     void click(std::string_view name);
+    /// The same, on a key that would do nothing; one that is handed on ends the program.
+    void tapInVain(std::string_view name);
     void type(std::string_view name, std::string_view text);
     void slide(std::string_view name, std::int32_t value);
 

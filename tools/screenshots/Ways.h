@@ -16,5 +16,7 @@ void enteringCalibration(Stage& stage);
 /// Calibration of a station, and with the question for the focal spot.
 void calibrationStation(Stage& stage);
 void calibrationFocus(Stage& stage);
+/// Autocalibration with two exposures made.
+void autocalExposures(Stage& stage);
 
 } // namespace quillon

@@ -14,7 +14,7 @@ inline constexpr auto kConfigurationPageRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Frame,  "fraServiceMenuItem",  0, "", {60, 1800, 4800, 4290}, 8, "", false},
     {Kind::Button, "cmbConfiguration",   -1, kConfigPage, {60, 60, 2310, 540}, 10, "ON"},
-    {Kind::Button, "cmbDfltConfig",      -1, kConfigPage, {2430, 60, 2310, 540}, 10, "Default Configuration"},
+    heldFor(1000, {Kind::Button, "cmbDfltConfig", -1, kConfigPage, {2430, 60, 2310, 540}, 10, "Default Configuration"}),
     {Kind::Label,  "lblCfgTube",         -1, kConfigPage, {60, 660, 750, 570}, 9, "Tube"},
     downKey("cmbConfTubeDown", kConfigPage, {825, 660, 390, 570}),
     field({Kind::Label,  "txtCfgTube",         -1, kConfigPage, {1245, 660, 705, 570}, 10, ""}),

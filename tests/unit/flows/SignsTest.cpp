@@ -1,3 +1,4 @@
+#include "console/Exposures.h"
 #include "console/Glance.h"
 #include "console/PendingKeys.h"
 #include "console/ServiceSession.h"
@@ -13,29 +14,30 @@ class SignsTest : public FlowTest {
 protected:
     SignsTest() { start(); }
     [[nodiscard]] Signs signs() { return application->signs(); }
+    int changes = 0; ///< outlives the test's own body: the end of the application tells some, too
 };
 
 TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
     const struct {
         std::vector<const char*> messages;
-        const char* lines; ///< a mark in front of an alarm
+        const char* lines; ///< behind the state; a mark in front of an alarm
     } rows[] = {
-        {{}, "Generator=Ready;Errors since the start=0;"},
+        {{}, "Ready;Errors since the start=0;"},
         {{"HE12", "DL1", "HL1"},
-         "Generator=Ready;Tube heat=12 %;!Standing=Door open, Overheat;Errors since the start=0;"},
-        {{"DL0", "HL0", "ST10"}, "!Generator=Tube too hot;Tube heat=12 %;Errors since the start=0;"},
+         "Ready;Tube heat=12 %;!Standing=Door open, Overheat;Errors since the start=0;"},
+        {{"DL0", "HL0", "ST10"}, "Tube too hot;Tube heat=12 %;Errors since the start=0;"},
         // One error, however often it is reported, until it is over.
-        {{"ST7", "ER12", "ST7", "ER12"}, "!Generator=Error;Tube heat=12 %;Errors since the start=1;"},
-        {{"ST2", "ER12", "AR0", "ER12", "AR1"}, "Generator=Ready;Tube heat=12 %;Errors since the start=4;"},
-        {{"ST1"}, "Generator=Powering Up;Errors since the start=4;"},
+        {{"ST7", "ER12", "ST7", "ER12"}, "Error;Tube heat=12 %;Errors since the start=1;"},
+        {{"ST2", "ER12", "AR0", "ER12", "AR1"}, "Ready;Tube heat=12 %;Errors since the start=4;"},
+        {{"ST1"}, "Powering Up;Errors since the start=4;"},
     };
-    int changes = 0;
-    signs().glance.changed.connect([&] { ++changes; });
+    changes = 0;
+    signs().glance.changed.connect([this] { ++changes; });
     for (const auto& row : rows) {
         for (const char* message : row.messages) {
             report(message);
         }
-        std::string lines;
+        std::string lines = signs().glance.state() + ";";
         for (const GlanceLine& line : signs().glance.lines()) {
             lines.append(line.alarm ? "!" : "").append(line.subject + "=" + line.state + ";");
         }
@@ -57,8 +59,8 @@ TEST_F(SignsTest, AKeyWaitsUntilWhatItSentIsAnsweredGivenUpOrThrownAway) {
     machine.port.onWritten = [](std::string_view) {};
     Control& key = application->link()["cmbDfltConfig"];
     Control& other = application->link().at("cmbConfTubeUp");
-    int changes = 0;
-    signs().pending.changed.connect([&](const Control* changed) { changes += changed == &key ? 1 : 0; });
+    changes = 0;
+    signs().pending.changed.connect([this, &key](const Control* changed) { changes += changed == &key ? 1 : 0; });
     const struct {
         const char* why;
         std::function<void()> ends;
@@ -135,20 +137,20 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     report("ST6\rKV080\rMA0100\rCV1234");
     wait(500);
     machine.port.onWritten = [](std::string_view) {};
-    EXPECT_EQ(signs().status.silence(), "");
-    int changes = 0;
-    signs().status.changed.connect([&] { ++changes; });
+    EXPECT_EQ(signs().status.line().words, "COM1");
+    changes = 0;
+    signs().status.changed.connect([this] { ++changes; });
     wait(4000);
-    EXPECT_EQ(signs().status.silence(), "No answer for 4 s");
+    EXPECT_EQ(signs().status.line().words, "COM1: no answer for 4 s");
     EXPECT_GT(changes, 0);
-    EXPECT_TRUE(old("txtPHASE") && old("txtMACal") && signs().glance.lines()[0].old);
+    EXPECT_TRUE(old("txtPHASE") && old("txtMACal"));
     wait(30'000);
-    EXPECT_EQ(signs().status.silence(), "No answer for 34 s") << "the loss is not told yet";
+    EXPECT_EQ(signs().status.line().words, "COM1: no answer for 34 s") << "the loss is not told yet";
     EXPECT_EQ(prompt(), "");
     // A report makes new what it says, even if it says the same, and nothing else.
     report("ST6");
     report("MA0100");
-    EXPECT_EQ(signs().status.silence(), "");
+    EXPECT_EQ(signs().status.line().words, "COM1");
     EXPECT_FALSE(old("txtPHASE") || old("txtMACal"));
     EXPECT_TRUE(old("txtKVPCal"));
     application->link()["txtKVPCal"].setCaption("090");
@@ -160,40 +162,40 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
         report(message);
     }
     wait(4000);
-    ASSERT_EQ(signs().status.silence(), "No answer for 4 s");
+    ASSERT_EQ(signs().status.line().words, "COM1: no answer for 4 s");
     application->link().operations().call("ResetNoAnswerFromGeneratorError", {});
     ASSERT_TRUE(application->input().click(application->link()["cmbAutocalConfirm"]));
     wait(10'000);
-    EXPECT_EQ(signs().status.silence(), "No answer for 14 s");
+    EXPECT_EQ(signs().status.line().words, "COM1: no answer for 14 s");
     application->link().setPortOpen(false);
     wait(2000);
-    EXPECT_EQ(signs().status.silence(), "") << "nobody was asked";
+    EXPECT_EQ(signs().status.line().words, "COM1: closed") << "nobody was asked";
 }
 
 TEST_F(SignsTest, LongWorkIsCountedBesideThePrompt) {
     const auto stands = [this](const char* doing, const char* howFar, Milliseconds after = 0) {
         wait(after);
-        EXPECT_EQ(signs().status.doing(), doing);
+        EXPECT_EQ(signs().status.doing().words, doing);
         EXPECT_EQ(signs().status.howFar(), howFar);
         EXPECT_EQ(signs().status.counting(), *howFar != 0 && std::string_view(howFar).find(':') != 9);
     };
     stands("", "");
     click("cmbReadExposureCounters");
-    stands("", "0 of 3", 2500);
+    stands("Reading Exposure Counters", "0 of 3", 2500);
     report("TC05");
     report("TC17");
-    stands("", "2 of 3");
+    stands("Reading Exposure Counters", "2 of 3");
     report("TC22");
     stands("", "");
     click("cmbReadExposureCounters");
     click("cmbConfiguration");
-    stands("", "3 s left", 100);
+    stands("Entering Configuration", "3 s left", 100);
     report("ST8"); // takes the prompt away
-    stands("Entering Configuration ...", "2 s left", 1000);
+    stands("Entering Configuration", "2 s left", 1000);
     stands("", "", 3000);
     report("ST1");
     report("ST2");
-    stands("Reading the settings ...", "10 s left", 5000);
+    stands("Reading the settings", "10 s left", 5000);
     stands("", "", 10'000);
     report("ST6");
     report("ST9");
@@ -204,7 +206,155 @@ TEST_F(SignsTest, LongWorkIsCountedBesideThePrompt) {
     }
     stands("", "Exposures: 2", 5000);
     click("cmbClose");
-    stands("", "20 s left", 1500);
+    stands("Exiting Auto Calibration", "20 s left", 1500);
+}
+
+/// Its words behind a sign of how they are meant.
+std::string told(const StatusField& field) {
+    constexpr std::array<std::string_view, 8> kSigns{"", "?", "+", "~", "#", "*", "!", "!!"};
+    return std::string(kSigns.at(static_cast<std::size_t>(field.tone))) + field.words;
+}
+
+TEST_F(SignsTest, TheStatusBarTellsWhatIsSo) {
+    const auto silent = [this](Milliseconds time) {
+        machine.port.onWritten = [](std::string_view) {};
+        wait(time);
+    };
+    const auto close = [this] { application->link().setPortOpen(false); };
+    const struct {
+        std::function<void()> act;
+        const char* fields; ///< generator, line, X-rays, alarm
+    } rows[] = {
+        {[] {}, "Ready, +COM1, X-rays possible, !"},
+        {[this] { report("DL1\rHL1"); }, "Ready, +COM1, !No X-rays: Door open +1, !"},
+        {[this] { report("DL0\rHL0\rST3"); }, "Preparation, +COM1, X-rays possible, !"},
+        {[this] { report("ST4"); }, "*Exposure, +COM1, *X-RAYS ON, !"},
+        {[this] { report("ST5"); }, "*Exposure, +COM1, *X-RAYS ON, !"},
+        {[this] { report("ST10"); }, "!Tube too hot, +COM1, *X-RAYS ON, !"}, // as the lamp, which stays lit
+        {[this] { report("ST2\rST10"); }, "!Tube too hot, +COM1, #No X-rays, !"},
+        {[this] { report("ST7\rER12"); }, "!!Error, +COM1, #No X-rays, !!Error 12"},
+        // Reported in Ready it says nothing of X-rays.
+        {[this] { report("ST2"); }, "Ready, +COM1, ?X-rays unknown, !!Error 12"},
+        {[this] { report("AR0"); }, "Ready, +COM1, X-rays possible, !"},
+        {[this] { report("AR1"); }, "Ready, +COM1, X-rays possible, !EXPOSURE ABORTED BY BACK-UP TIMER"},
+        {[this] {
+             report("AR0");
+             press("cmbClose");
+         },
+         "Ready, +COM1, #X-rays held back, !"},
+        {[this] { application->input().release(control("cmbClose"), false); },
+         "Ready, +COM1, X-rays possible, !"},
+        {[this] { machine.port.setGone(true); }, "Ready, !!COM1 is gone, X-rays possible, !"},
+        {[&] {
+             machine.port.setGone(false);
+             silent(6000);
+         },
+         "?Ready, !COM1: no answer for 6 s, ?X-rays unknown, !"},
+        {[&] { silent(60'000); },
+         "?Not known, !!COM1: no answer for 66 s, ?X-rays unknown, !!Communications ERROR"},
+        {[this] { report("ST1"); }, "~Powering Up, +COM1, ?X-rays unknown, !"},
+        {close, "?Not known, !COM1: closed, ?X-rays unknown, !"},
+        {[this] {
+             machine.port.setFailing(1, true);
+             machine.port.setFailure("COM1: /dev/ttyUSB0: No such file or directory");
+             application->link().setPortOpen(true);
+         },
+         "?Not known, !!COM1: not open, ?X-rays unknown, !!COM1: /dev/ttyUSB0: No such file or directory"},
+        {close, "?Not known, !COM1: closed, ?X-rays unknown, !"},
+        {[this] {
+             application->link().setPortOpen(true);
+             machine.port.arrive(1);
+         },
+         "?Not known, ?COM1: Nothing heard yet, ?X-rays unknown, !"},
+        {[this] { report("ST2"); }, "Ready, +COM1, X-rays possible, !"},
+    };
+    for (const auto& row : rows) {
+        row.act();
+        const StatusLine& status = signs().status;
+        EXPECT_EQ(told(status.generator()) + ", " + told(status.line()) + ", " + told(status.rays()) + ", " +
+                      told(status.alarm()),
+                  row.fields);
+    }
+}
+
+TEST_F(SignsTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
+    report("ST8\rWS1");
+    wait(500);
+    Control& key = application->link().at("cmbWS", 4);
+    const Control& field = application->link()["txtCfgTube"];
+    const auto press = [&] {
+        ASSERT_TRUE(application->input().click(key));
+        wait(2000); // acknowledged
+        EXPECT_TRUE(signs().pending.waits(key) && signs().pending.outdated(field));
+        EXPECT_EQ(signs().status.doing().words, "WS5: waiting for the report");
+    };
+    const std::pair<const char*, std::function<void()>> rows[] = {
+        {"reported", [this] { report("WS5"); }},
+        {"another one is reported", [this] { report("WS2"); }},
+        {"another phase",
+         [this] {
+             report("ST7");
+             report("ST8");
+         }},
+        {"given up", [this] { wait(9000); }},
+    };
+    for (const auto& [why, ends] : rows) {
+        report("WS1");
+        press();
+        ends();
+        EXPECT_FALSE(signs().pending.waits(key) || signs().pending.outdated(field)) << why;
+        EXPECT_EQ(signs().status.doing().words, "") << why;
+    }
+}
+
+TEST_F(SignsTest, AChangedCalibrationValueIsToldUntilItIsStored) {
+    report("ST6\rMA0100\rCV1234");
+    wait(500);
+    ControlHost& link = application->link();
+    const auto change = [&] { ASSERT_TRUE(application->input().slide(link["sldCalValue"], 2000)); };
+    const auto store = [&] { ASSERT_TRUE(application->input().click(link["cmbStoreCalValue"])); };
+    const auto says = [this](const char* words) { EXPECT_EQ(signs().status.doing().words, words); };
+    const char* const changed = "Calibration value changed, not stored";
+    const char* const left = "The calibration value was not stored";
+    change();
+    says(changed);
+    store();
+    says(changed);
+    wait(2000);
+    says("");
+    change();
+    wait(2000);
+    machine.port.onWritten = [](std::string_view) {};
+    store();
+    wait(2500); // given up
+    says(changed);
+    ASSERT_TRUE(application->input().click(link["cmbMACalUp"])); // another station
+    says(left);
+    change();
+    says(changed);
+    report("ST2");
+    says(left);
+}
+
+TEST_F(SignsTest, ExposuresAreCountedWithTheirValues) {
+    const auto expose = [this] { report("ST3\rST4\rST2\rPD050062.500125"); };
+    expose();
+    click("cmbManualCalibration");
+    click("SelWSCal", "cmdOK");
+    wait(3000);
+    report("ST6");
+    wait(3000);
+    click("cmbGoToUserMode");
+    wait(2000);
+    report("ST2");
+    wait(12'000);
+    ASSERT_TRUE(application->console().session().lent());
+    EXPECT_EQ(signs().status.howFar(), "Exposures: 0");
+    expose();
+    EXPECT_EQ(signs().status.howFar(), "Exposures: 1");
+    EXPECT_EQ(signs().exposures.count(), 2);
+    ASSERT_EQ(signs().exposures.last().size(), 2U);
+    EXPECT_EQ(signs().exposures.last().front().values, "500 mA  125 ms  62.5 mAs");
 }
 
 } // namespace

@@ -173,15 +173,15 @@ TEST(SendQueue, SearchesOnlyWhileTheTailHasNotWrapped) {
     const auto message = [](const std::string& text) { return QueuedMessage{text, 2, 350, false, 7}; };
     for (int i = 0; i < 99; ++i) {
         queue.enqueue(message("x"));
-        queue.dequeue();
+        queue.dequeue(true);
     }
     queue.enqueue(message("a")); // index 99: the tail is 0 now, below the head
     EXPECT_EQ(queue.queued(message("a")), 0U);
     queue.enqueue(message("b"));
-    queue.dequeue();
+    queue.dequeue(true);
     EXPECT_EQ(queue.queued(message("b")), 7U);
     EXPECT_EQ(queue.front().Message, "b");
-    queue.dequeue();
+    queue.dequeue(true);
     EXPECT_EQ(queue.front().Message, "");
     EXPECT_EQ(queue.front().Timeout, 0);
 }

@@ -66,15 +66,35 @@ TEST_F(StatusPollTest, OpensOnDemandAndReportsAPortThatDoesNotOpen) {
     advance(5000);
     EXPECT_TRUE(takeTimeline().empty());
 
-    platform.port.setFailing(2, false);
+    int arrived = 0;
+    link.portArrived().connect([&arrived] { ++arrived; });
+    for (const bool byItself : {false, true}) {
+        if (byItself) {
+            platform.port.setFailing(2, true);
+            link.setPortOpen(true);
+            platform.port.arrive(2);
+        } else {
+            platform.port.setFailing(2, false);
+            link.setPortOpen(true);
+        }
+        EXPECT_TRUE(link.PortOpen());
+        EXPECT_EQ(arrived, byItself ? 1 : 0);
+        EXPECT_EQ(link["cmbCommOnOff"].caption(), "OFF");
+        EXPECT_EQ(link["cmbCommOnOff"].backColour(), kActiveColour);
+        EXPECT_EQ(platform.store.read("", "TorvaneSerial", "Port"), "2");
+        takeTimeline();
+        advance(2000);
+        EXPECT_FALSE(takeTimeline().empty()) << "it is polled";
+        link.setPortOpen(false);
+        EXPECT_EQ(link["cmbCommOnOff"].caption(), "ON");
+        EXPECT_TRUE(link["cmbCommPort"].enabled());
+    }
+    // Another line is being chosen: the one that was asked for comes too late.
+    platform.port.setFailing(2, true);
     link.setPortOpen(true);
-    EXPECT_TRUE(link.PortOpen());
-    EXPECT_EQ(link["cmbCommOnOff"].caption(), "OFF");
-    EXPECT_EQ(link["cmbCommOnOff"].backColour(), kActiveColour);
-    EXPECT_EQ(platform.store.read("", "TorvaneSerial", "Port"), "2");
-    link.setPortOpen(false);
-    EXPECT_EQ(link["cmbCommOnOff"].caption(), "ON");
-    EXPECT_TRUE(link["cmbCommPort"].enabled());
+    link.settings().port = 3;
+    platform.port.arrive(2);
+    EXPECT_FALSE(link.PortOpen() || platform.port.isOpen());
 }
 
 } // namespace

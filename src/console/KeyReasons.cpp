@@ -1,0 +1,216 @@
+#include "console/KeyReasons.h"
+
+#include <algorithm>
+#include <array>
+
+#include "link/LinkSilence.h"
+#include "panel/KeyNeeds.h"
+
+namespace quillon {
+
+namespace {
+
+using T = ConsoleTexts;
+
+struct HindranceText {
+    Hindrance hindrance;
+    std::string T::*text;
+};
+constexpr std::array kHindranceTexts{
+    HindranceText{Hindrance::NoAction, &T::sWhyNoAction},
+    HindranceText{Hindrance::NotDigital, &T::sWhyNotDigital},
+    HindranceText{Hindrance::NoField, &T::sWhyNoField},
+    HindranceText{Hindrance::NoDensity, &T::sWhyNoDensity},
+    HindranceText{Hindrance::NoBrightness, &T::sWhyNoBrightness},
+    HindranceText{Hindrance::FixedKVP, &T::sWhyFixedKVP},
+    HindranceText{Hindrance::NoNumber, &T::sWhyNoNumber},
+};
+
+/// It is there to send something.
+bool isKey(const Control& control) {
+    return (control.kind() == Kind::Button && !control.lamp()) || control.kind() == Kind::Slider;
+}
+
+} // namespace
+
+bool KeyReasons::shutOff(const Control& key) {
+    for (const Control* at = &key; at != nullptr; at = at->container()) {
+        if (at->locked()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// In this mode the key does something, if the command with which it begins is let out.
+bool KeyReasons::allowsInMode(Key key) const {
+    struct Row {
+        Key key;
+        Phase mode;
+        std::string_view asks;
+    };
+    // clang-format off
+    static constexpr std::array kRows{
+        Row{Key::Configuration,     Phase::NormalOperation, "CF"},
+        Row{Key::Configuration,     Phase::Configuration,   "CF"},
+        Row{Key::ManualCalibration, Phase::NormalOperation, "CA"},
+        Row{Key::ManualCalibration, Phase::Calibration,     "CA"},
+        Row{Key::Autocalibration,   Phase::NormalOperation, "CA"},
+        Row{Key::Autocalibration,   Phase::Autocalibration, "CAU"},
+        Row{Key::ReadCounters,      Phase::NormalOperation, "TC"},
+        Row{Key::GoToUserMode,      Phase::Calibration,     "CA"},
+        Row{Key::Close,             Phase::NormalOperation, "CA"}, // back from the users
+        Row{Key::Close,             Phase::Configuration,   "CF"},
+        Row{Key::Close,             Phase::Calibration,     "CA"},
+        Row{Key::Close,             Phase::Autocalibration, "CAU"},
+    };
+    // clang-format on
+    const auto row = std::find_if(kRows.begin(), kRows.end(), [this, key](const Row& each) {
+        return each.key == key && each.mode == session_.mode();
+    });
+    if (row == kRows.end()) {
+        return false;
+    }
+    // A calibration that asks, or tells a result, is left by way of the autocalibration.
+    const bool asks = row->mode == Phase::Calibration && session_.lastPhase() >= Phase::ConfirmDismiss;
+    return context_.link.allows(asks ? "CAU" : row->asks);
+}
+
+bool KeyReasons::consoleKeyIsDead(const Control& key) const {
+    const auto name = std::find(kKeyNames.begin(), kKeyNames.end(), key.name());
+    if (name == kKeyNames.end() || *name == nameOf(Key::LinkControl)) {
+        return session_.is(Run::Closing);
+    }
+    switch (const Key known{static_cast<std::uint8_t>(name - kKeyNames.begin())}) {
+    case Key::Close:
+        return closeIsDead();
+    case Key::ResetError: // there it resets nothing that does not stand
+        return session_.lastPhase() == Phase::Configuration && context_.console["lblError"].caption().empty();
+    case Key::ReadCounters:
+        return session_.is(Run::Closing) || !(session_.countersActive() || allowsInMode(known));
+    case Key::ManualCalibration:
+    case Key::GoToUserMode:
+        return session_.is(Run::Closing) || session_.is(Run::EnteringAutocalibration) || !allowsInMode(known);
+    default:
+        return session_.is(Run::Closing) || !allowsInMode(known);
+    }
+}
+
+/// It begins with the command that leaves the mode. Out of none, and where nobody answers, the program ends
+/// without one; and what has waited for too long is given up without one.
+bool KeyReasons::closeIsDead() const {
+    const Phase mode = session_.mode();
+    if (session_.is(Run::Closing)) {
+        return true;
+    }
+    if (session_.isLost() || session_.poweringUp() ||
+        (session_.canGiveUp() && mode != Phase::Autocalibration)) {
+        return false;
+    }
+    if (answerOf(session_.run(), Way::CloseKey) == Answer::Waits && mode != Phase::Configuration &&
+        mode != Phase::Autocalibration) {
+        return true;
+    }
+    return (isServiceMode(mode) || session_.lent()) && !allowsInMode(Key::Close);
+}
+
+Hindrance KeyReasons::hindrance(const Control& key) const {
+    if (key.host() == &context_.link) {
+        return context_.link.hindrance(key);
+    }
+    if (key.host() != &context_.console) {
+        return Hindrance::None;
+    }
+    return consoleKeyIsDead(key) ? Hindrance::Phase : context_.needs.of(key);
+}
+
+bool KeyReasons::keepsBack(const Control& key) const {
+    return isKey(key) && key.offered() && (key.keptBack() || hindrance(key) != Hindrance::None);
+}
+
+std::string KeyReasons::whyPhase() const {
+    const ConsoleTexts& texts = context_.texts;
+    const Phase phase = session_.lastPhase();
+    if (isExposure(phase)) {
+        return texts.sWhyExposure;
+    }
+    if (phase == Phase::Error) {
+        return texts.sWhyError;
+    }
+    if (phase == Phase::TubeTooHot) {
+        return texts.sStateTubeTooHot;
+    }
+    if (phase == Phase::ConfirmDismiss) {
+        return texts.sWhyQuestion;
+    }
+    return {};
+}
+
+/// What the key's own row asks for; empty where that is not it.
+std::string KeyReasons::whyOf(Hindrance hindrance) const {
+    const auto row =
+        std::find_if(kHindranceTexts.begin(), kHindranceTexts.end(),
+                     [hindrance](const HindranceText& each) { return each.hindrance == hindrance; });
+    return row == kHindranceTexts.end() ? std::string() : context_.texts.*row->text;
+}
+
+std::string KeyReasons::whyState(const Control& key) const {
+    const ConsoleTexts& texts = context_.texts;
+    if (session_.isLost() || context_.link.silence().quiet() || !context_.link.silence().everHeard()) {
+        return texts.sWhyUnheard;
+    }
+    if (session_.poweringUp()) {
+        return texts.sPoweringUp;
+    }
+    if (session_.is(Run::Closing)) {
+        return texts.sClosing;
+    }
+    if (session_.waits()) {
+        return texts.sPleaseWait;
+    }
+    if (std::string phase = whyPhase(); !phase.empty()) {
+        return phase;
+    }
+    if (context_.console.timer("tmrWaitRefresh").running() ||
+        context_.console.timer("tmrWaitStartGenerator").running()) {
+        return texts.sReadingSettings;
+    }
+    if (std::string own = whyOf(hindrance(key)); !own.empty()) {
+        return own;
+    }
+    if (isServiceMode(session_.mode())) {
+        const Key mode = session_.mode() == Phase::Configuration ? Key::Configuration
+                         : session_.mode() == Phase::Calibration ? Key::ManualCalibration
+                                                                 : Key::Autocalibration;
+        return ConsoleTexts::filled(key.host() == &context_.link ? texts.sWhyNotIn : texts.sWhyMode,
+                                    {std::string_view(context_.console[nameOf(mode)].caption())});
+    }
+    return texts.sWhyNotNow;
+}
+
+std::string KeyReasons::why(const Control& key) const {
+    if (!isKey(key)) {
+        return {};
+    }
+    if (shutOff(key)) {
+        return context_.texts.sWhyPanel;
+    }
+    if (key.keptBack()) {
+        return context_.texts.sWhyError;
+    }
+    for (const Control* at = &key; at != nullptr; at = at->container()) {
+        if (at->has(Property::Enabled) && !at->enabled()) {
+            return whyState(key);
+        }
+    }
+    const Hindrance hindrance = this->hindrance(key);
+    if (hindrance == Hindrance::None) {
+        return {};
+    }
+    const std::string own = whyOf(hindrance);
+    return !own.empty()                            ? own
+           : key.name() == nameOf(Key::ResetError) ? context_.texts.sWhyNoError
+                                                   : whyState(key);
+}
+
+} // namespace quillon
