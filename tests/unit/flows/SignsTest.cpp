@@ -14,7 +14,8 @@ class SignsTest : public FlowTest {
 protected:
     SignsTest() { start(); }
     [[nodiscard]] Signs signs() { return application->signs(); }
-    int changes = 0; ///< outlives the test's own body: the end of the application tells some, too
+    /// Outlives the test: the end of the application tells of changes, too.
+    const std::shared_ptr<int> changes = std::make_shared<int>(0);
 };
 
 TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
@@ -31,8 +32,7 @@ TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
         {{"ST2", "ER12", "AR0", "ER12", "AR1"}, "Ready;Tube heat=12 %;Errors since the start=4;"},
         {{"ST1"}, "Powering Up;Errors since the start=4;"},
     };
-    changes = 0;
-    signs().glance.changed.connect([this] { ++changes; });
+    signs().glance.changed.connect([changes = changes] { ++*changes; });
     for (const auto& row : rows) {
         for (const char* message : row.messages) {
             report(message);
@@ -42,7 +42,7 @@ TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
             lines.append(line.alarm ? "!" : "").append(line.subject + "=" + line.state + ";");
         }
         EXPECT_EQ(lines, row.lines);
-        EXPECT_EQ(std::exchange(changes, 0) > 0, !row.messages.empty());
+        EXPECT_EQ(std::exchange(*changes, 0) > 0, !row.messages.empty());
     }
     std::vector<int> codes;
     for (const SessionError& error : signs().glance.errors()) {
@@ -59,8 +59,8 @@ TEST_F(SignsTest, AKeyWaitsUntilWhatItSentIsAnsweredGivenUpOrThrownAway) {
     machine.port.onWritten = [](std::string_view) {};
     Control& key = application->link()["cmbDfltConfig"];
     Control& other = application->link().at("cmbConfTubeUp");
-    changes = 0;
-    signs().pending.changed.connect([this, &key](const Control* changed) { changes += changed == &key ? 1 : 0; });
+    signs().pending.changed.connect(
+        [changes = changes, &key](const Control* changed) { *changes += changed == &key ? 1 : 0; });
     const struct {
         const char* why;
         std::function<void()> ends;
@@ -79,7 +79,7 @@ TEST_F(SignsTest, AKeyWaitsUntilWhatItSentIsAnsweredGivenUpOrThrownAway) {
     };
     for (const auto& row : rows) {
         application->link().setPortOpen(true);
-        changes = 0;
+        *changes = 0;
         ASSERT_TRUE(application->input().click(key)) << row.why;
         EXPECT_TRUE(signs().pending.waits(key)) << row.why;
         EXPECT_FALSE(signs().pending.waits(other)) << row.why;
@@ -88,7 +88,7 @@ TEST_F(SignsTest, AKeyWaitsUntilWhatItSentIsAnsweredGivenUpOrThrownAway) {
         row.ends();
         wait(1);
         EXPECT_FALSE(signs().pending.waits(key)) << row.why;
-        EXPECT_EQ(changes, 2) << row.why;
+        EXPECT_EQ(*changes, 2) << row.why;
     }
 }
 
@@ -138,11 +138,10 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     wait(500);
     machine.port.onWritten = [](std::string_view) {};
     EXPECT_EQ(signs().status.line().words, "COM1");
-    changes = 0;
-    signs().status.changed.connect([this] { ++changes; });
+    signs().status.changed.connect([changes = changes] { ++*changes; });
     wait(4000);
     EXPECT_EQ(signs().status.line().words, "COM1: no answer for 4 s");
-    EXPECT_GT(changes, 0);
+    EXPECT_GT(*changes, 0);
     EXPECT_TRUE(old("txtPHASE") && old("txtMACal"));
     wait(30'000);
     EXPECT_EQ(signs().status.line().words, "COM1: no answer for 34 s") << "the loss is not told yet";
