@@ -182,7 +182,11 @@ Findings smallTargets(Screen& screen, const Control& form, int finger) {
         const bool typed = control.kind() == Kind::TextBox && !control.readOnly();
         const bool touched = control.kind() == Kind::Button || control.kind() == Kind::List ||
                              control.kind() == Kind::Slider || typed;
-        const QSize reach = touched ? touchedArea(screen, view) : QSize();
+        bool behind = false; // of a panel: nobody is to touch it
+        for (const Control* at = &control; at != nullptr; at = at->container()) {
+            behind = behind || at->locked();
+        }
+        const QSize reach = touched && !behind ? touchedArea(screen, view) : QSize();
         if (!reach.isEmpty() && std::min(reach.width(), reach.height()) < finger) {
             findings.push_back(pathOf(control) + " is " + std::to_string(reach.width()) + " x " +
                                std::to_string(reach.height()));
