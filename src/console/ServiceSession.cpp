@@ -76,6 +76,10 @@ bool ServiceSession::isFree() const {
 
 void ServiceSession::setRun(Run run) {
     run_ = run;
+    if (run == Run::None) {
+        patience_.stop(); // there is nothing left to wait for
+        patienceOver_ = false;
+    }
     changed.raise();
 }
 

@@ -325,8 +325,7 @@ std::string wrongWords(const Facts& facts, Says words) {
         return says(facts, text) ? std::string()
                                  : "the prompt says " + inQuotes(prompt(facts)) + ", not " + inQuotes(text);
     };
-    constexpr Milliseconds kGreeting = 3000;
-    if (says(facts, "POWER UP") && facts.phaseAt <= kGreeting) {
+    if (says(facts, "POWER UP") && facts.phaseAt <= facts.greetedAt) {
         return {}; // nothing was reported since these words came
     }
     switch (words) {
@@ -635,6 +634,9 @@ void Facts::look() {
         runBefore = std::exchange(run, now);
         raysBefore.reset();
         raysTold_ = true; // by that
+    }
+    if (running(*this, "tmrDelayShow")) {
+        greetedAt = now();
     }
     watchPoll();
     watchUsers();

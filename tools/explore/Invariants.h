@@ -64,6 +64,7 @@ public:
     std::set<std::string> held; ///< keys under a finger
     std::string frame;          ///< the last that was written
     std::int32_t phase = 0;     ///< as last reported, 1 to 13; 0 before
+    Milliseconds greetedAt = 0; ///< when the console was about to greet, at the latest
     Milliseconds phaseAt = 0;   ///< when a phase above 1 was reported last
     std::string rays;           ///< the last word to the generator about X-rays
     Run run = Run::None;        ///< what the console does, and
