@@ -12,6 +12,7 @@ namespace quillon {
 namespace {
 
 constexpr int kPatience = 10000; // ms, for a report
+constexpr std::string_view kStoreSID = "cmdSetNewSID";
 
 /// A field, or a key that is lit by a report.
 bool isValue(const Control& control) {
@@ -28,6 +29,7 @@ PendingKeys::PendingKeys(TorvaneSerialV3_07_QLC1& link, ServiceSession& session)
     session_.changed.connect([this] { runChanged(); });
     link.events().WorkstationChange.connect([this](std::int32_t) { askFor(nullptr); });
     link.events().GeneratorPhaseChange.connect([this](Phase) { askFor(nullptr); });
+    link.events().URSSidGetResponse.connect([this](std::int16_t) { replacedIsReported(); });
     patience_.setTick([this] { askFor(nullptr); });
 }
 
@@ -42,6 +44,9 @@ bool PendingKeys::waits(const Control& control) const {
 }
 
 bool PendingKeys::outdated(const Control& control) const {
+    if (&control == replaced_) {
+        return true;
+    }
     return isValue(control) && asked_ != nullptr && liesOn(&control, link_) &&
            !liesOn(&control, link_["fraStatus"]);
 }
@@ -68,9 +73,26 @@ void PendingKeys::askFor(const Control* workstation) {
     }
 }
 
+void PendingKeys::replace(const Control* value) {
+    for (const Control* one : {std::exchange(replaced_, value), value}) {
+        if (one != nullptr) {
+            changed.raise(one);
+        }
+    }
+}
+
+/// A report that comes while the new value still stands in the queue tells the one before.
+void PendingKeys::replacedIsReported() {
+    const bool queued = std::any_of(waiting_.begin(), waiting_.end(),
+                                    [](const auto& one) { return one.second->name() == kStoreSID; });
+    if (!queued) {
+        replace(nullptr);
+    }
+}
+
 void PendingKeys::forget(const Control& control) {
     std::erase_if(waiting_, [&control](const auto& one) { return liesOn(one.second, control); });
-    for (const Control** one : {&asked_, &began_, &shown_}) {
+    for (const Control** one : {&asked_, &replaced_, &began_, &shown_}) {
         *one = liesOn(*one, control) ? nullptr : *one;
     }
 }
@@ -80,6 +102,9 @@ void PendingKeys::handedOver(std::uint32_t ticket) {
         waiting_.emplace(ticket, key);
         if (key->name() == "cmbWS" && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {
             askFor(key);
+        }
+        if (key->name() == kStoreSID) {
+            replace(&(*key->host())["TxtStoredSID"]);
         }
         changed.raise(key);
         sent.raise(key);

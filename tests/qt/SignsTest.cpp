@@ -31,6 +31,20 @@ TEST(Signs, AValueFromBeforeTheSilenceLooksOldUntilItIsReported) {
     EXPECT_NE(lookOf(*stage, "link.txtMACal"), old);
 }
 
+TEST(Signs, AReplacedSIDLooksOldUntilItIsReportedAndTheWayBackIsLit) {
+    const auto stage = sceneNamed("remote").staged(QSize(1012, 756));
+    const QImage lit = lookOf(*stage, "cmdMultiRoom");
+    const QImage stored = lookOf(*stage, "TxtStoredSID");
+    stage->click("cmdSetNewSID");
+    stage->wait(1000);
+    EXPECT_NE(lookOf(*stage, "TxtStoredSID"), stored);
+    stage->report("URSSG1250");
+    EXPECT_EQ(lookOf(*stage, "TxtStoredSID"), stored);
+    stage->click("cmdMultiRoom");
+    stage->wait(2000); // what it sent is acknowledged
+    EXPECT_NE(lookOf(*stage, "cmdMultiRoom"), lit);
+}
+
 TEST(Signs, APressInVainIsToldAtTheFootAndBeginsNothing) {
     const struct {
         const char* scene;
