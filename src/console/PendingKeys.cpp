@@ -1,6 +1,7 @@
 #include "console/PendingKeys.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -14,9 +15,16 @@ namespace {
 constexpr int kPatience = 10000; // ms, for a report
 constexpr std::string_view kStoreSID = "cmdSetNewSID";
 
-/// A field, or a key that is lit by a report.
+constexpr std::string_view kWorkstation = "cmbWS";
+/// What the names of keys begin with that are lit by a report.
+constexpr std::array<std::string_view, 12> kLitByReport{
+    kWorkstation,      "cmbAECField",      "cmbAECFilmScreen",   "cmbAECDensity",
+    "cmbDAECDensity",  "cmbDigitalAEC",    "cmbPhotomultiplier", "cmbFlMag",
+    "cmbFlContinuous", "cmbFlKVPTracking", "cmbToggleABS",       "cmbFlHighDose"};
+
+/// What it holds belongs to a workstation.
 bool isValue(const Control& control) {
-    return control.role() == Role::Field || control.name().starts_with("cmbAECField");
+    return control.name() != kWorkstation && PendingKeys::isReported(control);
 }
 
 } // namespace
@@ -41,6 +49,13 @@ bool PendingKeys::waits(const Control& control) const {
     return &control == shown_ || &control == asked_ ||
            std::any_of(waiting_.begin(), waiting_.end(),
                        [&control](const auto& one) { return one.second == &control; });
+}
+
+bool PendingKeys::isReported(const Control& control) {
+    return control.role() == Role::Field ||
+           (control.kind() == Kind::Button &&
+            std::any_of(kLitByReport.begin(), kLitByReport.end(),
+                        [&control](std::string_view name) { return control.name().starts_with(name); }));
 }
 
 bool PendingKeys::outdated(const Control& control) const {
@@ -100,7 +115,7 @@ void PendingKeys::forget(const Control& control) {
 void PendingKeys::handedOver(std::uint32_t ticket) {
     if (const Control* key = hand()) {
         waiting_.emplace(ticket, key);
-        if (key->name() == "cmbWS" && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {
+        if (key->name() == kWorkstation && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {
             askFor(key);
         }
         if (key->name() == kStoreSID) {

@@ -26,6 +26,8 @@ public:
     /// The key of the workstation that was asked for and is not reported yet; empty for none. It is given up
     /// after some seconds.
     [[nodiscard]] const Control* asked() const { return asked_; }
+    /// A field, or a key that is lit by a report.
+    [[nodiscard]] static bool isReported(const Control& control);
     /// A value of the workstation that is being left, or one in whose place another was stored.
     [[nodiscard]] bool outdated(const Control& control) const;
     /// The control, and what lies on it, is being taken away.

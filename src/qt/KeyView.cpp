@@ -179,7 +179,7 @@ void KeyView::paintKey(QPainter& painter) const {
             paintBar(painter, edge);
         }
     }
-    if (isOn() && holdsOld()) {
+    if (isOn() && PendingKeys::isReported(control()) && holdsOld()) {
         paintOld(painter, place.adjusted(4, 4, -4, -4));
     }
     if (!sign().empty()) {
