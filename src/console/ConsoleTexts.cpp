@@ -85,6 +85,7 @@ constexpr std::array kTexts{
     TextRow{"sValueNotStored",             &T::sValueNotStored,            "Calibration value changed, not stored"},
     TextRow{"sValueLeft",                  &T::sValueLeft,                 "The calibration value was not stored"},
     TextRow{"sNotStored",                  &T::sNotStored,                 "changed, not stored"},
+    TextRow{"sBackBy",                     &T::sBackBy,                    "Back: %1"},
     // Why a key does nothing, behind its words and a colon
     TextRow{"sWhyError",                   &T::sWhyError,                  "reset the error first"},
     TextRow{"sWhyNoError",                 &T::sWhyNoError,                "no error stands"},

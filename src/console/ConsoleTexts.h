@@ -69,6 +69,7 @@ struct ConsoleTexts {
     std::string sValueNotStored;
     std::string sValueLeft;
     std::string sNotStored;
+    std::string sBackBy;
     std::string sWhyError;
     std::string sWhyNoError;
     std::string sWhyExposure;

@@ -105,7 +105,7 @@ void OrlaPositioner::toggle() {
     if (m_OrlaActive) {
         session_.restScreen().closeScreen();
     } else if (!session_.is(Run::Closing)) {
-        session_.openScreen([this] { show(false); });
+        session_.openScreen(console_["cmdOrla"], [this] { show(false); });
         show(true);
     }
 }

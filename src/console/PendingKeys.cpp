@@ -1,6 +1,7 @@
 #include "console/PendingKeys.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -12,10 +13,18 @@ namespace quillon {
 namespace {
 
 constexpr int kPatience = 10000; // ms, for a report
+constexpr std::string_view kStoreSID = "cmdSetNewSID";
 
-/// A field, or a key that is lit by a report.
+constexpr std::string_view kWorkstation = "cmbWS";
+/// What the names of keys begin with that are lit by a report.
+constexpr std::array<std::string_view, 12> kLitByReport{
+    kWorkstation,      "cmbAECField",      "cmbAECFilmScreen",   "cmbAECDensity",
+    "cmbDAECDensity",  "cmbDigitalAEC",    "cmbPhotomultiplier", "cmbFlMag",
+    "cmbFlContinuous", "cmbFlKVPTracking", "cmbToggleABS",       "cmbFlHighDose"};
+
+/// What it holds belongs to a workstation.
 bool isValue(const Control& control) {
-    return control.role() == Role::Field || control.name().starts_with("cmbAECField");
+    return control.name() != kWorkstation && PendingKeys::isReported(control);
 }
 
 } // namespace
@@ -28,6 +37,7 @@ PendingKeys::PendingKeys(TorvaneSerialV3_07_QLC1& link, ServiceSession& session)
     session_.changed.connect([this] { runChanged(); });
     link.events().WorkstationChange.connect([this](std::int32_t) { askFor(nullptr); });
     link.events().GeneratorPhaseChange.connect([this](Phase) { askFor(nullptr); });
+    link.events().URSSidGetResponse.connect([this](std::int16_t) { replacedIsReported(); });
     patience_.setTick([this] { askFor(nullptr); });
 }
 
@@ -41,7 +51,17 @@ bool PendingKeys::waits(const Control& control) const {
                        [&control](const auto& one) { return one.second == &control; });
 }
 
+bool PendingKeys::isReported(const Control& control) {
+    return control.role() == Role::Field ||
+           (control.kind() == Kind::Button &&
+            std::any_of(kLitByReport.begin(), kLitByReport.end(),
+                        [&control](std::string_view name) { return control.name().starts_with(name); }));
+}
+
 bool PendingKeys::outdated(const Control& control) const {
+    if (&control == replaced_) {
+        return true;
+    }
     return isValue(control) && asked_ != nullptr && liesOn(&control, link_) &&
            !liesOn(&control, link_["fraStatus"]);
 }
@@ -68,9 +88,26 @@ void PendingKeys::askFor(const Control* workstation) {
     }
 }
 
+void PendingKeys::replace(const Control* value) {
+    for (const Control* one : {std::exchange(replaced_, value), value}) {
+        if (one != nullptr) {
+            changed.raise(one);
+        }
+    }
+}
+
+/// A report that comes while the new value still stands in the queue tells the one before.
+void PendingKeys::replacedIsReported() {
+    const bool queued = std::any_of(waiting_.begin(), waiting_.end(),
+                                    [](const auto& one) { return one.second->name() == kStoreSID; });
+    if (!queued) {
+        replace(nullptr);
+    }
+}
+
 void PendingKeys::forget(const Control& control) {
     std::erase_if(waiting_, [&control](const auto& one) { return liesOn(one.second, control); });
-    for (const Control** one : {&asked_, &began_, &shown_}) {
+    for (const Control** one : {&asked_, &replaced_, &began_, &shown_}) {
         *one = liesOn(*one, control) ? nullptr : *one;
     }
 }
@@ -78,8 +115,11 @@ void PendingKeys::forget(const Control& control) {
 void PendingKeys::handedOver(std::uint32_t ticket) {
     if (const Control* key = hand()) {
         waiting_.emplace(ticket, key);
-        if (key->name() == "cmbWS" && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {
+        if (key->name() == kWorkstation && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {
             askFor(key);
+        }
+        if (key->name() == kStoreSID) {
+            replace(&(*key->host())["TxtStoredSID"]);
         }
         changed.raise(key);
         sent.raise(key);

@@ -26,7 +26,9 @@ public:
     /// The key of the workstation that was asked for and is not reported yet; empty for none. It is given up
     /// after some seconds.
     [[nodiscard]] const Control* asked() const { return asked_; }
-    /// A value of the workstation that is being left.
+    /// A field, or a key that is lit by a report.
+    [[nodiscard]] static bool isReported(const Control& control);
+    /// A value of the workstation that is being left, or one in whose place another was stored.
     [[nodiscard]] bool outdated(const Control& control) const;
     /// The control, and what lies on it, is being taken away.
     void forget(const Control& control);
@@ -41,6 +43,8 @@ private:
     void leftQueue(std::uint32_t ticket, bool done);
     void runChanged();
     void askFor(const Control* workstation);
+    void replace(const Control* value);
+    void replacedIsReported();
     [[nodiscard]] const Control* hand() const { return hand_ ? hand_() : nullptr; }
 
     TorvaneSerialV3_07_QLC1& link_;
@@ -48,7 +52,8 @@ private:
     std::function<const Control*()> hand_;
     std::multimap<std::uint32_t, const Control*> waiting_; ///< by ticket: more than one may want the same
     const Control* asked_ = nullptr;
-    Timer patience_; ///< for the report of what was asked for
+    Timer patience_;                    ///< for the report of what was asked for
+    const Control* replaced_ = nullptr; ///< shows what was stored before, until the new one is reported
     const Control* began_ = nullptr;
     const Control* shown_ = nullptr; ///< waits for the run as it was told last
 };

@@ -109,7 +109,7 @@ void RemotePositioner::toggle() {
     if (m_RemoteActive) {
         session_.restScreen().closeScreen();
     } else if (!session_.is(Run::Closing)) {
-        session_.openScreen([this] { close(); });
+        session_.openScreen(console_["cmdMultiRoom"], [this] { close(); });
         open();
     }
 }

@@ -129,17 +129,21 @@ void RestScreen::showPositionerKey(bool visible) {
     }
 }
 
-void RestScreen::openScreen(Keys keys, std::function<void()> close) {
+void RestScreen::openScreen(Keys keys, const Control& wayBack, std::function<void()> close) {
     std::vector<Control*> taken;
     keys.each([&](Key key) { taken.push_back(&context_.console[nameOf(key)]); });
     screenLock_ = ControlLock(std::move(taken));
     screenClose_ = std::move(close);
+    wayBack_ = &wayBack;
+    screenChanged.raise();
 }
 
 void RestScreen::closeScreen() {
     screenLock_.release();
+    wayBack_ = nullptr;
     if (const auto close = std::exchange(screenClose_, {})) {
         close();
+        screenChanged.raise();
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "console/ConsoleContext.h"
 #include "console/Standing.h"
+#include "runtime/Signal.h"
 #include "ui/ControlLock.h"
 
 namespace quillon {
@@ -32,10 +33,14 @@ public:
     /// with it.
     void showPositionerKey(bool visible);
 
-    /// A screen of its own takes these keys away. One screen at a time; `close` is called when it goes,
-    /// whatever takes it away.
-    void openScreen(Keys keys, std::function<void()> close);
+    /// A screen of its own, which `wayBack` opens and closes, takes these keys away. One screen at a time;
+    /// `close` is called when it goes, whatever takes it away.
+    void openScreen(Keys keys, const Control& wayBack, std::function<void()> close);
     void closeScreen();
+    /// The key that closes the screen of its own; empty while none is open.
+    [[nodiscard]] const Control* wayBack() const { return wayBack_; }
+
+    Signal<> screenChanged; ///< one has opened or closed
 
 private:
     void showArea(const StandingRow& row);
@@ -44,6 +49,7 @@ private:
     ConsoleScreen screen_;
     ControlLock screenLock_;
     std::function<void()> screenClose_;
+    const Control* wayBack_ = nullptr;
     bool positionerKeyAway_ = false;
 };
 

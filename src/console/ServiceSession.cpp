@@ -467,13 +467,13 @@ void ServiceSession::lost() {
     loan_.takeBack();
 }
 
-void ServiceSession::openScreen(std::function<void()> close) {
+void ServiceSession::openScreen(const Control& wayBack, std::function<void()> close) {
     restScreen_.closeScreen();
     const bool offered = context_.console[nameOf(Key::ManualCalibration)].offered();
     if (!isServiceMode(mode_)) { // there they are the mode's
         kModeKeys.each([&](Key key) { context_.console[nameOf(key)].setEnabled(offered); });
     }
-    restScreen_.openScreen(kModeKeys, std::move(close));
+    restScreen_.openScreen(kModeKeys, wayBack, std::move(close));
 }
 
 } // namespace quillon

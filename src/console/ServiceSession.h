@@ -111,13 +111,15 @@ public:
     void lost();
 
     /// A screen of its own keeps the mode keys: first the other three follow cmbManualCalibration, then all
-    /// four are locked. One screen at a time; `close` is called when it goes, whatever takes it away.
-    void openScreen(std::function<void()> close);
+    /// four are locked. `wayBack` opens and closes it. One screen at a time; `close` is called when it goes,
+    /// whatever takes it away.
+    void openScreen(const Control& wayBack, std::function<void()> close);
 
     Signal<> began;   ///< another run, in the place of what ran before
     Signal<> changed; ///< what is done, or the phase, or what one of its moments gave
 
     [[nodiscard]] RestScreen& restScreen() { return restScreen_; }
+    [[nodiscard]] const RestScreen& restScreen() const { return restScreen_; }
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
     /// X-rays are allowed, or will be with the next report of a phase at rest.

@@ -66,6 +66,7 @@ StatusLine::StatusLine(ConsoleContext& context, ServiceSession& session, const S
     const auto tell = [this](const auto&...) { changed.raise(); };
     LinkEvents& events = context_.link.events();
     session.changed.connect(tell);
+    session.restScreen().screenChanged.connect(tell);
     context_.link.silence().changed.connect(tell);
     events.ExposureCounter.connect(tell);
     events.RXEnable.connect(tell);
@@ -214,6 +215,10 @@ StatusField StatusLine::doing() const {
     if (unsaved_.stands() || unsaved_.wasLeft()) {
         return {unsaved_.stands() ? context_.texts.sValueNotStored : context_.texts.sValueLeft,
                 Tone::Warning};
+    }
+    if (const Control* key = wayBack()) {
+        return {ConsoleTexts::filled(context_.texts.sBackBy, {std::string_view(key->caption())}),
+                Tone::Plain};
     }
     return {};
 }

@@ -44,8 +44,10 @@ public:
     [[nodiscard]] StatusField rays() const;
     /// The error that stands, or the loss.
     [[nodiscard]] StatusField alarm() const;
-    /// What is being waited for.
+    /// What is being waited for; else how a screen of its own is left.
     [[nodiscard]] StatusField doing() const;
+    /// The key that closes the screen of its own that is open; empty while none is.
+    [[nodiscard]] const Control* wayBack() const { return session_.restScreen().wayBack(); }
     /// "2 of 4", "12 s left"; empty when there is nothing to count.
     [[nodiscard]] std::string howFar() const;
 

@@ -265,6 +265,9 @@ void Fluoroscopy::fmessFlMAG(std::string_view value) {
         throw Fault(Fault::kSubscript);
     }
     if (state_.m_FlMagnification[index] == on) {
+        if (index < cmbFlMag_.size()) {
+            confirmState(*cmbFlMag_[index]);
+        }
         return;
     }
     state_.m_FlMagnification[index] = on;

@@ -9,7 +9,11 @@ void bindSwitches(ModelContext& context, std::span<const SwitchRow> rows) {
         Control& key = context.panel[row.key];
         context.decoder.bind(row.handler, [&context, &row, &key](std::string_view value) {
             bool& member = context.state.*row.member;
-            if (!isNumeric(value) || toBoolean(value) == member) {
+            if (!isNumeric(value)) {
+                return;
+            }
+            if (toBoolean(value) == member) {
+                confirmState(key);
                 return;
             }
             member = !member;

@@ -27,4 +27,9 @@ inline void showState(Control& key, bool on) {
     key.setBackColour(on ? kActiveColour : kNormalColour);
 }
 
+/// The same state was reported again: nothing changes but its age.
+inline void confirmState(Control& key) {
+    key.setBackColour(key.backColour());
+}
+
 } // namespace quillon

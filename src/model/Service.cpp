@@ -7,6 +7,7 @@
 #include "link/OutboundTable.h"
 #include "model/CalibrationSlider.h"
 #include "model/Commands.h"
+#include "model/ReportedSwitches.h"
 
 namespace quillon {
 
@@ -184,6 +185,9 @@ void Service::fmessConfWM(std::string_view value) {
 void Service::fmessWorkstation(std::string_view value) {
     const std::int16_t workstation = toInt16(value);
     if (workstation == state_.m_Workstation) {
+        if (Control* key = context_.panel.find("cmbWS", workstation - 1)) {
+            confirmState(*key);
+        }
         return;
     }
     paintWorkstation(state_.m_Workstation, kNormalColour);

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 
+#include "console/PendingKeys.h"
 #include "qt/Convert.h"
 #include "qt/KeyView.h"
 #include "qt/LabelView.h"
@@ -48,6 +49,14 @@ void ControlView::setFocusMark(bool mark) {
             QAccessible::updateAccessibility(&event);
         }
     }
+}
+
+bool ControlView::holdsOld() const {
+    return control_.old() || (signs_ != nullptr && signs_->pending.outdated(control_));
+}
+
+void ControlView::paintOld(QPainter& painter, const QRectF& place) {
+    painter.fillRect(place, QBrush(QColor::fromRgb(kOldHatch), Qt::BDiagPattern));
 }
 
 void ControlView::paintFocusMark(QPainter& painter) const {

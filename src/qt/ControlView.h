@@ -37,6 +37,10 @@ public:
     [[nodiscard]] const Signs* signs() const { return signs_; }
 
 protected:
+    /// What it holds was so before a silence, or before what was just sent, and was not reported since.
+    [[nodiscard]] bool holdsOld() const;
+    /// Over the ground of a plate whose value is old.
+    static void paintOld(QPainter& painter, const QRectF& place);
     /// Where keys, fields and lists draw their plate: the same inset for all, so that their edges line up.
     [[nodiscard]] QRectF facePlace() const { return QRectF(rect()).adjusted(1, 1, -1, -1); }
     void paintFocusMark(QPainter& painter) const;

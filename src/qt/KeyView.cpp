@@ -7,6 +7,7 @@
 
 #include "console/KeyReasons.h"
 #include "console/PendingKeys.h"
+#include "console/StatusLine.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
@@ -44,7 +45,12 @@ void KeyView::paintEvent(QPaintEvent* /*event*/) {
 }
 
 bool KeyView::isOn() const {
-    return isHeldLit() || (control().backColour() != kNormalColour && control().role() != Role::Decline);
+    return isHeldLit() || isWayBack() ||
+           (control().backColour() != kNormalColour && control().role() != Role::Decline);
+}
+
+bool KeyView::isWayBack() const {
+    return signs() != nullptr && signs()->status.wayBack() == &control();
 }
 
 bool KeyView::isAlive() const {
@@ -56,7 +62,7 @@ bool KeyView::isKeptBack() const {
 }
 
 void KeyView::reconsider() {
-    const std::pair now(isKeptBack(), KeyReasons::shutOff(control()));
+    const std::tuple now(isKeptBack(), KeyReasons::shutOff(control()), isWayBack());
     if (std::exchange(lookedAt_, now) != now) {
         update();
     }
@@ -110,8 +116,9 @@ bool KeyView::isAlarm() const {
 }
 
 QColor KeyView::face() const {
-    const QColor own =
-        control().role() == Role::Decline ? groundColour(control()) : screenColour(control().backColour());
+    const QColor own = isWayBack()                         ? screenColour(kActiveColour)
+                       : control().role() == Role::Decline ? groundColour(control())
+                                                           : screenColour(control().backColour());
     if (control().lamp()) {
         return isHeldLit() ? lit_ : isOn() ? own : groundColour(control());
     }
@@ -172,8 +179,8 @@ void KeyView::paintKey(QPainter& painter) const {
             paintBar(painter, edge);
         }
     }
-    if (isOn() && signs() != nullptr && signs()->pending.outdated(control())) {
-        painter.fillRect(place.adjusted(4, 4, -4, -4), QBrush(QColor::fromRgb(kOldHatch), Qt::BDiagPattern));
+    if (isOn() && PendingKeys::isReported(control()) && holdsOld()) {
+        paintOld(painter, place.adjusted(4, 4, -4, -4));
     }
     if (!sign().empty()) {
         paintArt(painter, sign(), signPlace(), ink());

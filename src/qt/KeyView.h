@@ -1,6 +1,6 @@
 #pragma once
 
-#include <utility>
+#include <tuple>
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -27,6 +27,8 @@ protected:
 
 private:
     [[nodiscard]] bool isOn() const;
+    /// It closes the screen of its own that is open.
+    [[nodiscard]] bool isWayBack() const;
     /// It was lit a moment ago, and would not have been seen.
     [[nodiscard]] bool isHeldLit() const;
     /// A press comes to nothing.
@@ -53,8 +55,9 @@ private:
     /// It fills while it is held, and is full when it has been held long enough.
     void paintHold(QPainter& painter) const;
 
-    std::pair<bool, bool> lookedAt_{false, false}; ///< kept back and shut off, as it was painted last
-    QElapsedTimer held_;                           ///< since a finger is on it
+    /// Kept back, shut off, and the way back, as it was painted last.
+    std::tuple<bool, bool, bool> lookedAt_{false, false, false};
+    QElapsedTimer held_; ///< since a finger is on it
     QTimer holdShown_;
     Milliseconds litAt_ = 0;
     QColor lit_; ///< of a lamp that was lit a moment ago

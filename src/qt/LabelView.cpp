@@ -4,7 +4,6 @@
 
 #include <QFontMetrics>
 
-#include "console/PendingKeys.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
@@ -64,8 +63,7 @@ QRect LabelView::signPlace() const {
 }
 
 bool LabelView::looksOld() const {
-    return control().role() == Role::Field && !control().caption().empty() &&
-           (control().old() || (signs() != nullptr && signs()->pending.outdated(control())));
+    return control().role() == Role::Field && !control().caption().empty() && holdsOld();
 }
 
 QColor LabelView::ground() const {
@@ -128,8 +126,7 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
     } else if (hasPlate()) {
         paintPlate(painter, facePlace(), ground(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 2);
         if (looksOld()) {
-            painter.fillRect(facePlace().adjusted(2, 2, -2, -2),
-                             QBrush(QColor::fromRgb(kOldHatch), Qt::BDiagPattern));
+            paintOld(painter, facePlace().adjusted(2, 2, -2, -2));
         }
     } else {
         painter.fillRect(rect(), ground());

@@ -72,7 +72,7 @@ void Screen::connectSigns() {
     input_.keepsBack = [this](const Control& control) { return signs_->reasons.keepsBack(control); };
     pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
         if (ControlView* shown = view(*key)) {
-            shown->update();
+            mark(shown->control());
             news_->look();
         }
     });

@@ -59,13 +59,17 @@ void TextView::sync() {
     box.setGeometry(rect().adjusted(7, 3, -7, -4));
     const bool reading = control().readOnly();
     QFont font = consoleFont(control().fontSize(), reading && line_ != nullptr);
-    font.setItalic(reading && control().old());
+    font.setItalic(looksOld());
     box.setFont(font);
-    if (dressed_ != control().backColour()) {
-        dressed_ = control().backColour();
+    const std::pair dress(control().backColour(), looksOld());
+    if (dressed_ != dress) {
+        dressed_ = dress;
         QPalette colours = consolePalette();
-        if (dressed_ != kWindowColour) {
-            colours.setColor(QPalette::Base, screenColour(*dressed_));
+        if (dress.second) {
+            colours.setColor(QPalette::Base, Qt::transparent); // the hatching shows through
+            colours.setColor(QPalette::Text, ink());
+        } else if (dress.first != kWindowColour) {
+            colours.setColor(QPalette::Base, screenColour(dress.first));
         }
         box.setPalette(colours);
     }
@@ -87,6 +91,14 @@ void TextView::sync() {
     }
 }
 
+bool TextView::looksOld() const {
+    return control().readOnly() && !control().text().empty() && holdsOld();
+}
+
+QColor TextView::ink() const {
+    return QColor::fromRgb(isEnabled() && !looksOld() ? kInk : kMutedInk);
+}
+
 QColor TextView::ground() const {
     return isEnabled() ? screenColour(control().backColour()) : groundColour(control());
 }
@@ -99,7 +111,7 @@ std::optional<Words> TextView::words() const {
     return Words{line_->geometry().adjusted(kEditorMargin, 0, -kEditorMargin, 0),
                  line_->text(),
                  line_->font(),
-                 QColor::fromRgb(isEnabled() ? kInk : kMutedInk),
+                 ink(),
                  ground(),
                  line_->alignment()};
 }
@@ -116,6 +128,9 @@ void TextView::paintEvent(QPaintEvent* /*event*/) {
                                : isEnabled() ? kEdge
                                              : kFaintEdge),
                marked ? 3 : 1, 2);
+    if (looksOld()) {
+        paintOld(painter, facePlace().adjusted(2, 2, -2, -2));
+    }
     if (isEnabled() && !marked && !control().readOnly()) {
         painter.fillRect(QRectF(2, height() - 4, width() - 4, 3), QColor::fromRgb(kStrongEdge));
     }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <utility>
+
 #include "qt/ControlView.h"
 
 class QLineEdit;
@@ -23,13 +26,17 @@ protected:
 
 private:
     void makeEditor();
+    /// A reading whose value is old.
+    [[nodiscard]] bool looksOld() const;
     [[nodiscard]] QColor ground() const;
+    [[nodiscard]] QColor ink() const;
     void typed(const QString& text);
 
     Input& input_;
     QLineEdit* line_ = nullptr;
     QPlainTextEdit* lines_ = nullptr;
-    std::optional<Colour> dressed_; ///< the ground that the editor's palette is for
+    std::optional<std::pair<Colour, bool>>
+        dressed_; ///< the ground that the editor's palette is for, and its age
 };
 
 } // namespace quillon

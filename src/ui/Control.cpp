@@ -81,7 +81,9 @@ template <typename T, typename V> bool Control::assign(T& member, V&& value) {
 
 bool Control::reported(Property property) {
     const ReportAge* age = host_ == nullptr ? nullptr : host_->reportAge();
-    if (age == nullptr || !age->reporting || (property != Caption && property != Text && property != Range)) {
+    const bool value = property == Caption || property == Text || property == Range ||
+                       (property == BackColour && kind_ == Kind::Button); // a key's light
+    if (age == nullptr || !age->reporting || !value) {
         return false;
     }
     return std::exchange(reportedIn_, age->time) < age->time;

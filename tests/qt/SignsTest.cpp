@@ -7,7 +7,8 @@
 namespace quillon {
 namespace {
 
-/// Without colour: a sign has to show to an operator who can't tell colours apart.
+/// Without colour: a sign has to show to an operator who can't tell colours
+/// apart.
 QImage lookOf(Stage& stage, std::string_view name) {
     stage.screen().flush();
     return stage.screen().view(stage.control(name))->grab().toImage().convertToFormat(QImage::Format_Mono);
@@ -29,6 +30,35 @@ TEST(Signs, AValueFromBeforeTheSilenceLooksOldUntilItIsReported) {
     const QImage old = lookOf(*stage, "link.txtMACal");
     stage->report("MA0100");
     EXPECT_NE(lookOf(*stage, "link.txtMACal"), old);
+}
+
+TEST(Signs, ALitKeyFromBeforeTheSilenceLooksOldUntilItIsReportedAgain) {
+    const auto stage = sceneNamed("pending-configuration").staged(QSize(1012, 756));
+    stage->report("WS1 FI11");
+    const std::array<std::string_view, 2> keys{"link.cmbWS(0)", "link.cmbAECFieldCenter(1)"};
+    const std::array before{lookOf(*stage, keys[0]), lookOf(*stage, keys[1])};
+    stage->wait(10'000);
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        EXPECT_NE(lookOf(*stage, keys[key]), before[key]);
+    }
+    stage->report("WS1 FI11");
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        EXPECT_EQ(lookOf(*stage, keys[key]), before[key]);
+    }
+}
+
+TEST(Signs, AReplacedSIDLooksOldUntilItIsReportedAndTheWayBackIsLit) {
+    const auto stage = sceneNamed("remote").staged(QSize(1012, 756));
+    const QImage lit = lookOf(*stage, "cmdMultiRoom");
+    const QImage stored = lookOf(*stage, "TxtStoredSID");
+    stage->click("cmdSetNewSID");
+    stage->wait(1000);
+    EXPECT_NE(lookOf(*stage, "TxtStoredSID"), stored);
+    stage->report("URSSG1250");
+    EXPECT_EQ(lookOf(*stage, "TxtStoredSID"), stored);
+    stage->click("cmdMultiRoom");
+    stage->wait(2000); // what it sent is acknowledged
+    EXPECT_NE(lookOf(*stage, "cmdMultiRoom"), lit);
 }
 
 TEST(Signs, APressInVainIsToldAtTheFootAndBeginsNothing) {

@@ -335,6 +335,35 @@ TEST_F(SignsTest, AChangedCalibrationValueIsToldUntilItIsStored) {
     says(left);
 }
 
+TEST_F(SignsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
+    start({}, "REMOTE=YES\r\n");
+    const auto way = [this](const Control* key, const char* words) {
+        EXPECT_EQ(signs().status.wayBack(), key);
+        EXPECT_EQ(signs().status.doing().words, words);
+    };
+    const auto old = [this] { return signs().pending.outdated(control("TxtStoredSID")); };
+    way(nullptr, "");
+    click("cmdMultiRoom");
+    way(&control("cmdMultiRoom"), "Back: MultiRoom Calibration");
+    EXPECT_EQ(control("cmdMultiRoom").backColour(), kNormalColour) << "its property is a host's";
+    wait(2000);
+    report("URSSG1000");
+    EXPECT_FALSE(old());
+    ASSERT_TRUE(application->input().type(control("txtRemoteSID"), "1300"));
+    click("cmdSetNewSID");
+    EXPECT_TRUE(old());
+    report("URSSG1000"); // asked for before
+    EXPECT_TRUE(old());
+    wait(2000);
+    EXPECT_TRUE(old()) << "acknowledged is not reported";
+    report("URSSG1300");
+    EXPECT_FALSE(old());
+    signs().status.changed.connect([changes = changes] { ++*changes; });
+    click("cmdMultiRoom");
+    EXPECT_GT(*changes, 0);
+    way(nullptr, "");
+}
+
 TEST_F(SignsTest, ExposuresAreCountedWithTheirValues) {
     const auto expose = [this] { report("ST3\rST4\rST2\rPD050062.500125"); };
     expose();
