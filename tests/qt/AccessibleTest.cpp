@@ -3,6 +3,7 @@
 
 #include "Bench.h"
 #include "qt/ListView.h"
+#include "screenshots/Scenes.h"
 
 namespace quillon {
 namespace {
@@ -113,6 +114,38 @@ TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
     rest(10);
     EXPECT_EQ(takeLog(), "");
     EXPECT_EQ(box.text() + fromQt(node(box)->textInterface()->text(0, -1)), "45704570");
+}
+
+/// A control of a scene as a screen reader finds it.
+QAccessibleInterface* nodeIn(Stage& stage, std::string_view name) {
+    stage.screen().flush();
+    return QAccessible::queryAccessibleInterface(stage.screen().view(stage.control(name)));
+}
+
+TEST(AccessibleScenes, WhatHasNoLabelOfItsOwnIsToldByWhatItBelongsTo) {
+    const struct {
+        const char* scene;
+        const char* control;
+        const char* name;
+        const char* description;
+    } rows[] = {
+        {"autocal-focus", "AutocalSelFocusOrParameter.cmbOKFocus", "OK",
+         "Select focus for mA auto calibration"},
+        {"autocal-focus", "AutocalSelFocusOrParameter.cmbOKParameter", "OK",
+         "Or extended memory location for auto calibration"},
+        {"autocal-focus", "AutocalSelFocusOrParameter.cmbCancel", "Cancel", ""},
+        {"remote", "LblParam1", "PT1. 405", "Parameter"},
+        {"remote", "LblValue4", "PT4. 4095", "ADC"},
+        {"page-fluoro", "link.cmbFlPPSNext", "Next", "PPS"},
+        {"page-fluoro", "link.cmdFlResetTime", "Reset", "Time"},
+        {"page-rad", "link.cmbTM(3)", "3P", ""},
+    };
+    for (const auto& row : rows) {
+        const auto stage = sceneNamed(row.scene).staged(QSize(1012, 756));
+        const QAccessibleInterface* node = nodeIn(*stage, row.control);
+        EXPECT_EQ(fromQt(node->text(QAccessible::Name)), row.name) << row.control;
+        EXPECT_EQ(fromQt(node->text(QAccessible::Description)), row.description) << row.control;
+    }
 }
 
 } // namespace
