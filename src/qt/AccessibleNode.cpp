@@ -224,6 +224,17 @@ private:
     ListEntries entries_;
 };
 
+QAccessible::Role roleOfKey(const Control& key) {
+    switch (key.role()) {
+    case Role::Toggle:
+        return QAccessible::CheckBox;
+    case Role::Choice:
+        return QAccessible::RadioButton;
+    default:
+        return key.lamp() ? QAccessible::StaticText : QAccessible::PushButton;
+    }
+}
+
 QAccessible::Role ControlNode::role() const {
     if (!view_.isVisible()) {
         return QAccessible::NoRole;
@@ -235,7 +246,7 @@ QAccessible::Role ControlNode::role() const {
     case Kind::Frame:
         return QAccessible::Grouping;
     case Kind::Button:
-        return view_.control().lamp() ? QAccessible::StaticText : QAccessible::PushButton;
+        return roleOfKey(view_.control());
     case Kind::TextBox:
         return QAccessible::EditableText;
     case Kind::List:
@@ -264,7 +275,9 @@ QAccessible::State ControlNode::state() const {
         state.focused = view_.focusMark() || widget()->hasFocus();
     }
     state.pressed = key && view_.pressed();
-    state.checked = key && isLit(control);
+    // Any other key is lit to draw the eye, flashing for one, and has no state.
+    state.checkable = control.role() == Role::Toggle || control.role() == Role::Choice;
+    state.checked = state.checkable && isLit(control);
     state.offscreen = seen(view_).isEmpty();
     if (control.kind() == Kind::TextBox) {
         state.editable = !control.readOnly();

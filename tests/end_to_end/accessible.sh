@@ -43,7 +43,8 @@ def listed():
     return [node for node in nodes(program()) if node.get_role() != Atspi.Role.APPLICATION]
 
 def keys():
-    return [node for node in listed() if node.get_role() == Atspi.Role.PUSH_BUTTON]
+    roles = (Atspi.Role.PUSH_BUTTON, Atspi.Role.CHECK_BOX, Atspi.Role.RADIO_BUTTON)
+    return [node for node in listed() if node.get_role() in roles]
 
 def key(name):
     return next((k for k in keys() if k.get_name() == name and has(k, Atspi.StateType.ENABLED)), None)

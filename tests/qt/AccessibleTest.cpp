@@ -1,3 +1,5 @@
+#include <set>
+
 #include <QAccessible>
 #include <QPlainTextEdit>
 
@@ -146,6 +148,43 @@ TEST(AccessibleScenes, WhatHasNoLabelOfItsOwnIsToldByWhatItBelongsTo) {
         EXPECT_EQ(fromQt(node->text(QAccessible::Name)), row.name) << row.control;
         EXPECT_EQ(fromQt(node->text(QAccessible::Description)), row.description) << row.control;
     }
+}
+
+TEST(AccessibleScenes, AKeyIsCheckedThatIsAChoiceOrASwitchAndNotOneThatIsLitForTheEye) {
+    const struct {
+        const char* scene;
+        const char* key;
+        QAccessible::Role role;
+        bool checked;
+    } rows[] = {
+        {"configuration", "cmbConfiguration", QAccessible::RadioButton, true},
+        {"configuration", "cmbManualCalibration", QAccessible::RadioButton, false},
+        {"configuration", "link.cmbWS(2)", QAccessible::RadioButton, true},
+        {"configuration", "link.cmbWS(3)", QAccessible::RadioButton, false},
+        {"configuration", "link.cmbAECFieldLeft(1)", QAccessible::CheckBox, true},
+        {"configuration", "link.cmbAECFieldRight(1)", QAccessible::CheckBox, false},
+        {"page-fluoro", "link.cmbToggleABS", QAccessible::CheckBox, true},
+        {"page-fluoro", "link.cmbFlMag(1)", QAccessible::RadioButton, true},
+        {"autocal-confirm", "cmbResetError", QAccessible::PushButton, false},
+        {"autocal-confirm", "link.cmbAutocalConfirm", QAccessible::PushButton, false},
+    };
+    for (const auto& row : rows) {
+        const auto stage = sceneNamed(row.scene).staged(QSize(1012, 756));
+        const QAccessibleInterface* node = nodeIn(*stage, row.key);
+        EXPECT_EQ(node->role(), row.role) << row.key;
+        EXPECT_EQ(bool(node->state().checkable), row.role != QAccessible::PushButton) << row.key;
+        EXPECT_EQ(bool(node->state().checked), row.checked) << row.key;
+    }
+}
+
+TEST(AccessibleScenes, TheFlashOfTheResetKeyIsNoChangeOfState) {
+    const auto stage = sceneNamed("error").staged(QSize(1012, 756));
+    std::set<Colour> colours;
+    for (int i = 0; i < 4; ++i, stage->wait(300)) {
+        colours.insert(stage->control("cmbResetError").backColour());
+        EXPECT_FALSE(nodeIn(*stage, "cmbResetError")->state().checked);
+    }
+    EXPECT_EQ(colours.size(), 2U) << "it does flash";
 }
 
 } // namespace
