@@ -30,6 +30,15 @@ bool isNode(const ControlView& view) {
     return view.isVisible() && (view.isWindow() || !accessibleName(view.control(), view.signs()).isEmpty());
 }
 
+/// A menu that is shut off as long as the mode keys lead: its keys would be heard twice, and do nothing.
+bool isDeadMenu(const Control& control) {
+    const std::vector<Control*>& all = control.stack();
+    return control.kind() == Kind::Frame && !control.enabled() && !all.empty() &&
+           std::all_of(all.begin(), all.end(), [](const Control* one) {
+               return one->kind() == Kind::Button && !one->lamp() && !one->enabled();
+           });
+}
+
 QRegion seen(const ControlView& view) {
     QRegion rest(view.rect());
     const QWidget* at = &view;
@@ -86,6 +95,8 @@ void collect(const QWidget& ground, std::vector<QWidget*>& found) {
                 found.push_back(widget);
             }
             collect(*widget, found); // the bar's news are an alert of their own
+        } else if (isDeadMenu(view->control())) {
+            continue;
         } else if (holdsOthers(view->control()) && !isNode(*view)) {
             collect(*view, found);
         } else if (isNode(*view) && !seen(*view).isEmpty()) {

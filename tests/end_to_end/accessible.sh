@@ -72,7 +72,7 @@ configuration.do_action(0)
 wait('the key does not say that it waits', lambda: configuration.get_description() == 'sent, not confirmed')
 wait('configuration was not reached', lambda: key('Default Configuration') and key('Tube +') and key('Exit'))
 time.sleep(3)  # the last of the values
-expect_keys(36, 'Tube -', 'Tube +', 'WS8', 'Fail Safe +', 'Center', 'Exit', 'Auto Calibration')
+expect_keys(32, 'Tube -', 'Tube +', 'WS8', 'Fail Safe +', 'Center', 'Exit', 'Auto Calibration')
 key('Exit').do_action(0)
 wait('configuration was not left', lambda: key('Close') and key('Configuration'))
 expect_keys(6, *rest)

@@ -78,6 +78,20 @@ TEST_F(AccessibleTest, WhatIsHiddenOrCoveredIsNotListed) {
     EXPECT_EQ(takeLog(), "");
 }
 
+TEST_F(AccessibleTest, AMenuThatIsShutOffIsNotListed) {
+    Control& menu = add(Kind::Frame, "menu", {0, 0, 3000, 1000});
+    Control& entry = add(Kind::Button, "entry", {0, 300, 1500, 600}, &menu);
+    menu.setCaption("Menu");
+    entry.setCaption("Comm");
+    EXPECT_EQ(listed(), "Menu, ");
+    entry.setEnabled(false);
+    EXPECT_EQ(listed(), "Menu, ") << "some of its keys may come back";
+    menu.setEnabled(false);
+    EXPECT_EQ(listed(), "");
+    add(Kind::Label, "label", {1500, 300, 1500, 600}, &menu).setCaption("405");
+    EXPECT_EQ(listed(), "Menu, ") << "it tells something";
+}
+
 TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
     Control& list = add(Kind::List, "list", {0, 0, 1500, 750});
     Control& slider = add(Kind::Slider, "slider", {1500, 0, 1500, 750});
