@@ -30,6 +30,15 @@ bool isNode(const ControlView& view) {
     return view.isVisible() && (view.isWindow() || !accessibleName(view.control(), view.signs()).isEmpty());
 }
 
+/// A menu that is shut off as long as the mode keys lead: its keys would be heard twice, and do nothing.
+bool isDeadMenu(const Control& control) {
+    const std::vector<Control*>& all = control.stack();
+    return control.kind() == Kind::Frame && !control.enabled() && !all.empty() &&
+           std::all_of(all.begin(), all.end(), [](const Control* one) {
+               return one->kind() == Kind::Button && !one->lamp() && !one->enabled();
+           });
+}
+
 QRegion seen(const ControlView& view) {
     QRegion rest(view.rect());
     const QWidget* at = &view;
@@ -86,6 +95,8 @@ void collect(const QWidget& ground, std::vector<QWidget*>& found) {
                 found.push_back(widget);
             }
             collect(*widget, found); // the bar's news are an alert of their own
+        } else if (isDeadMenu(view->control())) {
+            continue;
         } else if (holdsOthers(view->control()) && !isNode(*view)) {
             collect(*view, found);
         } else if (isNode(*view) && !seen(*view).isEmpty()) {
@@ -224,6 +235,17 @@ private:
     ListEntries entries_;
 };
 
+QAccessible::Role roleOfKey(const Control& key) {
+    switch (key.role()) {
+    case Role::Toggle:
+        return QAccessible::CheckBox;
+    case Role::Choice:
+        return QAccessible::RadioButton;
+    default:
+        return key.lamp() ? QAccessible::StaticText : QAccessible::PushButton;
+    }
+}
+
 QAccessible::Role ControlNode::role() const {
     if (!view_.isVisible()) {
         return QAccessible::NoRole;
@@ -235,7 +257,7 @@ QAccessible::Role ControlNode::role() const {
     case Kind::Frame:
         return QAccessible::Grouping;
     case Kind::Button:
-        return view_.control().lamp() ? QAccessible::StaticText : QAccessible::PushButton;
+        return roleOfKey(view_.control());
     case Kind::TextBox:
         return QAccessible::EditableText;
     case Kind::List:
@@ -264,7 +286,9 @@ QAccessible::State ControlNode::state() const {
         state.focused = view_.focusMark() || widget()->hasFocus();
     }
     state.pressed = key && view_.pressed();
-    state.checked = key && isLit(control);
+    // Any other key is lit to draw the eye, flashing for one, and has no state.
+    state.checkable = control.role() == Role::Toggle || control.role() == Role::Choice;
+    state.checked = state.checkable && isLit(control);
     state.offscreen = seen(view_).isEmpty();
     if (control.kind() == Kind::TextBox) {
         state.editable = !control.readOnly();

@@ -109,16 +109,42 @@ const Control* labelOf(const Control& control) {
     return nullptr;
 }
 
+/// What heads its part of a ground that has several parts. What refuses them all belongs to none.
+const Control* headingOf(const Control& control) {
+    const auto isTitle = [](const Control* one) { return one->role() == Role::Title && one->visible(); };
+    const std::vector<Control*>& all = control.container()->stack();
+    if (control.role() == Role::Decline || std::count_if(all.begin(), all.end(), isTitle) < 2) {
+        return nullptr;
+    }
+    const std::vector<const Control*> above = neighbours(control, true, true);
+    const auto found = std::find_if(above.begin(), above.end(), isTitle);
+    return found == above.end() ? nullptr : *found;
+}
+
+/// The label of the value that stands before the key in its row: a key that does something with it.
+const Control* labelOfValueBefore(const Control& key) {
+    const std::vector<const Control*> before = neighbours(key, false, true);
+    const bool value = !before.empty() && isValue(*before.front());
+    return value ? labelOf(*before.front()) : nullptr;
+}
+
 /// The words beside the control that say what it is about.
 QString subjectOf(const Control& control) {
     if (control.container() == nullptr) {
         return {};
     }
+    if (control.kind() == Kind::Button && !control.note().empty()) {
+        return oneLine(control.onScreen(control.note()));
+    }
     if (const Control* label = labelOf(control)) {
         return captionOf(*label);
     }
+    if (const Control* heading = headingOf(control)) {
+        return captionOf(*heading);
+    }
     if (control.kind() == Kind::Button && !isStep(control)) {
-        return {};
+        const Control* label = labelOfValueBefore(control);
+        return label != nullptr ? captionOf(*label) : QString();
     }
     for (const Control* one : neighbours(control, true, false)) {
         if (one->kind() == Kind::Button && !isStep(*one)) {

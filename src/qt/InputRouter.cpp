@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QTouchEvent>
 
+#include "qt/AccessibleWords.h"
 #include "qt/ListView.h"
 #include "qt/Screen.h"
 #include "qt/SliderView.h"
@@ -31,6 +32,34 @@ bool presses(int key) {
 
 bool takesKeyboard(Kind kind) {
     return kind == Kind::Button || kind == Kind::TextBox || kind == Kind::List || kind == Kind::Slider;
+}
+
+/// What two keys of a step have in common: "cmbConfTube" of "cmbConfTubeUp".
+std::string_view stepOf(const Control& key) {
+    const std::string_view name = key.name();
+    for (const std::string_view end : {"Up", "Down"}) {
+        if (name.ends_with(end)) {
+            return name.substr(0, name.size() - end.size());
+        }
+    }
+    return {};
+}
+
+/// The two follow one another and are one stop of Tab: keys of a choice, or the two of a step.
+bool areGrouped(const Control& a, const Control& b) {
+    if (a.kind() != Kind::Button || b.kind() != Kind::Button || a.container() != b.container()) {
+        return false;
+    }
+    return (a.role() == Role::Choice && b.role() == Role::Choice) ||
+           (!stepOf(a).empty() && stepOf(a) == stepOf(b));
+}
+
+/// -1, 1, or 0 for a key that is no arrow.
+std::ptrdiff_t arrowStep(int key) {
+    if (key == Qt::Key_Left || key == Qt::Key_Up) {
+        return -1;
+    }
+    return key == Qt::Key_Right || key == Qt::Key_Down ? 1 : 0;
 }
 
 /// The panel in front of the console; empty where there is none.
@@ -240,7 +269,7 @@ bool InputRouter::keyPressed(const QKeyEvent& event) {
         }
         return true;
     }
-    return false;
+    return moveInGroup(arrowStep(event.key()));
 }
 
 bool InputRouter::escapePressed(const QKeyEvent& event) {
@@ -289,8 +318,39 @@ std::vector<Control*> InputRouter::keyboardOrder() const {
     return order;
 }
 
-void InputRouter::moveFocus(int step) {
+std::vector<Control*> InputRouter::tabStops() const {
+    std::vector<Control*> stops;
+    const Control* before = nullptr;
+    for (Control* each : keyboardOrder()) {
+        if (before == nullptr || !areGrouped(*before, *each)) {
+            stops.push_back(each);
+        } else if (each == focus_ ||
+                   (stops.back() != focus_ && each->role() == Role::Choice && isLit(*each))) {
+            stops.back() = each;
+        }
+        before = each;
+    }
+    return stops;
+}
+
+bool InputRouter::moveInGroup(std::ptrdiff_t step) {
     const std::vector<Control*> order = keyboardOrder();
+    const auto count = static_cast<std::ptrdiff_t>(order.size());
+    const auto present = std::find(order.begin(), order.end(), focus_) - order.begin();
+    const std::ptrdiff_t next = present + step;
+    if (step == 0 || present == count || next < 0 || next >= count) {
+        return false;
+    }
+    Control* control = order[static_cast<std::size_t>(next)];
+    if (!areGrouped(*focus_, *control)) {
+        return false;
+    }
+    setFocus(control, true);
+    return true;
+}
+
+void InputRouter::moveFocus(int step) {
+    const std::vector<Control*> order = tabStops();
     if (order.empty()) {
         setFocus(nullptr, true);
         return;

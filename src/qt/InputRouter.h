@@ -57,7 +57,11 @@ private:
     /// The key that refuses what is asked; empty where nothing is asked, or more than one thing.
     [[nodiscard]] Control* refusingKey() const;
     bool escapePressed(const QKeyEvent& event);
+    /// Keys of a choice and the two of a step are one stop: the one in focus, the lit one or the first.
+    [[nodiscard]] std::vector<Control*> tabStops() const;
     void moveFocus(int step);
+    /// Only moves: a key is pressed by those that press. Says whether there was anything to move to.
+    bool moveInGroup(std::ptrdiff_t step);
     void setFocus(Control* control, bool byKeyboard);
     void grip(int finger, Control& slider, QPoint place);
     void dragTo(Held& held, QPoint place);

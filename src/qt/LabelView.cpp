@@ -82,8 +82,9 @@ QColor LabelView::ground() const {
 
 std::optional<Words> LabelView::words() const {
     const RankLook* look = rank();
-    // A note belies the words behind it.
-    const std::string note = control().note().empty() ? "" : control().note() + "\n";
+    // A note belies the words behind it; that of a value is not written, its room is the value's.
+    const bool noted = !control().note().empty() && control().role() != Role::Field;
+    const std::string note = noted ? control().note() + "\n" : "";
     Words words{rect(),
                 toQtLines(note + std::string(control().onScreen(control().caption()))).trimmed(),
                 consoleFont(control().fontSize(), control().role() != Role::Plain),

@@ -37,6 +37,8 @@ enum class Role : std::uint8_t {
     Prompt,    ///< what the operator is asked to do, or to wait for
     Radiation, ///< warns of radiation; a key that leads to it
     Decline,   ///< a key that refuses what is asked
+    Toggle,    ///< a key that is lit while what it switches is on
+    Choice,    ///< a key among others of which the chosen one is lit
     // From here on, what the generator or the console lights: the more it matters the further down.
     Lamp,
     Good,

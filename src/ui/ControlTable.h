@@ -49,6 +49,12 @@ constexpr ControlRow radiation(const ControlRow& row) {
 constexpr ControlRow declines(const ControlRow& row) {
     return withRole(row, Role::Decline);
 }
+constexpr ControlRow toggle(const ControlRow& row) {
+    return withRole(row, Role::Toggle);
+}
+constexpr ControlRow choice(const ControlRow& row) {
+    return withRole(row, Role::Choice);
+}
 /// A key that has to be held, for so many ms.
 constexpr ControlRow heldFor(int hold, ControlRow row) {
     row.hold = hold;

@@ -1,8 +1,11 @@
+#include <set>
+
 #include <QAccessible>
 #include <QPlainTextEdit>
 
 #include "Bench.h"
 #include "qt/ListView.h"
+#include "screenshots/Scenes.h"
 
 namespace quillon {
 namespace {
@@ -75,6 +78,20 @@ TEST_F(AccessibleTest, WhatIsHiddenOrCoveredIsNotListed) {
     EXPECT_EQ(takeLog(), "");
 }
 
+TEST_F(AccessibleTest, AMenuThatIsShutOffIsNotListed) {
+    Control& menu = add(Kind::Frame, "menu", {0, 0, 3000, 1000});
+    Control& entry = add(Kind::Button, "entry", {0, 300, 1500, 600}, &menu);
+    menu.setCaption("Menu");
+    entry.setCaption("Comm");
+    EXPECT_EQ(listed(), "Menu, ");
+    entry.setEnabled(false);
+    EXPECT_EQ(listed(), "Menu, ") << "some of its keys may come back";
+    menu.setEnabled(false);
+    EXPECT_EQ(listed(), "");
+    add(Kind::Label, "label", {1500, 300, 1500, 600}, &menu).setCaption("405");
+    EXPECT_EQ(listed(), "Menu, ") << "it tells something";
+}
+
 TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
     Control& list = add(Kind::List, "list", {0, 0, 1500, 750});
     Control& slider = add(Kind::Slider, "slider", {1500, 0, 1500, 750});
@@ -113,6 +130,75 @@ TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
     rest(10);
     EXPECT_EQ(takeLog(), "");
     EXPECT_EQ(box.text() + fromQt(node(box)->textInterface()->text(0, -1)), "45704570");
+}
+
+/// A control of a scene as a screen reader finds it.
+QAccessibleInterface* nodeIn(Stage& stage, std::string_view name) {
+    stage.screen().flush();
+    return QAccessible::queryAccessibleInterface(stage.screen().view(stage.control(name)));
+}
+
+TEST(AccessibleScenes, WhatHasNoLabelOfItsOwnIsToldByWhatItBelongsTo) {
+    const struct {
+        const char* scene;
+        const char* control;
+        const char* name;
+        const char* description;
+    } rows[] = {
+        {"autocal-focus", "AutocalSelFocusOrParameter.cmbOKFocus", "OK",
+         "Select focus for mA auto calibration"},
+        {"autocal-focus", "AutocalSelFocusOrParameter.cmbOKParameter", "OK",
+         "Or extended memory location for auto calibration"},
+        {"autocal-focus", "AutocalSelFocusOrParameter.cmbCancel", "Cancel", ""},
+        {"remote", "LblParam1", "PT1. 405", "Parameter"},
+        {"remote", "LblValue4", "PT4. 4095", "ADC"},
+        {"page-fluoro", "link.cmbFlPPSNext", "Next", "PPS"},
+        {"page-fluoro", "link.cmdFlResetTime", "Reset", "Time"},
+        {"page-rad", "link.cmbTM(3)", "3P", ""},
+    };
+    for (const auto& row : rows) {
+        const auto stage = sceneNamed(row.scene).staged(QSize(1012, 756));
+        const QAccessibleInterface* node = nodeIn(*stage, row.control);
+        EXPECT_EQ(fromQt(node->text(QAccessible::Name)), row.name) << row.control;
+        EXPECT_EQ(fromQt(node->text(QAccessible::Description)), row.description) << row.control;
+    }
+}
+
+TEST(AccessibleScenes, AKeyIsCheckedThatIsAChoiceOrASwitchAndNotOneThatIsLitForTheEye) {
+    const struct {
+        const char* scene;
+        const char* key;
+        QAccessible::Role role;
+        bool checked;
+    } rows[] = {
+        {"configuration", "cmbConfiguration", QAccessible::RadioButton, true},
+        {"configuration", "cmbManualCalibration", QAccessible::RadioButton, false},
+        {"configuration", "link.cmbWS(2)", QAccessible::RadioButton, true},
+        {"configuration", "link.cmbWS(3)", QAccessible::RadioButton, false},
+        {"configuration", "link.cmbAECFieldLeft(1)", QAccessible::CheckBox, true},
+        {"configuration", "link.cmbAECFieldRight(1)", QAccessible::CheckBox, false},
+        {"page-fluoro", "link.cmbToggleABS", QAccessible::CheckBox, true},
+        {"page-fluoro", "link.cmbFlMag(1)", QAccessible::RadioButton, true},
+        {"autocal-confirm", "cmbResetError", QAccessible::PushButton, false},
+        {"autocal-confirm", "link.cmbAutocalConfirm", QAccessible::PushButton, false},
+    };
+    for (const auto& row : rows) {
+        const auto stage = sceneNamed(row.scene).staged(QSize(1012, 756));
+        const QAccessibleInterface* node = nodeIn(*stage, row.key);
+        EXPECT_EQ(node->role(), row.role) << row.key;
+        EXPECT_EQ(bool(node->state().checkable), row.role != QAccessible::PushButton) << row.key;
+        EXPECT_EQ(bool(node->state().checked), row.checked) << row.key;
+    }
+}
+
+TEST(AccessibleScenes, TheFlashOfTheResetKeyIsNoChangeOfState) {
+    const auto stage = sceneNamed("error").staged(QSize(1012, 756));
+    std::set<Colour> colours;
+    for (int i = 0; i < 4; ++i, stage->wait(300)) {
+        colours.insert(stage->control("cmbResetError").backColour());
+        EXPECT_FALSE(nodeIn(*stage, "cmbResetError")->state().checked);
+    }
+    EXPECT_EQ(colours.size(), 2U) << "it does flash";
 }
 
 } // namespace

@@ -141,6 +141,37 @@ TEST_F(InputRouterTest, TheKeyboardWalksInTheOrderOfEnumerationAndPressesWithSpa
     EXPECT_EQ(takeLog(), "third press, third release, third abandon, ") << "Escape takes the press back";
 }
 
+TEST_F(InputRouterTest, TabTakesAGroupAsOneStopAndArrowsMoveInIt) {
+    std::vector<Control*> keys{&add(Kind::Button, "cmbWS1", {0, 3000, 600, 600}),
+                               &add(Kind::Button, "cmbWS2", {600, 3000, 600, 600}),
+                               &add(Kind::Button, "cmbWS3", {1200, 3000, 600, 600}),
+                               &add(Kind::Button, "cmbTubeDown", {1800, 3000, 600, 600}),
+                               &add(Kind::Button, "cmbTubeUp", {2400, 3000, 600, 600}),
+                               &add(Kind::Button, "cmbDoorDown", {3000, 3000, 600, 600})};
+    for (int i = 0; i < 3; ++i) {
+        keys[i]->setRole(Role::Choice);
+    }
+    for (Control* each : keys) {
+        record(*each);
+    }
+    keys[1]->setBackColour(kActiveColour);
+    turn();
+    std::string walk;
+    const std::array strokes{Qt::Key_Tab,  Qt::Key_Tab, Qt::Key_Tab,   Qt::Key_Right,  Qt::Key_Right,
+                             Qt::Key_Left, Qt::Key_Up,  Qt::Key_Up,    Qt::Key_Tab,    Qt::Key_Down,
+                             Qt::Key_Down, Qt::Key_Tab, Qt::Key_Right, Qt::Key_Backtab};
+    for (const Qt::Key stroke : strokes) {
+        key(QEvent::KeyPress, stroke);
+        for (const auto& control : form.controls()) {
+            const ControlView* view = screen.view(*control);
+            walk += view != nullptr && view->focusMark() ? control->name() + " " : "";
+        }
+    }
+    EXPECT_EQ(walk, "first second cmbWS2 cmbWS3 cmbWS3 cmbWS2 cmbWS1 cmbWS1 cmbTubeDown cmbTubeUp cmbTubeUp "
+                    "cmbDoorDown cmbDoorDown cmbTubeDown ");
+    EXPECT_EQ(takeLog(), "") << "moving presses nothing";
+}
+
 TEST_F(InputRouterTest, EnterPressesWhatIsInFocusAndEscapeTheOneKeyThatRefuses) {
     strike(Qt::Key_Return);
     strike(Qt::Key_Escape);

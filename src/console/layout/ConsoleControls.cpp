@@ -1,5 +1,6 @@
 #include "console/layout/ConsoleControls.h"
 
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -25,6 +26,15 @@ void lockReadings(ControlHost& console) {
     console.at("TxtStoredSID").setReadOnly(true);
 }
 
+// The rows of the positioner's points have no labels.
+void nameCalibrationPoints(ControlHost& console) {
+    for (const char point : {'1', '2', '3', '4'}) {
+        for (const std::string column : {"LblParam", "LblValue"}) {
+            console.at(column + point).setNote(std::string("PT") + point);
+        }
+    }
+}
+
 void adoptLinkControl(ControlHost& console, std::unique_ptr<ControlHost> linkControl) {
     Control& frame = console.at("fraTorvaneSerial");
     ControlHost& link = console.adopt(std::move(linkControl), &frame);
@@ -44,6 +54,7 @@ void addConsoleControls(ControlHost& console, std::unique_ptr<ControlHost> linkC
     addControls(console, kOrlaScreenRows);
     addControls(console, kFootRows);
     lockReadings(console);
+    nameCalibrationPoints(console);
     console.at("fraPrepExp").setEnabled(false);
     console.at("cmdSoftwareUpgrade").setEnabled(false);
 

@@ -13,8 +13,8 @@ inline constexpr std::string_view kCalPage = "fraServiceMenuItem(1)";
 inline constexpr auto kCalibrationPageRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Frame,  "fraServiceMenuItem",         1, "", {60, 1800, 4800, 4290}, 8, "", false},
-    {Kind::Button, "cmbCalibration",            -1, kCalPage, {60, 60, 1125, 540}, 8, "Calibration"},
-    {Kind::Button, "cmbAutocalibration",        -1, kCalPage, {1245, 60, 1125, 540}, 8, "AutoCalibration"},
+    toggle({Kind::Button, "cmbCalibration",            -1, kCalPage, {60, 60, 1125, 540}, 8, "Calibration"}),
+    toggle({Kind::Button, "cmbAutocalibration",        -1, kCalPage, {1245, 60, 1125, 540}, 8, "AutoCalibration"}),
     radiation({Kind::Button, "cmbAutocalConfirm", -1, kCalPage, {2430, 60, 1125, 540}, 10, "Confirm", false}),
     declines({Kind::Button, "cmbAutocalDismiss", -1, kCalPage, {3615, 60, 1125, 540}, 10, "Dismiss", false}),
     {Kind::Label,  "lblKVPCal",                 -1, kCalPage, {60, 645, 730, 285}, 10, "kVp"},

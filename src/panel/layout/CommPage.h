@@ -22,7 +22,7 @@ inline constexpr auto kCommPageRows = std::to_array<ControlRow>({
     {Kind::List,   "cmbCommDataBits",    -1, kCommPage, {3390, 60, 1350, 600}, 10, ""},
     {Kind::Label,  "lblStopBits",        -1, kCommPage, {2430, 750, 900, 600}, 10, "Stop Bits"},
     {Kind::List,   "cmbCommStopBits",    -1, kCommPage, {3390, 750, 1350, 600}, 10, ""},
-    {Kind::Button, "cmbCommOnOff",       -1, kCommPage, {60, 2310, 2310, 660}, 10, "ON"},
+    toggle({Kind::Button, "cmbCommOnOff",       -1, kCommPage, {60, 2310, 2310, 660}, 10, "ON"}),
     {Kind::Button, "cmbToggleDebug",     -1, kCommPage, {2430, 2310, 2310, 660}, 10, "Debug Window"},
     // clang-format on
 });

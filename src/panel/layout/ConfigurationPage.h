@@ -13,7 +13,7 @@ inline constexpr std::string_view kConfigPage = "fraServiceMenuItem(0)";
 inline constexpr auto kConfigurationPageRows = std::to_array<ControlRow>({
     // clang-format off
     {Kind::Frame,  "fraServiceMenuItem",  0, "", {60, 1800, 4800, 4290}, 8, "", false},
-    {Kind::Button, "cmbConfiguration",   -1, kConfigPage, {60, 60, 2310, 540}, 10, "ON"},
+    toggle({Kind::Button, "cmbConfiguration",   -1, kConfigPage, {60, 60, 2310, 540}, 10, "ON"}),
     heldFor(1000, {Kind::Button, "cmbDfltConfig", -1, kConfigPage, {2430, 60, 2310, 540}, 10, "Default Configuration"}),
     {Kind::Label,  "lblCfgTube",         -1, kConfigPage, {60, 660, 750, 570}, 9, "Tube"},
     downKey("cmbConfTubeDown", kConfigPage, {825, 660, 390, 570}),
@@ -46,9 +46,9 @@ inline constexpr auto kConfigurationPageRows = std::to_array<ControlRow>({
     {Kind::Label,  "lblRAD_RF",          -1, kConfigPage, {2430, 2550, 750, 570}, 9, "RAD/RF"},
     field({Kind::Label,  "txtRAD_RF",          -1, kConfigPage, {3615, 2550, 705, 570}, 10, ""}),
     {Kind::Label,  "lblAECAreas",         1, kConfigPage, {60, 3180, 4680, 285}, 10, "AEC Areas"},
-    {Kind::Button, "cmbAECFieldLeft",     1, kConfigPage, {60, 3495, 1520, 690}, 10, "Left"},
-    {Kind::Button, "cmbAECFieldCenter",   1, kConfigPage, {1640, 3495, 1520, 690}, 10, "Center"},
-    {Kind::Button, "cmbAECFieldRight",    1, kConfigPage, {3220, 3495, 1520, 690}, 10, "Right"},
+    toggle({Kind::Button, "cmbAECFieldLeft",     1, kConfigPage, {60, 3495, 1520, 690}, 10, "Left"}),
+    toggle({Kind::Button, "cmbAECFieldCenter",   1, kConfigPage, {1640, 3495, 1520, 690}, 10, "Center"}),
+    toggle({Kind::Button, "cmbAECFieldRight",    1, kConfigPage, {3220, 3495, 1520, 690}, 10, "Right"}),
     // clang-format on
 });
 

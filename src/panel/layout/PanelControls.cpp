@@ -64,6 +64,7 @@ void addPanelControls(ControlHost& host) {
     host.at("txtDebugComm").setMultiLine(true);
     host.at("txtDebugComm").setReadOnly(true);
     host.at("txtDebugComm").setNote(host.at("cmbToggleDebug").caption());
+    host.at("cmbFlPPSNext").setNote(host.at("lblPPS").caption());
     for (const TimerRow& timer : kPanelTimers) {
         host.addTimer(timer.name, timer.interval);
     }
