@@ -175,7 +175,7 @@ std::vector<std::string> rareMovesFrom(Session& session) {
             moves.push_back("slide " + name + " 100");
         } else {
             for (const std::string& item : control.items()) {
-                moves.push_back("select " + name + " " + item);
+                moves.push_back(std::string("select ").append(name).append(" ").append(item));
             }
         }
     }
