@@ -375,14 +375,18 @@ bool AutocalibrationMode::asks() const {
            (session_.idle() || session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver));
 }
 
-void AutocalibrationMode::confirmed() {
+void AutocalibrationMode::answer(const std::string& prompt) {
     answered_ = true;
     if (session_.idle()) {
         session_.become(Run::HandingOver); // the generator began by itself, up to its question
     }
     session_.at(moments::kFrameTaken);
     questionAsked();
-    screen_.prompt(Role::Prompt, initPrompt());
+    screen_.prompt(Role::Prompt, prompt);
+}
+
+void AutocalibrationMode::confirmed() {
+    answer(initPrompt());
     tmrIniAutocal_.start(kBlinkPace);
 }
 
@@ -391,14 +395,8 @@ void AutocalibrationMode::blink() {
 }
 
 void AutocalibrationMode::dismissed() {
-    answered_ = true;
     tmrIniAutocal_.stop();
-    if (session_.idle()) {
-        session_.become(Run::HandingOver);
-    }
-    session_.at(moments::kFrameTaken);
-    questionAsked();
-    screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sStopAutocal));
+    answer(context_.texts.waitPrompt(context_.texts.sStopAutocal));
 }
 
 void AutocalibrationMode::acknowledged(bool on) {

@@ -57,6 +57,7 @@ private:
     void handOver();
 
     // What the generator and the keys of the link control say meanwhile.
+    void answer(const std::string& prompt);
     void confirmed();
     void dismissed();
     void acknowledged(bool on);
