@@ -82,6 +82,8 @@ constexpr std::array kTexts{
     TextRow{"sRaysOn",                     &T::sRaysOn,                    "X-RAYS ON"},
     TextRow{"sHoldToReset",                &T::sHoldToReset,               "Keep holding to reset the counter"},
     TextRow{"sNotReported",                &T::sNotReported,               "%1: waiting for the report"},
+    TextRow{"sNeverReported",              &T::sNeverReported,              "%1 was not reported"},
+    TextRow{"sOff",                        &T::sOff,                        "off"},
     TextRow{"sValueNotStored",             &T::sValueNotStored,            "Calibration value changed, not stored"},
     TextRow{"sValueLeft",                  &T::sValueLeft,                 "The calibration value was not stored"},
     TextRow{"sNotStored",                  &T::sNotStored,                 "changed, not stored"},

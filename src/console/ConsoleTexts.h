@@ -66,6 +66,8 @@ struct ConsoleTexts {
     std::string sRaysOn;
     std::string sHoldToReset;
     std::string sNotReported;
+    std::string sNeverReported;
+    std::string sOff;
     std::string sValueNotStored;
     std::string sValueLeft;
     std::string sNotStored;

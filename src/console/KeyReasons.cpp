@@ -114,12 +114,25 @@ bool KeyReasons::closeIsDead() const {
     return (isServiceMode(mode) || session_.lent()) && !allowsInMode(Key::Close);
 }
 
+/// The key of a choice begins an entry, and the command that it comes to is refused now.
+bool KeyReasons::entryIsRefused(const Control& key) const {
+    struct Row {
+        std::string_view panel;
+        std::string_view key;
+    };
+    static constexpr std::array kRows{Row{"SelWSCal", "cmdOK"}, Row{"AutocalWarning", "cmbAutocalYes"}};
+    const bool enters = std::any_of(kRows.begin(), kRows.end(), [this, &key](const Row& row) {
+        return key.name() == row.key && key.host() == context_.console.keyed(row.panel);
+    });
+    return enters && session_.canEnter() && !context_.link.allows("CA");
+}
+
 Hindrance KeyReasons::hindrance(const Control& key) const {
     if (key.host() == &context_.link) {
         return context_.link.hindrance(key);
     }
     if (key.host() != &context_.console) {
-        return Hindrance::None;
+        return entryIsRefused(key) ? Hindrance::Phase : Hindrance::None;
     }
     return consoleKeyIsDead(key) ? Hindrance::Phase : context_.needs.of(key);
 }

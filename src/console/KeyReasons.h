@@ -25,6 +25,7 @@ private:
     [[nodiscard]] bool consoleKeyIsDead(const Control& key) const;
     [[nodiscard]] bool allowsInMode(Key key) const;
     [[nodiscard]] bool closeIsDead() const;
+    [[nodiscard]] bool entryIsRefused(const Control& key) const;
     [[nodiscard]] std::string whyPhase() const;
     [[nodiscard]] std::string whyOf(Hindrance hindrance) const;
     [[nodiscard]] std::string whyState(const Control& key) const;

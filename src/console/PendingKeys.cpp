@@ -38,7 +38,11 @@ PendingKeys::PendingKeys(TorvaneSerialV3_07_QLC1& link, ServiceSession& session)
     link.events().WorkstationChange.connect([this](std::int32_t) { askFor(nullptr); });
     link.events().GeneratorPhaseChange.connect([this](Phase) { askFor(nullptr); });
     link.events().URSSidGetResponse.connect([this](std::int16_t) { replacedIsReported(); });
-    patience_.setTick([this] { askFor(nullptr); });
+    patience_.setTick([this] {
+        const Control* key = asked_;
+        askFor(nullptr);
+        neverReported_ = key;
+    });
 }
 
 PendingKeys::~PendingKeys() {
@@ -58,6 +62,23 @@ bool PendingKeys::isReported(const Control& control) {
                         [&control](std::string_view name) { return control.name().starts_with(name); }));
 }
 
+bool PendingKeys::isUnknown(const Control& control) {
+    if (control.known() || (control.role() != Role::Toggle && control.role() != Role::Choice)) {
+        return false;
+    }
+    const auto prefix =
+        std::find_if(kLitByReport.begin(), kLitByReport.end(),
+                     [&control](std::string_view name) { return control.name().starts_with(name); });
+    if (prefix == kLitByReport.end()) {
+        return false;
+    }
+    const std::vector<Control*>& row = control.container()->stack();
+    return control.role() == Role::Toggle ||
+           std::none_of(row.begin(), row.end(), [prefix](const Control* each) {
+               return each->name().starts_with(*prefix) && each->known();
+           });
+}
+
 bool PendingKeys::outdated(const Control& control) const {
     if (&control == replaced_) {
         return true;
@@ -69,6 +90,7 @@ bool PendingKeys::outdated(const Control& control) const {
 /// A workstation's values look old from the press of another one's key until that is reported, or given up.
 void PendingKeys::askFor(const Control* workstation) {
     patience_.stop();
+    neverReported_ = nullptr;
     if (workstation != nullptr) {
         patience_.start(kPatience);
     }
@@ -107,7 +129,7 @@ void PendingKeys::replacedIsReported() {
 
 void PendingKeys::forget(const Control& control) {
     std::erase_if(waiting_, [&control](const auto& one) { return liesOn(one.second, control); });
-    for (const Control** one : {&asked_, &replaced_, &began_, &shown_}) {
+    for (const Control** one : {&asked_, &neverReported_, &replaced_, &began_, &shown_}) {
         *one = liesOn(*one, control) ? nullptr : *one;
     }
 }
@@ -115,6 +137,7 @@ void PendingKeys::forget(const Control& control) {
 void PendingKeys::handedOver(std::uint32_t ticket) {
     if (const Control* key = hand()) {
         waiting_.emplace(ticket, key);
+        neverReported_ = nullptr;
         if (key->name() == kWorkstation && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {
             askFor(key);
         }

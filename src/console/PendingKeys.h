@@ -26,8 +26,12 @@ public:
     /// The key of the workstation that was asked for and is not reported yet; empty for none. It is given up
     /// after some seconds.
     [[nodiscard]] const Control* asked() const { return asked_; }
+    /// The workstation that was given up; empty again with the next thing that is sent or reported.
+    [[nodiscard]] const Control* neverReported() const { return neverReported_; }
     /// A field, or a key that is lit by a report.
     [[nodiscard]] static bool isReported(const Control& control);
+    /// A key that is lit by a report, and nothing was reported yet: of it, or of any that it is a choice among.
+    [[nodiscard]] static bool isUnknown(const Control& control);
     /// A value of the workstation that is being left, or one in whose place another was stored.
     [[nodiscard]] bool outdated(const Control& control) const;
     /// The control, and what lies on it, is being taken away.
@@ -52,6 +56,7 @@ private:
     std::function<const Control*()> hand_;
     std::multimap<std::uint32_t, const Control*> waiting_; ///< by ticket: more than one may want the same
     const Control* asked_ = nullptr;
+    const Control* neverReported_ = nullptr;
     Timer patience_;                    ///< for the report of what was asked for
     const Control* replaced_ = nullptr; ///< shows what was stored before, until the new one is reported
     const Control* began_ = nullptr;

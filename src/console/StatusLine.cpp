@@ -212,6 +212,10 @@ StatusField StatusLine::doing() const {
         return {ConsoleTexts::filled(context_.texts.sNotReported, {std::string_view(key->caption())}),
                 Tone::Waits};
     }
+    if (const Control* key = pending_.neverReported()) {
+        return {ConsoleTexts::filled(context_.texts.sNeverReported, {std::string_view(key->caption())}),
+                Tone::Warning};
+    }
     if (unsaved_.stands() || unsaved_.wasLeft()) {
         return {unsaved_.stands() ? context_.texts.sValueNotStored : context_.texts.sValueLeft,
                 Tone::Warning};

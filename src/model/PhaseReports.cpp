@@ -229,6 +229,9 @@ void PhaseReports::enterInitialization() {
     context_.routines.ResetPanelKeys();
     context_.poll.stop();
     context_.routines.ShowMainMenu();
+    for (const auto& control : panel_.controls()) {
+        control->forgetReport();
+    }
     link_.m_OperatingPhase = Phase::Initialization;
 }
 

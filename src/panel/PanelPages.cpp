@@ -266,8 +266,13 @@ void PanelPages::ClearDigitalAECKeys() {
 
 void PanelPages::clearConfigurationPage() {
     clear(kConfigurationFields);
-    for (const Name key : kFieldKeys) {
-        panel_.at(key, kConfigurationElement).setBackColour(kNormalColour);
+    for (const Name field : kConfigurationFields) {
+        panel_[field].forgetReport();
+    }
+    for (const Name name : kFieldKeys) {
+        Control& key = panel_.at(name, kConfigurationElement);
+        key.setBackColour(kNormalColour);
+        key.forgetReport();
     }
 }
 

@@ -225,6 +225,9 @@ QStringList marksOf(const Control& control, const Signs& signs) {
     if (signs.pending.waits(control)) {
         add(&T::sMarkPending);
     }
+    if (PendingKeys::isUnknown(control)) {
+        add(&T::sStateNotKnown);
+    }
     const bool value = control.kind() == Kind::TextBox || control.role() == Role::Field;
     if (value && control.old()) {
         add(&T::sMarkOld);

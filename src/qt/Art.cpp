@@ -161,11 +161,14 @@ void paintLock(QPainter& painter, const QRectF& place, const QColor& ink) {
 /// A quiet view of the room: wall stand, tube, beam, table, and the generator's cabinet.
 void paintRest(QPainter& painter, const QRectF& place, bool radiates) {
     painter.save();
-    const QRectF whole = restPlace(place);
-    painter.translate(whole.topLeft());
-    painter.scale(whole.width() / kScene.width(), whole.height() / kScene.height());
-
     const QColor wall = QColor::fromRgb(kQuietFace);
+    paintPlate(painter, place, wall, Qt::transparent, 0, 8);
+    QRectF whole(QPointF(), kScene.scaled(place.size(), Qt::KeepAspectRatio));
+    whole.moveCenter(place.center());
+    painter.translate(whole.topLeft());
+    const double scale = whole.width() / kScene.width();
+    painter.scale(scale, scale);
+
     const QColor metal(0x3D5870);
     const QColor light(0x9FB2C2);
     const QColor pale(0xC3D0DA);
@@ -175,8 +178,8 @@ void paintRest(QPainter& painter, const QRectF& place, bool radiates) {
         painter.setBrush(fill);
         painter.drawRoundedRect(QRectF(x, y, width, height), radius, radius);
     };
-    box(wall, 0, 0, kScene.width(), kScene.height(), 14);
-    box(pale, 0, 248, kScene.width(), 4);
+    // the floor, from edge to edge of the place
+    box(pale, (place.left() - whole.left()) / scale, 248, place.width() / scale, 4);
 
     // wall stand with its detector
     box(light, 74, 44, 14, 204);
@@ -245,12 +248,6 @@ void paintArt(QPainter& painter, std::string_view name, const QRectF& place, con
         paintPlate(painter, place, Qt::transparent, QColor::fromRgb(kStrongEdge), 2, 6);
     }
     painter.restore();
-}
-
-QRectF restPlace(const QRectF& place) {
-    QRectF whole(QPointF(), kScene.scaled(place.size(), Qt::KeepAspectRatio));
-    whole.moveCenter(place.center());
-    return whole;
 }
 
 int artPixels(int size) {

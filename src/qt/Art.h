@@ -11,9 +11,6 @@ namespace quillon {
 /// name draws nothing. `ink` is the colour of lines and signs.
 void paintArt(QPainter& painter, std::string_view name, const QRectF& place, const QColor& ink);
 
-/// Where in a place the picture "rest" goes, which keeps its proportions.
-[[nodiscard]] QRectF restPlace(const QRectF& place);
-
 /// The edge of a lamp's sign in pixels for an index of its image list; 0 where the place decides.
 [[nodiscard]] int artPixels(int size);
 

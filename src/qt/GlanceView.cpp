@@ -53,10 +53,9 @@ QRect GlanceView::freeGround() const {
                        worthIt ? foot - ground.bottom() - 3 : 0);
     } else if (picture->visible()) {
         const QRect above = toPixels(picture->place());
-        const QRect drawn = restPlace(above).toRect();
         ground.setTop(above.bottom() + 6);
-        ground.setLeft(drawn.left());
-        ground.setRight(drawn.right());
+        ground.setLeft(above.left());
+        ground.setRight(above.right());
     } else {
         return {};
     }

@@ -53,6 +53,18 @@ bool KeyView::isWayBack() const {
     return signs() != nullptr && signs()->status.wayBack() == &control();
 }
 
+bool KeyView::isUnknown() const {
+    return signs() != nullptr && PendingKeys::isUnknown(control());
+}
+
+bool KeyView::isThere() const {
+    const Control* at = &control();
+    while (at != nullptr && (!at->has(Property::Enabled) || at->offered())) {
+        at = at->container();
+    }
+    return control().visible() && (control().look() != Look::WhileOffered || at == nullptr);
+}
+
 bool KeyView::isAlive() const {
     return isEnabled() && !isKeptBack() && !KeyReasons::shutOff(control());
 }
@@ -61,8 +73,14 @@ bool KeyView::isKeptBack() const {
     return signs() != nullptr ? signs()->reasons.keepsBack(control()) : control().keptBack();
 }
 
+void KeyView::sync() {
+    ControlView::sync();
+    setVisible(isThere());
+}
+
 void KeyView::reconsider() {
-    const std::tuple now(isKeptBack(), KeyReasons::shutOff(control()), isWayBack());
+    setVisible(isThere());
+    const std::tuple now(isKeptBack(), KeyReasons::shutOff(control()), isWayBack(), isUnknown());
     if (std::exchange(lookedAt_, now) != now) {
         update();
     }
@@ -182,6 +200,9 @@ void KeyView::paintKey(QPainter& painter) const {
     if (isOn() && PendingKeys::isReported(control()) && holdsOld()) {
         paintOld(painter, place.adjusted(4, 4, -4, -4));
     }
+    if (isUnknown()) {
+        paintUnknown(painter);
+    }
     if (!sign().empty()) {
         paintArt(painter, sign(), signPlace(), ink());
     }
@@ -216,6 +237,19 @@ void KeyView::paintPending(QPainter& painter) const {
     for (int i = 0; i < 3; ++i) {
         painter.drawEllipse(QRectF(dots.left() + i * (dot + 2), dots.top(), dot, dot));
     }
+}
+
+/// Neither on nor off: a dotted edge, and a question mark in the corner.
+void KeyView::paintUnknown(QPainter& painter) const {
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor::fromRgb(kMutedInk), 2, Qt::DotLine, Qt::FlatCap));
+    painter.drawRoundedRect(facePlace().adjusted(3, 3, -3, -4), 2, 2);
+    QFont font = consoleFont(1, true);
+    font.setPixelSize(std::clamp(height() / 3, 9, 18));
+    const int edge = font.pixelSize() + 2;
+    painter.setPen(QColor::fromRgb(kMutedInk));
+    painter.setFont(font);
+    painter.drawText(QRect(width() - edge - 3, 3, edge, edge), Qt::AlignCenter, QStringLiteral("?"));
 }
 
 void KeyView::paintHold(QPainter& painter) const {

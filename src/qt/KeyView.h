@@ -17,6 +17,7 @@ public:
 
     [[nodiscard]] std::optional<Words> words() const override;
 
+    void sync() override;
     void reconsider() override;
     void setPressed(bool pressed) override;
     /// A lamp that is lit stays so long enough to be seen.
@@ -29,6 +30,10 @@ private:
     [[nodiscard]] bool isOn() const;
     /// It closes the screen of its own that is open.
     [[nodiscard]] bool isWayBack() const;
+    /// Whether it is lit was never reported.
+    [[nodiscard]] bool isUnknown() const;
+    /// There is something to see of it.
+    [[nodiscard]] bool isThere() const;
     /// It was lit a moment ago, and would not have been seen.
     [[nodiscard]] bool isHeldLit() const;
     /// A press comes to nothing.
@@ -52,11 +57,12 @@ private:
     void paintLamp(QPainter& painter) const;
     void paintContent(QPainter& painter) const;
     void paintPending(QPainter& painter) const;
+    void paintUnknown(QPainter& painter) const;
     /// It fills while it is held, and is full when it has been held long enough.
     void paintHold(QPainter& painter) const;
 
-    /// Kept back, shut off, and the way back, as it was painted last.
-    std::tuple<bool, bool, bool> lookedAt_{false, false, false};
+    /// Kept back, shut off, the way back, and unknown, as it was painted last.
+    std::tuple<bool, bool, bool, bool> lookedAt_{false, false, false, false};
     QElapsedTimer held_; ///< since a finger is on it
     QTimer holdShown_;
     Milliseconds litAt_ = 0;

@@ -4,6 +4,7 @@
 
 #include <QFontMetrics>
 
+#include "console/ConsoleTexts.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
@@ -93,9 +94,14 @@ std::optional<Words> LabelView::words() const {
                                                                 : kInk),
                 ground(),
                 Qt::AlignVCenter | alignmentOf(control().textSide())};
+    if (signs() != nullptr && control().look() == Look::OffWhenEmpty && control().caption().empty() &&
+        control().known()) {
+        words.text = toQt(signs()->texts.sOff);
+        words.ink = QColor::fromRgb(kMutedInk);
+    }
     words.font.setItalic(looksOld());
     if (control().role() == Role::Interlock) {
-        words.place.adjust(signPlace().right() + 2, 0, -2, 0);
+        words.place.adjust(signPlace().right() + 6, 0, -4, 0);
         words.font.setBold(false); // it has to be narrowed as it is
         words.oneLine = true;
     } else if (look != nullptr) {

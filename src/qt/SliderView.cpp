@@ -15,6 +15,65 @@ constexpr int kKnobWidth = 26;
 
 } // namespace
 
+/// The value under the finger, large and above it.
+class SliderView::Bubble final : public QWidget {
+public:
+    explicit Bubble(SliderView& slider) : QWidget(slider.window()), slider_(slider) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+    void settle() {
+        const int size = std::max(20, slider_.height() * 2 / 3);
+        const int wide = 3 * size;
+        const QPoint handle(static_cast<int>(slider_.across(slider_.control().value())), 0);
+        const QPoint at = slider_.mapTo(window(), handle);
+        constexpr int kFinger = 24; // pixels that it hides above the handle
+        const int left = std::clamp(at.x() - wide / 2, 0, std::max(0, window()->width() - wide));
+        setGeometry(left, std::max(0, at.y() - kFinger - size), wide, size);
+        raise();
+        show();
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        paintPlate(painter, rect(), QColor::fromRgb(kInk), Qt::transparent, 0, 4);
+        painter.setPen(QColor::fromRgb(kField));
+        QFont font = consoleFont(1, true);
+        font.setPixelSize(std::max(1, height() * 4 / 5));
+        paintText(painter, rect(), QString::number(slider_.control().value()), font, Qt::AlignCenter);
+    }
+
+private:
+    SliderView& slider_;
+};
+
+SliderView::~SliderView() {
+    delete bubble_;
+}
+
+void SliderView::sync() {
+    ControlView::sync();
+    showBubble();
+}
+
+void SliderView::setPressed(bool pressed) {
+    ControlView::setPressed(pressed);
+    showBubble();
+}
+
+void SliderView::showBubble() {
+    if (pressed() && bubble_ == nullptr) {
+        bubble_ = new Bubble(*this);
+    }
+    if (pressed()) {
+        bubble_->settle();
+    } else if (bubble_ != nullptr) {
+        bubble_->hide();
+    }
+}
+
 void SliderView::reconsider() {
     if (std::exchange(shownAlive_, isAlive()) != isAlive()) {
         update();
@@ -67,17 +126,6 @@ void SliderView::paintEvent(QPaintEvent* /*event*/) {
                pressed() ? QColor::fromRgb(kStrongEdge) : edge, pressed() ? 2 : 1);
     for (const int offset : {-4, 0, 4}) {
         painter.fillRect(QRectF(at + offset - 0.5, middle - half / 2, 1, half), edge);
-    }
-    if (pressed()) {
-        // Beside the knob, on the side with more room.
-        const double gap = kKnobWidth / 2.0 + 3;
-        const bool right = at < width() / 2.0;
-        const double room = std::min(48.0, (right ? width() - at : at) - gap);
-        const QRectF bubble(right ? at + gap : at - gap - room, middle - 11, room, 22);
-        paintPlate(painter, bubble, QColor::fromRgb(kInk), Qt::transparent, 0, 3);
-        painter.setPen(QColor::fromRgb(kField));
-        paintText(painter, bubble.toRect(), QString::number(control().value()), consoleFont(10, true),
-                  Qt::AlignCenter);
     }
     paintFocusMark(painter);
 }

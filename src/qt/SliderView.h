@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QPointer>
+
 #include "qt/ControlView.h"
 
 namespace quillon {
@@ -8,7 +10,10 @@ namespace quillon {
 class SliderView final : public ControlView {
 public:
     using ControlView::ControlView;
+    ~SliderView() override;
 
+    void sync() override;
+    void setPressed(bool pressed) override;
     void reconsider() override;
     /// A finger there is on the handle.
     [[nodiscard]] bool isOnHandle(QPoint place) const;
@@ -19,11 +24,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    class Bubble;
+
+    void showBubble();
     [[nodiscard]] double across(std::int32_t value) const;
     /// It can be dragged, and something comes of it.
     [[nodiscard]] bool isAlive() const;
 
     bool shownAlive_ = false;
+    QPointer<Bubble> bubble_; ///< lies on the window, which may take it away
 };
 
 } // namespace quillon

@@ -94,6 +94,12 @@ bool Control::old() const {
     return age != nullptr && reportedIn_ != 0 && reportedIn_ < age->time;
 }
 
+void Control::forgetReport() {
+    if (std::exchange(reportedIn_, 0) != 0) {
+        notify();
+    }
+}
+
 Control::~Control() {
     for (ControlLock* lock : locks_) {
         lock->forget(*this);

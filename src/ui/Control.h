@@ -50,6 +50,12 @@ enum class Role : std::uint8_t {
 /// Where a label's text stands. Two labels that are one phrase meet in the middle.
 enum class TextSide : std::uint8_t { Middle, Left, PhraseStart, PhraseEnd };
 
+enum class Look : std::uint8_t {
+    Plain,
+    OffWhenEmpty, ///< a field: a report that leaves it empty says that something is off
+    WhileOffered, ///< a key: there is nothing to see of it while it is disabled
+};
+
 /// What a kind of control may have. A property that the kind lacks refuses the read and the write.
 enum class Property : std::uint16_t {
     Visible = 1,
@@ -189,6 +195,9 @@ public:
     /// ms that a finger has to stay on the key for its press to count; 0 for a key that acts at once.
     [[nodiscard]] int holdTime() const { return holdTime_; }
     void setHoldTime(int ms) { holdTime_ = ms; }
+    /// Something in the look of the control that its properties do not tell. Written when it is made.
+    [[nodiscard]] Look look() const { return look_; }
+    void setLook(Look look) { look_ = look; }
 
     /// A text box that shows and does not take text.
     [[nodiscard]] bool readOnly() const { return readOnly_; }
@@ -201,6 +210,10 @@ public:
 
     /// What it holds was reported before the last silence, and not since.
     [[nodiscard]] bool old() const;
+    /// What it holds was reported.
+    [[nodiscard]] bool known() const { return reportedIn_ != 0; }
+    /// What was reported of it counts no more, whatever it shows.
+    void forgetReport();
 
     /// What stands on the screen for words that it holds: its host's phrases may say it in another language.
     [[nodiscard]] std::string onScreen(std::string_view words) const;
@@ -265,6 +278,7 @@ private:
     std::uint32_t reportedIn_ = 0; ///< the time of its last report; 0 for none
     Role role_ = Role::Plain;
     TextSide textSide_ = TextSide::Middle;
+    Look look_ = Look::Plain;
     bool readOnly_ = false;
     bool multiLine_ = false;
     bool border_ = true;

@@ -41,6 +41,7 @@ void addControls(ControlHost& host, std::span<const ControlRow> rows) {
         control.setRole(row.role);
         control.setTextSide(row.side);
         control.setHoldTime(row.hold);
+        control.setLook(row.look);
         if (control.has(Property::Art)) {
             control.setArt(row.art);
         }

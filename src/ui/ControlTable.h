@@ -8,8 +8,8 @@
 namespace quillon {
 
 /// One control of a screen's table. `index` -1 means none; `container` names the frame it lies on, such as
-/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name; `role`, `side` and `hold` as in
-/// Control.
+/// "fraMainMenuItem(0)", empty for the surface; `art` is a picture's name; `role`, `side`, `hold` and `look`
+/// as in Control.
 struct ControlRow {
     Kind kind;
     std::string_view name;
@@ -23,6 +23,7 @@ struct ControlRow {
     Role role = Role::Plain;
     TextSide side = TextSide::Middle;
     int hold = 0; ///< ms
+    Look look = Look::Plain;
 };
 
 /// The row with another role or side.
@@ -58,6 +59,14 @@ constexpr ControlRow choice(const ControlRow& row) {
 /// A key that has to be held, for so many ms.
 constexpr ControlRow heldFor(int hold, ControlRow row) {
     row.hold = hold;
+    return row;
+}
+constexpr ControlRow offWhenEmpty(ControlRow row) {
+    row.look = Look::OffWhenEmpty;
+    return row;
+}
+constexpr ControlRow whileOffered(ControlRow row) {
+    row.look = Look::WhileOffered;
     return row;
 }
 constexpr ControlRow warning(const ControlRow& row) {

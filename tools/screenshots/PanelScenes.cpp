@@ -102,6 +102,12 @@ void fluoroPage(Stage& stage) {
     stage.wait(200);
 }
 
+void nothingReported(Stage& stage) {
+    page(stage, "link.cmbMainMenu(3)");
+    stage.report("KVT0 FLA0");
+    stage.wait(200);
+}
+
 void debugView(Stage& stage) {
     userMode(stage);
     stage.application().link().setDebugActive(true);
@@ -117,6 +123,7 @@ constexpr std::array kScenes{
     Scene{"page-aec",               &aecPage},
     Scene{"page-daec",              &daecPage},
     Scene{"page-fluoro",            &fluoroPage},
+    Scene{"page-not-reported",      &nothingReported},
     Scene{"page-comm",              &commPage},
     Scene{"page-comm-closed",       &lists},
     Scene{"page-configuration",     &wholeConfiguration},

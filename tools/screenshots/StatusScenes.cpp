@@ -63,6 +63,11 @@ void workstationAsked(Stage& stage) {
     stage.wait(1500);
 }
 
+void workstationNotReported(Stage& stage) {
+    workstationAsked(stage);
+    stage.wait(9000);
+}
+
 void lentFluoroscopy(Stage& stage) {
     lent(stage);
     stage.report("ST5");
@@ -151,6 +156,7 @@ constexpr std::array kScenes{
     Scene{"status-no-step",         &noStep},
     Scene{"status-wrong-mode",      &wrongMode},
     Scene{"status-workstation",     &workstationAsked},
+    Scene{"status-not-reported",    &workstationNotReported},
     Scene{"status-fluoroscopy",     &lentFluoroscopy},
     Scene{"status-hold",            &counterHold},
     Scene{"status-not-stored",      &valueChanged},

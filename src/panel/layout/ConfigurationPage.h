@@ -41,7 +41,7 @@ inline constexpr auto kConfigurationPageRows = std::to_array<ControlRow>({
     upKey("cmbConfSyncTypeUp", kConfigPage, {4350, 1920, 390, 570}),
     {Kind::Label,  "lblKVTracking",      -1, kConfigPage, {60, 2550, 750, 570}, 9, "KV Tracking"},
     downKey("cmbKVTrackingDown", kConfigPage, {825, 2550, 390, 570}),
-    field({Kind::Label,  "txtCfgKVTracking",   -1, kConfigPage, {1245, 2550, 705, 570}, 10, ""}),
+    offWhenEmpty(field({Kind::Label,  "txtCfgKVTracking",   -1, kConfigPage, {1245, 2550, 705, 570}, 10, ""})),
     upKey("cmbKVTrackingUp", kConfigPage, {1980, 2550, 390, 570}),
     {Kind::Label,  "lblRAD_RF",          -1, kConfigPage, {2430, 2550, 750, 570}, 9, "RAD/RF"},
     field({Kind::Label,  "txtRAD_RF",          -1, kConfigPage, {3615, 2550, 705, 570}, 10, ""}),

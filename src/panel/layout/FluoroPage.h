@@ -30,7 +30,7 @@ inline constexpr auto kFluoroPageRows = std::to_array<ControlRow>({
     field({Kind::Label,  "txtFlContrast",       -1, kFluoroPage, {2895, 990, 900, 420}, 16, ""}),
     downKey("cmbContrastDown", kFluoroPage, {2895, 1440, 900, 585}),
     upKey("cmbKVPTrackingUp", kFluoroPage, {3840, 375, 900, 585}),
-    field({Kind::Label,  "txtFlKVPTracking",    -1, kFluoroPage, {3840, 990, 900, 420}, 16, ""}),
+    offWhenEmpty(field({Kind::Label,  "txtFlKVPTracking",    -1, kFluoroPage, {3840, 990, 900, 420}, 16, ""})),
     downKey("cmbKVPTrackingDown", kFluoroPage, {3840, 1440, 900, 585}),
     {Kind::Button, "cmbFlPPSNext",        -1, kFluoroPage, {60, 2085, 900, 510}, 10, "Next"},
     toggle({Kind::Button, "cmbFlContinuous",     -1, kFluoroPage, {60, 2655, 900, 510}, 9, "Continuous"}),

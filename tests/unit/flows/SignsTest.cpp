@@ -287,7 +287,11 @@ TEST_F(SignsTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
         EXPECT_TRUE(signs().pending.waits(key) && signs().pending.outdated(field));
         EXPECT_EQ(signs().status.doing().words, "WS5: waiting for the report");
     };
-    const std::pair<const char*, std::function<void()>> rows[] = {
+    const struct {
+        const char* why;
+        std::function<void()> ends;
+        const char* words = "";
+    } rows[] = {
         {"reported", [this] { report("WS5"); }},
         {"another one is reported", [this] { report("WS2"); }},
         {"another phase",
@@ -295,15 +299,33 @@ TEST_F(SignsTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
              report("ST7");
              report("ST8");
          }},
-        {"given up", [this] { wait(9000); }},
+        {"given up", [this] { wait(9000); }, "WS5 was not reported"},
     };
-    for (const auto& [why, ends] : rows) {
+    for (const auto& [why, ends, words] : rows) {
         report("WS1");
         press();
         ends();
         EXPECT_FALSE(signs().pending.waits(key) || signs().pending.outdated(field)) << why;
-        EXPECT_EQ(signs().status.doing().words, "") << why;
+        EXPECT_EQ(signs().status.doing().words, words) << why;
     }
+    report("ST8");
+    ASSERT_TRUE(application->input().click(*application->link().find("cmbTubeUp")));
+    EXPECT_EQ(signs().status.doing().words, "");
+}
+
+TEST_F(SignsTest, WhatWasNeverReportedIsNeitherOnNorOff) {
+    const auto unknown = [this](const char* name, int index) {
+        return PendingKeys::isUnknown(application->link().at(name, index));
+    };
+    const auto seen = [&unknown] {
+        return std::vector{unknown("cmbAECFieldLeft", 0), unknown("cmbAECFieldRight", 0),
+                           unknown("cmbAECFilmScreen", 0), unknown("cmbWS", 3)};
+    };
+    EXPECT_THAT(seen(), ElementsAre(true, true, true, true));
+    report("WS2\rFI00\rSC1");
+    EXPECT_THAT(seen(), ElementsAre(false, true, false, false)) << "one of a choice tells of all";
+    report("ST1\rST2");
+    EXPECT_THAT(seen(), ElementsAre(true, true, true, true)) << "it starts anew";
 }
 
 TEST_F(SignsTest, AChangedCalibrationValueIsToldUntilItIsStored) {
