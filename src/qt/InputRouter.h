@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <vector>
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -53,12 +52,9 @@ private:
     void letGo(int finger, bool over);
     void letGoOfAll();
 
-    [[nodiscard]] std::vector<Control*> keyboardOrder() const;
     /// The key that refuses what is asked; empty where nothing is asked, or more than one thing.
     [[nodiscard]] Control* refusingKey() const;
     bool escapePressed(const QKeyEvent& event);
-    /// Keys of a choice and the two of a step are one stop: the one in focus, the lit one or the first.
-    [[nodiscard]] std::vector<Control*> tabStops() const;
     void moveFocus(int step);
     /// Only moves: a key is pressed by those that press. Says whether there was anything to move to.
     bool moveInGroup(std::ptrdiff_t step);
