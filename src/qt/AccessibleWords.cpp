@@ -235,8 +235,8 @@ QStringList marksOf(const Control& control, const Signs& signs) {
 } // namespace
 
 bool isLit(const Control& control) {
-    return control.kind() == Kind::Button && control.backColour() != kNormalColour &&
-           control.role() != Role::Decline;
+    return control.kind() == Kind::Button && control.role() != Role::Decline &&
+           (control.backColour() != kNormalColour || control.darkened());
 }
 
 QString accessibleName(const Control& control, const Signs* signs) {

@@ -138,6 +138,9 @@ public:
     void setFontSize(double points);
     [[nodiscard]] Colour backColour() const;
     void setBackColour(Colour colour);
+    /// A key that is on goes dark for a moment, to draw the eye: it is not off by that.
+    void darken(Colour colour);
+    [[nodiscard]] bool darkened() const { return darkened_; }
     [[nodiscard]] const std::string& tag() const;
     void setTag(std::string_view tag);
     [[nodiscard]] const std::string& caption() const;
@@ -269,6 +272,7 @@ private:
     bool multiLine_ = false;
     bool border_ = true;
     bool keptBack_ = false;
+    bool darkened_ = false;
 };
 
 } // namespace quillon
