@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QTouchEvent>
 
+#include "qt/Keypad.h"
 #include "qt/ListView.h"
 #include "qt/Screen.h"
 #include "qt/SliderView.h"
@@ -45,6 +47,9 @@ InputRouter::InputRouter(Screen& screen, ControlHost& form, Input& input)
 
 void InputRouter::forget(const Control& control) {
     std::erase_if(held_, [&control](const auto& entry) { return isBelow(entry.second.control, control); });
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && isBelow(pad->box(), control)) {
+        pad->close();
+    }
     if (focus_ != nullptr && isBelow(focus_, control)) {
         focus_ = nullptr;
         focusMarked_ = false;
@@ -88,6 +93,10 @@ bool InputRouter::eventFilter(QObject* /*window*/, QEvent* event) {
 
 bool InputRouter::press(int finger, QPoint place) {
     letGo(finger, false); // a release that the platform lost
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && pad->covers(place)) {
+        pad->press(finger, place);
+        return true;
+    }
     Control& control = screen_.controlAt(place);
     const bool text = control.kind() == Kind::TextBox;
     if (!screen_.admits(control)) {
@@ -99,10 +108,24 @@ bool InputRouter::press(int finger, QPoint place) {
     } else {
         hold(finger, control);
     }
+    if (text) {
+        openKeypad(finger, control);
+    }
     return !text;
 }
 
+void InputRouter::openKeypad(int finger, const Control& box) {
+    Keypad* pad = screen_.keypad();
+    const auto held = held_.find(finger);
+    if (pad != nullptr && pad->openFor(box) && held != held_.end()) {
+        held->second.opened = true;
+    }
+}
+
 bool InputRouter::move(int finger, QPoint place) {
+    if (screen_.keypad() != nullptr && screen_.keypad()->holds(finger)) {
+        return true;
+    }
     const auto entry = held_.find(finger);
     if (entry == held_.end()) {
         return false;
@@ -115,11 +138,21 @@ bool InputRouter::move(int finger, QPoint place) {
 }
 
 bool InputRouter::release(int finger, QPoint place) {
+    if (screen_.keypad() != nullptr && screen_.keypad()->release(finger, place)) {
+        return true;
+    }
     const auto entry = held_.find(finger);
     if (entry == held_.end()) {
         return false;
     }
     const bool text = entry->second.control->kind() == Kind::TextBox;
+    if (const ControlView* view = screen_.view(*entry->second.control);
+        view != nullptr && entry->second.opened) {
+        // The first digit replaces what stands there; another touch places the cursor.
+        if (auto* line = qobject_cast<QLineEdit*>(view->editor())) {
+            line->selectAll();
+        }
+    }
     letGo(finger, &screen_.controlAt(place) == entry->second.control);
     return !text;
 }
@@ -150,6 +183,9 @@ void InputRouter::hold(int finger, Control& control) {
     if (ControlView* view = screen_.view(control)) {
         view->setPressed(true);
     }
+    if (control.holdTime() > 0) {
+        screen_.tellHold(control);
+    }
     if (control.kind() != Kind::List && control.kind() != Kind::Slider) {
         input_.press(control);
     }
@@ -173,6 +209,8 @@ void InputRouter::letGo(int finger, bool over) {
         if (over && !longEnough(held)) {
             over = false;
             screen_.tellHold(control);
+        } else if (over && control.holdTime() > 0) {
+            screen_.tellNothing();
         }
         input_.release(control, over);
     } else if (over && view != nullptr) {
@@ -185,6 +223,9 @@ bool InputRouter::longEnough(const Held& held) const {
 }
 
 void InputRouter::letGoOfAll() {
+    if (Keypad* pad = screen_.keypad()) {
+        pad->letGoOfAll();
+    }
     while (!held_.empty()) {
         letGo(held_.begin()->first, false);
     }
@@ -231,6 +272,10 @@ bool InputRouter::escapePressed(const QKeyEvent& event) {
     }
     if (held_.contains(kSpaceKey)) {
         letGo(kSpaceKey, false);
+        return true;
+    }
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && pad->box() != nullptr) {
+        pad->close();
         return true;
     }
     Control* key = refusingKey();
@@ -287,6 +332,9 @@ void InputRouter::setFocus(Control* control, bool byKeyboard) {
     letGo(kSpaceKey, false);
     if (ControlView* before = focus_ == nullptr ? nullptr : screen_.view(*focus_)) {
         before->setFocusMark(false);
+    }
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && pad->box() != control) {
+        pad->close();
     }
     focus_ = control;
     focusMarked_ = control != nullptr && byKeyboard;
