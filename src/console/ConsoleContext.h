@@ -6,6 +6,7 @@
 #include "console/ConsoleKeys.h"
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
+#include "console/Signs.h"
 #include "link/TorvaneSerial.h"
 #include "panel/KeyNeeds.h"
 #include "runtime/EventLoop.h"
@@ -24,6 +25,7 @@ struct ConsoleContext {
     ConsoleEvents& events;
     Operations& operations; ///< a workflow adds its public operations here
     KeyNeeds& needs;        ///< and what its keys need
+    RefusedValues& refused; ///< raised for a value that was not taken
     Desktop& desktop;
     EventLoop& loop;
     std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner

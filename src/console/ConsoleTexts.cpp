@@ -88,6 +88,9 @@ constexpr std::array kTexts{
     TextRow{"sValueLeft",                  &T::sValueLeft,                 "The calibration value was not stored"},
     TextRow{"sNotStored",                  &T::sNotStored,                 "changed, not stored"},
     TextRow{"sBackBy",                     &T::sBackBy,                    "Back: %1"},
+    // What may stand in a box; %1 and %2 are numbers
+    TextRow{"sBounds",                     &T::sBounds,                    "%1 to %2"},
+    TextRow{"sBoundsOfKeys",               &T::sBoundsOfKeys,              "keys: %1 to %2"},
     // Why a key does nothing, behind its words and a colon
     TextRow{"sWhyError",                   &T::sWhyError,                  "reset the error first"},
     TextRow{"sWhyNoError",                 &T::sWhyNoError,                "no error stands"},
@@ -106,6 +109,7 @@ constexpr std::array kTexts{
     TextRow{"sWhyFixedKVP",                &T::sWhyFixedKVP,               "the kVp of a station is fixed here"},
     TextRow{"sWhyNoNumber",                &T::sWhyNoNumber,               "type a number first"},
     TextRow{"sWhyHold",                    &T::sWhyHold,                   "hold for %1 s"},
+    TextRow{"sWhyHoldToEnd",               &T::sWhyHoldToEnd,              "hold for %1 s to end the program"},
     TextRow{"sWhyHandle",                  &T::sWhyHandle,                 "drag the handle, or use the arrows"},
     // What looks tell, for a screen reader
     TextRow{"sMarkPrompt",                 &T::sMarkPrompt,                 "prompt"},
@@ -115,7 +119,12 @@ constexpr std::array kTexts{
     TextRow{"sMarkAlarm",                  &T::sMarkAlarm,                  "alarm"},
     TextRow{"sMarkLit",                    &T::sMarkLit,                    "lit"},
     TextRow{"sMarkPending",                &T::sMarkPending,                "sent, not confirmed"},
-    TextRow{"sMarkOld",                    &T::sMarkOld,                    "from before the silence"},
+    TextRow{"sMarkOld",                    &T::sMarkOld,                    "old"},
+    TextRow{"sMarkEmpty",                  &T::sMarkEmpty,                  "empty"},
+    TextRow{"sMarkBack",                   &T::sMarkBack,                   "back"},
+    // The keypad of a touch panel
+    TextRow{"sKeypadErase",                &T::sKeypadErase,                "Erase"},
+    TextRow{"sKeypadDone",                 &T::sKeypadDone,                 "Done"},
     // The generator at a glance
     TextRow{"sStateUnheard",               &T::sStateUnheard,               "Nothing heard yet"},
     TextRow{"sStateNotKnown",              &T::sStateNotKnown,             "Not known"},

@@ -72,6 +72,8 @@ struct ConsoleTexts {
     std::string sValueLeft;
     std::string sNotStored;
     std::string sBackBy;
+    std::string sBounds;
+    std::string sBoundsOfKeys;
     std::string sWhyError;
     std::string sWhyNoError;
     std::string sWhyExposure;
@@ -89,6 +91,7 @@ struct ConsoleTexts {
     std::string sWhyFixedKVP;
     std::string sWhyNoNumber;
     std::string sWhyHold;
+    std::string sWhyHoldToEnd;
     std::string sWhyHandle;
     std::string sMarkPrompt;
     std::string sMarkRadiation;
@@ -98,6 +101,10 @@ struct ConsoleTexts {
     std::string sMarkLit;
     std::string sMarkPending;
     std::string sMarkOld;
+    std::string sMarkEmpty;
+    std::string sMarkBack;
+    std::string sKeypadErase;
+    std::string sKeypadDone;
     std::string sStateUnheard;
     std::string sStateNotKnown;
     std::string sStateReady;

@@ -201,6 +201,14 @@ std::string KeyReasons::whyState(const Control& key) const {
     return texts.sWhyNotNow;
 }
 
+std::string KeyReasons::whyHeld(const Control& key) const {
+    const ConsoleTexts& texts = context_.texts;
+    const bool ends = key.name() == nameOf(Key::Close);
+    return key.holdTime() == 0
+               ? std::string()
+               : ConsoleTexts::filled(ends ? texts.sWhyHoldToEnd : texts.sWhyHold, {key.holdTime() / 1000});
+}
+
 std::string KeyReasons::why(const Control& key) const {
     if (!isKey(key)) {
         return {};

@@ -17,6 +17,8 @@ public:
     [[nodiscard]] bool keepsBack(const Control& key) const;
     /// Why a press comes to nothing, in the operator's language; empty where it does something.
     [[nodiscard]] std::string why(const Control& key) const;
+    /// How long the key has to be held, in the operator's language; empty for one that acts at once.
+    [[nodiscard]] std::string whyHeld(const Control& key) const;
     /// Something in front shuts it off: a panel, or a screen of its own.
     [[nodiscard]] static bool shutOff(const Control& key);
 

@@ -60,7 +60,7 @@ constexpr std::array kPositions{
 
 constexpr std::string_view kMnemonic = "URS";
 constexpr int kDigits = 3;
-constexpr double kHighest = 999;
+constexpr int kHighest = 999;
 
 /// A number too large for any type is too large for a position as well.
 double valueOf(std::string_view text) {
@@ -71,14 +71,17 @@ double valueOf(std::string_view text) {
     }
 }
 
+int lowestOf(Accepts accepts) {
+    return accepts == Accepts::ZeroAndAbove ? 0 : 1;
+}
+
 bool accepted(Accepts accepts, std::string_view text) {
     if (accepts == Accepts::Zero) {
         return true;
     }
     const double value = valueOf(text);
     // What would be sent as zero is no end position, however little it is above it.
-    const double lowest = accepts == Accepts::ZeroAndAbove ? 0 : 1;
-    return value >= 0 && value <= kHighest && std::nearbyint(value) >= lowest;
+    return value >= 0 && value <= kHighest && std::nearbyint(value) >= lowestOf(accepts);
 }
 
 } // namespace
@@ -112,8 +115,24 @@ void OrlaPositioner::toggle() {
 
 void OrlaPositioner::show(bool open) {
     m_OrlaActive = open;
+    tellBounds();
     console_["fraOrla"].setVisible(open);
     SelectOrlaAxis(0);
+}
+
+std::string OrlaPositioner::boundsOf(std::size_t position) const {
+    const std::int64_t lowest = lowestOf(kPositions.at(position).accepts);
+    return ConsoleTexts::filled(context_.texts.sBounds, {lowest, kHighest});
+}
+
+void OrlaPositioner::tellBounds() {
+    for (std::size_t position = 0; position < kPositions.size(); ++position) {
+        if (kPositions[position].accepts != Accepts::Zero) {
+            std::string label(kPositions[position].valueBox);
+            label.replace(0, 3, "lbl"); // the one of the box "txt..."
+            console_[label].setNote(boundsOf(position));
+        }
+    }
 }
 
 void OrlaPositioner::SelectOrlaAxis(std::int32_t axis) {
@@ -135,6 +154,7 @@ void OrlaPositioner::set(std::size_t position) {
     }
     if (!accepted(row.accepts, text)) {
         box.setText("");
+        context_.refused.raise(&box, boundsOf(position));
         return;
     }
     // The sign stands in the head and never in the number.

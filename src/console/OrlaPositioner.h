@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "console/ServiceSession.h"
@@ -19,6 +20,8 @@ public:
 private:
     void toggle();
     void show(bool open);
+    [[nodiscard]] std::string boundsOf(std::size_t position) const;
+    void tellBounds();
     void SelectOrlaAxis(std::int32_t axis);
     void set(std::size_t position);
 

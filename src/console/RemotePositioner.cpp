@@ -45,23 +45,13 @@ void write(Control& box, std::string_view text) {
     box.setBackColour(kWindowColour);
 }
 
-/// The whole number in a box. A box without one is marked until it is edited.
-std::optional<std::int16_t> numberIn(Control& box) {
-    try {
-        return toInt16(box.text());
-    } catch (const Fault&) {
-        box.setBackColour(kRefusedColour);
-        return std::nullopt;
-    }
+/// Whether the number fits the four digits of its field.
+bool fitsField(int number) {
+    return number >= 0 && number <= kFieldLimit;
 }
 
-/// Whether the number fits the four digits of its field; the box that holds it is marked when not.
-bool fitsField(int number, Control& box) {
-    const bool fits = number >= 0 && number <= kFieldLimit;
-    if (!fits) {
-        box.setBackColour(kRefusedColour);
-    }
-    return fits;
+const PointRow& rowOf(std::int16_t point) {
+    return kPointRows.at(static_cast<std::size_t>(point - 1));
 }
 
 } // namespace
@@ -117,6 +107,7 @@ void RemotePositioner::toggle() {
 void RemotePositioner::open() {
     m_RemoteActive = true;
     m_CalibPoint = 1;
+    tellBounds();
     screen_.show({"fraRemote"});
     write(TxtADCValueCalib_, ""); // a reading of before is none of the point that is stored next
     tmrRequestADC_.run();
@@ -133,8 +124,39 @@ void RemotePositioner::close() {
     tmrRequestADC_.stop();
 }
 
+std::string RemotePositioner::bounds(std::int64_t lowest, std::int64_t highest) const {
+    return ConsoleTexts::filled(context_.texts.sBounds, {lowest, highest});
+}
+
+void RemotePositioner::tellBounds() {
+    // What is typed into the box of the SID may go beyond what its keys step.
+    console_["lblRemoteSID"].setNote(
+        ConsoleTexts::filled(context_.texts.sBoundsOfKeys, {kLowestSID, kHighestSID}));
+    console_["Label25"].setNote(bounds(0, kFieldLimit));
+    const PointRow& band = rowOf(m_CalibPoint);
+    console_["lblURSWHCalib1lbl"].setNote(bounds(band.lowest, band.highest));
+}
+
+void RemotePositioner::refuse(Control& box, const std::string& bounds) {
+    box.setBackColour(kRefusedColour);
+    context_.refused.raise(&box, bounds);
+}
+
+std::optional<std::int16_t> RemotePositioner::numberIn(Control& box) {
+    std::optional<std::int16_t> number;
+    try {
+        number = toInt16(box.text());
+    } catch (const Fault&) { // told below
+    }
+    if (!number || !fitsField(*number)) {
+        refuse(box, bounds(0, kFieldLimit));
+        return std::nullopt;
+    }
+    return number;
+}
+
 void RemotePositioner::stepParameter(int step) {
-    const PointRow& band = kPointRows.at(static_cast<std::size_t>(m_CalibPoint - 1));
+    const PointRow& band = rowOf(m_CalibPoint);
     const int wanted = m_CalibParameter + step;
     // Each key looks at its own end of the band, so a value from outside comes back by steps or at once.
     const int parameter = step > 0 ? std::min(wanted, band.highest) : std::max(wanted, band.lowest);
@@ -144,12 +166,13 @@ void RemotePositioner::stepParameter(int step) {
 
 void RemotePositioner::storePoint() {
     const int tenths = m_CalibParameter * kTenths;
-    if (!fitsField(tenths, TxtParamCalib_)) {
+    if (!fitsField(tenths)) {
+        refuse(TxtParamCalib_, bounds(rowOf(m_CalibPoint).lowest, rowOf(m_CalibPoint).highest));
         return;
     }
     m_PointParameter.at(static_cast<std::size_t>(m_CalibPoint - 1)) = static_cast<std::int16_t>(tenths);
     const std::optional<std::int16_t> reading = numberIn(TxtADCValueCalib_);
-    if (!reading || !fitsField(*reading, TxtADCValueCalib_)) {
+    if (!reading) {
         return;
     }
     std::string data = decimalText(m_CalibPoint - 1);
@@ -163,6 +186,7 @@ void RemotePositioner::nextPoint() {
     m_CalibParameter = toInt16(static_cast<double>(m_PointParameter.at(point)) / kTenths);
     console_["lblURSWHCalib1lbl"].setCaption(
         ConsoleTexts::filled(context_.texts.sPointParameter, {std::int64_t{m_CalibPoint}}));
+    tellBounds();
     write(TxtParamCalib_, decimalText(m_CalibParameter));
 }
 
@@ -190,8 +214,7 @@ void RemotePositioner::stepSID(int step) {
 }
 
 void RemotePositioner::storeSID() {
-    const std::optional<std::int16_t> sid = numberIn(txtRemoteSID_);
-    if (sid && fitsField(*sid, txtRemoteSID_)) {
+    if (const std::optional<std::int16_t> sid = numberIn(txtRemoteSID_)) {
         context_.link.commands().send(command("URSSetNewRemoteSID"), *sid);
     }
 }

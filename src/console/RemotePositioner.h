@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "console/ServiceSession.h"
@@ -20,6 +22,12 @@ private:
     void toggle();
     void open();
     void close();
+    [[nodiscard]] std::string bounds(std::int64_t lowest, std::int64_t highest) const;
+    void tellBounds();
+    /// Marks the box until it is edited, and tells what may stand there.
+    void refuse(Control& box, const std::string& bounds);
+    /// The whole number in a box that fits the four digits of its field; else the box is refused.
+    [[nodiscard]] std::optional<std::int16_t> numberIn(Control& box);
     void stepParameter(int step);
     void storePoint();
     void nextPoint();

@@ -6,6 +6,12 @@
 
 namespace quillon {
 
+namespace {
+
+constexpr int kCloseHold = 1000; // ms; the key stands where other screens have their way back
+
+} // namespace
+
 void RestScreen::show(const StandingRow& row, bool laysOut) {
     constexpr Keys kLaidOut = kModeKeys | Key::GoToUserMode;
     showArea(row);
@@ -135,12 +141,14 @@ void RestScreen::openScreen(Keys keys, const Control& wayBack, std::function<voi
     screenLock_ = ControlLock(std::move(taken));
     screenClose_ = std::move(close);
     wayBack_ = &wayBack;
+    context_.console[nameOf(Key::Close)].setHoldTime(kCloseHold);
     screenChanged.raise();
 }
 
 void RestScreen::closeScreen() {
     screenLock_.release();
     wayBack_ = nullptr;
+    context_.console[nameOf(Key::Close)].setHoldTime(0);
     if (const auto close = std::exchange(screenClose_, {})) {
         close();
         screenChanged.raise();

@@ -1,7 +1,12 @@
 #pragma once
 
+#include <string>
+
+#include "runtime/Signal.h"
+
 namespace quillon {
 
+class Control;
 class Exposures;
 class Glance;
 class KeyReasons;
@@ -9,6 +14,9 @@ class PendingKeys;
 class StatusLine;
 class UnsavedValue;
 struct ConsoleTexts;
+
+/// The box that holds, or held, the value; and what may stand there.
+using RefusedValues = Signal<const Control*, std::string>;
 
 /// What the screen shows beside the controls. A front end reads it, paints it, and is told of changes by each
 /// part's own signal; nothing of it can be reached, named or replaced like a control.
@@ -19,6 +27,7 @@ struct Signs {
     KeyReasons& reasons;
     UnsavedValue& unsaved;
     StatusLine& status;
+    RefusedValues& refused;
     const ConsoleTexts& texts; ///< the words for what looks tell
 };
 

@@ -72,7 +72,9 @@ struct ctrQuillonConsole::Parts {
     Parts(ctrQuillonConsole& host, const Context& given,
           std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl);
 
-    [[nodiscard]] Signs signs() { return {glance, exposures, pending, reasons, unsaved, status, texts}; }
+    [[nodiscard]] Signs signs() {
+        return {glance, exposures, pending, reasons, unsaved, status, refused, texts};
+    }
     void initialize();
     void addProperties();
     void setButtonOffColor(Colour colour);
@@ -90,6 +92,7 @@ struct ctrQuillonConsole::Parts {
     Phrases phrases;
     Operations operations;
     KeyNeeds needs{[this](std::string_view mnemonic) { return link.allows(mnemonic); }};
+    RefusedValues refused;
     ConsoleContext context;
     ScalingLayout layout;
 
@@ -137,6 +140,7 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
                                                                          host.events,
                                                                          operations,
                                                                          needs,
+                                                                         refused,
                                                                          given.desktop,
                                                                          given.loop,
                                                                          given.positionerToCalibrate,

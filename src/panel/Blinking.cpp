@@ -37,7 +37,7 @@ void Blinking::blinkingTick() {
         }
     }
     if (state_.m_WarnTM) {
-        paintWarnedKey(dark ? kNormalColour : kActiveColour);
+        paintWarnedKey(dark);
     }
     state_.m_BlinkOff = dark;
 }
@@ -50,12 +50,17 @@ void Blinking::blinkingOffTick() {
         state_.*warned.flag = false;
     }
     state_.m_WarnTM = false;
-    paintWarnedKey(kActiveColour);
+    paintWarnedKey(false);
 }
 
-void Blinking::paintWarnedKey(Colour colour) {
-    if (state_.m_TechniqueMode == kWarnedTechniqueMode) {
-        cmbTM3_.setBackColour(colour);
+void Blinking::paintWarnedKey(bool dark) {
+    if (state_.m_TechniqueMode != kWarnedTechniqueMode) {
+        return;
+    }
+    if (dark) {
+        cmbTM3_.darken(kNormalColour);
+    } else {
+        cmbTM3_.setBackColour(kActiveColour);
     }
 }
 

@@ -16,7 +16,7 @@ private:
     void blinkingTick();
     void blinkingOffTick();
 
-    void paintWarnedKey(Colour colour);
+    void paintWarnedKey(bool dark);
 
     GeneratorState& state_;
     ControlHost& panel_;

@@ -19,7 +19,7 @@ namespace {
 constexpr int kMoment = 1; // ms
 constexpr int kNews = 50;  // ms, within which several changes are told together
 
-void tap(QWindow& window, QPoint place) {
+void tapOn(QWindow& window, QPoint place) {
     const QPointF at(place);
     const QPointF global(window.mapToGlobal(place));
     QMouseEvent down(QEvent::MouseButtonPress, at, at, global, Qt::LeftButton, Qt::LeftButton, {});
@@ -84,7 +84,16 @@ void AccessibleNews::press(ControlView& view) {
     QTimer::singleShot(kMoment, &view, [this, &view] {
         const QRect place = seenPlace(view);
         if (!place.isEmpty()) {
-            tap(*screen_.window().windowHandle(), place.center());
+            tapOn(*screen_.window().windowHandle(), place.center());
+            look();
+        }
+    });
+}
+
+void AccessibleNews::tap(QWidget& key) {
+    QTimer::singleShot(kMoment, &key, [this, &key] {
+        if (key.isVisible()) {
+            tapOn(*screen_.window().windowHandle(), key.mapTo(key.window(), key.rect().center()));
             look();
         }
     });

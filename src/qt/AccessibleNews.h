@@ -32,6 +32,7 @@ public:
 
     // Each is done in a moment and not before it returns: a handler may open a box, and wait in it.
     void press(ControlView& view);
+    void tap(QWidget& key);
     void slide(ControlView& view, int value);
     /// Replaces a part of a text box's text, as typed.
     void type(ControlView& view, int start, int length, const QString& text);

@@ -14,6 +14,7 @@
 #include "qt/Convert.h"
 #include "qt/FormWindow.h"
 #include "qt/GlanceView.h"
+#include "qt/Keypad.h"
 #include "qt/ListView.h"
 #include "qt/StatusBar.h"
 
@@ -53,6 +54,9 @@ QRegion seen(const ControlView& view) {
             const auto* other = dynamic_cast<const ControlView*>(stack[i]);
             if (other != nullptr && other->isVisible() && other->control().kind() != Kind::Picture) {
                 rest -= other->geometry();
+            } else if (const auto* pad = dynamic_cast<const Keypad*>(stack[i]);
+                       pad != nullptr && pad->isVisible()) {
+                rest -= pad->geometry();
             }
         }
     }
@@ -79,6 +83,9 @@ QString signWords(const QWidget& widget) {
     }
     if (const auto* news = dynamic_cast<const NewsField*>(&widget)) {
         return allWords(*news);
+    }
+    if (const auto* key = dynamic_cast<const PadKey*>(&widget)) {
+        return key->name();
     }
     return {};
 }
@@ -309,6 +316,9 @@ QAccessibleInterface* accessibleOf(const QString& /*className*/, QObject* object
     }
     if (ControlView* view = viewOf(widget)) {
         return new ControlNode(widget, *view);
+    }
+    if (auto* key = dynamic_cast<PadKey*>(widget)) {
+        return accessibleOf(*key);
     }
     if (dynamic_cast<GlanceView*>(widget) != nullptr) {
         return new SignNode(widget, QAccessible::StaticText);

@@ -10,6 +10,7 @@
 #include "console/ConsoleTexts.h"
 #include "console/KeyReasons.h"
 #include "console/PendingKeys.h"
+#include "console/StatusLine.h"
 #include "qt/Convert.h"
 
 namespace quillon {
@@ -77,6 +78,10 @@ bool isValue(const Control& control) {
            (control.kind() == Kind::Label && control.caption().empty());
 }
 
+bool isField(const Control& control) {
+    return control.kind() == Kind::Label && control.role() == Role::Field;
+}
+
 /// The unit behind a value, which touches it.
 const Control* unitOf(const Control& value) {
     constexpr Twips kTouching = 30;
@@ -128,6 +133,23 @@ const Control* labelOfValueBefore(const Control& key) {
     return value ? labelOf(*before.front()) : nullptr;
 }
 
+/// The caption of the nearest frame around it that has one.
+QString frameOf(const Control& control) {
+    for (const Control* at = control.container(); at->kind() == Kind::Frame; at = at->container()) {
+        if (QString caption = captionOf(*at); !caption.isEmpty()) {
+            return caption;
+        }
+    }
+    return {};
+}
+
+/// A label without a letter, such as "+" for the far end of an axis, tells nothing by itself.
+QString subjectBy(const Control& label) {
+    const QString words = captionOf(label);
+    const bool tells = std::any_of(words.begin(), words.end(), [](QChar one) { return one.isLetter(); });
+    return tells ? words : (frameOf(label) + QLatin1Char(' ') + words).trimmed();
+}
+
 /// The words beside the control that say what it is about.
 QString subjectOf(const Control& control) {
     if (control.container() == nullptr) {
@@ -137,14 +159,14 @@ QString subjectOf(const Control& control) {
         return oneLine(control.onScreen(control.note()));
     }
     if (const Control* label = labelOf(control)) {
-        return captionOf(*label);
+        return subjectBy(*label);
     }
     if (const Control* heading = headingOf(control)) {
         return captionOf(*heading);
     }
     if (control.kind() == Kind::Button && !isStep(control)) {
         const Control* label = labelOfValueBefore(control);
-        return label != nullptr ? captionOf(*label) : QString();
+        return label != nullptr ? subjectBy(*label) : QString();
     }
     for (const Control* one : neighbours(control, true, false)) {
         if (one->kind() == Kind::Button && !isStep(*one)) {
@@ -154,12 +176,7 @@ QString subjectOf(const Control& control) {
             break;
         }
     }
-    for (const Control* at = control.container(); at->kind() == Kind::Frame; at = at->container()) {
-        if (QString caption = captionOf(*at); !caption.isEmpty()) {
-            return caption;
-        }
-    }
-    return {};
+    return frameOf(control);
 }
 
 QString keyName(const Control& key, const Signs* signs) {
@@ -172,6 +189,18 @@ QString keyName(const Control& key, const Signs* signs) {
                          : key.art() == "down" ? QStringLiteral("-")
                                                : captionOf(key);
     return isStep(key) ? (subjectOf(key) + QLatin1Char(' ') + sign).trimmed() : sign;
+}
+
+/// A value that is empty is a thing to know.
+QString labelName(const Control& label, const Signs* signs) {
+    QString words = captionOf(label);
+    if (words.isEmpty() && isField(label) && signs != nullptr) {
+        words = oneLine(label.saysOff() ? signs->texts.sOff : signs->texts.sMarkEmpty);
+    }
+    const QString note = oneLine(label.note());
+    return note.isEmpty()                ? words
+           : label.role() == Role::Plain ? words + QStringLiteral(", ") + note
+                                         : note + QStringLiteral(". ") + words;
 }
 
 /// A panel is called by its title, or by the first words that stand out on it.
@@ -209,6 +238,14 @@ std::string T::*rankOf(Role role) {
     }
 }
 
+/// A value, or a lit key, that was not reported since the silence or since what was sent.
+bool isOld(const Control& control, const Signs& signs) {
+    const bool value = control.kind() == Kind::TextBox ? control.readOnly() && !control.text().empty()
+                       : control.kind() == Kind::Label ? isField(control) && !control.caption().empty()
+                                                       : isLit(control) && PendingKeys::isReported(control);
+    return value && (control.old() || signs.pending.outdated(control));
+}
+
 /// What is to be seen of the control beside its words.
 QStringList marksOf(const Control& control, const Signs& signs) {
     QStringList all;
@@ -216,11 +253,18 @@ QStringList marksOf(const Control& control, const Signs& signs) {
     if (const auto rank = rankOf(control.role())) {
         add(rank);
     }
-    if (control.lamp() && isLit(control)) {
+    const bool wayBack = signs.status.wayBack() == &control;
+    if ((control.lamp() && isLit(control)) || wayBack) {
         add(&T::sMarkLit);
+    }
+    if (wayBack) {
+        add(&T::sMarkBack);
     }
     if (signs.reasons.keepsBack(control)) {
         all << oneLine(signs.reasons.why(control));
+    }
+    if (control.kind() == Kind::Button) {
+        all << oneLine(signs.reasons.whyHeld(control));
     }
     if (signs.pending.waits(control)) {
         add(&T::sMarkPending);
@@ -228,8 +272,7 @@ QStringList marksOf(const Control& control, const Signs& signs) {
     if (PendingKeys::isUnknown(control)) {
         add(&T::sStateNotKnown);
     }
-    const bool value = control.kind() == Kind::TextBox || control.role() == Role::Field;
-    if (value && control.old()) {
+    if (isOld(control, signs)) {
         add(&T::sMarkOld);
     }
     return all;
@@ -238,8 +281,8 @@ QStringList marksOf(const Control& control, const Signs& signs) {
 } // namespace
 
 bool isLit(const Control& control) {
-    return control.kind() == Kind::Button && control.backColour() != kNormalColour &&
-           control.role() != Role::Decline;
+    return control.kind() == Kind::Button && control.role() != Role::Decline &&
+           (control.backColour() != kNormalColour || control.darkened());
 }
 
 QString accessibleName(const Control& control, const Signs* signs) {
@@ -255,8 +298,7 @@ QString accessibleName(const Control& control, const Signs* signs) {
     case Kind::Button:
         return keyName(control, signs);
     case Kind::Label:
-        return control.note().empty() ? captionOf(control)
-                                      : oneLine(control.note()) + QStringLiteral(". ") + captionOf(control);
+        return labelName(control, signs);
     case Kind::TextBox:
     case Kind::List:
     case Kind::Slider: {
@@ -279,6 +321,11 @@ QString accessibleDescription(const Control& control, const Signs* signs) {
     if ((key && !isStep(control) && !control.lamp()) ||
         (control.kind() == Kind::Label && control.role() == Role::Field)) {
         all << subjectOf(control);
+    }
+    if (control.kind() == Kind::TextBox && control.container() != nullptr) {
+        if (const Control* label = labelOf(control)) {
+            all << oneLine(label->note()); // what may stand in it
+        }
     }
     if (signs != nullptr) {
         all << marksOf(control, *signs);

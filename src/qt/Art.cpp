@@ -35,6 +35,29 @@ void paintArrow(QPainter& painter, const QRectF& place, const QColor& ink, bool 
     painter.drawPath(arrow);
 }
 
+/// Back to where one came from: an arrow to the left.
+void paintBack(QPainter& painter, const QRectF& place, const QColor& ink) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    const double unit = box.width() / 20;
+    const auto at = [&](double x, double y) { return box.topLeft() + QPointF(x, y) * unit; };
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawPolygon(
+        QPolygonF({at(1, 10), at(10, 2), at(10, 7.4), at(19, 7.4), at(19, 12.6), at(10, 12.6), at(10, 18)}));
+}
+
+/// What was typed last goes: a label that points to it, with a cross.
+void paintErase(QPainter& painter, const QRectF& place, const QColor& ink) {
+    const QRectF box = middle(place, std::min(place.width(), place.height()));
+    const double unit = box.width() / 20;
+    const auto at = [&](double x, double y) { return box.topLeft() + QPointF(x, y) * unit; };
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(ink, 1.8 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolygon(QPolygonF({at(1, 10), at(7, 3.5), at(19, 3.5), at(19, 16.5), at(7, 16.5)}));
+    painter.drawLine(at(10, 7), at(16, 13));
+    painter.drawLine(at(10, 13), at(16, 7));
+}
+
 /// The rotor comes up to speed: a disc and an arrow that runs round it.
 void paintPreparation(QPainter& painter, const QRectF& place, const QColor& ink) {
     const double edge = std::min(place.width(), place.height());
@@ -228,6 +251,10 @@ void paintArt(QPainter& painter, std::string_view name, const QRectF& place, con
     painter.setRenderHint(QPainter::Antialiasing);
     if (name == "up" || name == "down") {
         paintArrow(painter, place, ink, name == "up");
+    } else if (name == "back") {
+        paintBack(painter, place, ink);
+    } else if (name == "erase") {
+        paintErase(painter, place, ink);
     } else if (name == "preparation") {
         paintPreparation(painter, place, ink);
     } else if (name == "exposure") {

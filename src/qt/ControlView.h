@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include <QWidget>
 
@@ -24,6 +25,8 @@ public:
     virtual void reconsider() {}
     /// The text on it as it is painted; empty where there is none.
     [[nodiscard]] virtual std::optional<Words> words() const { return std::nullopt; }
+    /// What the window writes beside that, smaller.
+    [[nodiscard]] virtual std::vector<Words> notes() const { return {}; }
     /// The child that takes typed text; empty where nothing can be typed.
     [[nodiscard]] virtual QWidget* editor() const { return nullptr; }
 

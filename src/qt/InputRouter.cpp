@@ -3,13 +3,15 @@
 #include <algorithm>
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QTouchEvent>
 
-#include "qt/AccessibleWords.h"
+#include "qt/Keypad.h"
 #include "qt/ListView.h"
 #include "qt/Screen.h"
 #include "qt/SliderView.h"
+#include "qt/TabOrder.h"
 
 namespace quillon {
 
@@ -30,59 +32,12 @@ bool presses(int key) {
     return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
-bool takesKeyboard(Kind kind) {
-    return kind == Kind::Button || kind == Kind::TextBox || kind == Kind::List || kind == Kind::Slider;
-}
-
-/// What two keys of a step have in common: "cmbConfTube" of "cmbConfTubeUp".
-std::string_view stepOf(const Control& key) {
-    const std::string_view name = key.name();
-    for (const std::string_view end : {"Up", "Down"}) {
-        if (name.ends_with(end)) {
-            return name.substr(0, name.size() - end.size());
-        }
-    }
-    return {};
-}
-
-/// The two follow one another and are one stop of Tab: keys of a choice, or the two of a step.
-bool areGrouped(const Control& a, const Control& b) {
-    if (a.kind() != Kind::Button || b.kind() != Kind::Button || a.container() != b.container()) {
-        return false;
-    }
-    return (a.role() == Role::Choice && b.role() == Role::Choice) ||
-           (!stepOf(a).empty() && stepOf(a) == stepOf(b));
-}
-
 /// -1, 1, or 0 for a key that is no arrow.
 std::ptrdiff_t arrowStep(int key) {
     if (key == Qt::Key_Left || key == Qt::Key_Up) {
         return -1;
     }
     return key == Qt::Key_Right || key == Qt::Key_Down ? 1 : 0;
-}
-
-/// The panel in front of the console; empty where there is none.
-const Control* frontPanel(const ControlHost& form) {
-    for (const Control* console : form.stack()) {
-        for (auto each = console->stack().rbegin(); each != console->stack().rend(); ++each) {
-            if ((*each)->kind() == Kind::User && (*each)->visible()) {
-                return *each;
-            }
-        }
-    }
-    return nullptr;
-}
-
-void collect(const ControlHost& host, const Input& input, std::vector<Control*>& found) {
-    for (const auto& control : host.controls()) {
-        if (takesKeyboard(control->kind()) && input.reachable(*control)) {
-            found.push_back(control.get());
-        }
-        if (const auto* inner = dynamic_cast<const ControlHost*>(control.get())) {
-            collect(*inner, input, found);
-        }
-    }
 }
 
 } // namespace
@@ -92,6 +47,9 @@ InputRouter::InputRouter(Screen& screen, ControlHost& form, Input& input)
 
 void InputRouter::forget(const Control& control) {
     std::erase_if(held_, [&control](const auto& entry) { return isBelow(entry.second.control, control); });
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && isBelow(pad->box(), control)) {
+        pad->close();
+    }
     if (focus_ != nullptr && isBelow(focus_, control)) {
         focus_ = nullptr;
         focusMarked_ = false;
@@ -135,6 +93,10 @@ bool InputRouter::eventFilter(QObject* /*window*/, QEvent* event) {
 
 bool InputRouter::press(int finger, QPoint place) {
     letGo(finger, false); // a release that the platform lost
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && pad->covers(place)) {
+        pad->press(finger, place);
+        return true;
+    }
     Control& control = screen_.controlAt(place);
     const bool text = control.kind() == Kind::TextBox;
     if (!screen_.admits(control)) {
@@ -146,10 +108,24 @@ bool InputRouter::press(int finger, QPoint place) {
     } else {
         hold(finger, control);
     }
+    if (text) {
+        openKeypad(finger, control);
+    }
     return !text;
 }
 
+void InputRouter::openKeypad(int finger, const Control& box) {
+    Keypad* pad = screen_.keypad();
+    const auto held = held_.find(finger);
+    if (pad != nullptr && pad->openFor(box) && held != held_.end()) {
+        held->second.opened = true;
+    }
+}
+
 bool InputRouter::move(int finger, QPoint place) {
+    if (screen_.keypad() != nullptr && screen_.keypad()->holds(finger)) {
+        return true;
+    }
     const auto entry = held_.find(finger);
     if (entry == held_.end()) {
         return false;
@@ -162,11 +138,21 @@ bool InputRouter::move(int finger, QPoint place) {
 }
 
 bool InputRouter::release(int finger, QPoint place) {
+    if (screen_.keypad() != nullptr && screen_.keypad()->release(finger, place)) {
+        return true;
+    }
     const auto entry = held_.find(finger);
     if (entry == held_.end()) {
         return false;
     }
     const bool text = entry->second.control->kind() == Kind::TextBox;
+    if (const ControlView* view = screen_.view(*entry->second.control);
+        view != nullptr && entry->second.opened) {
+        // The first digit replaces what stands there; another touch places the cursor.
+        if (auto* line = qobject_cast<QLineEdit*>(view->editor())) {
+            line->selectAll();
+        }
+    }
     letGo(finger, &screen_.controlAt(place) == entry->second.control);
     return !text;
 }
@@ -197,6 +183,9 @@ void InputRouter::hold(int finger, Control& control) {
     if (ControlView* view = screen_.view(control)) {
         view->setPressed(true);
     }
+    if (control.holdTime() > 0) {
+        screen_.tellHold(control);
+    }
     if (control.kind() != Kind::List && control.kind() != Kind::Slider) {
         input_.press(control);
     }
@@ -220,6 +209,8 @@ void InputRouter::letGo(int finger, bool over) {
         if (over && !longEnough(held)) {
             over = false;
             screen_.tellHold(control);
+        } else if (over && control.holdTime() > 0) {
+            screen_.tellNothing();
         }
         input_.release(control, over);
     } else if (over && view != nullptr) {
@@ -232,6 +223,9 @@ bool InputRouter::longEnough(const Held& held) const {
 }
 
 void InputRouter::letGoOfAll() {
+    if (Keypad* pad = screen_.keypad()) {
+        pad->letGoOfAll();
+    }
     while (!held_.empty()) {
         letGo(held_.begin()->first, false);
     }
@@ -280,6 +274,10 @@ bool InputRouter::escapePressed(const QKeyEvent& event) {
         letGo(kSpaceKey, false);
         return true;
     }
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && pad->box() != nullptr) {
+        pad->close();
+        return true;
+    }
     Control* key = refusingKey();
     if (key != nullptr && !held_.contains(kEscapeKey) && screen_.admits(*key)) {
         hold(kEscapeKey, *key);
@@ -300,57 +298,23 @@ bool InputRouter::keyReleased(const QKeyEvent& event) {
 }
 
 Control* InputRouter::refusingKey() const {
-    std::vector<Control*> found = keyboardOrder();
+    std::vector<Control*> found = keyboardOrder(form_, input_);
     std::erase_if(found, [](const Control* each) {
         return each->kind() != Kind::Button || each->role() != Role::Decline;
     });
     return found.size() == 1 ? found.front() : nullptr;
 }
 
-std::vector<Control*> InputRouter::keyboardOrder() const {
-    std::vector<Control*> order;
-    collect(form_, input_, order);
-    if (const Control* panel = frontPanel(form_)) {
-        // What it spares comes behind its own keys.
-        std::stable_partition(order.begin(), order.end(),
-                              [panel](const Control* each) { return liesOn(each, *panel); });
-    }
-    return order;
-}
-
-std::vector<Control*> InputRouter::tabStops() const {
-    std::vector<Control*> stops;
-    const Control* before = nullptr;
-    for (Control* each : keyboardOrder()) {
-        if (before == nullptr || !areGrouped(*before, *each)) {
-            stops.push_back(each);
-        } else if (each == focus_ ||
-                   (stops.back() != focus_ && each->role() == Role::Choice && isLit(*each))) {
-            stops.back() = each;
-        }
-        before = each;
-    }
-    return stops;
-}
-
 bool InputRouter::moveInGroup(std::ptrdiff_t step) {
-    const std::vector<Control*> order = keyboardOrder();
-    const auto count = static_cast<std::ptrdiff_t>(order.size());
-    const auto present = std::find(order.begin(), order.end(), focus_) - order.begin();
-    const std::ptrdiff_t next = present + step;
-    if (step == 0 || present == count || next < 0 || next >= count) {
-        return false;
+    Control* control = besideInGroup(keyboardOrder(form_, input_), focus_, step);
+    if (control != nullptr) {
+        setFocus(control, true);
     }
-    Control* control = order[static_cast<std::size_t>(next)];
-    if (!areGrouped(*focus_, *control)) {
-        return false;
-    }
-    setFocus(control, true);
-    return true;
+    return control != nullptr;
 }
 
 void InputRouter::moveFocus(int step) {
-    const std::vector<Control*> order = tabStops();
+    const std::vector<Control*> order = tabStops(keyboardOrder(form_, input_), focus_);
     if (order.empty()) {
         setFocus(nullptr, true);
         return;
@@ -368,6 +332,9 @@ void InputRouter::setFocus(Control* control, bool byKeyboard) {
     letGo(kSpaceKey, false);
     if (ControlView* before = focus_ == nullptr ? nullptr : screen_.view(*focus_)) {
         before->setFocusMark(false);
+    }
+    if (Keypad* pad = screen_.keypad(); pad != nullptr && pad->box() != control) {
+        pad->close();
     }
     focus_ = control;
     focusMarked_ = control != nullptr && byKeyboard;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <vector>
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -46,6 +45,7 @@ private:
         int x = 0;                ///< of the window, where it has gripped a slider's handle
         std::int32_t gripped = 0; ///< the slider's value then
         bool moved = false;       ///< and has given it another one
+        bool opened = false;      ///< the keypad, by a touch of its box
     };
 
     void hold(int finger, Control& control);
@@ -53,16 +53,15 @@ private:
     void letGo(int finger, bool over);
     void letGoOfAll();
 
-    [[nodiscard]] std::vector<Control*> keyboardOrder() const;
     /// The key that refuses what is asked; empty where nothing is asked, or more than one thing.
     [[nodiscard]] Control* refusingKey() const;
     bool escapePressed(const QKeyEvent& event);
-    /// Keys of a choice and the two of a step are one stop: the one in focus, the lit one or the first.
-    [[nodiscard]] std::vector<Control*> tabStops() const;
     void moveFocus(int step);
     /// Only moves: a key is pressed by those that press. Says whether there was anything to move to.
     bool moveInGroup(std::ptrdiff_t step);
     void setFocus(Control* control, bool byKeyboard);
+    /// A box that can be typed in was touched.
+    void openKeypad(int finger, const Control& box);
     void grip(int finger, Control& slider, QPoint place);
     void dragTo(Held& held, QPoint place);
     void letGoOfSlider(const Held& held);

@@ -113,7 +113,7 @@ std::string_view KeyView::sign() const {
     if (isEnabled() && isKeptBack()) {
         return "lock";
     }
-    return control().role() == Role::Radiation ? "radiation" : "";
+    return isWayBack() ? "back" : control().role() == Role::Radiation ? "radiation" : "";
 }
 
 bool KeyView::hasCornerLock() const {
@@ -125,7 +125,7 @@ QRect KeyView::signPlace() const {
         const int edge = std::max(9, height() * 3 / 10);
         return {5, 4, edge, edge};
     }
-    const int edge = std::min(width() / 4, height() * (control().role() == Role::Radiation ? 3 : 2) / 5);
+    const int edge = std::min(width() / 4, height() * (sign() == "lock" ? 2 : 3) / 5);
     return {8, (height() - edge) / 2 + (pressed() ? 1 : -1), edge, edge};
 }
 

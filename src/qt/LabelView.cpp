@@ -83,8 +83,8 @@ QColor LabelView::ground() const {
 
 std::optional<Words> LabelView::words() const {
     const RankLook* look = rank();
-    // A note belies the words behind it; that of a value is not written, its room is the value's.
-    const bool noted = !control().note().empty() && control().role() != Role::Field;
+    // The note of an alarm belies the words behind it.
+    const bool noted = !control().note().empty() && look != nullptr;
     const std::string note = noted ? control().note() + "\n" : "";
     Words words{rect(),
                 toQtLines(note + std::string(control().onScreen(control().caption()))).trimmed(),
@@ -94,8 +94,7 @@ std::optional<Words> LabelView::words() const {
                                                                 : kInk),
                 ground(),
                 Qt::AlignVCenter | alignmentOf(control().textSide())};
-    if (signs() != nullptr && control().look() == Look::OffWhenEmpty && control().caption().empty() &&
-        control().known()) {
+    if (signs() != nullptr && control().saysOff()) {
         words.text = toQt(signs()->texts.sOff);
         words.ink = QColor::fromRgb(kMutedInk);
     }
@@ -113,6 +112,8 @@ std::optional<Words> LabelView::words() const {
         words.place.adjust(4, 1, -4, -1);
     } else if (control().role() == Role::Prompt) {
         words.place.setLeft(10);
+    } else if (hasSmallNote()) {
+        words.place.setBottom(smallNotePlace().top() - 1);
     } else {
         // Half a blank of space where a phrase is parted.
         const int gap = QFontMetrics(words.font).horizontalAdvance(QLatin1Char(' ')) / 2;
@@ -120,6 +121,23 @@ std::optional<Words> LabelView::words() const {
                            control().textSide() == TextSide::PhraseStart ? -gap : 0, 0);
     }
     return words;
+}
+
+bool LabelView::hasSmallNote() const {
+    return control().role() == Role::Plain && !control().note().empty();
+}
+
+QRect LabelView::smallNotePlace() const {
+    return rect().adjusted(2, height() * 62 / 100, -2, -1);
+}
+
+std::vector<Words> LabelView::notes() const {
+    if (!hasSmallNote()) {
+        return {};
+    }
+    QFont font = consoleFont(1);
+    font.setPixelSize(std::max(8, smallNotePlace().height() * 7 / 10));
+    return {Words{smallNotePlace(), toQtLines(control().note()), font, QColor::fromRgb(kMutedInk), ground()}};
 }
 
 void LabelView::paintEvent(QPaintEvent* /*event*/) {
@@ -142,6 +160,9 @@ void LabelView::paintEvent(QPaintEvent* /*event*/) {
         }
     }
     paintWords(painter, *words());
+    for (const Words& note : notes()) {
+        paintWords(painter, note);
+    }
 }
 
 } // namespace quillon

@@ -10,6 +10,8 @@ public:
     using ControlView::ControlView;
 
     [[nodiscard]] std::optional<Words> words() const override;
+    /// What may stand in the box beside it.
+    [[nodiscard]] std::vector<Words> notes() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -21,6 +23,8 @@ private:
     [[nodiscard]] bool hasPlate() const;
     /// Where its rank's sign goes.
     [[nodiscard]] QRect signPlace() const;
+    [[nodiscard]] bool hasSmallNote() const;
+    [[nodiscard]] QRect smallNotePlace() const;
     [[nodiscard]] bool looksDisabled() const { return !control().lamp() && !isEnabled(); }
     /// A value from before the generator fell silent.
     [[nodiscard]] bool looksOld() const;

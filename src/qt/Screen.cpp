@@ -18,6 +18,7 @@
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
 #include "qt/KeyView.h"
+#include "qt/Keypad.h"
 #include "qt/StatusBar.h"
 
 namespace quillon {
@@ -68,6 +69,7 @@ Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, s
 
 void Screen::connectSigns() {
     bar_ = new StatusBar(signs_->status, window_.get());
+    keypad_ = new Keypad(*this, input_, signs_->texts);
     bar_->onSecond = [this] { post(); };
     input_.keepsBack = [this](const Control& control) { return signs_->reasons.keepsBack(control); };
     pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
@@ -76,6 +78,8 @@ void Screen::connectSigns() {
             news_->look();
         }
     });
+    refused_ = signs_->refused.connect(
+        [this](const Control* box, const std::string& bounds) { tellWhy(*box, bounds); });
     statusChanged_ = signs_->status.changed.connect([this] { post(); });
     const auto showGlance = [this] {
         if (glance_ != nullptr) {
@@ -91,6 +95,7 @@ Screen::~Screen() {
     if (signs_) {
         input_.keepsBack = nullptr;
         signs_->pending.changed.disconnect(pendingChanged_);
+        signs_->refused.disconnect(refused_);
         signs_->status.changed.disconnect(statusChanged_);
         signs_->exposures.changed.disconnect(exposuresChanged_);
         signs_->glance.changed.disconnect(glanceChanged_);
@@ -122,7 +127,13 @@ bool Screen::admits(const Control& control) {
 
 void Screen::tellHold(const Control& control) {
     if (bar_ != nullptr) {
-        tellWhy(control, ConsoleTexts::filled(signs_->texts.sWhyHold, {control.holdTime() / 1000}));
+        tellWhy(control, signs_->reasons.whyHeld(control));
+    }
+}
+
+void Screen::tellNothing() {
+    if (bar_ != nullptr) {
+        bar_->tellWhy({});
     }
 }
 
@@ -217,6 +228,7 @@ void Screen::flush() {
         for (const auto& [control, shown] : views_) {
             shown->reconsider();
         }
+        keypad_->settle();
     }
     news_->look();
 }
@@ -271,7 +283,7 @@ void Screen::restack(const Control& container) const {
 }
 
 Control& Screen::controlAt(QPoint place) const {
-    if (window_->foot().contains(place)) {
+    if (window_->foot().contains(place) || (keypad_ != nullptr && keypad_->covers(place))) {
         return form_;
     }
     Control& front = frontMost(place);

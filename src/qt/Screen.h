@@ -19,6 +19,7 @@ namespace quillon {
 
 class AccessibleNews;
 class InputRouter;
+class Keypad;
 class StatusBar;
 
 /// The window's mirror of the form: one widget a control. Changes are collected and shown together, once per
@@ -43,11 +44,15 @@ public:
     [[nodiscard]] ControlView* view(const Control& control) const;
     /// The foot of the window; empty where there are no signs.
     [[nodiscard]] const StatusBar* bar() const { return bar_; }
+    /// What a finger types with; empty where there are no signs.
+    [[nodiscard]] Keypad* keypad() const { return keypad_; }
     /// A finger, a key or a screen reader asks for the control: whether a press is handed on. Where nothing
     /// would come of it, the foot says why.
     [[nodiscard]] bool admits(const Control& control);
-    /// It was let go too early; or it was touched beside its handle.
+    /// It has to be held; and it was.
     void tellHold(const Control& control);
+    void tellNothing();
+    /// It was touched beside its handle.
     void tellHandle(const Control& control);
     /// What a finger at a pixel of the window is on: the front-most visible control, or beside a key that is
     /// smaller than a finger the key. Where two are in reach it is the nearer one.
@@ -76,10 +81,12 @@ private:
     AccessibleNews* news_; ///< the window's
     QPointer<GlanceView> glance_;
     StatusBar* bar_ = nullptr; ///< the window's
+    Keypad* keypad_ = nullptr; ///< the window's
     std::unordered_map<const Control*, ControlView*> views_;
     std::unordered_set<Control*> changed_;
     std::unordered_set<Control*> reordered_;
     Signal<const Control*>::Connection pendingChanged_ = 0;
+    RefusedValues::Connection refused_ = 0;
     Signal<>::Connection statusChanged_ = 0;
     Signal<>::Connection exposuresChanged_ = 0;
     Signal<>::Connection glanceChanged_ = 0;

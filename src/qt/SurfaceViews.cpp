@@ -61,6 +61,28 @@ std::optional<Words> FrameView::words() const {
                  unsaved() ? QColor::fromRgb(kLampFace) : ground()};
 }
 
+std::vector<Words> FrameView::notes() const {
+    std::vector<Words> all;
+    for (const Control* value : control().stack()) {
+        if (value->kind() != Kind::Label || value->role() != Role::Field || value->note().empty()) {
+            continue;
+        }
+        const QRect place = toPixels(value->place());
+        const QRect before(0, place.top(), place.left() - kCaptionInset, place.height());
+        const std::vector<Control*>& others = control().stack();
+        const bool first = std::none_of(others.begin(), others.end(), [&before](const Control* other) {
+            return other->visible() && toPixels(other->place()).intersects(before);
+        });
+        if (first && before.width() > 0) {
+            all.push_back({before.adjusted(kCaptionInset, 0, 0, 0), toQtLines(value->note()),
+                           consoleFont(value->fontSize() * 2 / 3),
+                           QColor::fromRgb(isEnabled() ? kInk : kMutedInk), ground(),
+                           Qt::AlignVCenter | Qt::AlignRight});
+        }
+    }
+    return all;
+}
+
 void FrameView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), ground());
@@ -77,6 +99,9 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
     if (caption) {
         painter.fillRect(caption->place, caption->ground);
         paintWords(painter, *caption);
+    }
+    for (const Words& note : notes()) {
+        paintWords(painter, note);
     }
 }
 

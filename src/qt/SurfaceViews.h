@@ -25,6 +25,8 @@ public:
 
     void reconsider() override;
     [[nodiscard]] std::optional<Words> words() const override;
+    /// The names of rows: the note of a value, before the first of its row.
+    [[nodiscard]] std::vector<Words> notes() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

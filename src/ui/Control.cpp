@@ -165,7 +165,13 @@ Colour Control::backColour() const {
     return backColour_;
 }
 
+void Control::darken(Colour colour) {
+    setBackColour(colour);
+    darkened_ = true;
+}
+
 void Control::setBackColour(Colour colour) {
+    darkened_ = false;
     assign(BackColour, backColour_, colour);
 }
 

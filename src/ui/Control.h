@@ -144,6 +144,9 @@ public:
     void setFontSize(double points);
     [[nodiscard]] Colour backColour() const;
     void setBackColour(Colour colour);
+    /// A key that is on goes dark for a moment, to draw the eye: it is not off by that.
+    void darken(Colour colour);
+    [[nodiscard]] bool darkened() const { return darkened_; }
     [[nodiscard]] const std::string& tag() const;
     void setTag(std::string_view tag);
     [[nodiscard]] const std::string& caption() const;
@@ -198,6 +201,8 @@ public:
     /// Something in the look of the control that its properties do not tell. Written when it is made.
     [[nodiscard]] Look look() const { return look_; }
     void setLook(Look look) { look_ = look; }
+    /// A field whose report has left it empty, which says that something is off.
+    [[nodiscard]] bool saysOff() const { return look_ == Look::OffWhenEmpty && caption_.empty() && known(); }
 
     /// A text box that shows and does not take text.
     [[nodiscard]] bool readOnly() const { return readOnly_; }
@@ -283,6 +288,7 @@ private:
     bool multiLine_ = false;
     bool border_ = true;
     bool keptBack_ = false;
+    bool darkened_ = false;
 };
 
 } // namespace quillon

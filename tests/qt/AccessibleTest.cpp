@@ -154,7 +154,20 @@ TEST(AccessibleScenes, WhatHasNoLabelOfItsOwnIsToldByWhatItBelongsTo) {
         {"remote", "LblValue4", "PT4. 4095", "ADC"},
         {"page-fluoro", "link.cmbFlPPSNext", "Next", "PPS"},
         {"page-fluoro", "link.cmdFlResetTime", "Reset", "Time"},
-        {"page-rad", "link.cmbTM(3)", "3P", ""},
+        {"page-rad", "link.cmbTM(3)", "3P", "Technique"},
+        {"page-fluoro", "link.cmbFlContinuous", "Continuous", "PPS"},
+        {"remote", "txtRemoteSID", "SID", "keys: 100 to 2000"},
+        {"remote", "lblURSWHCalib1lbl", "PT1, 0 to 50", ""},
+        {"remote", "cmdMultiRoom", "MultiRoom Calibration", "lit, back"},
+        {"remote", "cmbClose", "Close", "hold for 1 s to end the program"},
+        {"orla-longitudinal", "txtOTCLongMinus", "Ceiling Suspension Longitudinal Position -", "1 to 999"},
+        {"orla-longitudinal", "cmdSetOTCLongPlus", "Set", "Ceiling Suspension Longitudinal Position +"},
+        {"silence", "link.txtMACal", "0100", "mA, old"},
+        // A unit that touches the value on its right names it.
+        {"user-mode-exposure", "lblActKVP", "81", "kVp"},
+        {"user-mode-exposure", "lblActMA", "500", "mA"},
+        {"user-mode-exposure", "lblActMS", "125", "ms"},
+        {"user-mode-exposure", "lblActMAS", "62.5", "mAs"},
     };
     for (const auto& row : rows) {
         const auto stage = sceneNamed(row.scene).staged(QSize(1012, 756));
@@ -188,6 +201,46 @@ TEST(AccessibleScenes, AKeyIsCheckedThatIsAChoiceOrASwitchAndNotOneThatIsLitForT
         EXPECT_EQ(node->role(), row.role) << row.key;
         EXPECT_EQ(bool(node->state().checkable), row.role != QAccessible::PushButton) << row.key;
         EXPECT_EQ(bool(node->state().checked), row.checked) << row.key;
+    }
+}
+
+TEST(AccessibleScenes, AValueThatIsEmptyIsToldToBeSo) {
+    const auto stage = sceneNamed("configuration").staged(QSize(1012, 756));
+    stage->control("link.txtCfgKVTracking").setCaption("");
+    QAccessibleInterface* node = nodeIn(*stage, "link.txtCfgKVTracking");
+    EXPECT_GE(node->parent()->indexOfChild(node), 0);
+    EXPECT_EQ(fromQt(node->text(QAccessible::Name)), "empty");
+    EXPECT_EQ(fromQt(node->text(QAccessible::Description)), "KV Tracking");
+}
+
+TEST(AccessibleScenes, AKeyThatAWarningDarkensForAMomentStaysChecked) {
+    const auto stage = sceneNamed("page-rad").staged(QSize(1012, 756));
+    stage->report("TM3 WN16");
+    const Control& key = stage->control("link.cmbTM(3)");
+    std::set<Colour> colours;
+    for (int i = 0; i < 20; ++i, stage->wait(300)) {
+        colours.insert(key.backColour());
+        EXPECT_TRUE(nodeIn(*stage, "link.cmbTM(3)")->state().checked) << i;
+    }
+    EXPECT_EQ(colours.size(), 2U) << "it does blink";
+    stage->report("TM3 WN16");
+    while (!key.darkened()) {
+        stage->wait(100);
+    }
+    stage->report("TM2");
+    EXPECT_FALSE(nodeIn(*stage, "link.cmbTM(3)")->state().checked);
+}
+
+TEST(AccessibleScenes, TheKeyboardEntersThePanelInFrontAndIsToldThere) {
+    for (const auto& [scene, key] :
+         {std::pair{"workstation", "SelWSCal.cmbWSUp"},
+          std::pair{"autocal-focus", "AutocalSelFocusOrParameter.cmbAutocalSmallFocus"}}) {
+        const auto stage = sceneNamed(scene).staged(QSize(1012, 756));
+        stage->screen().flush();
+        EXPECT_FALSE(nodeIn(*stage, key)->state().focused) << "nobody has chosen it yet";
+        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+        QCoreApplication::sendEvent(stage->screen().window().windowHandle(), &tab);
+        EXPECT_TRUE(nodeIn(*stage, key)->state().focused) << scene;
     }
 }
 

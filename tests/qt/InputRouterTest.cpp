@@ -147,7 +147,10 @@ TEST_F(InputRouterTest, TabTakesAGroupAsOneStopAndArrowsMoveInIt) {
                                &add(Kind::Button, "cmbWS3", {1200, 3000, 600, 600}),
                                &add(Kind::Button, "cmbTubeDown", {1800, 3000, 600, 600}),
                                &add(Kind::Button, "cmbTubeUp", {2400, 3000, 600, 600}),
-                               &add(Kind::Button, "cmbDoorDown", {3000, 3000, 600, 600})};
+                               &add(Kind::Button, "cmbDoorDown", {3000, 3000, 600, 600}),
+                               &add(Kind::Button, "cmdDownSID", {3600, 3000, 600, 600}),
+                               &add(Kind::TextBox, "txtSID", {4200, 3000, 600, 600}),
+                               &add(Kind::Button, "cmdUPSid", {4800, 3000, 600, 600})};
     for (int i = 0; i < 3; ++i) {
         keys[i]->setRole(Role::Choice);
     }
@@ -157,9 +160,10 @@ TEST_F(InputRouterTest, TabTakesAGroupAsOneStopAndArrowsMoveInIt) {
     keys[1]->setBackColour(kActiveColour);
     turn();
     std::string walk;
-    const std::array strokes{Qt::Key_Tab,  Qt::Key_Tab, Qt::Key_Tab,   Qt::Key_Right,  Qt::Key_Right,
-                             Qt::Key_Left, Qt::Key_Up,  Qt::Key_Up,    Qt::Key_Tab,    Qt::Key_Down,
-                             Qt::Key_Down, Qt::Key_Tab, Qt::Key_Right, Qt::Key_Backtab};
+    const std::array strokes{Qt::Key_Tab,  Qt::Key_Tab,   Qt::Key_Tab,   Qt::Key_Right,   Qt::Key_Right,
+                             Qt::Key_Left, Qt::Key_Up,    Qt::Key_Up,    Qt::Key_Tab,     Qt::Key_Down,
+                             Qt::Key_Down, Qt::Key_Tab,   Qt::Key_Right, Qt::Key_Backtab, Qt::Key_Tab,
+                             Qt::Key_Tab,  Qt::Key_Right, Qt::Key_Tab,   Qt::Key_Tab};
     for (const Qt::Key stroke : strokes) {
         key(QEvent::KeyPress, stroke);
         for (const auto& control : form.controls()) {
@@ -168,7 +172,7 @@ TEST_F(InputRouterTest, TabTakesAGroupAsOneStopAndArrowsMoveInIt) {
         }
     }
     EXPECT_EQ(walk, "first second cmbWS2 cmbWS3 cmbWS3 cmbWS2 cmbWS1 cmbWS1 cmbTubeDown cmbTubeUp cmbTubeUp "
-                    "cmbDoorDown cmbDoorDown cmbTubeDown ");
+                    "cmbDoorDown cmbDoorDown cmbTubeDown cmbDoorDown cmdDownSID cmdUPSid txtSID first ");
     EXPECT_EQ(takeLog(), "") << "moving presses nothing";
 }
 

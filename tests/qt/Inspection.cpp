@@ -10,6 +10,7 @@
 #include "qt/AccessibleWords.h"
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
+#include "qt/Keypad.h"
 #include "qt/StatusBar.h"
 
 namespace quillon {
@@ -62,6 +63,27 @@ void inspectText(const ControlView& view, const Tell& tell) {
     if (const auto words = view.words()) {
         inspectWords(*words, view.editor() != nullptr, panelPixels(kLampCapitals, view.window()->size()),
                      [&](const std::string& what) { tell(view.control(), what); });
+    }
+    for (const Words& note : view.notes()) {
+        inspectWords(note, false, 0, [&](const std::string& what) { tell(view.control(), what); });
+    }
+}
+
+/// The open keypad: its words, where it is, and what it covers.
+void inspectKeypad(const Screen& screen, const Tell& tell) {
+    const Keypad& pad = *screen.keypad();
+    if (pad.box() == nullptr) {
+        return;
+    }
+    for (const PadKey* key : pad.keys()) {
+        inspectWords(key->words(), false, 0, [&](const std::string& what) { tell(*pad.box(), what); });
+    }
+    const ControlView* box = screen.view(*pad.box());
+    const QRect shown(box->mapTo(box->window(), QPoint()), box->size());
+    const QRect form(0, 0, box->window()->width(),
+                     static_cast<const FormWindow*>(box->window())->foot().top());
+    if (pad.geometry().intersects(shown) || !form.contains(pad.geometry())) {
+        tell(*pad.box(), "has a keypad in the wrong place");
     }
 }
 
@@ -160,6 +182,7 @@ Findings inspect(Screen& screen, const Control& form) {
             inspectWords(words, false, 0, [&](const std::string& what) { tell(form, what); });
         }
     }
+    inspectKeypad(screen, tell);
     const Findings inBar = inspectBar(screen);
     findings.insert(findings.end(), inBar.begin(), inBar.end());
     return findings;
@@ -192,6 +215,13 @@ Findings smallTargets(Screen& screen, const Control& form, int finger) {
                                std::to_string(reach.height()));
         }
     });
+    if (screen.keypad()->box() != nullptr) {
+        for (const PadKey* key : screen.keypad()->keys()) {
+            if (std::min(key->width(), key->height()) < finger) {
+                findings.push_back("a key of the keypad is " + std::to_string(key->width()));
+            }
+        }
+    }
     return findings;
 }
 
@@ -202,6 +232,9 @@ std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
         if (const auto words = view.words()) {
             texts.push_back({pathOf(view.control()), words->text.toStdString()});
         }
+        for (const Words& note : view.notes()) {
+            texts.push_back({pathOf(view.control()), note.text.toStdString()});
+        }
         for (const auto& told : {accessibleName, accessibleDescription}) {
             texts.push_back({pathOf(view.control()), told(view.control(), view.signs()).toStdString()});
         }
@@ -210,6 +243,9 @@ std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
     if (const GlanceView* glance = screen.glance()) {
         const std::vector<Words> words = glance->words();
         beside.insert(beside.end(), words.begin(), words.end());
+    }
+    for (const PadKey* key : screen.keypad()->keys()) {
+        texts.push_back({pathOf(form), key->name().toStdString()});
     }
     for (const Words& words : beside) {
         texts.push_back({pathOf(form), words.text.toStdString()});

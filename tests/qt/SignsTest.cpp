@@ -92,6 +92,52 @@ TEST(Signs, APressInVainIsToldAtTheFootAndBeginsNothing) {
     }
 }
 
+/// All that the foot tells.
+std::string told(Stage& stage) {
+    QString all;
+    for (const Words& words : stage.screen().bar()->words()) {
+        all += words.text + "|";
+    }
+    return all.toStdString();
+}
+
+TEST(Signs, AValueThatIsNotTakenIsToldWithWhatMayStandThere) {
+    const struct {
+        const char* scene;
+        const char* box;
+        const char* value;
+        const char* key;
+        const char* told;
+    } rows[] = {
+        {"remote", "txtRemoteSID", "10000", "cmdSetNewSID", "|SID: 0 to 9999|"},
+        {"remote", "TxtADCValueCalib", "", "cmdStoreCalibPoint", "|ADC Value: 0 to 9999|"},
+        {"orla-tray", "txtOTCTrayPlus", "0", "cmdSetOTCTrayPlus", "Tray Position Calibration +: 1 to 999|"},
+        {"orla-sid", "txtSIDMinus", "-1", "cmdSetSIDMinus", "|Min: 0 to 999|"},
+    };
+    for (const auto& [scene, box, value, key, words] : rows) {
+        const auto stage = sceneNamed(scene).staged(QSize(1012, 756));
+        stage->type(box, value);
+        stage->touch(key);
+        EXPECT_THAT(told(*stage), testing::HasSubstr(words));
+    }
+}
+
+TEST(Signs, CloseHasToBeHeldWhereAPositionersScreenIsOpen) {
+    const auto stage = sceneNamed("remote").staged(QSize(1012, 756));
+    stage->touch("cmbClose");
+    EXPECT_THAT(told(*stage), testing::HasSubstr("Close: hold for 1 s to end the program"));
+    EXPECT_TRUE(stage->application().console().session().idle());
+    EXPECT_TRUE(stage->control("fraRemote").visible());
+    stage->touch("cmbClose", 1100);
+    EXPECT_TRUE(stage->application().console().session().is(Run::Closing));
+    EXPECT_THAT(told(*stage), testing::Not(testing::HasSubstr("hold for")));
+
+    const auto back = sceneNamed("remote").staged(QSize(1012, 756));
+    back->touch("cmdMultiRoom");
+    back->touch("cmbClose");
+    EXPECT_TRUE(back->application().console().session().is(Run::Closing)) << "at rest it acts at once";
+}
+
 TEST(Signs, TheFootAsksForTheTimeOnceASecondWhileItCounts) {
     const auto stage = sceneNamed("silence").staged(QSize(640, 480));
     int asked = 0;

@@ -28,6 +28,22 @@ void remoteRefused(Stage& stage) {
     stage.click("cmdSetNewSID");
 }
 
+void remoteKeypad(Stage& stage) {
+    remote(stage);
+    stage.touch("txtRemoteSID");
+    stage.touchKeypad("1305<");
+}
+
+void remoteKeypadADC(Stage& stage) {
+    remote(stage);
+    stage.touch("TxtADCValueCalib");
+}
+
+void remoteClose(Stage& stage) {
+    remote(stage);
+    stage.touch("cmbClose");
+}
+
 void orla(Stage& stage, std::string_view key) {
     ready(stage);
     stage.click("cmdOrla");
@@ -44,6 +60,18 @@ void orlaLong(Stage& stage) {
     stage.click("cmdSetOTCLongPlus");
     stage.click("cmdSetOTCLongZero");
     stage.wait(1500);
+}
+
+void orlaKeypad(Stage& stage) {
+    orlaLong(stage);
+    stage.touch("txtOTCLongMinus");
+    stage.touchKeypad("120");
+}
+
+void orlaRefused(Stage& stage) {
+    orlaLong(stage);
+    stage.type("txtOTCLongMinus", "1250");
+    stage.touch("cmdSetOTCLongMinus");
 }
 
 void orlaTray(Stage& stage) {
@@ -63,6 +91,11 @@ void orlaSid(Stage& stage) {
 constexpr std::array kScenes{
     Scene{"remote",                 &remote, kRemote},
     Scene{"remote-refused",         &remoteRefused, kRemote},
+    Scene{"remote-keypad",          &remoteKeypad, kRemote},
+    Scene{"remote-keypad-adc",      &remoteKeypadADC, kRemote},
+    Scene{"remote-close",           &remoteClose, kRemote},
+    Scene{"orla-keypad",            &orlaKeypad, kOrla},
+    Scene{"orla-refused",           &orlaRefused, kOrla},
     Scene{"orla-longitudinal",      &orlaLong, kOrla},
     Scene{"orla-tray",              &orlaTray, kOrla},
     Scene{"orla-alfa",              &orlaAlfa, kOrla},

@@ -4,11 +4,16 @@
 #include <optional>
 #include <stdexcept>
 
+#include <QCoreApplication>
+#include <QMouseEvent>
 #include <QPixmap>
+#include <QThread>
+#include <QWindow>
 
 #include "base/Text.h"
 #include "console/ctrQuillonConsole.h"
 #include "qt/Convert.h"
+#include "qt/Keypad.h"
 #include "shell/TextFile.h"
 #include "ui/ControlTable.h"
 
@@ -125,6 +130,32 @@ void Stage::type(std::string_view name, std::string_view text) {
 
 void Stage::slide(std::string_view name, std::int32_t value) {
     require(application_->input().slide(control(name), value), name);
+}
+
+void Stage::touch(const QWidget& widget, int hold) {
+    const QPointF at(widget.mapTo(widget.window(), widget.rect().center()));
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, at, at, at, Qt::LeftButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(screen_->window().windowHandle(), &event);
+        if (type == QEvent::MouseButtonPress && hold > 0) {
+            QThread::msleep(static_cast<unsigned long>(hold));
+        }
+    }
+    screen_->flush();
+}
+
+void Stage::touch(std::string_view name, int hold) {
+    screen_->flush();
+    touch(*screen_->view(control(name)), hold);
+}
+
+void Stage::touchKeypad(std::string_view keys) {
+    for (const char key : keys) {
+        const int code = key == '<' ? PadKey::kErase : key == '.' ? PadKey::kDone : key - '0';
+        const auto& all = screen_->keypad()->keys();
+        touch(**std::find_if(all.begin(), all.end(),
+                             [code](const PadKey* each) { return each->code() == code; }));
+    }
 }
 
 void Stage::resize(QSize window) {

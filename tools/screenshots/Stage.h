@@ -52,6 +52,10 @@ public:
     void tapInVain(std::string_view name);
     void type(std::string_view name, std::string_view text);
     void slide(std::string_view name, std::int32_t value);
+    /// With a finger on the window, that stays for so many ms by the PC's clock.
+    void touch(std::string_view name, int hold = 0);
+    /// The keypad: digits, "<" to erase, "." to end it.
+    void touchKeypad(std::string_view keys);
 
     /// What the operator has no way to bring about inside this program.
     [[nodiscard]] Control& control(std::string_view name);
@@ -69,6 +73,7 @@ private:
     };
 
     void written(std::string_view bytes);
+    void touch(const QWidget& widget, int hold = 0);
 
     MemoryPlatform machine_;
     std::vector<Answer> answers_;

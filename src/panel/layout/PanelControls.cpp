@@ -64,7 +64,12 @@ void addPanelControls(ControlHost& host) {
     host.at("txtDebugComm").setMultiLine(true);
     host.at("txtDebugComm").setReadOnly(true);
     host.at("txtDebugComm").setNote(host.at("cmbToggleDebug").caption());
-    host.at("cmbFlPPSNext").setNote(host.at("lblPPS").caption());
+    for (const std::string_view key : {"cmbFlPPSNext", "cmbFlContinuous"}) {
+        host.at(key).setNote(host.at("lblPPS").caption());
+    }
+    for (Control* key : host.all("cmbTM")) {
+        key->setNote("Technique");
+    }
     for (const TimerRow& timer : kPanelTimers) {
         host.addTimer(timer.name, timer.interval);
     }

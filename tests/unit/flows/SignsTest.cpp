@@ -309,7 +309,7 @@ TEST_F(SignsTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
         EXPECT_EQ(signs().status.doing().words, words) << why;
     }
     report("ST8");
-    ASSERT_TRUE(application->input().click(*application->link().find("cmbTubeUp")));
+    ASSERT_TRUE(application->input().click(*application->link().find("cmbConfTubeUp")));
     EXPECT_EQ(signs().status.doing().words, "");
 }
 
@@ -322,7 +322,7 @@ TEST_F(SignsTest, WhatWasNeverReportedIsNeitherOnNorOff) {
                            unknown("cmbAECFilmScreen", 0), unknown("cmbWS", 3)};
     };
     EXPECT_THAT(seen(), ElementsAre(true, true, true, true));
-    report("WS2\rFI00\rSC1");
+    report("WS2\rFI00\rFS1");
     EXPECT_THAT(seen(), ElementsAre(false, true, false, false)) << "one of a choice tells of all";
     report("ST1\rST2");
     EXPECT_THAT(seen(), ElementsAre(true, true, true, true)) << "it starts anew";
