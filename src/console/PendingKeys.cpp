@@ -75,7 +75,8 @@ bool PendingKeys::isUnknown(const Control& control) {
     const std::vector<Control*>& row = control.container()->stack();
     return control.role() == Role::Toggle ||
            std::none_of(row.begin(), row.end(), [prefix](const Control* each) {
-               return each->name().starts_with(*prefix) && each->known();
+               return each->name().starts_with(*prefix) && each->known() &&
+                      each->backColour() != kNormalColour;
            });
 }
 

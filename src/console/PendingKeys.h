@@ -30,7 +30,8 @@ public:
     [[nodiscard]] const Control* neverReported() const { return neverReported_; }
     /// A field, or a key that is lit by a report.
     [[nodiscard]] static bool isReported(const Control& control);
-    /// A key that is lit by a report, and nothing was reported yet: of it, or of any that it is a choice among.
+    /// A key that is lit by a report, and nothing was reported of it yet, nor that another one of its choice
+    /// is on.
     [[nodiscard]] static bool isUnknown(const Control& control);
     /// A value of the workstation that is being left, or one in whose place another was stored.
     [[nodiscard]] bool outdated(const Control& control) const;

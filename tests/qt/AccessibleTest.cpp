@@ -205,12 +205,16 @@ TEST(AccessibleScenes, AKeyIsCheckedThatIsAChoiceOrASwitchAndNotOneThatIsLitForT
 }
 
 TEST(AccessibleScenes, AValueThatIsEmptyIsToldToBeSo) {
-    const auto stage = sceneNamed("configuration").staged(QSize(1012, 756));
-    stage->control("link.txtCfgKVTracking").setCaption("");
-    QAccessibleInterface* node = nodeIn(*stage, "link.txtCfgKVTracking");
-    EXPECT_GE(node->parent()->indexOfChild(node), 0);
-    EXPECT_EQ(fromQt(node->text(QAccessible::Name)), "empty");
-    EXPECT_EQ(fromQt(node->text(QAccessible::Description)), "KV Tracking");
+    const auto stage = sceneNamed("page-not-reported").staged(QSize(1012, 756));
+    const auto told = [&stage](const char* name) {
+        QAccessibleInterface* node = nodeIn(*stage, name);
+        EXPECT_GE(node->parent()->indexOfChild(node), 0) << name;
+        return fromQt(node->text(QAccessible::Name) + ": " + node->text(QAccessible::Description));
+    };
+    EXPECT_EQ(told("link.txtFlKVP"), "empty: kVp");
+    EXPECT_EQ(told("link.txtFlKVPTracking"), "off: KVP Tracking");
+    EXPECT_EQ(told("link.cmbFlContinuous"), "Continuous: PPS, Not known");
+    EXPECT_EQ(told("link.cmbFlKVPTracking"), "KVP Tracking: ");
 }
 
 TEST(AccessibleScenes, AKeyThatAWarningDarkensForAMomentStaysChecked) {

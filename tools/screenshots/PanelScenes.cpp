@@ -86,7 +86,7 @@ void lists(Stage& stage) {
 
 void aecPage(Stage& stage) {
     page(stage, "link.cmbMainMenu(1)");
-    stage.report("MD4 FI11 FN21 FS11 BR5");
+    stage.report("MD4 FI00 FI11 FI20 FN21 FS11 BR5");
     stage.wait(200);
 }
 

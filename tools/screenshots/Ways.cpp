@@ -10,7 +10,7 @@ void ready(Stage& stage) {
 
 void configuration(Stage& stage) {
     ready(stage);
-    stage.answer("CF1", "ST8 TU2 WM3 IC3 WSI1 WSF0 WSS0 WS3 KVT2 FLD1 FI01 FI11");
+    stage.answer("CF1", "ST8 TU2 WM3 IC3 WSI1 WSF0 WSS0 WS3 KVT2 FLD1 FI01 FI11 FI20");
     stage.click("cmbConfiguration");
     stage.wait(5000);
 }

@@ -322,7 +322,7 @@ TEST_F(SignsTest, WhatWasNeverReportedIsNeitherOnNorOff) {
                            unknown("cmbAECFilmScreen", 0), unknown("cmbWS", 3)};
     };
     EXPECT_THAT(seen(), ElementsAre(true, true, true, true));
-    report("WS2\rFI00\rFS1");
+    report("WS2\rFI00\rFS11");
     EXPECT_THAT(seen(), ElementsAre(false, true, false, false)) << "one of a choice tells of all";
     report("ST1\rST2");
     EXPECT_THAT(seen(), ElementsAre(true, true, true, true)) << "it starts anew";
