@@ -427,7 +427,7 @@ std::string lentWithoutRays(const Facts& facts) {
     const ServiceSession& doing = facts.doing();
     return facts.held.empty() && facts.handedOver && doing.idle() &&
                    doing.lastPhase() == Phase::NormalOperation && !facts.link().mirror().RXEnable &&
-                   facts.panel() == nullptr
+                   !facts.raysByGenerator && facts.panel() == nullptr
                ? "the machine is lent without X-rays"
                : "";
 }
@@ -514,6 +514,10 @@ void Facts::reportHeard(std::string_view text) {
     }
     enableAsked = enableAsked || text.starts_with("RX?");
     raysTold_ = raysTold_ || text.starts_with("RX");
+    if (text.starts_with("RX") && !text.starts_with("RX?")) {
+        raysByGenerator = true;
+        raysBefore.reset();
+    }
 }
 
 void Facts::phaseHeard(std::string_view value) {
@@ -538,6 +542,7 @@ void Facts::frameWritten(std::string_view text) {
     frame = text;
     if (frame == "RX0" || frame == "RX1") {
         rays = frame;
+        raysByGenerator = false;
     }
     for (const KeyRow& row : kKeys) {
         if (frame.starts_with(row.command)) {

@@ -67,6 +67,7 @@ public:
     Milliseconds greetedAt = 0; ///< when the console was about to greet, at the latest
     Milliseconds phaseAt = 0;   ///< when a phase above 1 was reported last
     std::string rays;           ///< the last word to the generator about X-rays
+    bool raysByGenerator = false; ///< it has said since whether they are allowed
     Run run = Run::None;        ///< what the console does, and
     Run runBefore = Run::None;  ///< what it did before
     std::int16_t busy = 0;

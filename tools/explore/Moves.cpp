@@ -49,14 +49,21 @@ const std::vector<std::string> kFullInstallation{
     "[TM]",          "TM=0",           "[ThirdTube]",    "ThirdTube=1", "[SolapeFocos]",
     "SolapeFocos=1", "[AutocalRetry]", "AutocalRetry=1", "[Extended]",  "E01=100"};
 
-/// Lent, so that the pages of the main menu are in reach.
-std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
-    const auto lent = std::find_if(scenes().begin(), scenes().end(),
-                                   [](const Scene& scene) { return scene.name == "the users"; });
-    std::vector<std::string> lines = lent->lines();
+/// In a scene, and then.
+std::vector<std::string> sceneAnd(std::string_view name, const std::vector<std::string>& more) {
+    const auto found = std::find_if(scenes().begin(), scenes().end(),
+                                    [name](const Scene& scene) { return scene.name == name; });
+    std::vector<std::string> lines = found->lines();
     lines.insert(lines.end(), more.begin(), more.end());
     return lines;
 }
+/// So that the pages of the main menu are in reach.
+std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
+    return sceneAnd("the users", more);
+}
+/// So that the loss comes in what is begun now.
+constexpr std::array<std::string_view, 7> kLostFrom{
+    "Ready", "Configuration", "Calibration", "the users", "Autocalibration", "the point", "the question"};
 
 } // namespace
 
@@ -112,6 +119,11 @@ const std::vector<Ground>& groundsOfStarts() {
         for (int phase = 1; phase <= kPhases; ++phase) {
             made.push_back({"found in phase " + std::to_string(phase),
                             {"", {"REMOTE=YES"}, "startphase=" + std::to_string(phase), {"wait 20000"}},
+                            kForced});
+        }
+        for (const std::string_view scene : kLostFrom) {
+            made.push_back({"silent in " + std::string(scene),
+                            {"", {"REMOTE=YES"}, "startphase=2", sceneAnd(scene, {"sim silence on", "wait 38000"})},
                             kForced});
         }
         return made;

@@ -54,6 +54,7 @@ struct Reason {
     std::string_view why;
 };
 constexpr std::string_view kHost = "a host sends it by an operation, and no key of the console does";
+constexpr std::string_view kAcknowledged = "the console has its commands acknowledged, and this is the form of one that is not";
 constexpr std::string_view kLent = "the keys are hidden while the machine is lent, and their page is when it is not";
 constexpr std::string_view kDigitalPage = "the way to its page is barred while the machine is lent, and hidden when it is not";
 constexpr std::string_view kOwnWays = "the console leads through the pages of the panel and takes its own ways away";
@@ -94,9 +95,18 @@ constexpr std::array kReasons{
     Reason{"command C++", kHost},
     Reason{"command C--", kHost},
     Reason{"command CAR", kHost},
+    Reason{"command FO", kAcknowledged},
     Reason{"command TM", kLent},
+    Reason{"command DOR", kLent},
+    Reason{"command DO?", kLent},
+    Reason{"command DOA?", kLent},
+    Reason{"key TorvaneSerial.cmbDose*", kLent},
+    Reason{"key TorvaneSerial.comboReadExposureCounter", kLent},
+    Reason{"key TorvaneSerial.cmbReadExposureCounter", kLent},
     Reason{"key TorvaneSerial.cmbTM*", kLent},
     Reason{"command PH", kDigitalPage},
+    Reason{"command BR-", kDigitalPage},
+    Reason{"command BR--", kDigitalPage},
     Reason{"command DA", kDigitalPage},
     Reason{"key TorvaneSerial.cmbMainMenu(2)", kDigitalPage},
     Reason{"key TorvaneSerial.cmbDigitalAEC", kDigitalPage},
@@ -108,6 +118,7 @@ constexpr std::array kReasons{
     Reason{"key TorvaneSerial.cmbGotoMainMenu", kOwnWays},
     Reason{"key TorvaneSerial.cmbServiceMenu*", kOwnWays},
     Reason{"key TorvaneSerial.cmbConfiguration", kOwnWays},
+    Reason{"key TorvaneSerial.cmbCalibration", kOwnWays},
     Reason{"key TorvaneSerial.cmbAutocalibration", kOwnWays},
     Reason{"key TorvaneSerial.comboResetExposureCounter", kOwnWays},
     Reason{"key TorvaneSerial.cmbResetExposureCounter", kOwnWays},
@@ -282,8 +293,7 @@ void Marks::reach(std::string_view probe) {
 }
 
 bool Marks::reached(std::string_view probe) const {
-    const std::size_t at = any() ? Probes::all().find(probe) : 0;
-    return at < bytes_.size() && bytes_[at] != 0;
+    return any() && reached(Probes::all().find(probe));
 }
 
 std::size_t Marks::count() const {
@@ -308,7 +318,7 @@ std::string Marks::complaints() const {
         if (bytes_[i] == 0 && !excused) {
             text += "missing: " + probes.name(i) + "\n";
         } else if (bytes_[i] != 0 && excused) {
-            text += "reached for all its reason: " + probes.name(i) + "\n";
+            text += "reached against its reason: " + probes.name(i) + "\n";
         }
     }
     return text;

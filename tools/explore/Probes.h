@@ -53,6 +53,7 @@ public:
         }
     }
     [[nodiscard]] bool reached(std::string_view probe) const;
+    [[nodiscard]] bool reached(std::size_t at) const { return at < bytes_.size() && bytes_[at] != 0; }
     [[nodiscard]] bool any() const { return !bytes_.empty(); }
     [[nodiscard]] std::size_t count() const;
     /// "reached N of M", and how many of the rest have a reason.

@@ -125,7 +125,7 @@ int hunt(std::uint32_t seconds, std::uint32_t seed, std::size_t most) {
     Search search(allGrounds(), most);
     goOn(search, seconds, seed);
     const std::string missing = search.marks().complaints();
-    std::cout << search.named() << search.found() << missing;
+    std::cout << search.named() << search.found() << search.reachedAgainstReasons() << missing;
     return search.clean() && missing.empty() ? 0 : 1;
 }
 
