@@ -4,6 +4,8 @@
 #include <array>
 
 #include "Scenes.h"
+#include "console/ServiceSession.h"
+#include "console/ctrQuillonConsole.h"
 
 namespace quillon {
 
@@ -61,7 +63,21 @@ std::vector<std::string> sceneAnd(std::string_view name, const std::vector<std::
 std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
     return sceneAnd("the users", more);
 }
-/// So that the loss comes in what is begun now.
+/// With the wait until the console is about to tell that its generator is lost: it comes in what is begun now.
+Plan beforeItsLoss(Plan plan) {
+    constexpr Milliseconds kMost = 120'000;
+    constexpr Milliseconds kStep = 50;
+    Session session(plan);
+    for (const std::string& line : plan.lines) {
+        session.perform(line);
+    }
+    Milliseconds passed = 0;
+    for (; passed < kMost && !session.application().console().session().isLost(); passed += kStep) {
+        session.perform("wait " + std::to_string(kStep));
+    }
+    plan.lines.push_back("wait " + std::to_string(passed - 2 * kStep));
+    return plan;
+}
 constexpr std::array<std::string_view, 7> kLostFrom{
     "Ready", "Configuration", "Calibration", "the users", "Autocalibration", "the point", "the question"};
 
@@ -101,13 +117,13 @@ const std::vector<Ground>& groundsOfStarts() {
               kFullInstallation},
              kForced},
             {"the exposure control's page",
-             {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)"})},
+             {"", {}, "startphase=2", lentAnd({"msg MD8", "click TorvaneSerial.cmbMainMenu(1)"})},
              kForced},
             {"a digital workstation",
              {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)", "msg WM5"})},
              kForced},
             {"the fluoroscopy's page",
-             {"", {}, "startphase=2", lentAnd({"msg WM3", "click TorvaneSerial.cmbMainMenu(3)"})},
+             {"", {}, "startphase=2", lentAnd({"msg WM3", "msg FLA1", "click TorvaneSerial.cmbMainMenu(3)"})},
              kForced},
             {"exposure by software",
              {"-swsync", {}, "startphase=2", lentAnd({"msg WM1", "msg WSS1", "sim prepare", "wait 350"})},
@@ -122,9 +138,8 @@ const std::vector<Ground>& groundsOfStarts() {
                             kForced});
         }
         for (const std::string_view scene : kLostFrom) {
-            made.push_back({"silent in " + std::string(scene),
-                            {"", {"REMOTE=YES"}, "startphase=2", sceneAnd(scene, {"sim silence on", "wait 38000"})},
-                            kForced});
+            const Plan silent{"", {"REMOTE=YES"}, "startphase=2", sceneAnd(scene, {"sim silence on"})};
+            made.push_back({"silent in " + std::string(scene), beforeItsLoss(silent), kForced});
         }
         return made;
     }();
