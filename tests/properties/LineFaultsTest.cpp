@@ -153,9 +153,9 @@ TEST(LineFaults, ALostAcknowledgementKeepsNoModeFromItsKey) {
 }
 
 TEST(LineFaults, ALostShortOrDoubledWriteCostsNothing) {
-    sweep(5, nothing, true, "", everythingReached);
-    sweep(7, half, true, "", everythingReached);
-    sweep(7, twice, true, "", everythingReached);
+    sweep(9, nothing, true, "", everythingReached);
+    sweep(13, half, true, "", everythingReached);
+    sweep(13, twice, true, "", everythingReached);
 }
 
 // A report that is lost may leave a mode unseen at the end of its wait: the operator is told, and the next
@@ -170,8 +170,8 @@ TEST(LineFaults, ALostReportIsMadeUpForByThePoll) {
 }
 
 TEST(LineFaults, AGarbledOrTruncatedMessageIsDropped) {
-    sweep(7, garbled, false, "", everythingReached);
-    sweep(9, half, false, "", everythingReached);
+    sweep(13, garbled, false, "", everythingReached);
+    sweep(17, half, false, "", everythingReached);
 }
 
 // The device is gone for a while: nothing passes in either direction from the Nth piece on, for two minutes.
@@ -203,8 +203,8 @@ TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
 }
 
 /// How many rounds are a sample: each with one fault, the same from then on, or with a second one.
-constexpr std::size_t kEvery = 20;
-constexpr std::size_t kFewest = 380;
+constexpr std::size_t kEvery = 30;
+constexpr std::size_t kFewest = 250;
 
 TEST(LineFaults, ASampleOfAllIsSurvivedInEveryWorkflow) {
     LineSweep sweep(kEvery, 1);

@@ -63,7 +63,8 @@ std::vector<std::string> sceneAnd(std::string_view name, const std::vector<std::
 std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
     return sceneAnd("the users", more);
 }
-/// With the wait until the console is about to tell that its generator is lost: it comes in what is begun now.
+/// With the wait until the console is about to tell that its generator is lost: it comes in what is begun now,
+/// or goes on.
 Plan beforeItsLoss(Plan plan) {
     constexpr Milliseconds kMost = 120'000;
     constexpr Milliseconds kStep = 50;
@@ -78,8 +79,17 @@ Plan beforeItsLoss(Plan plan) {
     plan.lines.push_back("wait " + std::to_string(passed - 2 * kStep));
     return plan;
 }
-constexpr std::array<std::string_view, 7> kLostFrom{
-    "Ready", "Configuration", "Calibration", "the users", "Autocalibration", "the point", "the question"};
+/// Where it can come at all, and what frees the poll for it.
+struct SilentRow {
+    std::string_view scene;
+    std::string_view first;
+};
+constexpr std::array kSilent{
+    SilentRow{"Calibration", "wait 0"},
+    SilentRow{"before its answer", "sim phase 5"},
+    SilentRow{"begun by the generator", "wait 0"},
+    SilentRow{"its screen", "wait 0"},
+};
 
 } // namespace
 
@@ -116,6 +126,16 @@ const std::vector<Ground>& groundsOfStarts() {
               {},
               kFullInstallation},
              kForced},
+            {"overlapping focal spots",
+             {"",
+              {},
+              "startphase=2",
+              sceneAnd("the point",
+                       {"click AutocalSelFocusOrParameter.cmbAutocalLargeFocus",
+                        "click AutocalSelFocusOrParameter.cmbOKFocus", "click AutocalWarning.cmbAutocalYes"}),
+              {},
+              {"[SolapeFocos]", "SolapeFocos=1"}},
+             kForced},
             {"the exposure control's page",
              {"", {}, "startphase=2", lentAnd({"msg MD8", "click TorvaneSerial.cmbMainMenu(1)"})},
              kForced},
@@ -123,7 +143,10 @@ const std::vector<Ground>& groundsOfStarts() {
              {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)", "msg WM5"})},
              kForced},
             {"the fluoroscopy's page",
-             {"", {}, "startphase=2", lentAnd({"msg WM3", "msg FLA1", "click TorvaneSerial.cmbMainMenu(3)"})},
+             {"", {}, "startphase=2", lentAnd({"msg WM3", "click TorvaneSerial.cmbMainMenu(3)"})},
+             kForced},
+            {"a brightness that is controlled",
+             {"", {}, "startphase=2", lentAnd({"msg WM4", "msg FLA1", "click TorvaneSerial.cmbMainMenu(3)"})},
              kForced},
             {"exposure by software",
              {"-swsync", {}, "startphase=2", lentAnd({"msg WM1", "msg WSS1", "sim prepare", "wait 350"})},
@@ -137,9 +160,12 @@ const std::vector<Ground>& groundsOfStarts() {
                             {"", {"REMOTE=YES"}, "startphase=" + std::to_string(phase), {"wait 20000"}},
                             kForced});
         }
-        for (const std::string_view scene : kLostFrom) {
-            const Plan silent{"", {"REMOTE=YES"}, "startphase=2", sceneAnd(scene, {"sim silence on"})};
-            made.push_back({"silent in " + std::string(scene), beforeItsLoss(silent), kForced});
+        for (const SilentRow& row : kSilent) {
+            const Plan silent{"",
+                              {"REMOTE=YES"},
+                              "startphase=2",
+                              sceneAnd(row.scene, {std::string(row.first), "wait 1000", "sim silence on"})};
+            made.push_back({"silent: " + std::string(row.scene), beforeItsLoss(silent), kForced});
         }
         return made;
     }();

@@ -54,7 +54,6 @@ struct Reason {
     std::string_view why;
 };
 constexpr std::string_view kHost = "a host sends it by an operation, and no key of the console does";
-constexpr std::string_view kAcknowledged = "the console has its commands acknowledged, and this is the form of one that is not";
 constexpr std::string_view kLent = "the keys are hidden while the machine is lent, and their page is when it is not";
 constexpr std::string_view kDigitalPage = "the way to its page is barred while the machine is lent, and hidden when it is not";
 constexpr std::string_view kOwnWays = "the console leads through the pages of the panel and takes its own ways away";
@@ -96,7 +95,6 @@ constexpr std::array kReasons{
     Reason{"command C++", kHost},
     Reason{"command C--", kHost},
     Reason{"command CAR", kHost},
-    Reason{"command FO", kAcknowledged},
     Reason{"command TM", kLent},
     Reason{"command DOR", kLent},
     Reason{"command DO?", kLent},
