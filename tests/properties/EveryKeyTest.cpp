@@ -1,5 +1,5 @@
-// What each key of the layouts sends, pressed once where it belongs: the table is the list of all keys, and one that
-// has no row is missed.
+// What each key of the layouts sends, pressed once where it belongs: the table is the list of all keys, and
+// one that has no row is missed.
 
 #include <algorithm>
 #include <map>
@@ -257,9 +257,9 @@ INSTANTIATE_TEST_SUITE_P(Of, EveryKey, testing::ValuesIn(kPlaces), [](const auto
 TEST(EveryKeyTable, HasARowForEachKey) {
     std::multiset<std::string> named;
     for (const Row& row : kRows) {
-        EXPECT_TRUE(std::any_of(kPlaces.begin(), kPlaces.end(),
-                                [&row](const Place& place) { return place.name == row.place; }))
-            << row.place;
+        EXPECT_TRUE(std::any_of(kPlaces.begin(), kPlaces.end(), [&row](const Place& place) {
+            return place.name == row.place;
+        })) << row.place;
         for (std::size_t nth = 0; nth < choices(row.keys); ++nth) {
             named.insert(keyOf(row, nth));
         }

@@ -211,7 +211,8 @@ std::array<std::size_t, 2> LineSweep::playWhole(const Workflow& workflow) {
         session.perform(line);
     }
     if (!missing.empty()) {
-        keep("0 TheWorkflowIsCarriedOut: without " + std::string(missing.front()), std::string(workflow.scene.name));
+        keep("0 TheWorkflowIsCarriedOut: without " + std::string(missing.front()),
+             std::string(workflow.scene.name));
     }
     return {whole.pieces(false), whole.pieces(true)};
 }
@@ -248,7 +249,8 @@ void LineSweep::keep(std::string_view complaints, const std::string& example) {
 std::string LineSweep::found() const {
     std::string text;
     for (const Finding& finding : findings_) {
-        text += finding.what + "\n    " + std::to_string(finding.times) + " times, first: " + finding.example + "\n";
+        text += finding.what + "\n    " + std::to_string(finding.times) +
+                " times, first: " + finding.example + "\n";
     }
     return text;
 }

@@ -63,8 +63,8 @@ std::vector<std::string> sceneAnd(std::string_view name, const std::vector<std::
 std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
     return sceneAnd("the users", more);
 }
-/// With the wait until the console is about to tell that its generator is lost: it comes in what is begun now,
-/// or goes on.
+/// With the wait until the console is about to tell that its generator is lost: it comes in what is begun
+/// now, or goes on.
 Plan beforeItsLoss(Plan plan) {
     constexpr Milliseconds kMost = 120'000;
     constexpr Milliseconds kStep = 50;

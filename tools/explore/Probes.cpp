@@ -6,6 +6,7 @@
 
 #include "Session.h"
 #include "base/Numbers.h"
+#include "console/KeyReasons.h"
 #include "console/StatusLine.h"
 #include "console/layout/PanelLayouts.h"
 #include "link/InboundTable.h"
@@ -22,17 +23,42 @@ constexpr std::array<std::string_view, kWays> kWayNames{
     "a start anew", "Ready", "an exposure", "calibration", "configuration", "autocalibration", "a loss",
     "the key that closes"};
 
-struct BoxRow {
+struct TextRow {
     std::string_view name;
     std::string T::*text;
 };
 constexpr std::array kBoxes{
-    BoxRow{"box restart",      &T::sShutdownQuestion},
-    BoxRow{"box refused",      &T::sRestartRefused},
-    BoxRow{"box no number",    &T::sNoNumber},
-    BoxRow{"box no speed",     &T::sNoBaudrate},
-    BoxRow{"box no port",      &T::sNoPort},
-    BoxRow{"box port",         &T::sCannotOpenPort},
+    TextRow{"box restart",      &T::sShutdownQuestion},
+    TextRow{"box refused",      &T::sRestartRefused},
+    TextRow{"box no number",    &T::sNoNumber},
+    TextRow{"box no speed",     &T::sNoBaudrate},
+    TextRow{"box no port",      &T::sNoPort},
+    TextRow{"box port",         &T::sCannotOpenPort},
+};
+
+/// Why a key is dead, as its window says it.
+constexpr std::array kWhys{
+    TextRow{"why an error stands",    &T::sWhyError},
+    TextRow{"why no error stands",    &T::sWhyNoError},
+    TextRow{"why an exposure",        &T::sWhyExposure},
+    TextRow{"why nobody answers",     &T::sWhyUnheard},
+    TextRow{"why a question",         &T::sWhyQuestion},
+    TextRow{"why a panel",            &T::sWhyPanel},
+    TextRow{"why a mode",             &T::sWhyMode},
+    TextRow{"why not in a mode",      &T::sWhyNotIn},
+    TextRow{"why not now",            &T::sWhyNotNow},
+    TextRow{"why no action",          &T::sWhyNoAction},
+    TextRow{"why not digital",        &T::sWhyNotDigital},
+    TextRow{"why no field",           &T::sWhyNoField},
+    TextRow{"why no density",         &T::sWhyNoDensity},
+    TextRow{"why no brightness",      &T::sWhyNoBrightness},
+    TextRow{"why a fixed kVp",        &T::sWhyFixedKVP},
+    TextRow{"why no number",          &T::sWhyNoNumber},
+    TextRow{"why a hot tube",         &T::sStateTubeTooHot},
+    TextRow{"why a power-up",         &T::sPoweringUp},
+    TextRow{"why the closing",        &T::sClosing},
+    TextRow{"why a run",              &T::sPleaseWait},
+    TextRow{"why settings",           &T::sReadingSettings},
 };
 
 struct PanelRow {
@@ -166,6 +192,11 @@ std::optional<Way> wayOf(int phase) {
     }
 }
 
+/// What stands in the text before its first argument begins the words.
+bool tells(std::string_view words, std::string_view text) {
+    return words.starts_with(text.substr(0, text.find('%')));
+}
+
 /// The longest that the text begins with.
 template <typename Table, typename Member>
 std::string_view longest(const Table& table, Member member, std::string_view text) {
@@ -255,8 +286,11 @@ void Probes::addScreen() {
     for (const std::string_view error : {"protocol", "dip switch"}) {
         add("panel Error " + std::string(error));
     }
-    for (const BoxRow& box : kBoxes) {
+    for (const TextRow& box : kBoxes) {
         add(std::string(box.name));
+    }
+    for (const TextRow& why : kWhys) {
+        add(std::string(why.name));
     }
     add("box restart yes");
     add("box restart no");
@@ -334,6 +368,9 @@ std::string Marks::complaints() const {
 
 Watch::Watch(Rig& rig, const Facts& facts, Marks marks) : rig_(rig), facts_(facts), marks_(marks) {
     const Probes& probes = Probes::all();
+    for (std::size_t i = 0; i < kWhys.size(); ++i) {
+        whys_.push_back(i);
+    }
     for (const ControlHost* host : {static_cast<const ControlHost*>(&facts.console()),
                                     static_cast<const ControlHost*>(&facts.link())}) {
         for (const auto& control : host->controls()) {
@@ -395,6 +432,7 @@ void Watch::moved() {
     watchStatus();
     watchPanels();
     watchBoxes();
+    watchReasons();
 }
 
 void Watch::watchStatus() {
@@ -431,13 +469,31 @@ void Watch::watchPanels() {
     }
 }
 
+void Watch::watchReasons() {
+    std::erase_if(whys_, [this](std::size_t at) { return marks_.reached(kWhys.at(at).name); });
+    if (whys_.empty()) {
+        return;
+    }
+    const Signs& signs = facts_.application().signs();
+    for (const ControlHost* host : facts_.hosts()) {
+        for (const auto& control : host->controls()) {
+            const bool seen = takesSomething(*control) && control->shown();
+            const std::string why = seen ? signs.reasons.why(*control) : std::string();
+            for (const std::size_t at : whys_) {
+                if (!why.empty() && tells(why, signs.texts.*kWhys.at(at).text)) {
+                    marks_.reach(kWhys.at(at).name);
+                }
+            }
+        }
+    }
+}
+
 void Watch::watchBoxes() {
     const ConsoleTexts& texts = facts_.application().signs().texts;
     const auto& boxes = rig_.machine.desktop.boxes();
     for (; boxes_ < boxes.size(); ++boxes_) {
-        for (const BoxRow& row : kBoxes) {
-            const std::string& text = texts.*row.text;
-            if (boxes[boxes_].text.starts_with(std::string_view(text).substr(0, text.find('%')))) {
+        for (const TextRow& row : kBoxes) {
+            if (tells(boxes[boxes_].text, texts.*row.text)) {
                 marks_.reach(row.name);
             }
         }

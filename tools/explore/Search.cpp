@@ -14,6 +14,7 @@ namespace {
 
 /// From one situation in so many the way back is gone; it takes longer than all the moves before it.
 constexpr std::uint64_t kSampled = 8;
+constexpr std::string_view kSoon = "wait 1000";
 constexpr std::size_t kRoom = 1U << 20U;
 /// Of what a copy tells.
 constexpr char kBetween = '\x1f';
@@ -202,6 +203,9 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
         if (!session.ended()) {
             lines_.add(std::to_string(situation));
         }
+        if (!fresh) {
+            session.perform(std::string(kSoon)); // nobody goes on from here, and its command is still to go out
+        }
         if (fresh && session.violations().empty() && situation % kSampled < 2) {
             lines_.add(" back");
             if (situation % kSampled == 1) {
@@ -211,10 +215,10 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
         }
         tell(session);
     });
-    noteReached(planOf(node), {move});
+    noteReached(planOf(node), {move, std::string(kSoon)});
     if (!broke.empty() || !told_.text().empty() || (!wanted_.empty() && marks().reached(wanted_))) {
         Plan plan = planOf(node);
-        plan.lines.push_back(move);
+        plan.lines.insert(plan.lines.end(), {move, std::string(kSoon)});
         keep(plan, broke);
         return;
     }

@@ -88,9 +88,9 @@ private:
     std::vector<Finding> findings_;
     std::vector<Finding> against_; ///< a probe and its way, where there is a reason against it
     std::size_t noted_ = 0;        ///< marks that `against_` takes account of
-    std::size_t looked_ = 0; ///< situations that were gone on from
-    std::size_t moves_ = 0;  ///< made in breadth
-    std::size_t steps_ = 0;  ///< made in walks
+    std::size_t looked_ = 0;       ///< situations that were gone on from
+    std::size_t moves_ = 0;        ///< made in breadth
+    std::size_t steps_ = 0;        ///< made in walks
     std::size_t waysBack_ = 0;
     std::size_t walks_ = 0;
 };
