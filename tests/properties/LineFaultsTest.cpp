@@ -203,7 +203,7 @@ TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
 }
 
 /// How many rounds are a sample: each with one fault, the same from then on, or with a second one.
-constexpr std::size_t kEvery = 30;
+constexpr std::size_t kEvery = 24;
 constexpr std::size_t kFewest = 250;
 
 TEST(LineFaults, ASampleOfAllIsSurvivedInEveryWorkflow) {

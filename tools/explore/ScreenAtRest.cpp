@@ -1,5 +1,6 @@
 #include "ScreenAtRest.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
@@ -36,11 +37,23 @@ std::string wrongArea(const Facts& facts, Area area) {
 
 std::string wrongPage(const Facts& facts, Page page) {
     const TorvaneSerialV3_07_QLC1& link = facts.link();
-    const bool main = link["fraMainMenu"].visible();
-    const auto shows = [&](int number) { return !main && link.at("fraServiceMenuItem", number).visible(); };
+    std::string pages; // on show, one behind the other where there are several
+    for (const std::string_view menu : {"fraMainMenu", "fraServiceMenu"}) {
+        pages += link[menu].visible() ? menu : "";
+    }
+    for (const std::string_view kind : {"fraMainMenuItem", "fraServiceMenuItem"}) {
+        for (const Control* each : link.all(kind)) {
+            if (each->visible()) {
+                pages.append(" ").append(kind).append(std::to_string(each->index().value_or(0)));
+            }
+        }
+    }
+    const bool main =
+        pages.starts_with("fraMainMenu fraMainMenuItem") && std::count(pages.begin(), pages.end(), ' ') == 1;
     const bool right = page == Page::AsLeft || (page == Page::Main && main) ||
-                       (page == Page::Configuration && shows(0)) || (page == Page::Calibration && shows(1));
-    return right ? "" : "another page of the link control is on show; ";
+                       (page == Page::Configuration && pages == "fraServiceMenu fraServiceMenuItem0") ||
+                       (page == Page::Calibration && pages == "fraServiceMenu fraServiceMenuItem1");
+    return right ? "" : "on show is " + pages + "; ";
 }
 
 std::string wrongKeys(const Facts& facts, const StandingRow& row) {

@@ -204,7 +204,8 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
             lines_.add(std::to_string(situation));
         }
         if (!fresh) {
-            session.perform(std::string(kSoon)); // nobody goes on from here, and its command is still to go out
+            session.perform(
+                std::string(kSoon)); // nobody goes on from here, and its command is still to go out
         }
         if (fresh && session.violations().empty() && situation % kSampled < 2) {
             lines_.add(" back");
