@@ -281,7 +281,9 @@ std::string nothingToPress(const Facts& facts) {
 }
 
 std::string modeLeftBehind(const Facts& facts) {
-    return facts.application().ended() && !facts.restarts() && !facts.stood.empty() && !facts.entered.empty()
+    // One that was lost takes no command of a phase: nobody knows where it stands.
+    const bool leaves = facts.application().ended() && !facts.restarts() && !facts.doing().isLost();
+    return leaves && !facts.stood.empty() && !facts.entered.empty()
                ? "behind " + inQuotes(facts.entered) + " the generator is left in " + facts.stood
                : "";
 }

@@ -86,7 +86,7 @@ struct SilentRow {
 };
 constexpr std::array kSilent{
     SilentRow{"Calibration", "wait 0"},
-    SilentRow{"before its answer", "sim phase 5"},
+    SilentRow{"before calibration", "sim expose"},
     SilentRow{"begun by the generator", "wait 0"},
     SilentRow{"its screen", "wait 0"},
 };
@@ -164,7 +164,7 @@ const std::vector<Ground>& groundsOfStarts() {
             const Plan silent{"",
                               {"REMOTE=YES"},
                               "startphase=2",
-                              sceneAnd(row.scene, {std::string(row.first), "wait 1000", "sim silence on"})};
+                              sceneAnd(row.scene, {std::string(row.first), "wait 15000", "sim silence on"})};
             made.push_back({"silent: " + std::string(row.scene), beforeItsLoss(silent), kForced});
         }
         return made;
