@@ -410,7 +410,8 @@ void AutocalibrationMode::acknowledged(bool on) {
     const bool ends = ours || (session_.idle() && (tmrAutocalON_.running() || link_.answering() ||
                                                    session_.mode() == Phase::Autocalibration ||
                                                    kAsksOrTells.has(session_.lastPhase())));
-    if (on || onStep_ != kWait || !ends) {
+    const bool left = session_.is(Run::LeavingAutocalibration) && offStep_ == kFinish; // nothing to cut short
+    if (on || onStep_ != kWait || !ends || left) {
         return;
     }
     const std::string prompt = exitPrompt();

@@ -224,6 +224,7 @@ void TorvaneSerialV3_07_QLC1::Parts::setFromGUI(bool embedded) {
     fromGUI = embedded;
     if (embedded) {
         panel["cmbMinimize"].setVisible(false);
+        pages.giveUpOwnWays();
     }
 }
 

@@ -128,6 +128,12 @@ void PanelPages::hideModeKeys() {
     panel_["cmbAutocalibration"].setVisible(false);
 }
 
+void PanelPages::giveUpOwnWays() {
+    lockNavigation();
+    hideModeKeys();
+    panel_["cmbConfiguration"].setVisible(false);
+}
+
 void PanelPages::lockNavigation() {
     panel_["fraServiceMenu"].setEnabled(false);
     enableAll("cmbServiceMenu", false);

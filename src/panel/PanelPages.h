@@ -37,6 +37,8 @@ public:
     /// What the operator must not reach while the machine is lent to its users for a while.
     void setUserMode(bool on);
 
+    /// The console leads from page to page and from mode to mode; the panel's own keys for that go.
+    void giveUpOwnWays();
     /// This page of the service menu, and no way to another.
     void keepServicePage(std::int16_t page);
 

@@ -70,7 +70,8 @@ void Input::release(Control& control, bool over) {
     const bool kept = held->timesTaken == control.timesTaken();
     held_.erase(held);
     tell(Gesture::Release, control, over ? "" : "outside");
-    if (over || control.on.press) { // a key whose press does nothing acts here, and only under the finger
+    // A key whose press does nothing acts here: under the finger, and not once its page has gone.
+    if (control.on.press || (over && control.shown())) {
         run(control, control.on.release);
     }
     run(control, over && kept && takes(control) ? control.on.click : control.on.abandon);

@@ -43,7 +43,7 @@ bool isByTheWay(std::string_view frame) {
 class Situation {
 public:
     Situation(const Scene& scene, const std::vector<int>& phases)
-        : session_(Plan{"-ResetCounters",
+        : session_(Plan{"", // a switch would take the positioner away
                         {scene.name == kAutotracking ? "ORLA=YES" : "REMOTE=YES"},
                         "startphase=2",
                         {}}) {

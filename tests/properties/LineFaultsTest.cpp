@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "console/ctrQuillonConsole.h"
+#include "explore/LineSweep.h"
 #include "explore/Session.h"
 #include "link/TorvaneSerial.h"
 
@@ -152,9 +153,9 @@ TEST(LineFaults, ALostAcknowledgementKeepsNoModeFromItsKey) {
 }
 
 TEST(LineFaults, ALostShortOrDoubledWriteCostsNothing) {
-    sweep(5, nothing, true, "", everythingReached);
-    sweep(7, half, true, "", everythingReached);
-    sweep(7, twice, true, "", everythingReached);
+    sweep(9, nothing, true, "", everythingReached);
+    sweep(13, half, true, "", everythingReached);
+    sweep(13, twice, true, "", everythingReached);
 }
 
 // A report that is lost may leave a mode unseen at the end of its wait: the operator is told, and the next
@@ -169,8 +170,8 @@ TEST(LineFaults, ALostReportIsMadeUpForByThePoll) {
 }
 
 TEST(LineFaults, AGarbledOrTruncatedMessageIsDropped) {
-    sweep(7, garbled, false, "", everythingReached);
-    sweep(9, half, false, "", everythingReached);
+    sweep(13, garbled, false, "", everythingReached);
+    sweep(17, half, false, "", everythingReached);
 }
 
 // The device is gone for a while: nothing passes in either direction from the Nth piece on, for two minutes.
@@ -199,6 +200,19 @@ TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
         }
     }
     EXPECT_GT(losses, 4) << "the operator was not told";
+}
+
+/// How many rounds are a sample: each with one fault, the same from then on, or with a second one.
+constexpr std::size_t kEvery = 24;
+constexpr std::size_t kFewest = 340;
+
+TEST(LineFaults, ASampleOfAllIsSurvivedInEveryWorkflow) {
+    LineSweep sweep(kEvery, 1);
+    for (const Workflow& workflow : workflows()) {
+        sweep.sweep(workflow);
+    }
+    EXPECT_EQ(sweep.found(), "");
+    EXPECT_GT(sweep.rounds(), kFewest); // of the eight thousand that scripts/soak makes
 }
 
 } // namespace

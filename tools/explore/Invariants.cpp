@@ -2,15 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <utility>
+#include <set>
 #include <vector>
 
-#include "base/Colours.h"
-#include "base/Numbers.h"
-#include "base/Text.h"
+#include "ScreenAtRest.h"
 #include "console/Runs.h"
-#include "console/Standing.h"
+#include "console/ServiceSession.h"
 #include "link/OutboundTable.h"
 
 namespace quillon {
@@ -22,30 +19,8 @@ constexpr std::array<std::string_view, 13> kPhaseTexts{
     "Initialization", "Normal Operation", "Preparation", "RAD Exposure", "FL Exposure", "Calibration", "ERROR",
     "Configuration", "Autocalibration", "Tube Too Hot", "Confirm/Dismiss", "Autocal error", "Autocal OK"};
 
-/// Commands that change the machine, and the keys without which none of them may go out.
-struct KeyRow {
-    std::string_view command;
-    std::vector<std::string_view> keys;
-    int transmissions = 4; ///< that one press can bring, when nothing acknowledges it
-};
-const std::array<KeyRow, 9> kKeys{
-    KeyRow{"XR1",  {"TorvaneSerial.cmdSWExposure"}},
-    KeyRow{"CF1",  {"Quillon.cmbConfiguration", "TorvaneSerial.cmbConfiguration"}},
-    KeyRow{"CF0",  {"Quillon.cmbConfiguration", "TorvaneSerial.cmbConfiguration", "Quillon.cmbClose"}},
-    KeyRow{"CA1",  {"SelWSCal.cmdOK", "AutocalWarning.cmbAutocalYes", "TorvaneSerial.cmbCalibration",
-                    "Quillon.cmbManualCalibration", "Quillon.cmbClose"}},
-    KeyRow{"CAU1", {"AutocalWarning.cmbAutocalYes", "TorvaneSerial.cmbAutocalibration", "TorvaneSerial.cmbAutocalConfirm"}, 8}, // said once more when nothing answers
-    KeyRow{"TCR",  {"Quillon.cmdResetCounterYes", "TorvaneSerial.cmbResetExposureCounter"}},
-    KeyRow{"DOR",  {"TorvaneSerial.cmbDoseReset"}},
-    KeyRow{"CFD",  {"TorvaneSerial.cmbDfltConfig"}},
-    KeyRow{"CS",   {"TorvaneSerial.cmbStoreCalValue"}},
-};
-
 constexpr std::array<std::string_view, 5> kPanelTimers{
     "tmrAutoRepeat", "tmrAutorepFlKVP", "tmrWarning", "tmrBlinking", "tmrBlinkingOff"};
-/// Timers of the console that belong to no run.
-constexpr std::array<std::string_view, 5> kOtherTimers{
-    "tmrDelayShow", "tmrWaitStartGenerator", "tmrWaitRefresh", "tmrDelay", "tmrShutdown"};
 constexpr std::array<std::string_view, 8> kFrames{
     "fraTorvaneSerial", "fraExposureCounters", "fraResetCounterConfirm", "fraOrla", "fraRemote", "lblErrorDescription",
     "cmbGoToUserMode", "lblHelp"};
@@ -69,14 +44,6 @@ const OutboundRow* outboundRow(std::string_view frame) {
 
 bool exposing(const Facts& facts) {
     return isExposure(facts.doing().lastPhase());
-}
-
-bool running(const Facts& facts, std::string_view timer) {
-    return !timer.empty() && facts.console().timer(timer).running();
-}
-
-std::string inQuotes(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
 }
 
 // What must hold -----------------------------------------------------------------------------------------
@@ -134,7 +101,7 @@ std::string reachBehindPanel(const Facts& facts) {
 
 std::string errorWithoutKey(const Facts& facts) {
     const bool stands = !facts.console()["lblError"].caption().empty() && facts.panel() == nullptr;
-    const bool settled = !facts.doing().is(Run::Closing) && !running(facts, "tmrDelayShow");
+    const bool settled = !facts.doing().is(Run::Closing) && !facts.running("tmrDelayShow");
     return stands && settled && !facts.reaches(facts.console()["cmbResetError"])
                ? "an error stands and its key is dead"
                : "";
@@ -149,7 +116,7 @@ std::string foreignParts(const Facts& facts) {
     for (std::size_t run = 0; run < kRuns; ++run) {
         const RunRow& row = rowOf(static_cast<Run>(run));
         for (const std::string_view timer : row.timers) {
-            if (running(facts, timer) && !holds(own.timers, timer) && !outlives(timer)) {
+            if (facts.running(timer) && !holds(own.timers, timer) && !outlives(timer)) {
                 return std::string(timer) + " runs in " + std::string(own.name);
             }
         }
@@ -177,12 +144,12 @@ std::string deadEnd(const Facts& facts) {
         exposing(facts) || doing.lastPhase() <= Phase::Initialization || doing.lastPhase() == Phase::Error ||
         doing.lastPhase() == Phase::TubeTooHot || doing.lastPhase() == Phase::ConfirmDismiss ||
         (endsAutocalibration(doing.lastPhase()) && doing.mode() != Phase::Autocalibration);
-    bool byTime = doing.is(Run::Closing) || running(facts, "tmrDelayShow");
+    bool byTime = doing.is(Run::Closing) || facts.running("tmrDelayShow");
     for (const std::string_view timer : rowOf(doing.run()).timers) {
-        byTime = byTime || running(facts, timer);
+        byTime = byTime || facts.running(timer);
     }
     for (const WaitRow& wait : waitRows()) {
-        byTime = byTime || running(facts, wait.timer);
+        byTime = byTime || facts.running(wait.timer);
     }
     return byKey || byGenerator || byTime ? "" : std::string(rowOf(doing.run()).name) + " has no end";
 }
@@ -198,7 +165,7 @@ std::string runningAtRest(const Facts& facts) {
         timers.insert(own.begin(), own.end());
     }
     for (const std::string_view timer : timers) {
-        if (running(facts, timer)) {
+        if (facts.running(timer)) {
             return std::string(timer) + " runs on though nothing is open";
         }
     }
@@ -258,151 +225,6 @@ std::string raysForbidden(const Facts& facts) {
     return facts.rays == "RX0" && facts.phase != 1 ? "the generator is left without X-rays" : "";
 }
 
-// What stands ---------------------------------------------------------------------------------------------
-
-constexpr std::array<std::string_view, 5> kNamesOfRuns{"Entering ", "Exiting ", "Aborting ", "Initializing ",
-                                                       "Reading "};
-
-std::string prompt(const Facts& facts) {
-    const Control& help = facts.console()["lblHelp"];
-    return help.visible() ? std::string(help.caption()) : std::string();
-}
-
-bool says(const Facts& facts, std::string_view words) {
-    return prompt(facts).find(words) != std::string::npos;
-}
-
-std::string wrongArea(const Facts& facts, Area area) {
-    const ctrQuillonConsole& console = facts.console();
-    const bool link = console["fraTorvaneSerial"].visible();
-    const bool picture = console["lblQuillonConsole"].visible();
-    if (area == Area::Picture) {
-        return picture && !link ? "" : "the picture at rest is not on show";
-    }
-    const bool behindIt = facts.doing().lent(); // the report of Ready has left it there
-    return link && (!picture || behindIt) ? "" : "the link control is not on show";
-}
-
-std::string wrongPage(const Facts& facts, Page page) {
-    const TorvaneSerialV3_07_QLC1& link = facts.link();
-    const bool main = link["fraMainMenu"].visible();
-    const auto shows = [&](int number) { return !main && link.at("fraServiceMenuItem", number).visible(); };
-    const bool right = page == Page::AsLeft || (page == Page::Main && main) ||
-                       (page == Page::Configuration && shows(0)) || (page == Page::Calibration && shows(1));
-    return right ? "" : "another page of the link control is on show; ";
-}
-
-std::string wrongKeys(const Facts& facts, const StandingRow& row) {
-    const ctrQuillonConsole& console = facts.console();
-    const Keys watched = kModeKeys | Key::GoToUserMode;
-    std::string wrong;
-    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
-        const Key key{static_cast<std::uint8_t>(i)};
-        const Control& control = console[nameOf(key)];
-        const std::string name(nameOf(key));
-        const bool hiddenAsLeft = key == Key::GoToUserMode && !control.visible() && control.offered();
-        const bool asTaken = key == Key::LinkControl && facts.frameTaken;
-        if (row.inReach.has(key) && !(control.visible() && control.offered()) && !hiddenAsLeft && !asTaken) {
-            wrong += name + " is not in reach; ";
-        }
-        const bool laidOut = row.stand != Stand::Calibration; // there they are as left
-        if (laidOut && row.shown.has(key) && !control.visible()) {
-            wrong += name + " is hidden; ";
-        }
-        if (laidOut && watched.has(key) && !row.shown.has(key) && control.visible()) {
-            wrong += name + " is on show; ";
-        }
-        const bool lit = control.visible() && control.backColour() == kActiveColour;
-        if (watched.has(key) && control.visible() && lit != row.lit.has(key)) {
-            wrong += name + (lit ? " is lit; " : " is not lit; ");
-        }
-    }
-    return wrong;
-}
-
-std::string wrongWords(const Facts& facts, Says words) {
-    const auto expect = [&](std::string_view text) {
-        return says(facts, text) ? std::string()
-                                 : "the prompt says " + inQuotes(prompt(facts)) + ", not " + inQuotes(text);
-    };
-    if (says(facts, "POWER UP") && facts.phaseAt <= facts.greetedAt) {
-        return {}; // nothing was reported since these words came
-    }
-    switch (words) {
-    case Says::None:
-        return prompt(facts).empty() ? "" : "the prompt says " + inQuotes(prompt(facts));
-    case Says::Lost:
-        return expect("Communications ERROR");
-    case Says::PoweringUp:
-        return prompt(facts).empty() ? "" : expect("Powering Up");
-    case Says::Question: // the generator's own word may have ended it without a report
-        return prompt(facts).empty() && !facts.link()["cmbAutocalConfirm"].visible()
-                   ? ""
-                   : expect("Press Confirm");
-    case Says::Expose:
-        return expect("Press Prep and Expose");
-    case Says::ResultError:
-        return expect("ERROR");
-    case Says::ResultOk:
-        return expect("OK");
-    case Says::AsLeft:
-        break;
-    }
-    return {};
-}
-
-std::string otherThanItStands(const Facts& facts) {
-    if (!facts.atRest() || facts.phase == 0 || facts.doing().lastPhase() == Phase::TubeTooHot) {
-        return {};
-    }
-    const StandingRow row = standingOf(facts.doing().heard());
-    const ctrQuillonConsole& console = facts.console();
-    std::string wrong = wrongPage(facts, row.page) + wrongArea(facts, row.area);
-    if (const std::string keys = wrongKeys(facts, row); !keys.empty()) {
-        wrong += (wrong.empty() ? "" : "; ") + keys;
-    }
-    if (const std::string words = wrongWords(facts, row.words); !words.empty()) {
-        wrong += (wrong.empty() ? "" : "; ") + words;
-    }
-    const std::string& caption = console["cmbClose"].caption();
-    if (row.caption != Caption::Stays && caption != (row.caption == Caption::Exit ? "Exit" : "Close")) {
-        wrong += "; the key that closes says " + inQuotes(caption);
-    }
-    if (row.positioner == Offer::Hidden &&
-        (console["cmdOrla"].visible() || console["cmdMultiRoom"].visible())) {
-        wrong += "; the positioner's key is on show";
-    }
-    return wrong.empty() ? "" : std::string(row.name) + ": " + wrong;
-}
-
-std::string wordsOfNoRun(const Facts& facts) {
-    if (!facts.doing().idle() || facts.panel() != nullptr) {
-        return {};
-    }
-    for (const std::string_view name : kNamesOfRuns) {
-        if (says(facts, name)) {
-            return "the prompt says " + inQuotes(prompt(facts)) + " and nothing is under way";
-        }
-    }
-    return {};
-}
-
-std::string questionWithoutKeys(const Facts& facts) {
-    if (!says(facts, "Press Confirm") || facts.panel() != nullptr || running(facts, "tmrDelay") ||
-        facts.frameTaken) {
-        return {};
-    }
-    const bool keys =
-        facts.reaches(facts.link()["cmbAutocalConfirm"]) && facts.reaches(facts.link()["cmbAutocalDismiss"]);
-    return keys ? "" : "the operator is to press Confirm, which is not in reach";
-}
-
-std::string blinksAtRest(const Facts& facts) {
-    return facts.doing().idle() && running(facts, "tmrIniAutocal")
-               ? "the prompt blinks and nothing is under way"
-               : "";
-}
-
 std::string pollStaysAway(const Facts& facts) {
     constexpr Milliseconds kLongest = 31000;
     return facts.pollAway >= 0 && facts.now() - facts.pollAway > kLongest
@@ -427,7 +249,7 @@ std::string lentWithoutRays(const Facts& facts) {
     const ServiceSession& doing = facts.doing();
     return facts.held.empty() && facts.handedOver && doing.idle() &&
                    doing.lastPhase() == Phase::NormalOperation && !facts.link().mirror().RXEnable &&
-                   facts.panel() == nullptr
+                   !facts.raysByGenerator && facts.panel() == nullptr
                ? "the machine is lent without X-rays"
                : "";
 }
@@ -459,7 +281,9 @@ std::string nothingToPress(const Facts& facts) {
 }
 
 std::string modeLeftBehind(const Facts& facts) {
-    return facts.application().ended() && !facts.restarts() && !facts.stood.empty() && !facts.entered.empty()
+    // One that was lost takes no command of a phase: nobody knows where it stands.
+    const bool leaves = facts.application().ended() && !facts.restarts() && !facts.doing().isLost();
+    return leaves && !facts.stood.empty() && !facts.entered.empty()
                ? "behind " + inQuotes(facts.entered) + " the generator is left in " + facts.stood
                : "";
 }
@@ -496,184 +320,6 @@ constexpr std::array kInvariants{
 
 std::span<const Invariant> invariants() {
     return kInvariants;
-}
-
-bool takesSomething(const Control& control) {
-    const Kind kind = control.kind();
-    return (kind == Kind::Button && !control.lamp()) || kind == Kind::Slider || kind == Kind::List ||
-           (kind == Kind::TextBox && !control.readOnly());
-}
-
-void Facts::begin() {
-    application().console().events.Busy.connect([this](std::int16_t state) { busy = state; });
-}
-
-void Facts::reportHeard(std::string_view text) {
-    if (text.size() >= 2 && equalsNoCase(text.substr(0, 2), "ST")) {
-        phaseHeard(text.substr(2));
-    }
-    enableAsked = enableAsked || text.starts_with("RX?");
-    raysTold_ = raysTold_ || text.starts_with("RX");
-}
-
-void Facts::phaseHeard(std::string_view value) {
-    if (!isNumeric(value)) {
-        return;
-    }
-    const double number = std::floor(toDouble(value));
-    if (number > 1) {
-        phaseAt = now();
-    }
-    frameTaken = frameTaken && number == phase;
-    if (number >= 1 && number <= 13) {
-        phase = static_cast<std::int32_t>(number);
-    }
-    if (number < 32) {
-        mask_ = number < 1 ? 0 : static_cast<std::int32_t>(1U << static_cast<unsigned>(number - 1));
-        masks.insert(mask_);
-    }
-}
-
-void Facts::frameWritten(std::string_view text) {
-    frame = text;
-    if (frame == "RX0" || frame == "RX1") {
-        rays = frame;
-    }
-    for (const KeyRow& row : kKeys) {
-        if (frame.starts_with(row.command)) {
-            --allowance[row.command];
-        }
-    }
-    if (frame == "CA1" || frame == "CF1" || frame == "CAU1") {
-        entered = frame;
-    } else if (frame == "CA0" || frame == "CF0") {
-        entered.clear();
-    }
-}
-
-bool Facts::atRest() const {
-    if (!doing().idle() || panel() != nullptr || console()["fraOrla"].visible() ||
-        console()["fraRemote"].visible() || !portOpen() || !held.empty() || link().answering()) {
-        return false;
-    }
-    const auto& timers = kOtherTimers;
-    bool waits = std::any_of(timers.begin(), timers.end(),
-                             [&](std::string_view timer) { return running(*this, timer); });
-    waits = waits || doing().follows();
-    for (std::size_t each = 0; each < kRuns; ++each) {
-        for (const std::string_view timer : rowOf(static_cast<Run>(each)).timers) {
-            waits = waits || running(*this, timer);
-        }
-    }
-    for (const WaitRow& wait : waitRows()) {
-        waits = waits || running(*this, wait.timer);
-    }
-    return !waits;
-}
-
-void Facts::closeDown() {
-    raysAtPress_ = doing().allowsXRays();
-    raysTold_ = false;
-    raysBefore.reset();
-}
-
-void Facts::closeUp(Run before) {
-    if (before == doing().run() && doing().idle() && !raysTold_) {
-        raysBefore = raysAtPress_;
-    }
-}
-
-bool Facts::restarts() const {
-    const auto& boxes = rig_.machine.desktop.boxes();
-    return !boxes.empty() && boxes.back().yes;
-}
-
-void Facts::slept(Milliseconds ms) {
-    if (pollAway >= 0) {
-        pollAway += ms;
-    }
-}
-
-void Facts::watchPoll() {
-    const bool holds = !doing().idle() || link().answering() || link().timer("tmrAutoRepeat").running() ||
-                       !held.empty() || !portOpen() || doing().poweringUp() || panel() != nullptr ||
-                       phase == 0;
-    if (holds || link().polls()) {
-        pollAway = -1;
-    } else if (pollAway < 0) {
-        pollAway = now();
-    }
-}
-
-void Facts::watchUsers() {
-    const bool refreshes = running(*this, "tmrWaitRefresh");
-    if (!doing().lent()) {
-        handedOver = false;
-    } else if (arriving_ && !running(*this, "tmrGotoUserMode")) {
-        handedOver = doing().mode() == Phase::NormalOperation && !(refreshed_ && !refreshes);
-    }
-    arriving_ = running(*this, "tmrGotoUserMode");
-    refreshed_ = refreshes;
-}
-
-void Facts::handAt(std::string_view name) {
-    for (const KeyRow& row : kKeys) {
-        if (holds(row.keys, name)) {
-            allowance[row.command] += row.transmissions;
-        }
-    }
-}
-
-void Facts::look() {
-    // Nothing is left of the queue when nothing waits for its turn.
-    if (!link().timer("tmrProtocolHandshaking").running() && !link().timer("tmrWaitAfterRx").running()) {
-        masks = {mask_};
-        enableAsked = false;
-    }
-    if (const Run now = doing().run(); now != run) {
-        runBefore = std::exchange(run, now);
-        raysBefore.reset();
-        raysTold_ = true; // by that
-    }
-    if (running(*this, "tmrDelayShow")) {
-        greetedAt = now();
-    }
-    watchPoll();
-    watchUsers();
-}
-
-std::vector<const ControlHost*> Facts::hosts() const {
-    std::vector<const ControlHost*> all{&console(), &link()};
-    for (const std::string_view key :
-         {"SelWSCal", "SelWSAutocal", "AutocalSelFocusOrParameter", "AutocalWarning", "Error"}) {
-        if (const ControlHost* panel = console().keyed(key)) {
-            all.push_back(panel);
-        }
-    }
-    return all;
-}
-
-const ControlHost* Facts::panel() const {
-    const ControlHost* front = nullptr;
-    for (const ControlHost* host : hosts()) {
-        const bool isPanel = host != &console() && host != &link();
-        if (isPanel && (front == nullptr || host->zOrder() > front->zOrder())) {
-            front = host;
-        }
-    }
-    return front;
-}
-
-std::vector<const Control*> Facts::inReach() const {
-    std::vector<const Control*> all;
-    for (const ControlHost* host : hosts()) {
-        for (const auto& control : host->controls()) {
-            if (takesSomething(*control) && reaches(*control)) {
-                all.push_back(control.get());
-            }
-        }
-    }
-    return all;
 }
 
 } // namespace quillon

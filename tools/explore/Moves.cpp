@@ -4,6 +4,8 @@
 #include <array>
 
 #include "Scenes.h"
+#include "console/ServiceSession.h"
+#include "console/ctrQuillonConsole.h"
 
 namespace quillon {
 
@@ -49,14 +51,45 @@ const std::vector<std::string> kFullInstallation{
     "[TM]",          "TM=0",           "[ThirdTube]",    "ThirdTube=1", "[SolapeFocos]",
     "SolapeFocos=1", "[AutocalRetry]", "AutocalRetry=1", "[Extended]",  "E01=100"};
 
-/// Lent, so that the pages of the main menu are in reach.
-std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
-    const auto lent = std::find_if(scenes().begin(), scenes().end(),
-                                   [](const Scene& scene) { return scene.name == "the users"; });
-    std::vector<std::string> lines = lent->lines();
+/// In a scene, and then.
+std::vector<std::string> sceneAnd(std::string_view name, const std::vector<std::string>& more) {
+    const auto found = std::find_if(scenes().begin(), scenes().end(),
+                                    [name](const Scene& scene) { return scene.name == name; });
+    std::vector<std::string> lines = found->lines();
     lines.insert(lines.end(), more.begin(), more.end());
     return lines;
 }
+/// So that the pages of the main menu are in reach.
+std::vector<std::string> lentAnd(const std::vector<std::string>& more) {
+    return sceneAnd("the users", more);
+}
+/// With the wait until the console is about to tell that its generator is lost: it comes in what is begun
+/// now, or goes on.
+Plan beforeItsLoss(Plan plan) {
+    constexpr Milliseconds kMost = 120'000;
+    constexpr Milliseconds kStep = 50;
+    Session session(plan);
+    for (const std::string& line : plan.lines) {
+        session.perform(line);
+    }
+    Milliseconds passed = 0;
+    for (; passed < kMost && !session.application().console().session().isLost(); passed += kStep) {
+        session.perform("wait " + std::to_string(kStep));
+    }
+    plan.lines.push_back("wait " + std::to_string(passed - 2 * kStep));
+    return plan;
+}
+/// Where it can come at all, and what frees the poll for it.
+struct SilentRow {
+    std::string_view scene;
+    std::string_view first;
+};
+constexpr std::array kSilent{
+    SilentRow{"Calibration", "wait 0"},
+    SilentRow{"before calibration", "sim expose"},
+    SilentRow{"begun by the generator", "wait 0"},
+    SilentRow{"its screen", "wait 0"},
+};
 
 } // namespace
 
@@ -93,14 +126,27 @@ const std::vector<Ground>& groundsOfStarts() {
               {},
               kFullInstallation},
              kForced},
+            {"overlapping focal spots",
+             {"",
+              {},
+              "startphase=2",
+              sceneAnd("the point",
+                       {"click AutocalSelFocusOrParameter.cmbAutocalLargeFocus",
+                        "click AutocalSelFocusOrParameter.cmbOKFocus", "click AutocalWarning.cmbAutocalYes"}),
+              {},
+              {"[SolapeFocos]", "SolapeFocos=1"}},
+             kForced},
             {"the exposure control's page",
-             {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)"})},
+             {"", {}, "startphase=2", lentAnd({"msg MD8", "click TorvaneSerial.cmbMainMenu(1)"})},
              kForced},
             {"a digital workstation",
              {"", {}, "startphase=2", lentAnd({"click TorvaneSerial.cmbMainMenu(1)", "msg WM5"})},
              kForced},
             {"the fluoroscopy's page",
              {"", {}, "startphase=2", lentAnd({"msg WM3", "click TorvaneSerial.cmbMainMenu(3)"})},
+             kForced},
+            {"a brightness that is controlled",
+             {"", {}, "startphase=2", lentAnd({"msg WM4", "msg FLA1", "click TorvaneSerial.cmbMainMenu(3)"})},
              kForced},
             {"exposure by software",
              {"-swsync", {}, "startphase=2", lentAnd({"msg WM1", "msg WSS1", "sim prepare", "wait 350"})},
@@ -113,6 +159,13 @@ const std::vector<Ground>& groundsOfStarts() {
             made.push_back({"found in phase " + std::to_string(phase),
                             {"", {"REMOTE=YES"}, "startphase=" + std::to_string(phase), {"wait 20000"}},
                             kForced});
+        }
+        for (const SilentRow& row : kSilent) {
+            const Plan silent{"",
+                              {"REMOTE=YES"},
+                              "startphase=2",
+                              sceneAnd(row.scene, {std::string(row.first), "wait 15000", "sim silence on"})};
+            made.push_back({"silent: " + std::string(row.scene), beforeItsLoss(silent), kForced});
         }
         return made;
     }();

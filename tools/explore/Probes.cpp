@@ -6,6 +6,7 @@
 
 #include "Session.h"
 #include "base/Numbers.h"
+#include "console/KeyReasons.h"
 #include "console/StatusLine.h"
 #include "console/layout/PanelLayouts.h"
 #include "link/InboundTable.h"
@@ -22,17 +23,42 @@ constexpr std::array<std::string_view, kWays> kWayNames{
     "a start anew", "Ready", "an exposure", "calibration", "configuration", "autocalibration", "a loss",
     "the key that closes"};
 
-struct BoxRow {
+struct TextRow {
     std::string_view name;
     std::string T::*text;
 };
 constexpr std::array kBoxes{
-    BoxRow{"box restart",      &T::sShutdownQuestion},
-    BoxRow{"box refused",      &T::sRestartRefused},
-    BoxRow{"box no number",    &T::sNoNumber},
-    BoxRow{"box no speed",     &T::sNoBaudrate},
-    BoxRow{"box no port",      &T::sNoPort},
-    BoxRow{"box port",         &T::sCannotOpenPort},
+    TextRow{"box restart",      &T::sShutdownQuestion},
+    TextRow{"box refused",      &T::sRestartRefused},
+    TextRow{"box no number",    &T::sNoNumber},
+    TextRow{"box no speed",     &T::sNoBaudrate},
+    TextRow{"box no port",      &T::sNoPort},
+    TextRow{"box port",         &T::sCannotOpenPort},
+};
+
+/// Why a key is dead, as its window says it.
+constexpr std::array kWhys{
+    TextRow{"why an error stands",    &T::sWhyError},
+    TextRow{"why no error stands",    &T::sWhyNoError},
+    TextRow{"why an exposure",        &T::sWhyExposure},
+    TextRow{"why nobody answers",     &T::sWhyUnheard},
+    TextRow{"why a question",         &T::sWhyQuestion},
+    TextRow{"why a panel",            &T::sWhyPanel},
+    TextRow{"why a mode",             &T::sWhyMode},
+    TextRow{"why not in a mode",      &T::sWhyNotIn},
+    TextRow{"why not now",            &T::sWhyNotNow},
+    TextRow{"why no action",          &T::sWhyNoAction},
+    TextRow{"why not digital",        &T::sWhyNotDigital},
+    TextRow{"why no field",           &T::sWhyNoField},
+    TextRow{"why no density",         &T::sWhyNoDensity},
+    TextRow{"why no brightness",      &T::sWhyNoBrightness},
+    TextRow{"why a fixed kVp",        &T::sWhyFixedKVP},
+    TextRow{"why no number",          &T::sWhyNoNumber},
+    TextRow{"why a hot tube",         &T::sStateTubeTooHot},
+    TextRow{"why a power-up",         &T::sPoweringUp},
+    TextRow{"why the closing",        &T::sClosing},
+    TextRow{"why a run",              &T::sPleaseWait},
+    TextRow{"why settings",           &T::sReadingSettings},
 };
 
 struct PanelRow {
@@ -57,6 +83,7 @@ constexpr std::string_view kHost = "a host sends it by an operation, and no key 
 constexpr std::string_view kLent = "the keys are hidden while the machine is lent, and their page is when it is not";
 constexpr std::string_view kDigitalPage = "the way to its page is barred while the machine is lent, and hidden when it is not";
 constexpr std::string_view kOwnWays = "the console leads through the pages of the panel and takes its own ways away";
+constexpr std::string_view kHeld = "the poll waits for its end, and only a poll without an answer finds a loss";
 constexpr std::array kReasons{
     Reason{"command KV?", kHost},
     Reason{"command MA?", kHost},
@@ -95,8 +122,16 @@ constexpr std::array kReasons{
     Reason{"command C--", kHost},
     Reason{"command CAR", kHost},
     Reason{"command TM", kLent},
+    Reason{"command DOR", kLent},
+    Reason{"command DO?", kLent},
+    Reason{"command DOA?", kLent},
+    Reason{"key TorvaneSerial.cmbDose*", kLent},
+    Reason{"key TorvaneSerial.comboReadExposureCounter", kLent},
+    Reason{"key TorvaneSerial.cmbReadExposureCounter", kLent},
     Reason{"key TorvaneSerial.cmbTM*", kLent},
     Reason{"command PH", kDigitalPage},
+    Reason{"command BR-", kDigitalPage},
+    Reason{"command BR--", kDigitalPage},
     Reason{"command DA", kDigitalPage},
     Reason{"key TorvaneSerial.cmbMainMenu(2)", kDigitalPage},
     Reason{"key TorvaneSerial.cmbDigitalAEC", kDigitalPage},
@@ -108,6 +143,7 @@ constexpr std::array kReasons{
     Reason{"key TorvaneSerial.cmbGotoMainMenu", kOwnWays},
     Reason{"key TorvaneSerial.cmbServiceMenu*", kOwnWays},
     Reason{"key TorvaneSerial.cmbConfiguration", kOwnWays},
+    Reason{"key TorvaneSerial.cmbCalibration", kOwnWays},
     Reason{"key TorvaneSerial.cmbAutocalibration", kOwnWays},
     Reason{"key TorvaneSerial.comboResetExposureCounter", kOwnWays},
     Reason{"key TorvaneSerial.cmbResetExposureCounter", kOwnWays},
@@ -116,6 +152,13 @@ constexpr std::array kReasons{
     Reason{"key TorvaneSerial.lstExtendedPosition", "it is made hidden and shown by nobody"},
     Reason{"key Quillon.cmdSoftwareUpgrade", "it is disabled as long as it lives"},
     Reason{"wait TorvaneSerial.tmrAutorepFlKVP", "a host asks for it, and the console does not"},
+    Reason{"entering configuration meets a loss", kHeld},
+    Reason{"leaving configuration meets a loss", kHeld},
+    Reason{"choosing a workstation meets a loss", kHeld},
+    Reason{"entering calibration meets a loss", kHeld},
+    Reason{"choosing autocalibration meets a loss", kHeld},
+    Reason{"leaving autocalibration meets a loss", kHeld},
+    Reason{"closing meets a loss", kHeld},
     Reason{"box refused", "the PC of the scenario runner starts anew when it is asked to; ClosingTest has one that does not"},
 };
 // clang-format on
@@ -147,6 +190,11 @@ std::optional<Way> wayOf(int phase) {
     default:
         return std::nullopt;
     }
+}
+
+/// What stands in the text before its first argument begins the words.
+bool tells(std::string_view words, std::string_view text) {
+    return words.starts_with(text.substr(0, text.find('%')));
 }
 
 /// The longest that the text begins with.
@@ -238,8 +286,11 @@ void Probes::addScreen() {
     for (const std::string_view error : {"protocol", "dip switch"}) {
         add("panel Error " + std::string(error));
     }
-    for (const BoxRow& box : kBoxes) {
+    for (const TextRow& box : kBoxes) {
         add(std::string(box.name));
+    }
+    for (const TextRow& why : kWhys) {
+        add(std::string(why.name));
     }
     add("box restart yes");
     add("box restart no");
@@ -282,8 +333,7 @@ void Marks::reach(std::string_view probe) {
 }
 
 bool Marks::reached(std::string_view probe) const {
-    const std::size_t at = any() ? Probes::all().find(probe) : 0;
-    return at < bytes_.size() && bytes_[at] != 0;
+    return any() && reached(Probes::all().find(probe));
 }
 
 std::size_t Marks::count() const {
@@ -308,7 +358,7 @@ std::string Marks::complaints() const {
         if (bytes_[i] == 0 && !excused) {
             text += "missing: " + probes.name(i) + "\n";
         } else if (bytes_[i] != 0 && excused) {
-            text += "reached for all its reason: " + probes.name(i) + "\n";
+            text += "reached against its reason: " + probes.name(i) + "\n";
         }
     }
     return text;
@@ -318,6 +368,9 @@ std::string Marks::complaints() const {
 
 Watch::Watch(Rig& rig, const Facts& facts, Marks marks) : rig_(rig), facts_(facts), marks_(marks) {
     const Probes& probes = Probes::all();
+    for (std::size_t i = 0; i < kWhys.size(); ++i) {
+        whys_.push_back(i);
+    }
     for (const ControlHost* host : {static_cast<const ControlHost*>(&facts.console()),
                                     static_cast<const ControlHost*>(&facts.link())}) {
         for (const auto& control : host->controls()) {
@@ -379,6 +432,7 @@ void Watch::moved() {
     watchStatus();
     watchPanels();
     watchBoxes();
+    watchReasons();
 }
 
 void Watch::watchStatus() {
@@ -415,13 +469,31 @@ void Watch::watchPanels() {
     }
 }
 
+void Watch::watchReasons() {
+    std::erase_if(whys_, [this](std::size_t at) { return marks_.reached(kWhys.at(at).name); });
+    if (whys_.empty()) {
+        return;
+    }
+    const Signs& signs = facts_.application().signs();
+    for (const ControlHost* host : facts_.hosts()) {
+        for (const auto& control : host->controls()) {
+            const bool seen = takesSomething(*control) && control->shown();
+            const std::string why = seen ? signs.reasons.why(*control) : std::string();
+            for (const std::size_t at : whys_) {
+                if (!why.empty() && tells(why, signs.texts.*kWhys.at(at).text)) {
+                    marks_.reach(kWhys.at(at).name);
+                }
+            }
+        }
+    }
+}
+
 void Watch::watchBoxes() {
     const ConsoleTexts& texts = facts_.application().signs().texts;
     const auto& boxes = rig_.machine.desktop.boxes();
     for (; boxes_ < boxes.size(); ++boxes_) {
-        for (const BoxRow& row : kBoxes) {
-            const std::string& text = texts.*row.text;
-            if (boxes[boxes_].text.starts_with(std::string_view(text).substr(0, text.find('%')))) {
+        for (const TextRow& row : kBoxes) {
+            if (tells(boxes[boxes_].text, texts.*row.text)) {
                 marks_.reach(row.name);
             }
         }

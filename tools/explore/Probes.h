@@ -14,8 +14,9 @@ namespace quillon {
 
 /// What a search must have reached: each command and each message of the line, each meeting of a run with
 /// what can happen to it, each place where the generator may stand, each key, panel, box and text of the
-/// status line, the begin and the end of each run, the end of each wait. All of it is made from the tables of
-/// the program, so what is added there is missed here until something leads to it.
+/// status line, each reason why a key is dead, the begin and the end of each run, the end of each wait. All
+/// of it is made from the tables of the program, so what is added there is missed here until something leads
+/// to it.
 class Probes {
 public:
     [[nodiscard]] static const Probes& all();
@@ -53,6 +54,7 @@ public:
         }
     }
     [[nodiscard]] bool reached(std::string_view probe) const;
+    [[nodiscard]] bool reached(std::size_t at) const { return at < bytes_.size() && bytes_[at] != 0; }
     [[nodiscard]] bool any() const { return !bytes_.empty(); }
     [[nodiscard]] std::size_t count() const;
     /// "reached N of M", and how many of the rest have a reason.
@@ -89,11 +91,13 @@ private:
     void watchBoxes();
     void watchStatus();
     void watchPanels();
+    void watchReasons();
 
     Rig& rig_;
     const Facts& facts_;
     Marks marks_;
     std::vector<Wait> waits_;
+    std::vector<std::size_t> whys_; ///< reasons of dead keys that nobody was told yet
     Run run_ = Run::None;
     bool lost_ = false;
     std::size_t boxes_ = 0;

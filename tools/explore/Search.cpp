@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "Chance.h"
 #include "base/Text.h"
+#include "console/KeyReasons.h"
 
 namespace quillon {
 
@@ -12,6 +14,7 @@ namespace {
 
 /// From one situation in so many the way back is gone; it takes longer than all the moves before it.
 constexpr std::uint64_t kSampled = 8;
+constexpr std::string_view kSoon = "wait 1000";
 constexpr std::size_t kRoom = 1U << 20U;
 /// Of what a copy tells.
 constexpr char kBetween = '\x1f';
@@ -122,6 +125,25 @@ void Search::keep(const Plan& plan, const std::string& broke) {
     }
 }
 
+/// Looks at what was marked since it last did.
+void Search::noteReached(const Plan& plan, const std::vector<std::string>& moves) {
+    const std::size_t count = marks().count();
+    if (count == std::exchange(noted_, count)) {
+        return;
+    }
+    const Probes& probes = Probes::all();
+    for (std::size_t i = 0; i < probes.size(); ++i) {
+        const auto known = std::any_of(against_.begin(), against_.end(), [&](const Finding& each) {
+            return each.violation.what == probes.name(i);
+        });
+        if (!probes.reason(i).empty() && marks().reached(i) && !known) {
+            Plan way = plan;
+            way.lines.insert(way.lines.end(), moves.begin(), moves.end());
+            against_.push_back({std::move(way), {std::string(kReached), probes.name(i), 0}});
+        }
+    }
+}
+
 void Search::breadthFirst(std::size_t situations, const std::function<bool()>& stop) {
     while ((!edge_.empty() || !promising_.empty()) && seen_.size() < situations && !enough() &&
            !(stop && stop())) {
@@ -142,6 +164,7 @@ void Search::expand(std::size_t node) {
     const Plan plan = planOf(node);
     Session session(plan, marks());
     play(session, plan.lines);
+    noteReached(plan, {});
     ++looked_;
     if (session.ended()) {
         return;
@@ -153,8 +176,13 @@ void Search::expand(std::size_t node) {
     const ServiceSession& doing = session.application().console().session();
     const auto place =
         static_cast<std::uint64_t>(doing.run()) * 64 + static_cast<std::uint64_t>(doing.lastPhase());
+    KeyReasons& reasons = session.application().signs().reasons;
     for (const std::string& move : rareMovesFrom(session)) {
-        if (tried_.insert(hashOf(move, place)).second) {
+        // A key that would do nothing has not been tried by that.
+        const auto words = split(move, " ");
+        const Control* key = session.find(words.at(words.size() > 1 ? 1 : 0));
+        const std::uint64_t alive = key != nullptr && reasons.keepsBack(*key) ? 0 : 1;
+        if (tried_.insert(hashOf(move, place * 2 + alive)).second) {
             visit(session, node, move);
         }
     }
@@ -175,6 +203,10 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
         if (!session.ended()) {
             lines_.add(std::to_string(situation));
         }
+        if (!fresh) {
+            session.perform(
+                std::string(kSoon)); // nobody goes on from here, and its command is still to go out
+        }
         if (fresh && session.violations().empty() && situation % kSampled < 2) {
             lines_.add(" back");
             if (situation % kSampled == 1) {
@@ -184,9 +216,10 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
         }
         tell(session);
     });
+    noteReached(planOf(node), {move, std::string(kSoon)});
     if (!broke.empty() || !told_.text().empty() || (!wanted_.empty() && marks().reached(wanted_))) {
         Plan plan = planOf(node);
-        plan.lines.push_back(move);
+        plan.lines.insert(plan.lines.end(), {move, std::string(kSoon)});
         keep(plan, broke);
         return;
     }
@@ -255,6 +288,13 @@ void Search::walk(std::uint32_t seed, int moves) {
         tell(session);
     });
     ++walks_;
+    std::vector<std::string> made;
+    for (const std::string_view line : split(lines_.text(), std::string_view(&kEnd, 1))) {
+        if (const auto parts = split(line, std::string_view(&kBetween, 1)); !parts[0].empty()) {
+            made.emplace_back(parts[0]);
+        }
+    }
+    noteReached(plan, made);
     if (broke.empty() && told_.text().empty() && (wanted_.empty() || !marks().reached(wanted_))) {
         if (varies) {
             Ground other = ground;
@@ -265,11 +305,7 @@ void Search::walk(std::uint32_t seed, int moves) {
         learnWalk(node, marks().count() > before);
         return;
     }
-    for (const std::string_view line : split(lines_.text(), std::string_view(&kEnd, 1))) {
-        if (const auto parts = split(line, std::string_view(&kBetween, 1)); !parts[0].empty()) {
-            plan.lines.emplace_back(parts[0]);
-        }
-    }
+    plan.lines.insert(plan.lines.end(), made.begin(), made.end());
     keep(plan, broke);
 }
 
@@ -342,11 +378,22 @@ Plan Search::story(Plan plan, const Violation& violation) {
     return plan;
 }
 
+std::string Search::told(const Finding& finding) {
+    return "# " + finding.violation.text() + "\n" + scenarioOf(story(finding.plan, finding.violation)) + "\n";
+}
+
 std::string Search::found() {
     std::string text;
     for (const Finding& finding : findings_) {
-        text += "# " + finding.violation.text() + "\n" + scenarioOf(story(finding.plan, finding.violation)) +
-                "\n";
+        text += told(finding);
+    }
+    return text;
+}
+
+std::string Search::reachedAgainstReasons() {
+    std::string text;
+    for (const Finding& finding : against_) {
+        text += "# reached against its reason\n" + told(finding);
     }
     return text;
 }

@@ -34,6 +34,8 @@ public:
 
     /// All that was found, each with the shortest way to it as a scenario file; empty when nothing was.
     [[nodiscard]] std::string found();
+    /// The same for each probe that was reached against its reason.
+    [[nodiscard]] std::string reachedAgainstReasons();
     [[nodiscard]] bool clean() const { return findings_.empty(); }
     /// So many were found that it does not go on.
     [[nodiscard]] bool enough() const { return findings_.size() >= most_; }
@@ -66,6 +68,8 @@ private:
     [[nodiscard]] Plan planOf(std::size_t node) const;
     void tell(const Session& session);
     void keep(const Plan& plan, const std::string& broke);
+    void noteReached(const Plan& plan, const std::vector<std::string>& moves);
+    [[nodiscard]] std::string told(const Finding& finding);
     [[nodiscard]] bool shows(const Plan& plan, const Violation& violation, bool end);
     [[nodiscard]] Plan story(Plan plan, const Violation& violation);
 
@@ -82,9 +86,11 @@ private:
     std::vector<std::size_t> promising_;                  ///< the same, and something new was on the way
     std::vector<std::size_t> begins_;                     ///< of walks
     std::vector<Finding> findings_;
-    std::size_t looked_ = 0; ///< situations that were gone on from
-    std::size_t moves_ = 0;  ///< made in breadth
-    std::size_t steps_ = 0;  ///< made in walks
+    std::vector<Finding> against_; ///< a probe and its way, where there is a reason against it
+    std::size_t noted_ = 0;        ///< marks that `against_` takes account of
+    std::size_t looked_ = 0;       ///< situations that were gone on from
+    std::size_t moves_ = 0;        ///< made in breadth
+    std::size_t steps_ = 0;        ///< made in walks
     std::size_t waysBack_ = 0;
     std::size_t walks_ = 0;
 };

@@ -121,6 +121,9 @@ void Session::heard(std::string_view bytes) {
         }
         ++reportCount_;
         facts_.reportHeard(partialText_);
+        if (onReport && !partialText_.empty()) {
+            onReport(partialText_);
+        }
         if (watch_) {
             watch_->reportHeard(partialText_);
         }

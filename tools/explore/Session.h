@@ -77,6 +77,8 @@ public:
     [[nodiscard]] std::string complaints() const;
     /// Told of every frame on the line, without its end bytes.
     std::function<void(std::string_view frame)> onFrame;
+    /// Told of every message that comes to an open line, the same way.
+    std::function<void(std::string_view report)> onReport;
     [[nodiscard]] std::uint64_t frameCount() const { return frameCount_; }
     [[nodiscard]] std::uint64_t reportCount() const { return reportCount_; }
 

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iostream>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,7 @@
 #include <unistd.h>
 
 #include "Chance.h"
+#include "LineSweep.h"
 #include "Search.h"
 #include "base/ProgramArguments.h"
 
@@ -55,6 +57,12 @@ constexpr std::string_view kHelp =
     "missing\n"
     "       quillon-explore reach PROBE [SECONDS [SEED]]\n"
     "                               a short way to one of what must be reached\n"
+    "       quillon-explore line [STEP [SEED]]        each workflow, a fault of the line at every so manieth "
+    "piece\n"
+    "       quillon-explore line WORKFLOW FAULT...    one such round, with what travels; a fault is "
+    "in:12:lost "
+    "or\n"
+    "                               out:7:late:on (lost, garbled, stuck, doubled, late)\n"
     "       quillon-explore print GROUND [SEED]       a walk as a scenario\n"
     "       quillon-explore days [DAYS [SEED]]        one session of many days\n"
     "       quillon-explore idle                      a day of polling, timed\n"
@@ -125,8 +133,42 @@ int hunt(std::uint32_t seconds, std::uint32_t seed, std::size_t most) {
     Search search(allGrounds(), most);
     goOn(search, seconds, seed);
     const std::string missing = search.marks().complaints();
-    std::cout << search.named() << search.found() << missing;
+    std::cout << search.named() << search.found() << search.reachedAgainstReasons() << missing;
     return search.clean() && missing.empty() ? 0 : 1;
+}
+
+/// Faults of the line at the pieces of each workflow.
+int line(std::size_t step, std::uint32_t seed) {
+    LineSweep sweep(step, seed);
+    for (const Workflow& workflow : workflows()) {
+        const std::size_t before = sweep.rounds();
+        sweep.sweep(workflow);
+        std::cerr << workflow.scene.name << ": " << sweep.rounds() - before << " rounds\n";
+    }
+    std::cout << sweep.found();
+    return sweep.found().empty() ? 0 : 1;
+}
+
+int lineRound(const Workflow& workflow, std::span<const std::string> words) {
+    std::vector<LineFault> faults;
+    for (const std::string& word : words) {
+        const auto fault = lineFaultOf(word);
+        if (!fault) {
+            std::cerr << kHelp;
+            return 2;
+        }
+        faults.push_back(*fault);
+    }
+    const std::string complaints = playOnLine(workflow, faults, [](Session& session) {
+        session.onFrame = [&session](std::string_view frame) {
+            std::cout << session.machine().time.now() << " tx \"" << frame << "\"\n";
+        };
+        session.onReport = [&session](std::string_view report) {
+            std::cout << session.machine().time.now() << " rx \"" << report << "\"\n";
+        };
+    });
+    std::cout << complaints;
+    return complaints.empty() ? 0 : 1;
 }
 
 /// Prints a walk as a scenario file, and on standard error the frames that it brings on the line.
@@ -231,6 +273,12 @@ int run(const std::vector<std::string>& words) {
     }
     if (what == "hunt") {
         return hunt(argument(1, 60), argument(2, 1), argument(3, 4));
+    }
+    if (what == "line" && words.size() > 1 && workflowOf(words[1]) != nullptr) {
+        return lineRound(*workflowOf(words[1]), std::span(words).subspan(2));
+    }
+    if (what == "line") {
+        return line(argument(1, 1), argument(2, 1));
     }
     if (what == "days") {
         return soak(static_cast<int>(argument(1, 30)), argument(2, 1));

@@ -5,7 +5,8 @@
 namespace quillon {
 namespace {
 
-/// A touch of one key and all frames that it sends, each told once, with a blank between.
+/// A touch of one key and all frames that it sends, each told once, with a blank between: what depends on the
+/// phase, on what was reported, and on Handshaking. What every key sends where it belongs, EveryKey has.
 struct KeyCase {
     std::string_view key;
     int index; // -1 for none
@@ -70,77 +71,43 @@ TEST_P(PanelKeyRows, SendsItsFrames) {
 
 // clang-format off
 constexpr KeyCase kTechnique[]{
-    {"cmbTM",                2, 2, "",           true,  "TM2"},
     {"cmbTM",                1, 6, "",           true,  ""},
     {"cmbToggleFocus",      -1, 2, "FO11",       false, "FO"},
-    {"cmbToggleFocus",      -1, 2, "FO11",       true,  "FOS2"},
     {"cmbToggleFocus",      -1, 2, "FO21",       true,  "FOS1"},
     {"cmbToggleFocus",      -1, 2, "",           true,  ""},
-    {"cmbReadExposureCounter", -1, 2, "",        true,  "TC0"},
-    {"cmbDoseReset",        -1, 2, "",           true,  "DOR"},
 };
 constexpr KeyCase kExposureControl[]{
-    {"cmbAECFieldLeft",      0, 2, "",           true,  "FI01"},
     {"cmbAECFieldLeft",      0, 2, "FI01",       false, "FI0"},
-    {"cmbAECFieldCenter",    0, 2, "FI01 FI21",  true,  "FI11"},
     {"cmbAECFieldCenter",    1, 8, "",           false, "FI1"},
-    {"cmbAECFieldRight",     0, 2, "FI21",       true,  "FI20"},
-    {"cmbAECFilmScreen",     2, 2, "",           true,  "FS2"},
-    {"cmbAECDensity",        8, 2, "MD8",        true,  "FN8"},
     {"cmbAECDensity",        4, 2, "MD4",        true,  "FN2"},
     {"cmbAECDensity",        1, 2, "MD4",        true,  ""},
     {"cmbAECDensity",        4, 2, "MD5",        true,  "FN2"},
     {"cmbDAECDensity",       3, 2, "MD4 WM5",    true,  "FN3"},
     {"cmbDAECDensity",       3, 2, "MD4 WM4",    true,  ""},
-    {"cmbDigitalAEC",       -1, 2, "WM5",        true,  "DA1"},
     {"cmbDigitalAEC",       -1, 2, "WM5 DA1",    true,  "DA0"},
     {"cmbDigitalAEC",       -1, 2, "WM5 DA1",    false, "DA"},
     {"cmbDigitalAEC",       -1, 2, "WM4",        true,  ""},
-    {"cmbPhotomultiplier",  -1, 2, "WM7",        true,  "PH1"},
     {"cmbPhotomultiplier",  -1, 2, "WM7",        false, "PH"},
     {"cmbPhotomultiplier",  -1, 2, "WM0",        false, ""},
 };
 constexpr KeyCase kFluoroscopy[]{
-    {"cmbFlContinuous",     -1, 2, "FLP04",      true,  "FLP00"},
-    {"cmbFlMAUp",           -1, 2, "",           true,  "FLMAU"},
     {"cmbFlMAUp",           -1, 2, "",           false, "FLMA+"},
     {"cmbToggleABS",        -1, 2, "",           true,  "FLA1"},
-    {"cmbToggleABS",        -1, 2, "FLA1",       true,  "FLA0"},
     {"cmbToggleABS",        -1, 2, "FLA1",       false, "FLA"},
-    {"cmbFlHighDose",       -1, 2, "FLA1",       true,  "FLHD"},
     {"cmbFlHighDose",       -1, 2, "",           true,  ""},
-    {"cmbFluoroAlarmReset", -1, 2, "",           true,  "FLAR"},
-    {"cmbFlMag",             3, 2, "",           true,  "FLM3"},
-    {"cmbFlKVPTracking",    -1, 2, "KVT3",       true,  "KVT0"},
-    {"cmbKVPTrackingDown",  -1, 2, "KVT3",       true,  "KVT-"},
     {"cmbKVPTrackingDown",  -1, 2, "KVT0",       true,  ""},
 };
 constexpr KeyCase kConfiguration[]{
     {"cmbConfiguration",    -1, 2, "",           true,  "CF1"},
-    {"cmbConfiguration",    -1, 8, "",           true,  "CF0"},
     {"cmbConfiguration",    -1, 6, "",           true,  ""},
-    {"cmbDfltConfig",       -1, 8, "",           true,  "CFD"},
-    {"cmbConfSyncTypeDown", -1, 8, "",           true,  "WSS-"},
-    {"cmbWS",                0, 8, "",           true,  "WS1"},
 };
 constexpr KeyCase kCalibration[]{
     {"cmbCalibration",      -1, 2, "",           true,  "CA1"},
-    {"cmbCalibration",      -1, 6, "",           true,  "CA0"},
     {"cmbCalibration",      -1, 6, "CAU1",       true,  ""},
-    {"cmbAutocalibration",  -1, 6, "",           true,  "CAU1"},
     {"cmbAutocalibration",  -1, 9, "CAU1",       true,  "CAU0"},
     {"cmbAutocalibration",  -1, 2, "",           true,  ""},
-    {"cmbKVPCalUp",         -1, 6, "",           true,  "KVU"},
     {"cmbKVPCalUp",         -1, 6, "",           false, "KV+"},
     {"cmbKVPCalUp",         -1, 2, "",           true,  ""},
-    {"cmbMSCalUp",          -1, 6, "",           true,  ""},
-    {"cmbCalFocusSet",      -1, 6, "",           true,  ""},
-    {"cmbToggleFocusCal",   -1, 6, "",           true,  ""},
-    {"cmbToggleFocusConfirm", -1, 6, "",         true,  "CO"},
-    {"cmbToggleFocusDismiss", -1, 6, "",         true,  ""},
-    {"cmbStoreCalValue",    -1, 9, "",           true,  "CS"},
-    {"cmbResetExposureCounter", -1, 2, "",       true,  "TCR0 TC0"},
-    {"cmbResetError",       -1, 2, "",           true,  "AR"},
 };
 // clang-format on
 
