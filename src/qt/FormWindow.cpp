@@ -75,7 +75,11 @@ void FormWindow::fitScreen() {
     const QSize room = screen()->availableGeometry().size();
     const QSize frame = frameGeometry().size() - size();
     const QSize most = room - frame;
-    if (fits_ && (width() > most.width() || height() > most.height())) {
+    if (!fits_) {
+        return;
+    }
+    setMinimumSize(kSmallest.boundedTo(most)); // what cannot be seen helps nobody
+    if (width() > most.width() || height() > most.height()) {
         resize(size().boundedTo(most));
     }
 }

@@ -24,7 +24,7 @@ public:
     /// Below it letters would be lower than 8 pixels. It leaves room for the window of a screen of 640 x 480.
     static constexpr QSize kSmallest{620, 456};
     /// Whoever sizes the window, it is not made smaller than that any more; and it fits on a screen with the
-    /// frame that it gets there.
+    /// frame that it gets there, if need be by being smaller.
     void setReadable() {
         setMinimumSize(kSmallest);
         fits_ = true;

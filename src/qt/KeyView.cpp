@@ -163,8 +163,9 @@ QRect KeyView::contentPlace() const {
         return rect().adjusted(6, 6, -6, -6);
     }
     const int shift = pressed() ? 2 : 0;
-    const int left = sign().empty() || hasCornerLock() ? 6 : signPlace().right() + 4;
-    return rect().adjusted(left, 2 + barHeight() + shift, -6, -4 - barHeight() + shift);
+    const int aside = hasCornerLock() ? 4 : 0; // the lock is not to touch the words
+    const int left = sign().empty() || hasCornerLock() ? 6 + aside : signPlace().right() + 4;
+    return rect().adjusted(left, 2 + barHeight() + shift, aside - 6, -4 - barHeight() + shift);
 }
 
 std::optional<Words> KeyView::words() const {

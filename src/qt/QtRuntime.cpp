@@ -18,6 +18,7 @@ namespace {
 constexpr std::int64_t kLongestHold = 100'000;     // microseconds that a picture waits
 constexpr std::int64_t kLongestPaintTime = 40'000; // more than that is not made room for
 constexpr std::int64_t kRest = 3;                  // times as long as painting took
+constexpr std::int64_t kLongestRest = 6'000;       // what takes longer waited for the display
 
 } // namespace
 
@@ -138,7 +139,7 @@ bool QtScheduleDriver::eventFilter(QObject* window, QEvent* event) {
     if (onPaint) {
         onPaint(took);
     }
-    rested_ = end + kRest * took;
+    rested_ = end + std::min(kRest * took, kLongestRest);
     paintTime_ = std::min(std::max(took, paintTime_ - paintTime_ / 8), kLongestPaintTime);
     return true;
 }

@@ -42,8 +42,8 @@ public:
     ~QtScheduleDriver() override;
 
     /// From now on the window is painted only when no timer is due, nor will be before the painting is over
-    /// as far as can be foreseen, and painting takes a quarter of the time. A picture waits a tenth of a
-    /// second at most.
+    /// as far as can be foreseen, and painting rests three times as long as it took, 6 ms at most. A picture
+    /// waits a tenth of a second at most.
     void guard(QWidget& window);
 
     /// Told before due timers run how late the first of them is, in microseconds.

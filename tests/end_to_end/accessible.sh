@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# What a screen reader finds: configuration is entered and left by the keys that the accessibility bus lists, and on
-# the way nothing that is hidden or covered is listed, nothing is without a name, and all keys on show are.
+# What a screen reader finds: calibration with a value stored, and configuration with one step, by the keys that the
+# accessibility bus lists, and what is told of them. On the way nothing that is hidden or covered is listed, nothing is
+# without a name, and all keys on show are. The counters are read by the keyboard alone.
 set -euo pipefail
 if [[ -z ${QUILLON_OWN_BUS:-} ]]; then
     command -v dbus-run-session >/dev/null || exit 77
@@ -15,9 +16,10 @@ done
     >/dev/null 2>&1 || { echo 'the accessibility bus cannot be read here'; exit 77; }
 
 
-plug_in startphase=2
+plug_in startphase=6
 start_window -P1 -FitToScreen
 "$python" - 3>&- 9>&- <<'END' || fail 'a screen reader does not find its way'
+import subprocess
 import sys
 import time
 import gi
@@ -65,7 +67,16 @@ def expect_keys(count, *names):
     print(f'{len(listed())} nodes, {count} of them keys')
 
 wait('the program is not on the bus', program)
-configuration = wait('the keys stay dead', lambda: key('Configuration'))
+def told(words):
+    return any(words in node.get_name() for node in listed() if node.get_role() == Atspi.Role.ALERT)
+
+wait('calibration does not come up', lambda: key('Store') and key('Exit'))
+key('Calibration Value +').do_action(0)
+wait('it is not told that nothing is stored', lambda: told('changed, not stored'))
+key('Store').do_action(0)
+wait('it is still told that nothing is stored', lambda: not told('not stored'))
+key('Exit').do_action(0)
+configuration = wait('calibration was not left', lambda: key('Configuration'))
 rest = ['Close', 'Read Exposure Counters', 'Configuration', 'Manual Calibration', 'Auto Calibration', 'RESET ERROR']
 expect_keys(6, *rest)
 configuration.do_action(0)
@@ -73,8 +84,31 @@ wait('the key does not say that it waits', lambda: configuration.get_description
 wait('configuration was not reached', lambda: key('Default Configuration') and key('Tube +') and key('Exit'))
 time.sleep(3)  # the last of the values
 expect_keys(32, 'Tube -', 'Tube +', 'WS8', 'Fail Safe +', 'Center', 'Exit', 'Auto Calibration')
+tube = lambda: next(node.get_name() for node in listed() if node.get_description() == 'Tube')
+before = tube()
+key('Tube +').do_action(0)
+wait('the step is not told', lambda: tube() != before)
 key('Exit').do_action(0)
 wait('configuration was not left', lambda: key('Close') and key('Configuration'))
 expect_keys(6, *rest)
+
+def focused():
+    return next((node.get_name() for node in listed() if has(node, Atspi.StateType.FOCUSED)), '')
+
+def strike(name, first):
+    """With the keyboard alone: Tab, Right within a choice, Space."""
+    for stroke in (first, *['Tab', 'Right'] * 10):
+        if focused() == name:
+            break
+        subprocess.run(['xdotool', 'key', stroke], check=True)
+        time.sleep(0.1)
+    else:
+        sys.exit(f'{name} is not reached with the keyboard')
+    subprocess.run(['xdotool', 'key', 'space'], check=True)
+
+strike('Read Exposure Counters', 'Tab')
+wait('the counters are not told', lambda: any(node.get_description() == 'TUBE 1 RAD' for node in listed()))
+strike('Exit', 'Tab')
+wait('the counters were not left', lambda: key('Configuration'))
 END
-said CF1 && said CF0 || fail 'the generator was not told'
+said 'C+' && said CS && said CF1 && said CF0 && said TC || fail 'the generator was not told'

@@ -24,7 +24,7 @@ namespace {
 
 constexpr const char* kHelp = R"(Usage: quillon-screenshots DIRECTORY [PART OF A SCENE'S NAME [FILE OF TEXTS]]
 
-Pictures of every scene whose name holds that part, at four sizes, in folders of DIRECTORY. With a file of texts, such
+Pictures of every scene whose name holds that part, at five sizes, in folders of DIRECTORY. With a file of texts, such
 as samples/texts-de.txt, they show its language and are called so.
 --help, -h: this text.
 --version: the version.
@@ -32,7 +32,8 @@ as samples/texts-de.txt, they show its language and are called so.
 Ends with 0 when all was written, 1 when not, 2 when asked wrongly.
 )";
 
-constexpr std::array kSizes{QSize(640, 480), QSize(800, 600), QSize(1024, 768), QSize(1280, 1024)};
+constexpr std::array kSizes{QSize(640, 480), QSize(800, 600), QSize(1024, 768), QSize(1280, 1024),
+                            QSize(1920, 1080)};
 
 /// The colours of a picture, the most frequent first, as many as a palette holds.
 QList<QRgb> paletteOf(const QImage& picture) {
