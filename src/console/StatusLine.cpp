@@ -118,7 +118,7 @@ StatusField StatusLine::generator() const {
     if (phase == Phase::Error || phase == Phase::AutocalError) {
         return {words, Tone::Alarm};
     }
-    if (context_.link.silence().quiet()) {
+    if (cannotTell()) {
         return {words, Tone::Unknown};
     }
     if (phase == Phase::TubeTooHot) {
@@ -128,6 +128,13 @@ StatusField StatusLine::generator() const {
         return {words, Tone::Radiation};
     }
     return {words, session_.poweringUp() ? Tone::Waits : Tone::Plain};
+}
+
+/// What was reported last may be so no more.
+bool StatusLine::cannotTell() const {
+    const LinkSilence& silence = context_.link.silence();
+    return silence.quiet() || !silence.everHeard() ||
+           (context_.link.PortOpen() && !context_.link.line().present());
 }
 
 bool StatusLine::didNotOpen() const {
@@ -168,8 +175,7 @@ StatusField StatusLine::rays() const {
     if (lamp || phase == Phase::RadExposure || phase == Phase::FluoroExposure) {
         return {texts.sRaysOn, Tone::Radiation}; // the bar and the lamp never contradict each other
     }
-    if (session_.isLost() || session_.poweringUp() || !context_.link.silence().everHeard() ||
-        context_.link.silence().quiet()) {
+    if (session_.isLost() || session_.poweringUp() || cannotTell()) {
         return {texts.sRaysUnknown, Tone::Unknown};
     }
     if (!context_.link.mirror().RXEnable) {

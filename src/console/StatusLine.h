@@ -60,6 +60,7 @@ public:
 private:
     /// The port could not be opened, and is not open.
     [[nodiscard]] bool didNotOpen() const;
+    [[nodiscard]] bool cannotTell() const;
     [[nodiscard]] std::optional<Milliseconds> endOf(std::string_view timer) const;
 
     ConsoleContext& context_;

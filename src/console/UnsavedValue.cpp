@@ -21,7 +21,8 @@ template <typename Names> bool isAmong(const Names& names, const Control& key) {
 
 } // namespace
 
-UnsavedValue::UnsavedValue(TorvaneSerialV3_07_QLC1& link, PendingKeys& pending) {
+UnsavedValue::UnsavedValue(TorvaneSerialV3_07_QLC1& link, ServiceSession& session, PendingKeys& pending) {
+    session.began.connect([this] { set(stands_, false); });
     pending.sent.connect([this](const Control* key) { sent(*key); });
     pending.left.connect([this](const Control* key, bool done) { left(*key, done); });
     link.events().GeneratorPhaseChange.connect([this](Phase phase) {

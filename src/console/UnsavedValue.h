@@ -8,11 +8,11 @@ namespace quillon {
 /// and the generator has acknowledged; more it does not tell.
 class UnsavedValue {
 public:
-    UnsavedValue(TorvaneSerialV3_07_QLC1& link, PendingKeys& pending);
+    UnsavedValue(TorvaneSerialV3_07_QLC1& link, ServiceSession& session, PendingKeys& pending);
 
     /// Changed, and not stored yet.
     [[nodiscard]] bool stands() const { return stands_; }
-    /// The point or the mode was left with it, and nothing was sent since.
+    /// The point or the mode was left with it, and nothing was sent nor begun since.
     [[nodiscard]] bool wasLeft() const { return wasLeft_; }
 
     Signal<> changed;

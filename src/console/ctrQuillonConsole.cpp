@@ -154,7 +154,7 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       phases(context, session, start, autocalibration), errors(context, session),
       remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
       departure(context, session), glance(context, session), exposures(context, session),
-      reasons(context, session), unsaved(link, pending), status(context, session, signs()) {
+      reasons(context, session), unsaved(link, session, pending), status(context, session, signs()) {
     initialize();
     addProperties();
     console.setReportAge(&link.silence().age);

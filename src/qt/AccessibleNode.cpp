@@ -271,8 +271,7 @@ QAccessible::Role ControlNode::role() const {
         return QAccessible::ComboBox;
     case Kind::Slider:
         return QAccessible::Slider;
-    case Kind::Picture:
-        return QAccessible::Graphic;
+    case Kind::Picture: // is listed for its words
     case Kind::Label:
     case Kind::Timer:
     case Kind::Images:

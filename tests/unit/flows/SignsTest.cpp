@@ -3,6 +3,7 @@
 #include "console/PendingKeys.h"
 #include "console/ServiceSession.h"
 #include "console/StatusLine.h"
+#include "console/UnsavedValue.h"
 #include "tests/unit/flows/Flow.h"
 
 namespace quillon {
@@ -243,7 +244,7 @@ TEST_F(SignsTest, TheStatusBarTellsWhatIsSo) {
          "Ready, +COM1, #X-rays held back, !"},
         {[this] { application->input().release(control("cmbClose"), false); },
          "Ready, +COM1, X-rays possible, !"},
-        {[this] { machine.port.setGone(true); }, "Ready, !!COM1 is gone, X-rays possible, !"},
+        {[this] { machine.port.setGone(true); }, "?Ready, !!COM1 is gone, ?X-rays unknown, !"},
         {[&] {
              machine.port.setGone(false);
              silent(6000);
@@ -355,6 +356,9 @@ TEST_F(SignsTest, AChangedCalibrationValueIsToldUntilItIsStored) {
     says(changed);
     report("ST2");
     says(left);
+    wait(12000);
+    click("cmbConfiguration");
+    EXPECT_FALSE(signs().unsaved.wasLeft()) << "something else has begun";
 }
 
 TEST_F(SignsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
