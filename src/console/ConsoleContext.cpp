@@ -3,7 +3,7 @@
 namespace quillon {
 
 void ConsoleScreen::setVisible(Names names, bool visible) const {
-    for (const std::string_view name : names) {
+    for (const ConsoleControl name : names) {
         console_[name].setVisible(visible);
     }
 }
@@ -13,13 +13,13 @@ void ConsoleScreen::setVisible(Keys keys, bool visible) const {
 }
 
 void ConsoleScreen::off(Names names) const {
-    for (const std::string_view name : names) {
+    for (const ConsoleControl name : names) {
         console_[name].setBackColour(context_.state.ButtonOffColor);
     }
 }
 
 void ConsoleScreen::on(Names names) const {
-    for (const std::string_view name : names) {
+    for (const ConsoleControl name : names) {
         console_[name].setBackColour(context_.state.ButtonOnColor);
     }
 }
@@ -49,7 +49,7 @@ bool ConsoleScreen::errorOnShow() const {
 }
 
 void ConsoleScreen::clearActualExposure() const {
-    for (const std::string_view label : {"lblActKVP", "lblActMA", "lblActMS", "lblActMAS"}) {
+    for (const ConsoleControl label : Names{"lblActKVP", "lblActMA", "lblActMS", "lblActMAS"}) {
         console_[label].setCaption("");
     }
 }

@@ -7,18 +7,18 @@
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
 #include "console/Signs.h"
+#include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
 #include "panel/KeyNeeds.h"
 #include "runtime/EventLoop.h"
 #include "runtime/Operations.h"
 #include "runtime/Platform.h"
-#include "ui/ControlHost.h"
 
 namespace quillon {
 
 /// What the workflows of the console work with. All of it outlives them.
 struct ConsoleContext {
-    ControlHost& console;
+    ConsoleHost& console;
     TorvaneSerialV3_07_QLC1& link;
     ConsoleState& state;
     ConsoleTexts& texts;
@@ -38,7 +38,7 @@ class ConsoleScreen {
 public:
     explicit ConsoleScreen(ConsoleContext& context) : context_(context), console_(context.console) {}
 
-    using Names = std::initializer_list<std::string_view>;
+    using Names = std::initializer_list<ConsoleControl>;
     void show(Names names) const { setVisible(names, true); }
     void hide(Names names) const { setVisible(names, false); }
     void show(Keys keys) const { setVisible(keys, true); }
@@ -66,7 +66,7 @@ private:
     void setVisible(Keys keys, bool visible) const;
 
     ConsoleContext& context_;
-    ControlHost& console_;
+    ConsoleHost& console_;
 };
 
 /// Asks the positioner of this installation which of the two positioner buttons to show.

@@ -2,7 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <string_view>
+
+#include "console/layout/Names.h"
 
 namespace quillon {
 
@@ -17,12 +18,12 @@ enum class Key : std::uint8_t {
     ResetError,
     LinkControl,
 };
-inline constexpr std::array<std::string_view, 8> kKeyNames{"cmbConfiguration",   "cmbManualCalibration",
-                                                           "cmbAutocalibration", "cmbReadExposureCounters",
-                                                           "cmbGoToUserMode",    "cmbClose",
-                                                           "cmbResetError",      "fraTorvaneSerial"};
+inline constexpr std::array<ConsoleControl, 8> kKeyNames{"cmbConfiguration",   "cmbManualCalibration",
+                                                         "cmbAutocalibration", "cmbReadExposureCounters",
+                                                         "cmbGoToUserMode",    "cmbClose",
+                                                         "cmbResetError",      "fraTorvaneSerial"};
 
-[[nodiscard]] constexpr std::string_view nameOf(Key key) {
+[[nodiscard]] constexpr ConsoleControl nameOf(Key key) {
     return kKeyNames[static_cast<std::size_t>(key)];
 }
 

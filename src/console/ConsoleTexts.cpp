@@ -20,13 +20,26 @@ struct TextRow {
 struct KeyRow {
     std::string_view name;
     std::string T::*member;
-    std::string_view control;
+    ConsoleControl control;
 };
 
-/// The controls are parted by blanks.
+/// Names of controls, parted by blanks.
+struct ControlList {
+    consteval ControlList(const char* list) : names(list) {
+        for (std::string_view rest = list; !rest.empty();) {
+            const std::size_t end = std::min(rest.find(' '), rest.size());
+            if (!ConsoleControl::exists(rest.substr(0, end))) {
+                throw "no control has this name";
+            }
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+        }
+    }
+    std::string_view names;
+};
+
 struct CaptionRow {
     std::string_view name;
-    std::string_view controls;
+    ControlList controls;
     std::string_view caption;
 };
 
@@ -237,15 +250,15 @@ std::string fill(std::string_view text, const std::vector<std::string>& parts) {
     return whole;
 }
 
-void setCaptions(ControlHost& console, std::string_view controls, std::string_view caption) {
-    for (const std::string_view name : split(controls, " ")) {
+void setCaptions(ControlHost& console, ControlList controls, std::string_view caption) {
+    for (const std::string_view name : split(controls.names, " ")) {
         console[name].setCaption(caption);
     }
 }
 
 } // namespace
 
-void ConsoleTexts::initialize(ControlHost& console) {
+void ConsoleTexts::initialize(ConsoleHost& console) {
     for (const TextRow& row : kTexts) {
         this->*row.member = row.text;
     }
@@ -257,7 +270,7 @@ void ConsoleTexts::initialize(ControlHost& console) {
     }
 }
 
-void ConsoleTexts::addTo(Operations& operations, ControlHost& console) {
+void ConsoleTexts::addTo(Operations& operations, ConsoleHost& console) {
     for (const TextRow& row : kTexts) {
         operations.addWriteOnly(row.name,
                                 [this, &row](std::string text) { this->*row.member = std::move(text); });

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "console/layout/Names.h"
 #include "runtime/Operations.h"
-#include "ui/ControlHost.h"
 
 namespace quillon {
 
@@ -144,9 +144,9 @@ struct ConsoleTexts {
     std::string sCannotOpenPort;
 
     /// Sets the defaults, and the captions that come from texts.
-    void initialize(ControlHost& console);
+    void initialize(ConsoleHost& console);
     /// Adds all texts as write-only properties.
-    void addTo(Operations& operations, ControlHost& console);
+    void addTo(Operations& operations, ConsoleHost& console);
     /// The names of all texts that addTo() adds.
     [[nodiscard]] static std::vector<std::string> names();
 

@@ -34,8 +34,8 @@ constexpr std::int32_t kTube3 = 3;
 /// A counter; its row is its number on the wire.
 struct CounterRow {
     std::string ConsoleState::*value;
-    std::string_view valueLabel;
-    std::string_view resetKey;
+    ConsoleControl valueLabel;
+    ConsoleControl resetKey;
     std::string ConsoleTexts::*question;
 };
 

@@ -43,7 +43,7 @@ private:
     ConsolePanels& panels_;
     ConsoleScreen screen_;
     ConsoleState& state_;
-    ControlHost& console_;
+    ConsoleHost& console_;
     Timer& tmrReadExposureCounters_;
     Timer& tmrResetTubeCounter_;
     int step_ = 0;

@@ -17,7 +17,7 @@ constexpr std::int16_t kBackUpTimer = -1;
 constexpr std::int16_t kWrongSelection = -2;
 
 struct WarningRow {
-    std::string_view lamp;
+    PanelControl lamp;
     std::string ConsoleTexts::*words;
     Signal<bool> LinkEvents::*event;
 };

@@ -16,8 +16,8 @@ namespace quillon {
 namespace {
 
 struct AxisRow {
-    std::string_view button;
-    std::string_view frame;
+    ConsoleControl button;
+    ConsoleControl frame;
 };
 
 /// What a position's value may be.
@@ -26,9 +26,9 @@ enum class Accepts : std::uint8_t { Zero, AboveZero, ZeroAndAbove };
 struct PositionRow {
     std::string_view code; ///< axis and sign, as in the message
     Accepts accepts;
-    std::string_view setKey;
-    std::string_view valueBox;
-    std::string_view readingBox;
+    ConsoleControl setKey;
+    ConsoleControl valueBox;
+    ConsoleControl readingBox;
 };
 
 // clang-format off
@@ -128,9 +128,9 @@ std::string OrlaPositioner::boundsOf(std::size_t position) const {
 void OrlaPositioner::tellBounds() {
     for (std::size_t position = 0; position < kPositions.size(); ++position) {
         if (kPositions[position].accepts != Accepts::Zero) {
-            std::string label(kPositions[position].valueBox);
+            std::string label(std::string_view(kPositions[position].valueBox));
             label.replace(0, 3, "lbl"); // the one of the box "txt..."
-            console_[label].setNote(boundsOf(position));
+            console_.ControlHost::at(label).setNote(boundsOf(position));
         }
     }
 }

@@ -28,7 +28,7 @@ private:
     ConsoleContext& context_;
     ServiceSession& session_;
     ConsoleScreen screen_;
-    ControlHost& console_;
+    ConsoleHost& console_;
 
     bool m_OrlaActive = false;
     std::int32_t m_SelectedAxis = 0;

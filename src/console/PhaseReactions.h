@@ -36,7 +36,7 @@ private:
     ServiceSession& session_;
     ConsoleScreen screen_;
     ConsoleState& state_;
-    ControlHost& console_;
+    ConsoleHost& console_;
     StartOfService& start_;
     AutocalibrationMode& autocalibration_;
     Control& cmdPrep_;

@@ -18,8 +18,8 @@ namespace {
 struct PointRow {
     int lowest;
     int highest;
-    std::string_view parameterLabel;
-    std::string_view valueLabel;
+    ConsoleControl parameterLabel;
+    ConsoleControl valueLabel;
 };
 
 // clang-format off

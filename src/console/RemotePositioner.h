@@ -39,7 +39,7 @@ private:
     ConsoleContext& context_;
     ServiceSession& session_;
     ConsoleScreen screen_;
-    ControlHost& console_;
+    ConsoleHost& console_;
     Control& TxtParamCalib_;
     Control& TxtADCValueCalib_;
     Control& txtRemoteSID_;

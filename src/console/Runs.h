@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/Phase.h"
+#include "console/layout/Names.h"
 
 namespace quillon {
 
@@ -56,16 +57,16 @@ enum class Answer : std::uint8_t {
 struct RunRow {
     Run run;
     std::string_view name;
-    bool waits;                ///< for the generator
-    std::string_view lastWait; ///< the timer with which it ends; empty where that takes no fixed time
-    std::array<std::string_view, 3> timers;
+    bool waits;            ///< for the generator
+    ConsoleTimer lastWait; ///< the timer with which it ends; empty where that takes no fixed time
+    std::array<ConsoleTimer, 3> timers;
     std::array<std::string_view, 3> panels;
     std::array<Answer, kWays> answers;
 };
 
 /// A wait that may outlive the run that began it, and what ends it besides its own end.
 struct WaitRow {
-    std::string_view timer;
+    ConsoleTimer timer;
     Phases endedBy;
     bool byLoss;
     bool byNextRun;

@@ -195,7 +195,7 @@ void ServiceSession::stopParts() {
     patienceOver_ = false;
     context_.console.timer("tmrIniAutocal").stop(); // a question may have been answered in any run
     const RunRow& row = rowOf(run_);
-    for (const std::string_view timer : row.timers) {
+    for (const ConsoleTimer timer : row.timers) {
         if (!timer.empty()) {
             context_.console.timer(timer).stop();
         }
@@ -389,7 +389,7 @@ bool ServiceSession::hasNoTimer() const {
         return false;
     }
     return std::none_of(row.timers.begin(), row.timers.end(),
-                        [this](std::string_view timer) { return !timer.empty() && running(timer); });
+                        [this](ConsoleTimer timer) { return !timer.empty() && running(timer); });
 }
 
 void ServiceSession::asked(Phase mode) {
@@ -407,7 +407,7 @@ Heard ServiceSession::heard() const {
     return {mode_, lastPhase_, lost_, poweringUp_, lent(), wanted_, exitUnheard_};
 }
 
-bool ServiceSession::running(std::string_view timer) const {
+bool ServiceSession::running(ConsoleTimer timer) const {
     return context_.console.timer(timer).running();
 }
 

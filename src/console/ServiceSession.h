@@ -156,7 +156,7 @@ private:
     void stopWait(const WaitRow& wait);
     [[nodiscard]] bool holdsPoll() const;
     void answer(Way way);
-    [[nodiscard]] bool running(std::string_view timer) const;
+    [[nodiscard]] bool running(ConsoleTimer timer) const;
     void finish(const Moment& moment);
     [[nodiscard]] bool hasNoTimer() const;
 

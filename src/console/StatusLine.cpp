@@ -39,8 +39,8 @@ constexpr std::array kRunTexts{
 };
 // clang-format on
 
-constexpr std::array<std::string_view, 2> kStartWaits{"tmrWaitStartGenerator", "tmrWaitRefresh"};
-constexpr std::string_view kCounterHold = "tmrResetTubeCounter";
+constexpr std::array<ConsoleTimer, 2> kStartWaits{"tmrWaitStartGenerator", "tmrWaitRefresh"};
+constexpr ConsoleTimer kCounterHold = "tmrResetTubeCounter";
 
 /// The last part of a device's path.
 std::string_view shortName(std::string_view device) {
@@ -79,7 +79,7 @@ StatusLine::StatusLine(ConsoleContext& context, ServiceSession& session, const S
     exposures_.changed.connect(tell);
 }
 
-std::optional<Milliseconds> StatusLine::endOf(std::string_view timer) const {
+std::optional<Milliseconds> StatusLine::endOf(ConsoleTimer timer) const {
     if (timer.empty() || !context_.console.timer(timer).running() ||
         context_.console.timer(timer).interval() < kShortest) {
         return std::nullopt;
@@ -100,7 +100,7 @@ Progress StatusLine::progress() const {
         return {texts.sHoldToReset, {}, end};
     }
     if (session_.idle() && session_.lastPhase() == Phase::NormalOperation) {
-        for (const std::string_view timer : kStartWaits) {
+        for (const ConsoleTimer timer : kStartWaits) {
             if (const auto end = endOf(timer)) {
                 return {texts.sReadingSettings, {}, end};
             }

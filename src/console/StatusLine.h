@@ -61,7 +61,7 @@ private:
     /// The port could not be opened, and is not open.
     [[nodiscard]] bool didNotOpen() const;
     [[nodiscard]] bool cannotTell() const;
-    [[nodiscard]] std::optional<Milliseconds> endOf(std::string_view timer) const;
+    [[nodiscard]] std::optional<Milliseconds> endOf(ConsoleTimer timer) const;
 
     ConsoleContext& context_;
     const ServiceSession& session_;

@@ -34,25 +34,25 @@ namespace quillon {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> kSurfaces{"pctLogo", "fraExposureCounters", "fraTorvaneSerial",
-                                                    "fraActualExposureParameters", "fraPrepExp"};
+constexpr std::array<ConsoleControl, 5> kSurfaces{"pctLogo", "fraExposureCounters", "fraTorvaneSerial",
+                                                  "fraActualExposureParameters", "fraPrepExp"};
 
-constexpr std::array<std::string_view, 16> kButtons{"cmbManualCalibration",
-                                                    "cmbAutocalibration",
-                                                    "cmbConfiguration",
-                                                    "cmbReadExposureCounters",
-                                                    "cmbClose",
-                                                    "cmdPrep",
-                                                    "cmdExposure",
-                                                    "cmbResetError",
-                                                    "cmbGoToUserMode",
-                                                    "cmdOrla",
-                                                    "cmdLongPosition",
-                                                    "cmdTrayPosition",
-                                                    "cmdAlfaTubeAngle",
-                                                    "cmdBetaTubeAngle",
-                                                    "cmdSID",
-                                                    "cmdMultiRoom"};
+constexpr std::array<ConsoleControl, 16> kButtons{"cmbManualCalibration",
+                                                  "cmbAutocalibration",
+                                                  "cmbConfiguration",
+                                                  "cmbReadExposureCounters",
+                                                  "cmbClose",
+                                                  "cmdPrep",
+                                                  "cmdExposure",
+                                                  "cmbResetError",
+                                                  "cmbGoToUserMode",
+                                                  "cmdOrla",
+                                                  "cmdLongPosition",
+                                                  "cmdTrayPosition",
+                                                  "cmdAlfaTubeAngle",
+                                                  "cmdBetaTubeAngle",
+                                                  "cmdSID",
+                                                  "cmdMultiRoom"};
 
 /// The pictures of the lamps by the size of the console; the first row that fits wins.
 struct IconRow {
@@ -122,7 +122,7 @@ struct ctrQuillonConsole::Parts {
 namespace {
 
 /// Takes the link control in among the console's controls, which stand before any workflow looks for its own.
-TorvaneSerialV3_07_QLC1& placed(ControlHost& console, std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl) {
+TorvaneSerialV3_07_QLC1& placed(ConsoleHost& console, std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl) {
     TorvaneSerialV3_07_QLC1& link = *linkControl;
     console.setPlace({0, 0, kConsoleDesignWidth, kConsoleDesignHeight});
     addConsoleControls(console, std::move(linkControl));
@@ -177,8 +177,8 @@ void ctrQuillonConsole::Parts::initialize() {
     setButtonOffColor(kNormalColour);
     state.m_PowerUpSeen = false;
     console["fraTorvaneSerial"].setVisible(false);
-    for (const std::string_view hidden :
-         {"cmdResetT1", "cmdResetT2", "cmdResetFluoro", "lblT3RAD", "lblTube3", "cmdResetT3"}) {
+    for (const ConsoleControl hidden : std::initializer_list<ConsoleControl>{
+             "cmdResetT1", "cmdResetT2", "cmdResetFluoro", "lblT3RAD", "lblTube3", "cmdResetT3"}) {
         console[hidden].setVisible(false);
     }
     state.ResetCounterEnable = true;
@@ -240,7 +240,7 @@ void ctrQuillonConsole::Parts::addProperties() {
 
 void ctrQuillonConsole::Parts::setButtonOffColor(Colour colour) {
     state.ButtonOffColor = colour;
-    for (const std::string_view button : kButtons) {
+    for (const ConsoleControl button : kButtons) {
         console[button].setBackColour(colour);
     }
 }
@@ -248,7 +248,7 @@ void ctrQuillonConsole::Parts::setButtonOffColor(Colour colour) {
 void ctrQuillonConsole::Parts::setConsoleBackColor(Colour colour) {
     state.ConsoleBackColor = colour;
     console.setBackColour(colour);
-    for (const std::string_view surface : kSurfaces) {
+    for (const ConsoleControl surface : kSurfaces) {
         console[surface].setBackColour(colour);
     }
 }
@@ -302,7 +302,7 @@ void ctrQuillonConsole::Parts::chooseIconSize() {
 
 ctrQuillonConsole::ctrQuillonConsole(const Context& context,
                                      std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl)
-    : ControlHost(Kind::User, "Quillon", context.schedule) {
+    : ConsoleHost(Kind::User, "Quillon", context.schedule) {
     parts_ = std::make_unique<Parts>(*this, context, std::move(linkControl));
 }
 

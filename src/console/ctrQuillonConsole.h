@@ -10,11 +10,11 @@
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
 #include "console/Signs.h"
+#include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/EventLoop.h"
 #include "runtime/Operations.h"
 #include "runtime/Platform.h"
-#include "ui/ControlHost.h"
 
 namespace quillon {
 
@@ -22,7 +22,7 @@ class ServiceSession;
 
 /// The service console: what the engineer sees and touches. It owns no protocol; it is the workflows around
 /// the generator's modes, each a class of its own, on one screen.
-class ctrQuillonConsole final : public ControlHost {
+class ctrQuillonConsole final : public ConsoleHost {
 public:
     struct Context {
         Schedule& schedule;

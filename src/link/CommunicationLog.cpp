@@ -12,7 +12,7 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 } // namespace
 
-CommunicationLog::CommunicationLog(ControlHost& panel, Folder& folder, Desktop& desktop)
+CommunicationLog::CommunicationLog(PanelHost& panel, Folder& folder, Desktop& desktop)
     : fraDebug_(panel["fraDebug"]), fraStatus_(panel["fraStatus"]), txtDebugComm_(panel["txtDebugComm"]),
       folder_(folder), desktop_(desktop) {}
 

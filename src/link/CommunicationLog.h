@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "runtime/Platform.h"
-#include "ui/ControlHost.h"
+#include "panel/layout/Names.h"
 
 namespace quillon {
 
@@ -14,7 +14,7 @@ namespace quillon {
 class CommunicationLog {
 public:
     /// `panel` holds the debug view and the status strip that it stands in for.
-    CommunicationLog(ControlHost& panel, Folder& folder, Desktop& desktop);
+    CommunicationLog(PanelHost& panel, Folder& folder, Desktop& desktop);
 
     [[nodiscard]] bool DebugActive() const { return DebugActive_; }
     /// Shows the debug view in place of the status strip, or the reverse.

@@ -39,7 +39,7 @@ bool booleanOr(std::string_view text, bool otherwise) {
 
 } // namespace
 
-LinkSettings::LinkSettings(ControlHost& panel, UserStore& store)
+LinkSettings::LinkSettings(PanelHost& panel, UserStore& store)
     : store_(store), lists_{panel["cmbCommPort"], panel["cmbCommBaudRate"], panel["cmbCommParity"],
                             panel["cmbCommDataBits"], panel["cmbCommStopBits"]} {
     // A click writes its own setting alone: the other lists may show what was set before.

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "runtime/Platform.h"
-#include "ui/ControlHost.h"
+#include "panel/layout/Names.h"
 
 namespace quillon {
 
@@ -15,7 +15,7 @@ namespace quillon {
 class LinkSettings {
 public:
     /// `panel` holds the lists of the Comm page.
-    LinkSettings(ControlHost& panel, UserStore& store);
+    LinkSettings(PanelHost& panel, UserStore& store);
 
     std::int16_t baudrate = 19200;
     std::string parity = "n"; ///< the letter: "n", "o" or "e"

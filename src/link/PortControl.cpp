@@ -6,7 +6,7 @@
 
 namespace quillon {
 
-PortControl::PortControl(ControlHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
+PortControl::PortControl(PanelHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
                          SendPath& send, StatusPoll& poll, CommunicationLog& log)
     : SerialCom_(port), settings_(settings), events_(events), send_(send), poll_(poll), log_(log),
       cmbCommOnOff_(panel["cmbCommOnOff"]), tmrBlink_(panel.timer("tmrBlink")) {

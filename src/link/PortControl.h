@@ -9,7 +9,7 @@
 #include "link/StatusPoll.h"
 #include "runtime/Platform.h"
 #include "runtime/Signal.h"
-#include "ui/ControlHost.h"
+#include "panel/layout/Names.h"
 
 namespace quillon {
 
@@ -17,7 +17,7 @@ namespace quillon {
 class PortControl {
 public:
     /// `panel` holds the key and the lists of the Comm page, and the timer of the blinking keys.
-    PortControl(ControlHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
+    PortControl(PanelHost& panel, SerialPort& port, LinkSettings& settings, LinkEvents& events,
                 SendPath& send, StatusPoll& poll, CommunicationLog& log);
 
     [[nodiscard]] bool PortOpen() const { return m_PortOpen; }

@@ -34,7 +34,7 @@ namespace quillon {
 namespace {
 
 /// The panel's controls stand before any part looks for its own.
-ControlHost& withControls(ControlHost& panel) {
+PanelHost& withControls(PanelHost& panel) {
     panel.setPlace({0, 0, kPanelDesignWidth, kPanelDesignHeight});
     addPanelControls(panel);
     return panel;
@@ -43,7 +43,7 @@ ControlHost& withControls(ControlHost& panel) {
 } // namespace
 
 struct TorvaneSerialV3_07_QLC1::Parts {
-    Parts(ControlHost& host, const Context& context);
+    Parts(PanelHost& host, const Context& context);
 
     void addOperations();
     void applyFacts();
@@ -51,7 +51,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     void setFromGUI(bool embedded);
     void setTempUserMode(bool on);
 
-    ControlHost& panel;
+    PanelHost& panel;
     SerialPort& port;
     Folder& folder;
     bool fromGUI = false;
@@ -92,7 +92,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     PanelKeys panelKeys;
 };
 
-TorvaneSerialV3_07_QLC1::Parts::Parts(ControlHost& host, const Context& given)
+TorvaneSerialV3_07_QLC1::Parts::Parts(PanelHost& host, const Context& given)
     : panel(withControls(host)), port(given.port), folder(given.folder),
       facts(InstallationFacts::read(given.folder)), settings(panel, given.store),
       log(panel, given.folder, given.desktop),
@@ -236,7 +236,7 @@ void TorvaneSerialV3_07_QLC1::Parts::setTempUserMode(bool on) {
 }
 
 TorvaneSerialV3_07_QLC1::TorvaneSerialV3_07_QLC1(const Context& context)
-    : ControlHost(Kind::User, "TorvaneSerial", context.schedule) {
+    : PanelHost(Kind::User, "TorvaneSerial", context.schedule) {
     parts_ = std::make_unique<Parts>(*this, context);
 }
 

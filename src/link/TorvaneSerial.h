@@ -10,9 +10,9 @@
 #include "link/SendPath.h"
 #include "model/ErrorTable.h"
 #include "model/GeneratorState.h"
+#include "panel/layout/Names.h"
 #include "runtime/Operations.h"
 #include "runtime/Platform.h"
-#include "ui/ControlHost.h"
 
 namespace quillon {
 
@@ -29,7 +29,7 @@ class Technique;
 ///
 /// A host connects to events(), sends what commands() has, and reaches the subjects that do more than send.
 /// operations() has all that by name, for whoever learns the names only when it runs.
-class TorvaneSerialV3_07_QLC1 final : public ControlHost {
+class TorvaneSerialV3_07_QLC1 final : public PanelHost {
 public:
     struct Context {
         Schedule& schedule;

@@ -73,7 +73,7 @@ std::int16_t flagValue(bool flag) {
 /// A condition that lasts, and the label that stands for it.
 struct ErrorsAndWarnings::Lamp {
     std::string_view handler;
-    std::string_view label;
+    PanelControl label;
     std::string_view caption;
     Signal<bool> Events::*event;
     bool State::*member = nullptr;  ///< where the state is kept besides

@@ -25,7 +25,7 @@ constexpr std::array kSwitches{
 
 struct FieldRow {
     std::string_view property;
-    std::string_view key;
+    PanelControl key;
 };
 constexpr std::array kFields{
     FieldRow{"AECFieldLeft",   "cmbAECFieldLeft"},

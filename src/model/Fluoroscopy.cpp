@@ -31,7 +31,7 @@ constexpr std::array kSwitches{
 struct ShownValue {
     std::string State::*text;
     std::int16_t State::*number;
-    std::string_view field;
+    PanelControl field;
 };
 constexpr ShownValue kKVP{&State::m_FlKVPDisplay,  &State::m_FlKVP,  "txtFlKVP"};
 constexpr ShownValue kTime{&State::m_FlTimeDisplay, &State::m_FlTime, "txtFlTime"};

@@ -10,8 +10,8 @@
 #include "link/StatusPoll.h"
 #include "model/GeneratorState.h"
 #include "model/PanelRoutines.h"
+#include "panel/layout/Names.h"
 #include "runtime/Operations.h"
-#include "ui/ControlHost.h"
 
 namespace quillon {
 
@@ -29,7 +29,7 @@ struct ModelContext {
     Commands& commands;
     MessageDecoder& decoder; ///< a subject binds its handlers here
     Operations& operations;  ///< and adds its operations and properties here
-    ControlHost& panel;      ///< the fields that show the values
+    PanelHost& panel;        ///< the fields that show the values
     PanelRoutines& routines;
     const bool& fromGUI; ///< the panel is embedded in the service console
     const bool& TempUserMode;

@@ -46,12 +46,12 @@ constexpr std::array kSignals{
 };
 // clang-format on
 
-constexpr std::array<std::string_view, 7> kWarningLamps{
+constexpr std::array<PanelControl, 7> kWarningLamps{
     "txtDoorOpenWarning", "txtGeneratorOverloadWarning", "txtTubeOverloadWarning", "txtRotorWarning",
     "txtOverheatWarning", "txtTechniqueWarning",         "txtCollimatorWarning"};
 
 // Texts of the generator as it was, besides the values on the pages. A tube that was hot still is.
-constexpr std::array<std::string_view, 3> kReportedTexts{"lblWarning", "txtInfo", "txtWorkingMode"};
+constexpr std::array<PanelControl, 3> kReportedTexts{"lblWarning", "txtInfo", "txtWorkingMode"};
 
 constexpr std::int16_t kSilenceLimit = 30;
 constexpr std::int16_t kNoDescriptionType = 2;
@@ -217,10 +217,10 @@ void PhaseReports::resetModel() {
 
 void PhaseReports::enterInitialization() {
     resetModel();
-    for (const std::string_view lamp : kWarningLamps) {
+    for (const PanelControl lamp : kWarningLamps) {
         panel_[lamp].setVisible(false);
     }
-    for (const std::string_view label : kReportedTexts) {
+    for (const PanelControl label : kReportedTexts) {
         panel_[label].setCaption("");
     }
     panel_["cmbResetError"].setCaption("Reset Error");
@@ -288,7 +288,7 @@ void PhaseReports::enterConfirmDismiss() {
     panel_["cmbToggleFocusConfirm"].setVisible(false);
     panel_["cmbToggleFocusDismiss"].setVisible(false);
     context_.events.AutocalConfirmDismiss.raise();
-    for (const std::string_view key : {"cmbAutocalConfirm", "cmbAutocalDismiss"}) {
+    for (const PanelControl key : {PanelControl("cmbAutocalConfirm"), PanelControl("cmbAutocalDismiss")}) {
         panel_[key].setBackColour(kActiveColour);
         panel_[key].setVisible(true);
     }

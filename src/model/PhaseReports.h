@@ -42,7 +42,7 @@ private:
     Service& service_;
     LinkState& link_;
     GeneratorState& state_;
-    ControlHost& panel_;
+    PanelHost& panel_;
     const bool softwareSync_;
 };
 

@@ -13,7 +13,7 @@ struct SwitchRow {
     std::string_view handler;
     bool GeneratorState::*member;
     Signal<bool> LinkEvents::*event;
-    std::string_view key;
+    PanelControl key;
     Colour on = kActiveColour;
     Colour off = kNormalColour;
 };

@@ -36,7 +36,7 @@ constexpr std::int16_t kFirstFluoroMode = 3;
 /// A number that a message reports and a label shows.
 struct LabelRow {
     std::string_view handler;
-    std::string_view label;
+    PanelControl label;
     bool configurationOnly;
 };
 

@@ -50,8 +50,8 @@ using Self = Technique;
 struct Technique::Quantity {
     std::string State::*text;
     bool (Self::*store)(std::string_view value);
-    std::string_view normal;
-    std::string_view service;
+    PanelControl normal;
+    PanelControl service;
 };
 
 /// A message that reports one of the four values.

@@ -2,9 +2,9 @@
 
 #include <array>
 #include <string>
-#include <string_view>
 
 #include "model/GeneratorState.h"
+#include "panel/layout/Names.h"
 
 namespace quillon {
 
@@ -12,7 +12,7 @@ namespace quillon {
 struct WarnedField {
     bool GeneratorState::*flag;
     std::string GeneratorState::*text;
-    std::string_view field;
+    PanelControl field;
 };
 
 // clang-format off

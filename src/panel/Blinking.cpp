@@ -6,7 +6,7 @@
 
 namespace quillon {
 
-Blinking::Blinking(GeneratorState& state, ControlHost& panel)
+Blinking::Blinking(GeneratorState& state, PanelHost& panel)
     : state_(state), panel_(panel), cmbResetError_(panel["cmbResetError"]),
       cmbResetExposureCounter_(panel["cmbResetExposureCounter"]),
       cmbTM3_(panel.at("cmbTM", kWarnedTechniqueMode)), tmrBlinking_(panel.timer("tmrBlinking")),

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/GeneratorState.h"
-#include "ui/ControlHost.h"
+#include "panel/layout/Names.h"
 
 namespace quillon {
 
@@ -9,7 +9,7 @@ namespace quillon {
 /// error or the warning starts the timers.
 class Blinking {
 public:
-    Blinking(GeneratorState& state, ControlHost& panel);
+    Blinking(GeneratorState& state, PanelHost& panel);
 
 private:
     void blinkTick();
@@ -19,7 +19,7 @@ private:
     void paintWarnedKey(bool dark);
 
     GeneratorState& state_;
-    ControlHost& panel_;
+    PanelHost& panel_;
     Control& cmbResetError_;
     Control& cmbResetExposureCounter_;
     Control& cmbTM3_;

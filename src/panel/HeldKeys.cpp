@@ -16,10 +16,10 @@ namespace {
 constexpr std::int16_t kSlowTicks = 10;
 
 // Another station has another calibration value; what is shown would be taken for its own.
-constexpr std::array<std::string_view, 2> kStationKeys{"cmbMACalUp", "cmbMACalDown"};
+constexpr std::array<PanelControl, 2> kStationKeys{"cmbMACalUp", "cmbMACalDown"};
 
 // They make single steps, and their release lets go of whatever is held.
-constexpr std::array<std::string_view, 2> kStoppingKeys{"cmbKVPCalUp", "cmbKVPCalDown"};
+constexpr std::array<PanelControl, 2> kStoppingKeys{"cmbKVPCalUp", "cmbKVPCalDown"};
 
 template <int kBy> void stepsDensity(const PanelSubjects& subjects, int /*index*/) {
     subjects.exposureControl.stepLocally(kBy);
@@ -44,8 +44,8 @@ struct HeldKeys::Row {
         std::int16_t Intervals::*fast;
     };
 
-    std::string_view key;
-    std::string_view twin;
+    PanelControl key;
+    PanelControl twin; ///< empty for none
     /// Beginning of the names of the press and release routines, which end in "MouseDown" and "MouseUp";
     /// empty for keys that have no public routines.
     std::string_view routine;
@@ -73,49 +73,49 @@ std::span<const HeldKeys::Row> HeldKeys::table() {
     static constexpr Row::Pace kStation{&I::calibration, &I::stationFast};
     // clang-format off
     static constexpr std::array kTable{
-        Row{"cmbKVPUp", "", "KVPUp", Always, kKVP,
+        Row{"cmbKVPUp", {}, "KVPUp", Always, kKVP,
             sends<command("KVPOneUp")>, sends<command("KVPUp")>, sends<command("KVPUpUp")>},
-        Row{"cmbKVPDown", "", "KVPDown", Always, kKVP,
+        Row{"cmbKVPDown", {}, "KVPDown", Always, kKVP,
             sends<command("KVPOneDown")>, sends<command("KVPDown")>, sends<command("KVPDownDown")>},
         Row{"cmbMAUp", "cmbMACalUp", "MAUp", Always, kMA,
             sends<command("MAOneUp")>, sends<command("MAUp")>, sends<command("MAUp")>},
         Row{"cmbMADown", "cmbMACalDown", "MADown", Always, kMA,
             sends<command("MAOneDown")>, sends<command("MADown")>, sends<command("MADown")>},
-        Row{"cmbMSUp", "", "MSUp", Always, kMS,
+        Row{"cmbMSUp", {}, "MSUp", Always, kMS,
             sends<command("MSOneUp")>, sends<command("MSUp")>, sends<command("MSUp")>},
-        Row{"cmbMSDown", "", "MSDown", Always, kMS,
+        Row{"cmbMSDown", {}, "MSDown", Always, kMS,
             sends<command("MSOneDown")>, sends<command("MSDown")>, sends<command("MSDown")>},
         Row{"cmbMASUp", "cmbMASCalUp", "MASUp", Always, kMAS,
             sends<command("MASOneUp")>, sends<command("MASUp")>, sends<command("MASUp")>},
         Row{"cmbMASDown", "cmbMASCalDown", "MASDown", Always, kMA,
             sends<command("MASOneDown")>, sends<command("MASDown")>, sends<command("MASDown")>},
-        Row{"cmbFlKVPUp", "", "FlKVPUp", NormalPhase, kFlKVP,
+        Row{"cmbFlKVPUp", {}, "FlKVPUp", NormalPhase, kFlKVP,
             does<&Fluoroscopy::FlKVPOneUp>.asking("FLKU"), sends<command("FlKVPUp")>, sends<command("FlKVPUpUp")>},
-        Row{"cmbFlKVPUp", "", "FlKVPUp", Always, kFlStep,
+        Row{"cmbFlKVPUp", {}, "FlKVPUp", Always, kFlStep,
             does<&Fluoroscopy::FlKVPOneUp>.asking("FLKU"), does<&Fluoroscopy::FlKVPOneUp>, does<&Fluoroscopy::FlKVPOneUp>},
-        Row{"cmbFlKVPDown", "", "FlKVPDown", NormalPhase, kFlKVP,
+        Row{"cmbFlKVPDown", {}, "FlKVPDown", NormalPhase, kFlKVP,
             does<&Fluoroscopy::FlKVPOneDown>.asking("FLKD"), sends<command("FlKVPDown")>, sends<command("FlKVPDownDown")>},
-        Row{"cmbFlKVPDown", "", "FlKVPDown", Always, kFlStep,
+        Row{"cmbFlKVPDown", {}, "FlKVPDown", Always, kFlStep,
             does<&Fluoroscopy::FlKVPOneDown>.asking("FLKD"), does<&Fluoroscopy::FlKVPOneDown>, does<&Fluoroscopy::FlKVPOneDown>},
-        Row{"cmbFlPPSUp", "", "FLPPSUp", Always, kPPS,
+        Row{"cmbFlPPSUp", {}, "FLPPSUp", Always, kPPS,
             sends<command("FlPPSOneUp")>, sends<command("FlPPSUp")>, sends<command("FlPPSUp")>},
-        Row{"cmbFlPPSDown", "", "FLPPSDown", Always, kPPS,
+        Row{"cmbFlPPSDown", {}, "FLPPSDown", Always, kPPS,
             sends<command("FlPPSOneDown")>, sends<command("FlPPSDown")>, sends<command("FlPPSDown")>},
         Row{"cmbDAECBrightnessUp", "cmbAECBrightnessUp", "BrightnessUp", DigitalMode, kBright,
             sends<command("BrightnessOneUp")>, sends<command("BrightnessUp")>, sends<command("BrightnessUpUp")>},
-        Row{"cmbDAECBrightnessDown", "", "BrightnessDown", DigitalMode, kBright,
+        Row{"cmbDAECBrightnessDown", {}, "BrightnessDown", DigitalMode, kBright,
             sends<command("BrightnessOneDown")>, sends<command("BrightnessDown")>, sends<command("BrightnessDownDown")>},
         Row{"cmbAECDensityUp", "cmbDAECDensityUp", "AECDensityUp", FieldOn, kDensity,
             {stepsDensity<1>, "FN"}, stepsDensity<1>, stepsDensity<1>, true},
         Row{"cmbAECDensityDown", "cmbDAECDensityDown", "AECDensityDown", FieldOn, kDensity,
             {stepsDensity<-1>, "FN"}, stepsDensity<-1>, stepsDensity<-1>, true},
-        Row{"cmbCalValueUp", "", "", CalibratingParameter, kParameter,
+        Row{"cmbCalValueUp", {}, "", CalibratingParameter, kParameter,
             sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>},
-        Row{"cmbCalValueUp", "", "", Calibrating, kStation,
+        Row{"cmbCalValueUp", {}, "", Calibrating, kStation,
             sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>, sends<command("CalibrationValueUp")>},
-        Row{"cmbCalValueDown", "", "", CalibratingParameter, kParameter,
+        Row{"cmbCalValueDown", {}, "", CalibratingParameter, kParameter,
             sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>},
-        Row{"cmbCalValueDown", "", "", Calibrating, kStation,
+        Row{"cmbCalValueDown", {}, "", Calibrating, kStation,
             sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>, sends<command("CalibrationValueDown")>},
     };
     // clang-format on
@@ -138,7 +138,7 @@ HeldKeys::HeldKeys(const PanelSubjects& subjects, KeyNeeds& needs)
         wireKeys(hold);
         addNeeds(hold, needs);
     }
-    for (const std::string_view name : kStoppingKeys) {
+    for (const PanelControl name : kStoppingKeys) {
         context_.panel[name].on.release = [this] { stop(); };
     }
     tmrAutoRepeat_.setTick([this] { tick(); });
@@ -167,7 +167,7 @@ void HeldKeys::addRoutines(Hold& hold) {
 }
 
 void HeldKeys::wireKeys(Hold& hold) {
-    for (const std::string_view name : {hold.rows.front().key, hold.rows.front().twin}) {
+    for (const PanelControl name : {hold.rows.front().key, hold.rows.front().twin}) {
         if (name.empty()) {
             continue;
         }
@@ -188,7 +188,7 @@ void HeldKeys::wireKeys(Hold& hold) {
 
 void HeldKeys::addNeeds(const Hold& hold, KeyNeeds& needs) {
     const Row& row = hold.rows.front();
-    for (const std::string_view name : {row.key, row.twin}) {
+    for (const PanelControl name : {row.key, row.twin}) {
         if (name.empty()) {
             continue;
         }

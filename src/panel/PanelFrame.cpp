@@ -12,7 +12,7 @@ constexpr Twips kIconFrame = 25;
 
 } // namespace
 
-PanelFrame::PanelFrame(ControlHost& panel)
+PanelFrame::PanelFrame(PanelHost& panel)
     : panel_(panel), iconized_(panel["Iconized"]), fraStatus_(panel["fraStatus"]),
       cmbMinimize_(panel["cmbMinimize"]), layout_({.parking = kParking, .keepsSize = "Iconized"}) {}
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/ControlHost.h"
+#include "panel/layout/Names.h"
 #include "ui/ScalingLayout.h"
 
 namespace quillon {
@@ -9,7 +9,7 @@ namespace quillon {
 /// folded away by the operator.
 class PanelFrame {
 public:
-    explicit PanelFrame(ControlHost& panel);
+    explicit PanelFrame(PanelHost& panel);
 
     /// Takes the design places of all controls. Nothing is laid out before.
     void record();
@@ -26,7 +26,7 @@ public:
 private:
     void layOut();
 
-    ControlHost& panel_;
+    PanelHost& panel_;
     Control& iconized_;
     Control& fraStatus_;
     Control& cmbMinimize_;

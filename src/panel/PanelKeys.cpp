@@ -26,7 +26,7 @@ std::function<void()>& handler(Control& key, Touch touch) {
 }
 
 /// A key with all its elements.
-std::vector<Control*> elements(const ControlHost& panel, std::string_view name) {
+std::vector<Control*> elements(const PanelHost& panel, PanelControl name) {
     if (Control* single = panel.find(name)) {
         return {single};
     }
@@ -85,7 +85,7 @@ void askHighDose(const PanelSubjects& subjects, int /*index*/) {
 }
 
 struct KeyRow {
-    std::string_view key; ///< all elements of it
+    PanelControl key; ///< all elements of it
     Touch touch;
     KeyAct act;
     Condition condition = nullptr;
@@ -148,7 +148,7 @@ constexpr std::array kKeys{
 
 /// Keys for whose messages there is no operation.
 struct MessageRow {
-    std::string_view key;
+    PanelControl key;
     std::string_view mnemonic;
     std::string_view value; ///< empty for the key's index
     bool acknowledged;      ///< when Handshaking is on
@@ -182,7 +182,7 @@ PanelKeys::PanelKeys(const PanelSubjects& subjects, KeyNeeds& needs, PanelPages&
 /// Of the keys that stand in no table.
 void PanelKeys::addNeeds() {
     struct Row {
-        std::string_view key;
+        PanelControl key;
         std::string_view asks;
     };
     constexpr std::array kRows{
@@ -202,7 +202,7 @@ void PanelKeys::addNeeds() {
             needs_.add(*key, row.asks);
         }
     }
-    for (const std::string_view name : {"cmbMSCalUp", "cmbMSCalDown"}) {
+    for (const PanelControl name : {PanelControl("cmbMSCalUp"), PanelControl("cmbMSCalDown")}) {
         needs_.add(panel_[name], "", [] { return Hindrance::NoAction; });
     }
 }
@@ -242,7 +242,7 @@ void PanelKeys::wireMessages() {
 void PanelKeys::wireMenus() {
     panel_["cmbGotoServiceMenu"].on.release = [this] { pages_.ShowServiceMenu(); };
     panel_["cmbGotoMainMenu"].on.release = [this] { pages_.ShowMainMenu(); };
-    const auto selects = [this](std::string_view menu, void (PanelPages::*select)(std::int16_t)) {
+    const auto selects = [this](PanelControl menu, void (PanelPages::*select)(std::int16_t)) {
         for (Control* key : panel_.all(menu)) {
             key->on.release = [this, select, page = toInt16(key->index().value_or(0))] {
                 (pages_.*select)(page);
@@ -336,7 +336,8 @@ void PanelKeys::wireFocusConfirmation() {
 }
 
 void PanelKeys::showFocusConfirmation(bool shown) {
-    for (const std::string_view name : {"cmbToggleFocusConfirm", "cmbToggleFocusDismiss"}) {
+    for (const PanelControl name :
+         {PanelControl("cmbToggleFocusConfirm"), PanelControl("cmbToggleFocusDismiss")}) {
         panel_[name].setBackColour(shown ? kActiveColour : kNormalColour);
         panel_[name].setVisible(shown);
     }

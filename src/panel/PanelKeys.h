@@ -37,7 +37,7 @@ private:
     KeyNeeds& needs_;
     ModelContext& context_;
     GeneratorState& state_;
-    ControlHost& panel_;
+    PanelHost& panel_;
     PanelPages& pages_;
     PanelFrame& frame_;
 };

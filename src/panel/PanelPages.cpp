@@ -8,7 +8,7 @@ namespace quillon {
 
 namespace {
 
-using Name = std::string_view;
+using Name = PanelControl;
 
 // clang-format off
 constexpr std::array<Name, 14> kRadKeys{
@@ -51,7 +51,7 @@ bool isValueField(const Control& control) {
 
 } // namespace
 
-PanelPages::PanelPages(ControlHost& panel, GeneratorState& state, const bool& fromGUI)
+PanelPages::PanelPages(PanelHost& panel, GeneratorState& state, const bool& fromGUI)
     : panel_(panel), state_(state), fromGUI_(fromGUI) {}
 
 void PanelPages::enable(Names names, bool enabled) {
@@ -60,13 +60,13 @@ void PanelPages::enable(Names names, bool enabled) {
     }
 }
 
-void PanelPages::enableAll(std::string_view name, bool enabled) {
+void PanelPages::enableAll(PanelControl name, bool enabled) {
     for (Control* control : panel_.all(name)) {
         control->setEnabled(enabled);
     }
 }
 
-void PanelPages::paintAll(std::string_view name, Colour colour) {
+void PanelPages::paintAll(PanelControl name, Colour colour) {
     for (Control* control : panel_.all(name)) {
         control->setBackColour(colour);
     }
@@ -85,7 +85,7 @@ void PanelPages::clear(Names names) {
 }
 
 void PanelPages::hidePages() {
-    for (const Name pages : {"fraMainMenuItem", "fraServiceMenuItem"}) {
+    for (const Name pages : {Name("fraMainMenuItem"), Name("fraServiceMenuItem")}) {
         for (Control* page : panel_.all(pages)) {
             page->setVisible(false);
         }

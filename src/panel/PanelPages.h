@@ -6,7 +6,7 @@
 
 #include "model/GeneratorState.h"
 #include "model/PanelRoutines.h"
-#include "ui/ControlHost.h"
+#include "panel/layout/Names.h"
 
 namespace quillon {
 
@@ -15,7 +15,7 @@ namespace quillon {
 class PanelPages final : public PanelRoutines {
 public:
     /// `fromGUI` says whether the console is in charge of the navigation.
-    PanelPages(ControlHost& panel, GeneratorState& state, const bool& fromGUI);
+    PanelPages(PanelHost& panel, GeneratorState& state, const bool& fromGUI);
 
     void ShowMainMenu() override;
     void ShowServiceMenu() override;
@@ -45,19 +45,19 @@ public:
     [[nodiscard]] bool mainMenuShown() const { return m_MainMenuShown; }
 
 private:
-    using Names = std::span<const std::string_view>;
+    using Names = std::span<const PanelControl>;
 
     void hidePages();
     void enable(Names names, bool enabled);
-    void enableAll(std::string_view name, bool enabled);
-    void paintAll(std::string_view name, Colour colour);
+    void enableAll(PanelControl name, bool enabled);
+    void paintAll(PanelControl name, Colour colour);
     void show(Names names, bool visible);
     void clear(Names names);
     void handNavigationOver();
     void lockNavigation();
     void hideModeKeys();
 
-    ControlHost& panel_;
+    PanelHost& panel_;
     GeneratorState& state_;
     const bool& fromGUI_;
     std::int16_t m_MainPage = 0;

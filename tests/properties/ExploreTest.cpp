@@ -70,7 +70,7 @@ const std::vector<Misdeed> kMisdeeds{
         link.setRXEnable(false);
     }},
     {"AKeyLeadsOn",                      [](auto& session, auto& console, auto&) {
-        for (const std::string_view key : kKeyNames) {
+        for (const ConsoleControl key : kKeyNames) {
             console[key].setEnabled(false);
         }
         session.stand();

@@ -46,11 +46,13 @@ public:
     Application& application() { return session_.application(); }
     [[nodiscard]] bool ended() const { return session_.ended(); }
     [[nodiscard]] bool running(std::string_view timer) {
-        return application().console().timer(timer).running();
+        return application().console().ControlHost::timer(timer).running();
     }
     [[nodiscard]] bool reaches(std::string_view name) { return holds(session_.reachable(), name); }
     [[nodiscard]] const ServiceSession& doing() { return application().console().session(); }
-    [[nodiscard]] Control& control(std::string_view name) { return application().console()[name]; }
+    [[nodiscard]] Control& control(std::string_view name) {
+        return application().console().ControlHost::at(name);
+    }
     [[nodiscard]] bool polls() { return application().link().polls(); }
     [[nodiscard]] bool allowsXRays() {
         return session_.ask("status").find("x-rays enabled") != std::string::npos;
@@ -131,8 +133,9 @@ public:
         for (const std::string_view timer : timers) {
             left += running(timer) ? std::string(timer) + " " : "";
         }
-        for (const char* timer : {"tmrConfirm", "tmrDismiss"}) {
-            left += application().link().timer(timer).running() ? std::string(timer) + " " : "";
+        for (const PanelTimer timer : {PanelTimer("tmrConfirm"), PanelTimer("tmrDismiss")}) {
+            left +=
+                application().link().timer(timer).running() ? std::string(std::string_view(timer)) + " " : "";
         }
         return left;
     }
@@ -191,7 +194,7 @@ void checkMode(Cell& cell) {
     for (const Key key : {Key::Configuration, Key::ManualCalibration, Key::Autocalibration}) {
         const bool lit = cell.control(nameOf(key)).backColour() == kActiveColour;
         if (!left || key != Key::Autocalibration) { // an exit that came to nothing leaves it dark
-            EXPECT_EQ(lit, nameOf(key) == row->key) << nameOf(key);
+            EXPECT_EQ(lit, nameOf(key) == row->key) << std::string_view(nameOf(key));
         }
     }
     if (!row->key.empty() && !isExposure(doing.lastPhase())) {

@@ -40,7 +40,7 @@ protected:
         application->start();
         return *application;
     }
-    [[nodiscard]] const Control& control(std::string_view name) { return application->console()[name]; }
+    [[nodiscard]] const Control& control(std::string_view name) { return application->console().ControlHost::at(name); }
 
     MemoryPlatform machine;
     std::optional<Application> application;

@@ -94,7 +94,7 @@ void Facts::frameWritten(std::string_view text) {
 }
 
 bool Facts::running(std::string_view timer) const {
-    return !timer.empty() && console().timer(timer).running();
+    return !timer.empty() && console().ControlHost::timer(timer).running();
 }
 
 bool Facts::atRest() const {

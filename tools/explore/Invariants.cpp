@@ -19,9 +19,9 @@ constexpr std::array<std::string_view, 13> kPhaseTexts{
     "Initialization", "Normal Operation", "Preparation", "RAD Exposure", "FL Exposure", "Calibration", "ERROR",
     "Configuration", "Autocalibration", "Tube Too Hot", "Confirm/Dismiss", "Autocal error", "Autocal OK"};
 
-constexpr std::array<std::string_view, 5> kPanelTimers{
+constexpr std::array<PanelTimer, 5> kLinkTimers{
     "tmrAutoRepeat", "tmrAutorepFlKVP", "tmrWarning", "tmrBlinking", "tmrBlinkingOff"};
-constexpr std::array<std::string_view, 8> kFrames{
+constexpr std::array<ConsoleControl, 8> kFrames{
     "fraTorvaneSerial", "fraExposureCounters", "fraResetCounterConfirm", "fraOrla", "fraRemote", "lblErrorDescription",
     "cmbGoToUserMode", "lblHelp"};
 // clang-format on
@@ -133,7 +133,7 @@ std::string foreignParts(const Facts& facts) {
 std::string deadEnd(const Facts& facts) {
     const ctrQuillonConsole& console = facts.console();
     const ServiceSession& doing = facts.doing();
-    const auto reaches = [&](std::string_view key) { return facts.reaches(console[key]); };
+    const auto reaches = [&](ConsoleControl key) { return facts.reaches(console[key]); };
     const bool byKey = facts.panel() != nullptr || reaches("cmbClose") ||
                        (doing.mode() == Phase::Configuration && reaches("cmbConfiguration")) ||
                        (doing.countersActive() && reaches("cmbReadExposureCounters")) ||
@@ -166,12 +166,12 @@ std::string runningAtRest(const Facts& facts) {
     }
     for (const std::string_view timer : timers) {
         if (facts.running(timer)) {
-            return std::string(timer) + " runs on though nothing is open";
+            return std::string(std::string_view(timer)) + " runs on though nothing is open";
         }
     }
-    for (const std::string_view timer : kPanelTimers) {
+    for (const PanelTimer timer : kLinkTimers) {
         if (facts.link().timer(timer).running()) {
-            return std::string(timer) + " runs on though nothing is open";
+            return std::string(std::string_view(timer)) + " runs on though nothing is open";
         }
     }
     return {};
@@ -189,10 +189,11 @@ std::string notReady(const Facts& facts) {
 }
 
 std::string deadKeys(const Facts& facts) {
-    for (const std::string_view key : {"cmbClose", "cmbConfiguration", "cmbManualCalibration",
-                                       "cmbAutocalibration", "cmbReadExposureCounters", "cmbResetError"}) {
+    for (const ConsoleControl key : std::initializer_list<ConsoleControl>{
+             "cmbClose", "cmbConfiguration", "cmbManualCalibration", "cmbAutocalibration",
+             "cmbReadExposureCounters", "cmbResetError"}) {
         if (!facts.reaches(facts.console()[key])) {
-            return std::string(key) + " is dead";
+            return std::string(std::string_view(key)) + " is dead";
         }
     }
     const std::string& caption = facts.console()["cmbClose"].caption();
@@ -204,9 +205,9 @@ std::string pollAway(const Facts& facts) {
 }
 
 std::string onShow(const Facts& facts) {
-    for (const std::string_view name : kFrames) {
+    for (const ConsoleControl name : kFrames) {
         if (facts.console()[name].shown()) {
-            return std::string(name) + " is on show in Ready";
+            return std::string(std::string_view(name)) + " is on show in Ready";
         }
     }
     return facts.console()["imgQuillonConsole"].visible() ? "" : "the picture at rest is away";

@@ -38,10 +38,10 @@ std::string wrongArea(const Facts& facts, Area area) {
 std::string wrongPage(const Facts& facts, Page page) {
     const TorvaneSerialV3_07_QLC1& link = facts.link();
     std::string pages; // on show, one behind the other where there are several
-    for (const std::string_view menu : {"fraMainMenu", "fraServiceMenu"}) {
-        pages += link[menu].visible() ? menu : "";
+    for (const PanelControl menu : {PanelControl("fraMainMenu"), PanelControl("fraServiceMenu")}) {
+        pages += link[menu].visible() ? std::string_view(menu) : "";
     }
-    for (const std::string_view kind : {"fraMainMenuItem", "fraServiceMenuItem"}) {
+    for (const PanelControl kind : {PanelControl("fraMainMenuItem"), PanelControl("fraServiceMenuItem")}) {
         for (const Control* each : link.all(kind)) {
             if (each->visible()) {
                 pages.append(" ").append(kind).append(std::to_string(each->index().value_or(0)));

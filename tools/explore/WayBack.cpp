@@ -44,8 +44,8 @@ void Session::clearWhatStands() {
         (void)clickIfReachable(doing().mode() == Phase::Configuration ? "Quillon.cmbConfiguration"
                                                                       : "Quillon.cmbReadExposureCounters");
     }
-    for (const auto& [screen, key] :
-         {std::pair{"fraOrla", "Quillon.cmdOrla"}, std::pair{"fraRemote", "Quillon.cmdMultiRoom"}}) {
+    for (const auto& [screen, key] : {std::pair{ConsoleControl("fraOrla"), "Quillon.cmdOrla"},
+                                      std::pair{ConsoleControl("fraRemote"), "Quillon.cmdMultiRoom"}}) {
         if (console[screen].visible()) {
             (void)clickIfReachable(key); // it keeps the mode keys
         }

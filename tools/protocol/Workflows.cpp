@@ -101,11 +101,11 @@ std::string line(const RunRow& row) {
         text.append(" ").append(wordOf(answer)).append(" |");
     }
     std::string parts;
-    for (const auto& names : {row.timers, row.panels}) {
-        for (const std::string_view name : names) {
-            addTo(parts, name.empty() ? std::string() : "`" + std::string(name) + "`");
-        }
-    }
+    const auto add = [&parts](std::string_view name) {
+        addTo(parts, name.empty() ? std::string() : "`" + std::string(name) + "`");
+    };
+    std::for_each(row.timers.begin(), row.timers.end(), add);
+    std::for_each(row.panels.begin(), row.panels.end(), add);
     return text + " " + parts + " |\n";
 }
 

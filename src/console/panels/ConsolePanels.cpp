@@ -167,7 +167,7 @@ ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
     panel->setReport([this, handler = std::move(handler)](ModalPanel& closed, std::string_view event,
                                                           std::int16_t parameter) {
         handler(closed, event, parameter);
-        for (const std::string_view lamp : {"cmdExposure", "cmdPrep"}) {
+        for (const ConsoleControl lamp : std::initializer_list<ConsoleControl>{"cmdExposure", "cmdPrep"}) {
             context_.console[lamp].setEnabled(true);
         }
     });

@@ -105,7 +105,9 @@ struct FaultyMachine {
     }
     void hear(std::string_view message) { port.receive(std::string(message) + "\r\n"); }
     void wait(Milliseconds ms) { memory.time.advance(ms); }
-    [[nodiscard]] Control& console(std::string_view name) { return application->console()[name]; }
+    [[nodiscard]] Control& console(std::string_view name) {
+        return application->console().ControlHost::at(name);
+    }
     [[nodiscard]] std::string box() const {
         return memory.desktop.boxes().empty() ? "" : memory.desktop.boxes().back().text;
     }

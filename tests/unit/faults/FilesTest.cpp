@@ -88,7 +88,7 @@ TEST(Files, ALogThatCannotBeWrittenIsNoFaultOfTheService) {
 
 TEST(Files, AFullLogGoesOnInANewOneAndTheOneBeforeIsKept) {
     MemoryPlatform machine;
-    ControlHost panel(Kind::User, "panel", machine.time.schedule());
+    PanelHost panel(Kind::User, "panel", machine.time.schedule());
     for (const auto& [kind, name] :
          {std::pair{Kind::Frame, "fraDebug"}, {Kind::Frame, "fraStatus"}, {Kind::TextBox, "txtDebugComm"}}) {
         panel.add(kind, name);

@@ -45,8 +45,12 @@ protected:
         busyReports.clear();
     }
 
-    [[nodiscard]] Control& control(std::string_view name) { return application->console()[name]; }
-    [[nodiscard]] Timer& timer(std::string_view name) { return application->console().timer(name); }
+    [[nodiscard]] Control& control(std::string_view name) {
+        return application->console().ControlHost::at(name);
+    }
+    [[nodiscard]] Timer& timer(std::string_view name) {
+        return application->console().ControlHost::timer(name);
+    }
     [[nodiscard]] bool running(std::string_view name) { return timer(name).running(); }
     [[nodiscard]] ControlHost* panel(std::string_view key) { return application->console().keyed(key); }
     /// The title of the message on show; empty when there is none.

@@ -134,7 +134,7 @@ TEST_F(SignsTest, AKeyThatIsGoneIsNobodysHand) {
 }
 
 TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
-    const auto old = [this](std::string_view field) { return application->link()[field].old(); };
+    const auto old = [this](PanelControl field) { return application->link()[field].old(); };
     report("ST6\rKV080\rMA0100\rCV1234");
     wait(500);
     machine.port.onWritten = [](std::string_view) {};
@@ -315,7 +315,7 @@ TEST_F(SignsTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
 }
 
 TEST_F(SignsTest, WhatWasNeverReportedIsNeitherOnNorOff) {
-    const auto unknown = [this](const char* name, int index) {
+    const auto unknown = [this](PanelControl name, int index) {
         return PendingKeys::isUnknown(application->link().at(name, index));
     };
     const auto seen = [&unknown] {

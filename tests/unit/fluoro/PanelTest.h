@@ -58,7 +58,7 @@ protected:
     }
 
     /// Which of the keys of a name are lit, one character a key.
-    [[nodiscard]] std::string lit(std::string_view name) const {
+    [[nodiscard]] std::string lit(PanelControl name) const {
         std::string keys;
         for (const Control* key : link.all(name)) {
             keys.push_back(key->backColour() == kActiveColour ? '*' : '.');

@@ -16,7 +16,7 @@ struct BlinkingTest : testing::Test {
 
     VirtualTime time;
     GeneratorState state;
-    ControlHost panel{Kind::User, "TorvaneSerial", time.schedule()};
+    PanelHost panel{Kind::User, "TorvaneSerial", time.schedule()};
 };
 
 TEST_F(BlinkingTest, BothKeysFlashIndependently) {

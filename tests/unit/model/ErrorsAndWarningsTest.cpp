@@ -135,7 +135,7 @@ protected:
         EXPECT_EQ(caption("txtMS"), "63");
         EXPECT_EQ(control("cmbTM", 3).backColour(), kActiveColour);
     }
-    [[nodiscard]] bool running(std::string_view timer) const { return link.timer(timer).running(); }
+    [[nodiscard]] bool running(PanelTimer timer) const { return link.timer(timer).running(); }
 };
 
 struct Warning {

@@ -54,8 +54,10 @@ protected:
         begin = platform.time.now();
     }
 
-    [[nodiscard]] Control& control(std::string_view name) const { return link.at(name); }
-    [[nodiscard]] Control& control(std::string_view name, int index) const { return link.at(name, index); }
+    [[nodiscard]] Control& control(std::string_view name) const { return link.ControlHost::at(name); }
+    [[nodiscard]] Control& control(std::string_view name, int index) const {
+        return link.ControlHost::at(name, index);
+    }
     [[nodiscard]] const std::string& caption(std::string_view name) const { return control(name).caption(); }
     [[nodiscard]] bool visible(std::string_view name) const { return control(name).visible(); }
     [[nodiscard]] bool active(std::string_view name) const {

@@ -24,7 +24,7 @@ class PanelKeysTest : public LinkTest {
 protected:
     /// Brings a key within reach, whatever page it lies on.
     Control& reached(std::string_view name, int index = -1) {
-        Control& key = link.at(name, index < 0 ? std::nullopt : std::optional(index));
+        Control& key = link.ControlHost::at(name, index < 0 ? std::nullopt : std::optional(index));
         for (Control* at = &key; at != nullptr; at = at->container()) {
             at->setVisible(true);
             if (at->has(Property::Enabled)) {
@@ -215,7 +215,7 @@ TEST_F(PanelKeysTest, ErrorKeyTakesItsRestingLook) {
 }
 
 TEST_F(PanelKeysTest, MenusTurnThePages) {
-    const auto shown = [this](std::string_view pages) {
+    const auto shown = [this](PanelControl pages) {
         std::string all;
         for (const Control* page : link.all(pages)) {
             if (page->visible()) {
