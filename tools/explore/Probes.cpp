@@ -156,7 +156,6 @@ constexpr std::array kReasons{
     Reason{"leaving configuration meets a loss", kShort},
     Reason{"entering calibration meets a loss", kShort},
     Reason{"leaving autocalibration meets a loss", kShort},
-    Reason{"closing meets a loss", kShort},
     Reason{"box refused", "the PC of the scenario runner starts anew when it is asked to; ClosingTest has one that does not"},
 };
 // clang-format on

@@ -203,10 +203,8 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
         if (!session.ended()) {
             lines_.add(std::to_string(situation));
         }
-        if (!fresh) {
-            session.perform(
-                std::string(kSoon)); // nobody goes on from here, and its command is still to go out
-        }
+        session.perform(
+            std::string(kSoon)); // its command is still to go out, and some situations are left here
         if (fresh && session.violations().empty() && situation % kSampled < 2) {
             lines_.add(" back");
             if (situation % kSampled == 1) {

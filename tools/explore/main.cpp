@@ -98,7 +98,7 @@ int search(const std::string& name, std::size_t situations, std::uint32_t walks,
     for (std::uint32_t i = 0; i < walks; ++i) {
         search.walk(seed + i, kMovesOfWalk);
     }
-    std::cout << search.named() << search.found();
+    std::cout << search.named() << search.found() << search.reachedAgainstReasons();
     std::cerr << name << ": " << search.figures() << "; " << search.marks().figures()
               << (search.clean() ? "; everything held\n" : "\n");
     const bool reached = search.marks().count() >= probes;
