@@ -365,6 +365,9 @@ void ServiceSession::settled(Phase phase) {
         give(Key::Close); // a way out; the rest comes when the tube is cold
     } else if (!hot && !isExposure(phase)) {
         give(std::exchange(afterExposure_, {}));
+        if (exposed && is(Run::ReadingCounters) && !running("tmrReadExposureCounters")) {
+            give(Key::ReadCounters); // the only way out of a reading without an answer, wherever this leads
+        }
         if (patienceOver_) {
             at(kPatienceIsOver);
         }

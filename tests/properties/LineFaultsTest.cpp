@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include "console/ctrQuillonConsole.h"
-#include "explore/LineSweep.h"
 #include "explore/Session.h"
 #include "link/TorvaneSerial.h"
 
@@ -200,19 +199,6 @@ TEST(LineFaults, ADeviceThatIsGoneIsToldAndComesBack) {
         }
     }
     EXPECT_GT(losses, 4) << "the operator was not told";
-}
-
-/// How many rounds are a sample: each with one fault, the same from then on, or with a second one.
-constexpr std::size_t kEvery = 24;
-constexpr std::size_t kFewest = 340;
-
-TEST(LineFaults, ASampleOfAllIsSurvivedInEveryWorkflow) {
-    LineSweep sweep(kEvery, 1);
-    for (const Workflow& workflow : workflows()) {
-        sweep.sweep(workflow);
-    }
-    EXPECT_EQ(sweep.found(), "");
-    EXPECT_GT(sweep.rounds(), kFewest); // of the eight thousand that scripts/soak makes
 }
 
 } // namespace

@@ -146,7 +146,8 @@ std::string Chance::slideOff(Session& session) {
 }
 
 std::string Chance::answer(Session&) {
-    return dice_.below(2) == 0 ? "answer yes" : "answer no";
+    // The PC starts anew when it is asked to.
+    return dice_.below(2) == 0 && mayEnd_ ? "answer yes" : "answer no";
 }
 
 std::string Chance::end(Session&) {

@@ -81,14 +81,17 @@ Plan beforeItsLoss(Plan plan) {
 }
 /// Where it can come at all, and what frees the poll for it.
 struct SilentRow {
+    std::string_view name;
     std::string_view scene;
-    std::string_view first;
+    std::vector<std::string> first;
 };
-constexpr std::array kSilent{
-    SilentRow{"Calibration", "wait 0"},
-    SilentRow{"before calibration", "sim expose"},
-    SilentRow{"begun by the generator", "wait 0"},
-    SilentRow{"its screen", "wait 0"},
+const std::vector<SilentRow> kSilent{
+    {"calibration", "Calibration", {}},
+    {"the seek", "before calibration", {"sim expose"}},
+    {"handing over", "an exposure", {}},
+    {"counters", "its screen", {}},
+    {"the workstation", "Ready", {"sim expose", "click Quillon.cmbManualCalibration"}},
+    {"the point", "Ready", {"sim expose", "click Quillon.cmbAutocalibration"}},
 };
 
 } // namespace
@@ -126,6 +129,14 @@ const std::vector<Ground>& groundsOfStarts() {
               {},
               kFullInstallation},
              kForced},
+            {"the counters of three tubes",
+             {"",
+              {},
+              "startphase=2 thirdtube=1",
+              {"wait 20000", "click Quillon.cmbReadExposureCounters", "wait 12000"},
+              {},
+              {"[ThirdTube]", "ThirdTube=1"}},
+             kForced},
             {"overlapping focal spots",
              {"",
               {},
@@ -161,11 +172,10 @@ const std::vector<Ground>& groundsOfStarts() {
                             kForced});
         }
         for (const SilentRow& row : kSilent) {
-            const Plan silent{"",
-                              {"REMOTE=YES"},
-                              "startphase=2",
-                              sceneAnd(row.scene, {std::string(row.first), "wait 15000", "sim silence on"})};
-            made.push_back({"silent: " + std::string(row.scene), beforeItsLoss(silent), kForced});
+            std::vector<std::string> lines = sceneAnd(row.scene, row.first);
+            lines.insert(lines.end(), {"wait 15000", "sim silence on"});
+            made.push_back({"silent: " + std::string(row.name),
+                            beforeItsLoss({"", {"REMOTE=YES"}, "startphase=2", lines}), kForced});
         }
         return made;
     }();

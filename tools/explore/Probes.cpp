@@ -83,7 +83,7 @@ constexpr std::string_view kHost = "a host sends it by an operation, and no key 
 constexpr std::string_view kLent = "the keys are hidden while the machine is lent, and their page is when it is not";
 constexpr std::string_view kDigitalPage = "the way to its page is barred while the machine is lent, and hidden when it is not";
 constexpr std::string_view kOwnWays = "the console leads through the pages of the panel and takes its own ways away";
-constexpr std::string_view kHeld = "the poll waits for its end, and only a poll without an answer finds a loss";
+constexpr std::string_view kShort = "it holds the poll at first, and is over before a silence is long enough for a loss";
 constexpr std::array kReasons{
     Reason{"command KV?", kHost},
     Reason{"command MA?", kHost},
@@ -152,13 +152,10 @@ constexpr std::array kReasons{
     Reason{"key TorvaneSerial.lstExtendedPosition", "it is made hidden and shown by nobody"},
     Reason{"key Quillon.cmdSoftwareUpgrade", "it is disabled as long as it lives"},
     Reason{"wait TorvaneSerial.tmrAutorepFlKVP", "a host asks for it, and the console does not"},
-    Reason{"entering configuration meets a loss", kHeld},
-    Reason{"leaving configuration meets a loss", kHeld},
-    Reason{"choosing a workstation meets a loss", kHeld},
-    Reason{"entering calibration meets a loss", kHeld},
-    Reason{"choosing autocalibration meets a loss", kHeld},
-    Reason{"leaving autocalibration meets a loss", kHeld},
-    Reason{"closing meets a loss", kHeld},
+    Reason{"entering configuration meets a loss", kShort},
+    Reason{"leaving configuration meets a loss", kShort},
+    Reason{"entering calibration meets a loss", kShort},
+    Reason{"leaving autocalibration meets a loss", kShort},
     Reason{"box refused", "the PC of the scenario runner starts anew when it is asked to; ClosingTest has one that does not"},
 };
 // clang-format on

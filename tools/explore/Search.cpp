@@ -7,6 +7,7 @@
 #include "Chance.h"
 #include "base/Text.h"
 #include "console/KeyReasons.h"
+#include "link/LinkSilence.h"
 
 namespace quillon {
 
@@ -174,8 +175,9 @@ void Search::expand(std::size_t node) {
         visit(session, node, move);
     }
     const ServiceSession& doing = session.application().console().session();
-    const auto place =
-        static_cast<std::uint64_t>(doing.run()) * 64 + static_cast<std::uint64_t>(doing.lastPhase());
+    const bool quiet = session.application().link().silence().quiet();
+    const auto place = static_cast<std::uint64_t>(doing.run()) * 64 +
+                       static_cast<std::uint64_t>(doing.lastPhase()) + (quiet ? 4096U : 0U);
     KeyReasons& reasons = session.application().signs().reasons;
     for (const std::string& move : rareMovesFrom(session)) {
         // A key that would do nothing has not been tried by that.
@@ -203,10 +205,8 @@ void Search::visit(Session& session, std::size_t node, const std::string& move) 
         if (!session.ended()) {
             lines_.add(std::to_string(situation));
         }
-        if (!fresh) {
-            session.perform(
-                std::string(kSoon)); // nobody goes on from here, and its command is still to go out
-        }
+        session.perform(
+            std::string(kSoon)); // its command is still to go out, and some situations are left here
         if (fresh && session.violations().empty() && situation % kSampled < 2) {
             lines_.add(" back");
             if (situation % kSampled == 1) {
