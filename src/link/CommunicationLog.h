@@ -3,8 +3,8 @@
 #include <memory>
 #include <string_view>
 
-#include "runtime/Platform.h"
 #include "panel/layout/Names.h"
+#include "runtime/Platform.h"
 
 namespace quillon {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "runtime/Platform.h"
 #include "panel/layout/Names.h"
+#include "runtime/Platform.h"
 
 namespace quillon {
 

@@ -7,9 +7,9 @@
 #include "link/LinkSettings.h"
 #include "link/SendPath.h"
 #include "link/StatusPoll.h"
+#include "panel/layout/Names.h"
 #include "runtime/Platform.h"
 #include "runtime/Signal.h"
-#include "panel/layout/Names.h"
 
 namespace quillon {
 

@@ -40,7 +40,9 @@ protected:
         application->start();
         return *application;
     }
-    [[nodiscard]] const Control& control(std::string_view name) { return application->console().ControlHost::at(name); }
+    [[nodiscard]] const Control& control(std::string_view name) {
+        return application->console().ControlHost::at(name);
+    }
 
     MemoryPlatform machine;
     std::optional<Application> application;
