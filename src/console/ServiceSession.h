@@ -159,6 +159,7 @@ private:
     [[nodiscard]] bool running(std::string_view timer) const;
     void finish(const Moment& moment);
     [[nodiscard]] bool hasNoTimer() const;
+    [[nodiscard]] bool ownsWhatRuns() const;
 
     ConsoleContext& context_;
     ConsoleScreen screen_;
