@@ -1,5 +1,7 @@
 #include "console/AutocalibrationMode.h"
 
+#include <cassert>
+
 #include "base/Numbers.h"
 #include "console/panels/ctrASelFocusOrParam.h"
 #include "model/Commands.h"
@@ -187,6 +189,9 @@ void AutocalibrationMode::enter() {
 }
 
 void AutocalibrationMode::onTick() {
+    if (session_.mode() == Phase::Autocalibration) {
+        onStep_ = kWait; // perhaps before it was asked: it is told nothing more
+    }
     switch (onStep_) {
     case kSendWorkstation:
         link_.commands().send(command("Workstation"), state_.m_SelectedWorkstation);
@@ -349,6 +354,7 @@ void AutocalibrationMode::modeReported(bool result) {
 }
 
 void AutocalibrationMode::handOverTick() {
+    assert(session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver));
     tmrDelayAutocal_.stop();
     if (session_.lastPhase() == Phase::Autocalibration) {
         handOver();
@@ -437,6 +443,7 @@ void AutocalibrationMode::startLeaving(int step) {
 }
 
 void AutocalibrationMode::offTick() {
+    assert(session_.is(Run::LeavingAutocalibration));
     switch (offStep_) {
     case kStopAutocalibration:
         link_.commands().send(command("Autocalibration"), false);

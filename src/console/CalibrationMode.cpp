@@ -1,5 +1,7 @@
 #include "console/CalibrationMode.h"
 
+#include <cassert>
+
 #include "model/Commands.h"
 #include "model/Service.h"
 
@@ -117,6 +119,7 @@ void CalibrationMode::sendWorkstation() {
 }
 
 void CalibrationMode::onTick() {
+    assert(session_.is(Run::EnteringCalibration));
     switch (onStep_) {
     case 0:
         sendWorkstation();
@@ -193,6 +196,7 @@ void CalibrationMode::giveXRaysBack(bool exitSent) {
 }
 
 void CalibrationMode::offTick() {
+    assert(session_.is(Run::LeavingCalibration) || session_.is(Run::Lending));
     if (!exitSent_ && kAsksOrTells.has(session_.lastPhase())) {
         // It takes no other way out while it asks whether to autocalibrate, or tells how it went.
         context_.link.commands().send(command("Autocalibration"), false);

@@ -1,5 +1,6 @@
 #include "console/Closing.h"
 
+#include <cassert>
 #include <string>
 
 #include "base/Text.h"
@@ -108,6 +109,7 @@ void Closing::BeginClosing() {
 }
 
 void Closing::goodbyeTick() {
+    assert(session_.is(Run::Closing));
     tmrGoodbye_.stop();
     context_.link.leavePort();
     context_.events.Goodbye.raise();

@@ -1,5 +1,7 @@
 #include "console/ConfigurationMode.h"
 
+#include <cassert>
+
 #include "model/Commands.h"
 
 namespace quillon {
@@ -56,6 +58,7 @@ void ConfigurationMode::tell(bool enable, std::string_view prompt, Timer& wait) 
 }
 
 void ConfigurationMode::entered() {
+    assert(session_.is(Run::EnteringConfiguration));
     if (session_.mode() == Phase::Configuration) {
         session_.end(kConfigurationReached);
     } else {
@@ -65,6 +68,7 @@ void ConfigurationMode::entered() {
 }
 
 void ConfigurationMode::left() {
+    assert(session_.is(Run::LeavingConfiguration));
     session_.end(kConfigurationDone);
     if (session_.mode() != Phase::NormalOperation) {
         panels_.tellProtocolError();

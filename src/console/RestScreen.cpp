@@ -1,5 +1,6 @@
 #include "console/RestScreen.h"
 
+#include <cassert>
 #include <string>
 #include <utility>
 #include <vector>
@@ -136,6 +137,7 @@ void RestScreen::showPositionerKey(bool visible) {
 }
 
 void RestScreen::openScreen(Keys keys, const Control& wayBack, std::function<void()> close) {
+    assert(!screenClose_ && wayBack_ == nullptr); // one at a time
     std::vector<Control*> taken;
     keys.each([&](Key key) { taken.push_back(&context_.console[nameOf(key)]); });
     screenLock_ = ControlLock(std::move(taken));

@@ -1,6 +1,7 @@
 #include "console/ServiceSession.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <utility>
 
@@ -76,6 +77,7 @@ bool ServiceSession::isFree() const {
 
 void ServiceSession::setRun(Run run) {
     run_ = run;
+    assert(ownsWhatRuns());
     if (run == Run::None) {
         patience_.stop(); // there is nothing left to wait for
         patienceOver_ = false;
@@ -84,6 +86,7 @@ void ServiceSession::setRun(Run run) {
 }
 
 void ServiceSession::setMode(Phase mode) {
+    assert(mode == Phase::Initialization || mode == Phase::NormalOperation || isServiceMode(mode));
     if (asked_ == mode) {
         asked_ = Phase::None;
     }
@@ -106,6 +109,7 @@ bool ServiceSession::waits() const {
 }
 
 void ServiceSession::begin(Run run, const Moment& moment, RunHooks hooks) {
+    assert(run != Run::None);
     const RunHooks before = std::exchange(hooks_, {});
     followed_.stop();
     stopParts();
@@ -155,6 +159,7 @@ void ServiceSession::finish(const Moment& moment) {
 }
 
 void ServiceSession::breakOff(const Moment& moment) {
+    assert(!idle());
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
     setRun(Run::None);
@@ -264,6 +269,7 @@ void ServiceSession::at(const Moment& moment) {
 }
 
 void ServiceSession::waitPatiently() {
+    assert(!idle());
     if (!patienceOver_) {
         patience_.start(kPatience);
     }
@@ -316,6 +322,7 @@ void ServiceSession::answer(Way way) {
 }
 
 void ServiceSession::report(Phase phase, const std::function<void()>& reaction) {
+    assert(!reporting_); // a reaction does not report
     {
         const Temporarily reporting(reporting_, true);
         reported(phase);
@@ -385,6 +392,22 @@ void ServiceSession::settled(Phase phase) {
     changed.raise();
 }
 
+/// No timer of another run runs, but the waits that may outlive theirs.
+bool ServiceSession::ownsWhatRuns() const {
+    const auto outlives = [](std::string_view timer) {
+        return std::ranges::any_of(waitRows(), [&](const WaitRow& row) { return row.timer == timer; });
+    };
+    const auto& own = rowOf(run_).timers;
+    for (std::size_t run = 0; run < kRuns; ++run) {
+        for (const std::string_view timer : rowOf(static_cast<Run>(run)).timers) {
+            if (!timer.empty() && running(timer) && std::ranges::count(own, timer) == 0 && !outlives(timer)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 /// It waits for the generator, and nothing is left that would ever look at what has come of it.
 bool ServiceSession::hasNoTimer() const {
     const RunRow& row = rowOf(run_);
@@ -452,6 +475,7 @@ void ServiceSession::messageOpens(Phase missed, std::function<void()> belie) {
 }
 
 void ServiceSession::messageCloses() {
+    assert(messageOpen_);
     messageOpen_ = false;
     at(moments::kPollFree);
 }

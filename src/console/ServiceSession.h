@@ -159,6 +159,7 @@ private:
     [[nodiscard]] bool running(ConsoleTimer timer) const;
     void finish(const Moment& moment);
     [[nodiscard]] bool hasNoTimer() const;
+    [[nodiscard]] bool ownsWhatRuns() const;
 
     ConsoleContext& context_;
     ConsoleScreen screen_;

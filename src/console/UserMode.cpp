@@ -1,5 +1,7 @@
 #include "console/UserMode.h"
 
+#include <cassert>
+
 #include "model/Commands.h"
 
 namespace quillon {
@@ -52,6 +54,7 @@ void UserMode::refreshTick() {
 }
 
 void UserMode::arrivalTick() {
+    assert(session_.is(Run::Lending));
     tmrGotoUserMode_.stop();
     if (session_.mode() == Phase::NormalOperation && session_.lent()) {
         session_.end(kUsersCome);

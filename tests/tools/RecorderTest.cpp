@@ -162,6 +162,9 @@ TEST_F(RecorderTest, TheEndOfTheProgramComesBackWithWhatWasHeld) {
     start();
     machine.port.receive("ST2\r\n");
     pass(12'000);
+    recorder->closeRequested();
+    application->requestClose(); // is refused
+    EXPECT_THAT(recording(), testing::ContainsRegex("wait [0-9]+\nclose\n"));
     press(console(), "cmbClose");
     pass(400);
     recorder->catchUp();

@@ -42,7 +42,6 @@ struct ConsolePanels::Row {
     std::string_view fallback; ///< its class when the program has none of that name
     std::unique_ptr<ControlHost> (*make)(Schedule& schedule);
     std::string_view backColour;
-    bool hasOnColour;
     bool centred;                 ///< keeps its size instead of covering the link control
     std::string_view spared = {}; ///< stays in reach beside it
 };
@@ -59,15 +58,15 @@ std::span<const ConsolePanels::Row> ConsolePanels::table() {
     // clang-format off
     static constexpr std::array kRows{
         Row{"SelWSAutocal", "ctrSelWS", "SelWS.ctrSelWS", &make<ctrSelWS>,
-            "ConsoleBackColor", true, false},
+            "ConsoleBackColor", false},
         Row{"SelWSCal", "ctrSelWS", "SelWS.ctrSelWS", &make<ctrSelWS>,
-            "ConsoleBackColor", true, false, "cmbResetError"},
+            "ConsoleBackColor", false, "cmbResetError"},
         Row{kSelectFocus, "ctrASelFocusOrParam", "ASFOrParam.ctrASelFocusOrParam", &make<ctrASelFocusOrParam>,
-            "ConsoleBackColor", true, false},
+            "ConsoleBackColor", false},
         Row{"AutocalWarning", "ctrAWarning", "AWarning.ctrAWarning", &make<ctrAWarning>,
-            "BackColor", false, false},
+            "BackColor", false},
         Row{kError, "ctrQuillonError", "Error.ctrQuillonError", &make<ctrQuillonError>,
-            "BackColor", false, true},
+            "BackColor", true},
     };
     // clang-format on
     return kRows;
@@ -154,9 +153,7 @@ ModalPanel* ConsolePanels::create(const Row& row, PanelHandler handler) {
     }
     panel->set(row.backColour, toValue(context_.state.ConsoleBackColor));
     panel->set("ButtonOffColor", toValue(context_.state.ButtonOffColor));
-    if (row.hasOnColour) {
-        panel->set("ButtonOnColor", toValue(context_.state.ButtonOnColor));
-    }
+    panel->set("ButtonOnColor", toValue(context_.state.ButtonOnColor));
     if (const auto texts = texts_.find(row.className); texts != texts_.end()) {
         for (const auto& [member, replaced] : texts->second) {
             if (replaced) {

@@ -17,18 +17,15 @@ ModalPanel::ModalPanel(Schedule& schedule, std::span<const ControlRow> rows, Pan
     for (const auto& control : controls()) {
         if (control->kind() == Kind::Button) {
             control->setTag("OFF");
-            control->setBackColour(buttonOffColour_);
         }
     }
+    paintButtons();
     operations_.addWriteOnly(backColour, [this](Colour colour) { setBackColour(colour); });
     operations_.addWriteOnly("ButtonOffColor", [this](Colour colour) {
         buttonOffColour_ = colour;
-        paintButtons("OFF", colour);
+        paintButtons();
     });
-    operations_.addWriteOnly("ButtonOnColor", [this](Colour colour) {
-        buttonOnColour_ = colour;
-        paintButtons("ON", colour);
-    });
+    operations_.addWriteOnly("ButtonOnColor", [this](Colour colour) { buttonOnColour_ = colour; });
     for (const TextRow& row : texts) {
         operations_.addWriteOnly(row.member, [this, controls = row.controls](std::string_view text) {
             for (const std::string_view name : split(controls, " ")) {
@@ -48,10 +45,10 @@ void ModalPanel::UserControl_Show(std::string_view spared) {
     lock_ = ControlLock(std::move(behind));
 }
 
-void ModalPanel::paintButtons(std::string_view tag, Colour colour) {
+void ModalPanel::paintButtons() {
     for (const auto& control : controls()) {
-        if (control->kind() == Kind::Button && control->tag() == tag) {
-            control->setBackColour(colour);
+        if (control->kind() == Kind::Button) {
+            control->setBackColour(buttonOffColour_);
         }
     }
 }

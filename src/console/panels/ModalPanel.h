@@ -70,7 +70,7 @@ protected:
     Colour buttonOffColour_ = kNormalColour;
 
 private:
-    void paintButtons(std::string_view tag, Colour colour);
+    void paintButtons();
 
     std::span<const TextRow> texts_;
     ScalingLayout layout_;

@@ -61,7 +61,6 @@ INSTANTIATE_TEST_SUITE_P(Kinds, BadFiles, testing::Values(
     BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=non",               "Not a valid number: PORT non"},
     BadFile{"Quillon.ini",    "[CONFIG]\r\nPORT=7\r\nWid",          "Cannot open port COM7"},
     BadFile{"temp.ini",       huge("[TM]\r\nTM=3\r\n"),             ""},
-    BadFile{"temp.ini",       "[TM]\r\nTM=x\r\n[ThirdTube]\r\nThirdTube=?", ""},
     BadFile{"error_info.txt", binary(5000),                         ""},
     BadFile{"error_info.txt", "12=Door op",                         ""}));
 // clang-format on

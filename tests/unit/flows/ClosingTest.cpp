@@ -25,7 +25,11 @@ TEST_F(ClosingTest, ASwitchKeepsThePcOnAndThePortIsClosedAllTheSame) {
          {std::pair{"", true}, {"-P1", true}, {"-d", false}, {"-P1 -D", false}, {"-debug", false}}) {
         start(commandLine);
         machine.desktop.answer(Answer::Yes);
-        holdClose(4000);
+        press("cmbClose");
+        wait(3999);
+        EXPECT_TRUE(machine.port.isOpen());
+        wait(1);
+        release("cmbClose");
         EXPECT_FALSE(machine.port.isOpen());
         EXPECT_EQ(machine.power.exits().size(), restarts += restart ? 1 : 0) << commandLine;
         EXPECT_EQ(goodbyes, 0);
@@ -54,6 +58,62 @@ TEST_F(ClosingTest, AfterARestartThatIsRefusedTheConsoleWorksOn) {
     holdClose(4000);
     ASSERT_EQ(boxes.size(), 5U);
     EXPECT_EQ(boxes[3], "Torvane Generator Service: Cannot Open Port: 1 (port closed)");
+}
+
+// The generator may follow late: it is told not to as long as it might.
+TEST_F(ClosingTest, CloseBehindARefusedEntryTakesItBack) {
+    for (const auto& [key, frame] : {std::pair{"cmbConfiguration", "CF0"},
+                                     {"cmbManualCalibration", "CA0"},
+                                     {"cmbAutocalibration", "CA0"}}) {
+        for (const bool late : {false, true}) {
+            start();
+            if (std::string_view(key) == "cmbAutocalibration") {
+                beginAutocalibration();
+            } else {
+                click(key);
+            }
+            if (panel("SelWSCal") != nullptr) {
+                click("SelWSCal", "cmdOK");
+            }
+            machine.time.advance(10'000, [this] { return !message().empty(); });
+            click("Error", "cmbOK");
+            wait(late ? 20'000 : 0);
+            forget();
+            click("cmbClose");
+            wait(3000);
+            EXPECT_EQ(std::ranges::count(sent, frame), late ? 0 : 1) << key;
+            EXPECT_FALSE(machine.port.isOpen());
+        }
+    }
+}
+
+TEST_F(ClosingTest, InTheEntryToAutocalibrationItDoesNothingAndTakesNothing) {
+    start();
+    beginAutocalibration();
+    wait(1500);
+    report("ST3");
+    report("ST2"); // gives the key
+    click("cmbClose");
+    wait(2000);
+    EXPECT_THAT(sent, testing::IsSupersetOf({"RX0", "RX1"}));
+    EXPECT_TRUE(machine.port.isOpen());
+}
+
+TEST_F(ClosingTest, TheWayBackFromTheUsersForgetsTheProtocolErrorBeforeIt) {
+    start();
+    click("cmbManualCalibration");
+    click("SelWSCal", "cmdOK");
+    wait(2000);
+    report("ST6");
+    wait(4000);
+    click("cmbGoToUserMode");
+    wait(2000);
+    report("ST2");
+    wait(10'000);
+    events().MessageProtocolError.raise();
+    click("cmbClose");
+    wait(10'000);
+    EXPECT_EQ(message(), "BQS Calibration Dip Switch Error");
 }
 
 // Whatever the console has begun, the end of the program gives the generator back.

@@ -67,6 +67,14 @@ TEST_F(FluoroscopyTest, TrackingIsShownWhereThePhaseWantsIt) {
     EXPECT_THAT(takeEvents(), IsEmpty());
 }
 
+TEST_F(FluoroscopyTest, ContinuousFluoroscopyIsToggledByItsPulses) {
+    for (const auto& [report, frame] : {std::pair{"FLP15", "FLP00"}, {"FLP0", "FLP"}}) {
+        prepare({"ST2", report});
+        call("FlContinuousToggle");
+        EXPECT_THAT(sentSoon(), ElementsAre(frame)) << report;
+    }
+}
+
 TEST_F(FluoroscopyTest, TrackingStepsHereWhileItIsOffAndInTheGeneratorWhileItIsOn) {
     prepare({"ST2", "KVT7", "KVT0"});
     const auto stepped = [this](std::string_view operation) {

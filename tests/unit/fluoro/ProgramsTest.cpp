@@ -64,6 +64,21 @@ TEST_F(ProgramsTest, LayoutsToTheByte) {
     }
 }
 
+TEST_F(ProgramsTest, TextsAndTheDigitalProgramGetFourIntervals) {
+    put("RetriesInterval", 500);
+    for (const auto& [routine, arguments, wait] : {std::tuple{"SendAPRRAD", texts(kRad), 2000},
+                                                   {"APRRAD", kRad, 500},
+                                                   {"APRDigital", kDigital, 2000}}) {
+        settle();
+        forget();
+        link.operations().call(routine, arguments);
+        advance(wait - 1);
+        EXPECT_THAT(sent, IsEmpty()) << routine;
+        advance(1);
+        EXPECT_THAT(sent, testing::SizeIs(1)) << routine;
+    }
+}
+
 TEST_F(ProgramsTest, OutsidePhase2NothingIsSent) {
     prepare({"ST7"});
     EXPECT_THAT(sentBy("SendAPRRAD", texts(kRad)), IsEmpty());

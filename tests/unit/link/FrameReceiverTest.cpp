@@ -44,6 +44,26 @@ TEST(FrameReceiver, CutsFramesAtTheFirstEndByte) {
     }
 }
 
+TEST(FrameReceiver, TakesTheBytesOfReducedCommandsOutOfTheText) {
+    struct Row {
+        std::string bytes;
+        Texts values;
+        std::string frame;
+    };
+    const Row rows[] = {
+        {"ST2K\xE6\n", {"kVp 130"}, "ST2\xE6"},    {"K\x64\n", {}, "K\x64"},
+        {"ST2t\x01\x02\n", {"ms 258"}, "ST2\x02"}, {"ST2t\x7F\xFF\n", {"ms 32767"}, "ST2\xFF"},
+        {"ST2t\x80\x01\n", {}, "ST2\x01"},         {"t\x01\x02\n", {"ms 258"}, "\x02"},
+    };
+    for (const Row& row : rows) {
+        Receiver line;
+        line.receiver.setReducedCommandCineAndDSI(true);
+        line.receiver.receive(row.bytes);
+        EXPECT_EQ(line.values, row.values) << row.bytes;
+        EXPECT_EQ(line.frames, Texts{row.frame}) << row.bytes;
+    }
+}
+
 TEST(FrameReceiver, LosesOneByteInEvery512WithoutAnEnd) {
     Receiver line;
     std::string bytes(600, 'a');

@@ -38,6 +38,9 @@ TEST_F(ErrorsTest, AnErrorIsToldWithItsWordsUntilItIsReset) {
         {"AR0",     {"GeneratorERRORResetAck()"}},
         {"AR3",     {"GeneratorAECError(3)"}},
         {"ARx",     {}},
+        {"RP9",     {"WarningMessageRP(9)"}},
+        {"RP10",    {}},
+        {"RPx",     {}},
         {"ER0",     {"GeneratorERROR(7, \"\", 3)"}},
     };
     // clang-format on

@@ -103,9 +103,20 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
 }
 
 TEST_F(TechniqueTest, TheRangeOfAParameterEndsWithIt) {
-    platform.folder.put("temp.ini", "[Extended]\r\nE03=255\r\n");
+    platform.folder.put("temp.ini", "[Extended]\r\nE01=63\r\nE03=255\r\nE100=127\r\n");
     call("ReadInitConfiguration");
     Control& slider = control("sldCalValue");
+    phase(6);
+    for (const auto& [parameter, range] : {std::pair{"MASE02", 255}, {"MASE00", 63}, {"MASE99", 127}}) {
+        msg(parameter);
+        EXPECT_EQ(slider.maximum(), range) << parameter;
+        EXPECT_LE(slider.value(), range) << parameter;
+        slider.setValue(range);
+    }
+    for (const auto& [item, shown] : {std::pair{"MASE04", false}, {"MA100", true}}) {
+        msg(item);
+        EXPECT_EQ(slider.visible(), shown) << item;
+    }
     const auto toParameter = [&] {
         phase(2);
         phase(6);
@@ -162,6 +173,7 @@ TEST_F(TechniqueTest, WrittenValuesAreSentInTheirForms) {
         {"MAS", 12.5,   "MX012500"},
         {"MAS", 0.0005, "MX000000"},
         {"MAS", 0.0015, "MX000002"},
+        {"FlKVP", 70,   "FLK070"},
     };
     // clang-format on
     phase(2);

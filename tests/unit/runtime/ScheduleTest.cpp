@@ -50,6 +50,8 @@ TEST_F(ScheduleTest, ATimerGoesOnUntilItIsStopped) {
     timer.setInterval(0);
     timer.run();
     time.advance(1000);
+    timer.start(-1);
+    time.advance(1000);
     EXPECT_EQ(happened.size(), 2U) << "an interval of 0 never fires";
 }
 

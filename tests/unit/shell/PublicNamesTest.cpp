@@ -77,6 +77,8 @@ TEST(PublicNames, AreAllThere) {
                             "");
     expectNames(application.link().operations(), kLinkNames);
     expectNames(application.console().operations(), kConsoleNames);
+    EXPECT_EQ(application.link().controls().size(), 256U); // none is missing in what "list" prints
+    EXPECT_EQ(application.console().controls().size(), 174U);
     for (const CommandRow& row : kCommands) {
         EXPECT_TRUE(application.link().operations().hasOperation(row.name)) << row.name;
     }

@@ -129,6 +129,23 @@ INSTANTIATE_TEST_SUITE_P(File, SizeTable, testing::Values(
 ));
 // clang-format on
 
+TEST_F(StartTest, TheLampsHaveThePictureForTheConsolesSize) {
+    // The console has 12 pixels less in its width and 28.7 less in its height.
+    for (const auto& [width, height, size] : {std::tuple{1037, 798, 0},
+                                              {1037, 796, 3},
+                                              {1036, 798, 3},
+                                              {813, 630, 3},
+                                              {813, 628, 2},
+                                              {812, 630, 2},
+                                              {653, 509, 2},
+                                              {653, 508, 1},
+                                              {652, 509, 1}}) {
+        machine.desktop.setScreen(width, height);
+        start("", "FitToScreen=YES");
+        EXPECT_EQ(application->console()["cmdExposure"].artSize(), size) << width << "x" << height;
+    }
+}
+
 TEST_F(StartTest, TheHandLetsGoOfWhatGoes) {
     start("");
     ControlFactory factory;
@@ -144,6 +161,8 @@ TEST_F(StartTest, TheHandLetsGoOfWhatGoes) {
     application->console().removeKeyed("Extra");
     application->input().release(key);
     EXPECT_EQ(releases, 0);
+    application.reset();
+    EXPECT_FALSE(machine.port.isOpen());
 }
 
 TEST(SwitchHints, AreGivenForWhatTheConsoleDoesNotKnow) {
