@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -15,6 +16,8 @@
 #include "base/Colours.h"
 #include "base/Text.h"
 #include "console/ServiceSession.h"
+#include "console/Signs.h"
+#include "console/StatusLine.h"
 #include "console/ctrQuillonConsole.h"
 #include "explore/Scenes.h"
 #include "explore/Session.h"
@@ -273,6 +276,31 @@ INSTANTIATE_TEST_SUITE_P(Scenes, Matrix, testing::ValuesIn(scenes()), [](const a
         name.begin(), name.end(), [](char c) { return !std::isalnum(c); }, '_');
     return name;
 });
+
+TEST(MatrixScenes, TheStatusBarTellsWhatIsWaitedForAndUntilWhen) {
+    constexpr std::array kOperators{Run::None, Run::ChoosingWorkstation, Run::ChoosingAutocalibration,
+                                    Run::ShowingCounters, Run::Closing};
+    const std::map<quillon::Run, std::string_view> lastWaits{
+        {Run::EnteringConfiguration, "tmrConfigON"},
+        {Run::LeavingConfiguration, "tmrConfigOFF"},
+        {Run::EnteringCalibration, "tmrCalON"},
+        {Run::Lending, "tmrGotoUserMode"},
+        {Run::EnteringAutocalibration, "tmrDelayAutocal"},
+        {Run::HandingOver, "tmrDelayAutocal"},
+        {Run::LeavingAutocalibration, "tmrAutocalOFF"}};
+    for (const Scene& scene : scenes()) {
+        SCOPED_TRACE(std::string(rowOf(scene.run).name) + ", " + std::string(scene.name));
+        Cell cell(scene);
+        const Progress progress = cell.application().signs().status.progress();
+        const bool waits = !holds(kOperators, scene.run) && cell.doing().lastPhase() != Phase::ConfirmDismiss;
+        EXPECT_EQ(cell.doing().waits(), waits);
+        const auto last = lastWaits.find(scene.run);
+        const bool ends = waits && last != lastWaits.end() && cell.running(last->second) &&
+                          cell.application().console().timer(last->second).interval() >= 2000;
+        EXPECT_EQ(!progress.what.empty(), waits || cell.running("tmrResetTubeCounter")) << progress.what;
+        EXPECT_EQ(progress.ends.has_value(), ends);
+    }
+}
 
 TEST(MatrixScenes, ThereIsOneOfEveryRun) {
     std::set<quillon::Run> runs;

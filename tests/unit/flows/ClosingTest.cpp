@@ -41,13 +41,14 @@ TEST_F(ClosingTest, AfterARestartThatIsRefusedTheConsoleWorksOn) {
     machine.power.setRefusal("Access denied");
     std::vector<std::string> boxes;
     machine.desktop.onBox = [this, &boxes](const MemoryDesktop::Shown& box) {
-        boxes.push_back(box.title + ": " + box.text + (machine.port.isOpen() ? "" : " (port closed)"));
+        boxes.push_back((box.box == MemoryDesktop::Box::Critical ? "!" : "") + box.title + ": " + box.text +
+                        (machine.port.isOpen() ? "" : " (port closed)"));
     };
     machine.desktop.answer(Answer::Yes);
     holdClose(4000);
     EXPECT_THAT(machine.power.exits(), ElementsAre(MemoryPowerControl::Exit{true, false}));
     EXPECT_THAT(boxes, ElementsAre("Torvane Generator Service: Close the port and restart the PC?",
-                                   "Torvane Generator Service: The PC was not restarted: Access denied"));
+                                   "!Torvane Generator Service: The PC was not restarted: Access denied"));
     forget();
     wait(3000);
     EXPECT_THAT(sent, Contains("ST")) << "the poll goes on";
@@ -57,7 +58,7 @@ TEST_F(ClosingTest, AfterARestartThatIsRefusedTheConsoleWorksOn) {
     machine.desktop.answer(Answer::Yes);
     holdClose(4000);
     ASSERT_EQ(boxes.size(), 5U);
-    EXPECT_EQ(boxes[3], "Torvane Generator Service: Cannot Open Port: 1 (port closed)");
+    EXPECT_EQ(boxes[3], "!Torvane Generator Service: Cannot Open Port: 1 (port closed)");
 }
 
 // The generator may follow late: it is told not to as long as it might.
@@ -97,6 +98,17 @@ TEST_F(ClosingTest, InTheEntryToAutocalibrationItDoesNothingAndTakesNothing) {
     wait(2000);
     EXPECT_THAT(sent, testing::IsSupersetOf({"RX0", "RX1"}));
     EXPECT_TRUE(machine.port.isOpen());
+}
+
+TEST_F(ClosingTest, AMinuteAtTheQuestionDoesNotGiveUpTheModeThatFollows) {
+    start();
+    reachWait();
+    report("ST11");
+    wait(61'000);
+    report("ST9");
+    click("cmbClose");
+    wait(3000);
+    EXPECT_THAT(sent, Contains("CAU0"));
 }
 
 TEST_F(ClosingTest, TheWayBackFromTheUsersForgetsTheProtocolErrorBeforeIt) {
