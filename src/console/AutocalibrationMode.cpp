@@ -189,8 +189,8 @@ void AutocalibrationMode::enter() {
 }
 
 void AutocalibrationMode::onTick() {
-    if (session_.mode() == Phase::Autocalibration) {
-        onStep_ = kWait; // perhaps before it was asked: it is told nothing more
+    if (session_.idle()) {
+        onStep_ = kWait; // it was handed over before it was asked: it is told nothing more
     }
     switch (onStep_) {
     case kSendWorkstation:

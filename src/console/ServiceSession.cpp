@@ -399,7 +399,7 @@ bool ServiceSession::ownsWhatRuns() const {
     };
     const auto& own = rowOf(run_).timers;
     for (std::size_t run = 0; run < kRuns; ++run) {
-        for (const std::string_view timer : rowOf(static_cast<Run>(run)).timers) {
+        for (const ConsoleTimer timer : rowOf(static_cast<Run>(run)).timers) {
             if (!timer.empty() && running(timer) && std::ranges::count(own, timer) == 0 && !outlives(timer)) {
                 return false;
             }

@@ -296,7 +296,7 @@ TEST(MatrixScenes, TheStatusBarTellsWhatIsWaitedForAndUntilWhen) {
         EXPECT_EQ(cell.doing().waits(), waits);
         const auto last = lastWaits.find(scene.run);
         const bool ends = waits && last != lastWaits.end() && cell.running(last->second) &&
-                          cell.application().console().timer(last->second).interval() >= 2000;
+                          cell.application().console().ControlHost::timer(last->second).interval() >= 2000;
         EXPECT_EQ(!progress.what.empty(), waits || cell.running("tmrResetTubeCounter")) << progress.what;
         EXPECT_EQ(progress.ends.has_value(), ends);
     }
