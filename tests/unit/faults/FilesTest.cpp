@@ -1,9 +1,11 @@
 #include <string>
+#include <tuple>
 
 #include <gmock/gmock.h>
 
 #include "FaultyMachine.h"
 #include "link/CommunicationLog.h"
+#include "link/LinkSettings.h"
 
 namespace quillon {
 namespace {
@@ -64,6 +66,24 @@ INSTANTIATE_TEST_SUITE_P(Kinds, BadFiles, testing::Values(
     BadFile{"error_info.txt", binary(5000),                         ""},
     BadFile{"error_info.txt", "12=Door op",                         ""}));
 // clang-format on
+
+TEST(Files, AFactThatCannotBeUsedIsTheDefault) {
+    const auto read = [](const char* file) {
+        MemoryFolder folder;
+        folder.put("temp.ini", file);
+        const auto facts = InstallationFacts::read(folder);
+        return std::tuple(facts.techniqueMode, facts.ThirdTube, facts.SolapeFocos,
+                          facts.AutocalibrationRetry);
+    };
+    EXPECT_EQ(read(""), std::tuple(4, false, false, false));
+    EXPECT_EQ(read("[TM]\nTM=x\n[ThirdTube]\nThirdTube=?\n[SolapeFocos]\nSolapeFocos=x\n[AutocalRetry]"
+                   "\nAutocalRetry=x"),
+              std::tuple(4, false, false, false));
+    EXPECT_EQ(read("[TM]\nTM=3\n[ThirdTube]\nThirdTube=1"), std::tuple(3, true, false, false));
+    EXPECT_EQ(read("[SolapeFocos]\nSolapeFocos=True\n[ThirdTube]\nThirdTube= false "),
+              std::tuple(4, false, true, false));
+    EXPECT_EQ(read("[AutocalRetry]\nAutocalRetry=-1"), std::tuple(4, false, false, true));
+}
 
 // The log is an aid: a full disk or a folder that can't be written is no reason to disturb the service, and
 // the warning that it was asked for comes up all the same.

@@ -172,6 +172,19 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     EXPECT_EQ(signs().status.line().words, "COM1: closed") << "nobody was asked";
 }
 
+TEST_F(SignsTest, TheKeyThatExposesIsThereInPreparationAlone) {
+    for (const auto& [reports, shown] : {std::pair{"WM1\rWSS1\rST3", true},
+                                         {"WM2\rWSS1\rST3", true},
+                                         {"WM1\rWSS1\rST4", false},
+                                         {"WM3\rWSS1\rST3", false},
+                                         {"WM1\rWSS0\rST3", false},
+                                         {"WM3\rWSS1\rST4", false}}) {
+        start("-swSync");
+        report(reports);
+        EXPECT_EQ(application->link()["cmdSWExposure"].visible(), shown) << reports;
+    }
+}
+
 TEST_F(SignsTest, LongWorkIsCountedBesideThePrompt) {
     const auto stands = [this](const char* doing, const char* howFar, Milliseconds after = 0) {
         wait(after);

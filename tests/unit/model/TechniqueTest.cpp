@@ -102,6 +102,14 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
     EXPECT_THAT(events, ElementsAre("CalibrationParameters(1)"));
 }
 
+TEST_F(TechniqueTest, AFocusThatGoesLeavesTheFieldToTheOther) {
+    phase(2);
+    for (const auto& [report, shown] :
+         {std::pair{"FO11", "SMALL"}, {"FO20", "SMALL"}, {"FO10", ""}, {"FO21", "LARGE"}}) {
+        EXPECT_EQ(captionAfter(report, "txtFocus"), shown) << report;
+    }
+}
+
 TEST_F(TechniqueTest, TheRangeOfAParameterEndsWithIt) {
     platform.folder.put("temp.ini", "[Extended]\r\nE01=63\r\nE03=255\r\nE100=127\r\n");
     call("ReadInitConfiguration");

@@ -246,6 +246,19 @@ TEST_F(PanelKeysTest, MenusTurnThePages) {
     EXPECT_EQ(shown("fraServiceMenuItem"), "2");
 }
 
+TEST_F(PanelKeysTest, AStepOfConfigurationIsSaidOnceThoughNobodyAcknowledges) {
+    link.setHandshaking(true);
+    phase(8);
+    for (const char* key : {"cmbConfWSInterlockUp", "cmbConfWSInterlockDown", "cmbConfFailSafeUp",
+                            "cmbConfFailSafeDown", "cmbConfSyncTypeUp", "cmbConfSyncTypeDown"}) {
+        settle();
+        forget();
+        touch(key);
+        settle();
+        EXPECT_THAT(sent, testing::SizeIs(1)) << key;
+    }
+}
+
 TEST_F(PanelKeysTest, MinimizingTwiceRestoresTheScreen) {
     link.setPlace({0, 0, 9840, 10440});
     link.UserControl_Show();
