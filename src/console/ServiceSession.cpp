@@ -395,12 +395,16 @@ void ServiceSession::settled(Phase phase) {
 /// No timer of another run runs, but the waits that may outlive theirs.
 bool ServiceSession::ownsWhatRuns() const {
     const auto outlives = [](std::string_view timer) {
-        return std::ranges::any_of(waitRows(), [&](const WaitRow& row) { return row.timer == timer; });
+        const auto rows = waitRows();
+        return std::any_of(rows.begin(), rows.end(),
+                           [timer](const WaitRow& row) { return row.timer == timer; });
     };
     const auto& own = rowOf(run_).timers;
     for (std::size_t run = 0; run < kRuns; ++run) {
         for (const ConsoleTimer timer : rowOf(static_cast<Run>(run)).timers) {
-            if (!timer.empty() && running(timer) && std::ranges::count(own, timer) == 0 && !outlives(timer)) {
+            const bool ours =
+                std::any_of(own.begin(), own.end(), [timer](std::string_view each) { return each == timer; });
+            if (!timer.empty() && running(timer) && !ours && !outlives(timer)) {
                 return false;
             }
         }
