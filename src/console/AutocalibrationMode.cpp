@@ -2,8 +2,7 @@
 
 #include <cassert>
 
-#include "base/Numbers.h"
-#include "console/panels/ctrASelFocusOrParam.h"
+#include "console/ModeExits.h"
 #include "model/Commands.h"
 #include "model/Service.h"
 
@@ -33,11 +32,6 @@ constexpr Moment kCalibrationBehindItDone{.on = modes | X,
                                           .busy = Busy::Given,
                                           .prompt = Prompt::Cleared,
                                           .rx = Rx::Off};
-
-constexpr std::string_view kSelectWorkstation = "SelWSAutocal";
-constexpr std::string_view kSelectPoint = "AutocalSelFocusOrParameter";
-constexpr std::string_view kWarning = "AutocalWarning";
-constexpr std::string_view kOk = "OK";
 
 // Steps of tmrAutocalON, and how long each gives the generator, in ms.
 constexpr int kSendWorkstation = 1;
@@ -73,18 +67,16 @@ constexpr int kHandOverDelay = 4500; // from the mode to the operator
 
 AutocalibrationMode::AutocalibrationMode(ConsoleContext& context, ServiceSession& session,
                                          ConsolePanels& panels)
-    : context_(context), session_(session), panels_(panels), screen_(context), state_(context.state),
-      link_(context.link), lblHelp_(context.console["lblHelp"]),
-      tmrAutocalON_(context.console.timer("tmrAutocalON")),
+    : context_(context), session_(session), panels_(panels), choice_(context, session, panels),
+      point_(context), screen_(context), state_(context.state), link_(context.link),
+      lblHelp_(context.console["lblHelp"]), tmrAutocalON_(context.console.timer("tmrAutocalON")),
       tmrAutocalOFF_(context.console.timer("tmrAutocalOFF")),
       tmrDelayAutocal_(context.console.timer("tmrDelayAutocal")),
       tmrIniAutocal_(context.console.timer("tmrIniAutocal")) {
-    context_.console["cmbAutocalibration"].on.click = [this] {
-        if (!screen_.keptBack(Key::Autocalibration) && !session_.is(Run::Closing)) {
-            state_.m_ProtocolError = false;
-            ToggleAutocalibrationMode();
-        }
-    };
+    session_.onClick(Key::Autocalibration, [this] {
+        state_.m_ProtocolError = false;
+        ToggleAutocalibrationMode();
+    });
     tmrAutocalON_.setTick([this] { onTick(); });
     tmrAutocalOFF_.setTick([this] { offTick(); });
     tmrDelayAutocal_.setTick([this] { handOverTick(); });
@@ -102,70 +94,14 @@ void AutocalibrationMode::connectSignals() {
 void AutocalibrationMode::ToggleAutocalibrationMode() {
     if (session_.mode() == Phase::NormalOperation) {
         session_.begin(Run::ChoosingAutocalibration, kAutocalibrationChoice);
-        askWorkstation();
+        choice_.ask([this] { enter(); }, [this] { session_.end(kAutocalibrationCancelled); });
     } else if (session_.mode() == Phase::Autocalibration) {
         leave();
     }
 }
 
-void AutocalibrationMode::askWorkstation() {
-    panels_.open(kSelectWorkstation, [this](ModalPanel&, std::string_view event, std::int16_t workstation) {
-        if (event == kOk) {
-            panels_.remove(kSelectWorkstation);
-            state_.m_SelectedWorkstation = workstation;
-            askPoint();
-        }
-    });
-    session_.restScreen().showPositionerKey(false);
-}
-
-void AutocalibrationMode::askPoint() {
-    panels_.open(kSelectPoint, [this](ModalPanel& panel, std::string_view event, std::int16_t) {
-        if (event != kOk) {
-            cancelled();
-            return;
-        }
-        const auto choice = dynamic_cast<const ctrASelFocusOrParam&>(panel).choice();
-        state_.m_SelAutocalmA = choice.station;
-        state_.m_AutocalSmallFocus = choice.smallFocus;
-        state_.m_AutocalLargeFocus = choice.largeFocus;
-        state_.m_AutocalParameter = choice.parameter;
-        const std::string point = wordsFor(panel);
-        panels_.remove(kSelectPoint);
-        warn(point);
-    });
-    session_.restScreen().showPositionerKey(false);
-}
-
-std::string AutocalibrationMode::wordsFor(ModalPanel& choice) const {
-    const std::string station = "WS" + decimalText(state_.m_SelectedWorkstation) + ", ";
-    if (!state_.m_SelAutocalmA) {
-        return station + "E" + decimalText(state_.m_AutocalParameter);
-    }
-    const std::string_view key = state_.m_AutocalSmallFocus ? "cmbAutocalSmallFocus" : "cmbAutocalLargeFocus";
-    return station + context_.texts.sFocus + ": " + choice.at(key).caption();
-}
-
-void AutocalibrationMode::warn(const std::string& point) {
-    panels_.open(kWarning, [this](ModalPanel&, std::string_view event, std::int16_t) {
-        if (event != kOk) {
-            cancelled();
-            return;
-        }
-        panels_.remove(kWarning);
-        enter();
-    });
-    if (ControlHost* panel = context_.console.keyed(kWarning)) {
-        panel->at("Shape1").setNote(point);
-    }
-}
-
-void AutocalibrationMode::cancelled() {
-    session_.end(kAutocalibrationCancelled);
-}
-
 void AutocalibrationMode::enter() {
-    if (!session_.canEnter()) {
+    if (!session_.generator().canEnter()) {
         session_.breakOff();
         return;
     }
@@ -202,7 +138,7 @@ void AutocalibrationMode::onTick() {
         // A generator that is there already would be led out again.
         if (session_.mode() != Phase::Calibration) {
             link_.service().ToggleCalibrationFeature();
-            session_.asked(Phase::Calibration);
+            session_.generator().asked(Phase::Calibration);
         }
         onStep_ = kFirstSeek;
         tmrAutocalON_.start(kCalibrationTime);
@@ -228,25 +164,13 @@ void AutocalibrationMode::onTick() {
 void AutocalibrationMode::seekTick() {
     if (session_.mode() != Phase::Calibration) {
         calibrationRefused();
-    } else if (atPoint()) {
+    } else if (point_.reached()) {
         pointFound();
     } else {
         onStep_ = kSeek;
         tmrAutocalON_.setInterval(seekPace_);
-        stepTowardsPoint();
+        point_.step();
     }
-}
-
-bool AutocalibrationMode::atPoint() const {
-    const GeneratorState& mirror = link_.mirror();
-    const bool onParameter = mirror.m_CalibrationType > 0;
-    if (!state_.m_SelAutocalmA) {
-        return onParameter && mirror.m_CalibrationParameter == state_.m_AutocalParameter;
-    }
-    // A parameter may keep the focus of the station before it. What is calibrated must be what was asked for.
-    const bool onFocus = (state_.m_AutocalLargeFocus && mirror.m_LargeFocus == 1) ||
-                         (state_.m_AutocalSmallFocus && mirror.m_SmallFocus == 1);
-    return onFocus && !onParameter;
 }
 
 void AutocalibrationMode::pointFound() {
@@ -257,27 +181,8 @@ void AutocalibrationMode::pointFound() {
     }
 }
 
-void AutocalibrationMode::stepTowardsPoint() {
-    constexpr CommandFor<> kUp = command("MAUp");
-    constexpr CommandFor<> kDown = command("MADown");
-    const GeneratorState& mirror = link_.mirror();
-    const bool onStation = mirror.m_CalibrationType == 0;
-    if (!state_.m_SelAutocalmA) {
-        // The parameters lie behind the stations.
-        const bool up = onStation || state_.m_AutocalParameter > mirror.m_CalibrationParameter;
-        link_.commands().send(up ? kUp : kDown);
-    } else if (!onStation) {
-        link_.commands().send(kDown);
-    } else if (link_.facts().SolapeFocos) {
-        // The stations of the focal spots overlap: no number of steps leads from one to the other.
-        link_.commands().send(command("ToggleFocus"));
-    } else {
-        link_.commands().send(state_.m_AutocalSmallFocus ? kDown : kUp);
-    }
-}
-
 void AutocalibrationMode::askForAutocalibration() {
-    if (!atPoint()) {
+    if (!point_.reached()) {
         // The answer to a step came after the look that found the point: the list has gone past it.
         seekPace_ = kSlowSeekPace;
         seekTick();
@@ -365,7 +270,7 @@ void AutocalibrationMode::handOverTick() {
 
 void AutocalibrationMode::handOver() {
     handOverOwed_ = false;
-    session_.setExposureRequest(ExposureRequest::Stands);
+    session_.generator().setExposureRequest(ExposureRequest::Stands);
     session_.end(kAutocalibrationHandedOver);
     screen_.prompt(Role::Prompt, context_.texts.sPressPrepExpose);
 }
@@ -435,7 +340,7 @@ void AutocalibrationMode::leave() {
 }
 
 void AutocalibrationMode::startLeaving(int step) {
-    session_.setExposureRequest(ExposureRequest::Over);
+    session_.generator().setExposureRequest(ExposureRequest::Over);
     tmrIniAutocal_.stop();
     tmrDelayAutocal_.stop();
     offStep_ = step;
@@ -446,13 +351,13 @@ void AutocalibrationMode::offTick() {
     assert(session_.is(Run::LeavingAutocalibration));
     switch (offStep_) {
     case kStopAutocalibration:
-        link_.commands().send(command("Autocalibration"), false);
+        sendExitFrom(Phase::Autocalibration, link_);
         offStep_ = kStopCalibration;
         tmrAutocalOFF_.start(state_.m_SelAutocalmA ? kStationsStopTime : kParameterStopTime);
         break;
     case kStopCalibration:
         if (session_.lastPhase() == Phase::Calibration || session_.lastPhase() == Phase::Error) {
-            link_.service().calibration(false);
+            sendExitFrom(Phase::Calibration, link_);
             offStep_ = kFinish;
         } else {
             endLeaving();

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "console/ServiceSession.h"
-#include "console/panels/ConsolePanels.h"
+#include "console/AutocalibrationChoice.h"
+#include "console/CalibrationPoint.h"
 
 namespace quillon {
 
@@ -30,23 +30,11 @@ public:
 private:
     void connectSignals();
 
-    // The panels, one after the other.
-    void askWorkstation();
-    void askPoint();
-    /// What was chosen, in words: "WS3, Focus: Small".
-    [[nodiscard]] std::string wordsFor(ModalPanel& choice) const;
-    void warn(const std::string& point);
-    void cancelled();
-    void enter();
-
     // The way in.
+    void enter();
     void onTick();
     void seekTick();
-    /// Where the generator's list stands is known, and it is the point that was asked for.
-    [[nodiscard]] bool atPoint() const;
     void pointFound();
-    /// One step of the generator's list towards the point.
-    void stepTowardsPoint();
     void waitTick();
     void modeReached();
     void askForAutocalibration();
@@ -76,6 +64,8 @@ private:
     ConsoleContext& context_;
     ServiceSession& session_;
     ConsolePanels& panels_;
+    AutocalibrationChoice choice_;
+    CalibrationPoint point_;
     ConsoleScreen screen_;
     ConsoleState& state_;
     TorvaneSerialV3_07_QLC1& link_;

@@ -2,6 +2,7 @@
 
 #include <cassert>
 
+#include "console/ModeExits.h"
 #include "model/Commands.h"
 #include "model/Service.h"
 
@@ -42,10 +43,7 @@ constexpr int kLeaveAgain = 4000;
 CalibrationMode::CalibrationMode(ConsoleContext& context, ServiceSession& session, ConsolePanels& panels)
     : context_(context), session_(session), panels_(panels), screen_(context),
       tmrCalON_(context.console.timer("tmrCalON")), tmrCalOFF_(context.console.timer("tmrCalOFF")) {
-    context_.console["cmbManualCalibration"].on.click = [this] {
-        if (session_.is(Run::Closing)) {
-            return;
-        }
+    session_.onClick(Key::ManualCalibration, [this] {
         context_.state.m_ProtocolError = false;
         if (session_.mode() == Phase::Calibration) {
             session_.loan().takeBack(); // the way out is the engineer's again
@@ -53,7 +51,7 @@ CalibrationMode::CalibrationMode(ConsoleContext& context, ServiceSession& sessio
         ToggleCalibrationMode();
         session_.loan().takeBack();
         screen_.hide({"fraActualExposureParameters"});
-    };
+    });
     tmrCalON_.setTick([this] { onTick(); });
     tmrCalOFF_.setTick([this] { offTick(); });
 }
@@ -85,7 +83,7 @@ void CalibrationMode::enter() {
 
 void CalibrationMode::workstationChosen(std::int16_t workstation) {
     context_.state.m_SelectedWorkstation = workstation;
-    if (!session_.canEnter()) {
+    if (!session_.generator().canEnter()) {
         session_.breakOff();
         return;
     }
@@ -134,7 +132,7 @@ void CalibrationMode::onTick() {
         // A generator that is there already would be led out again.
         if (session_.mode() != Phase::Calibration) {
             context_.link.service().ToggleCalibrationFeature();
-            session_.asked(Phase::Calibration);
+            session_.generator().asked(Phase::Calibration);
         }
         onStep_ = 2;
         tmrCalON_.start(kModeWait);
@@ -199,10 +197,10 @@ void CalibrationMode::offTick() {
     assert(session_.is(Run::LeavingCalibration) || session_.is(Run::Lending));
     if (!exitSent_ && kAsksOrTells.has(session_.lastPhase())) {
         // It takes no other way out while it asks whether to autocalibrate, or tells how it went.
-        context_.link.commands().send(command("Autocalibration"), false);
+        sendExitFrom(Phase::Autocalibration, context_.link);
         tmrCalOFF_.start(kLeaveAgain);
     } else if (!exitSent_) {
-        context_.link.service().calibration(false);
+        sendExitFrom(Phase::Calibration, context_.link);
         exitSent_ = true;
         tmrCalOFF_.start(kLeaveAgain);
     } else {

@@ -14,7 +14,6 @@ public:
     /// Enters from normal operation, leaves when calibration runs, and does nothing in any other mode.
     void ToggleCalibrationMode();
     /// It is being left, and the generator has not followed yet.
-    [[nodiscard]] bool leaving() const { return tmrCalOFF_.running(); }
 
 private:
     void enter();

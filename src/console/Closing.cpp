@@ -2,16 +2,16 @@
 
 #include <cassert>
 #include <string>
+#include <utility>
 
 #include "base/Text.h"
-#include "model/Commands.h"
-#include "model/Service.h"
+#include "console/CloseAction.h"
+#include "console/ModeExits.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr int kGoodbyeDelay = 1000; // ms
 constexpr int kShutdownHold = 4000; // ms the key has to be held
 
 /// Anywhere on the command line this keeps the PC on.
@@ -52,49 +52,46 @@ void Closing::pressedForNothing() {
 }
 
 void Closing::closeClicked() {
-    if (screen_.keptBack(Key::Close) || session_.is(Run::Closing)) {
+    const CloseAction action = closeActionOf(session_);
+    if (!session_.takes(Key::Close) || action == CloseAction::Nothing) {
         pressedForNothing();
         return;
     }
     session_.restScreen().closeScreen();
-    if (session_.mode() != Phase::Autocalibration && session_.giveUp()) {
+    switch (action) {
+    case CloseAction::Nothing:
+        break;
+    case CloseAction::GivesUp:
+        session_.giveUp();
         session_.giveXRaysBack();
-    } else if (session_.poweringUp() || session_.exitUnheard() || !leave()) {
-        // After a start anew, whatever stood before is over; and nobody waits twice for one that is lost.
-        close();
-    }
-}
-
-bool Closing::leave() {
-    const bool waits = answerOf(session_.run(), Way::CloseKey) == Answer::Waits;
-    if (session_.mode() == Phase::Configuration) {
+        break;
+    case CloseAction::LeavesConfiguration:
         modes_.configuration.ToggleConfigurationMode();
-    } else if (session_.mode() == Phase::Autocalibration) {
+        break;
+    case CloseAction::LeavesAutocalibration:
         modes_.autocalibration.ToggleAutocalibrationMode();
-    } else if (waits) {
-        session_.pressCameToNothing();
-    } else if (session_.mode() == Phase::Calibration) {
+        break;
+    case CloseAction::LeavesCalibration:
         session_.loan().takeBack(); // the way out is the engineer's again
         modes_.calibration.ToggleCalibrationMode();
-    } else if (session_.countersActive()) {
+        break;
+    case CloseAction::HidesCounters:
         modes_.counters.ToggleExposureCounterView();
-    } else if (session_.lent()) {
+        break;
+    case CloseAction::TakesMachineBack:
         context_.state.m_ProtocolError = false;
         modes_.calibration.ToggleCalibrationMode();
-    } else {
-        return false;
+        break;
+    case CloseAction::Closes:
+        close();
+        break;
     }
-    return true;
 }
 
 void Closing::close() {
-    if (const Phase arriving = session_.onTheWayTo(); arriving != Phase::None) {
+    if (const Phase arriving = session_.generator().onTheWayTo(); arriving != Phase::None) {
         context_.link.discardWaiting(); // the command into the mode may not have left yet
-        if (arriving == Phase::Calibration) {
-            context_.link.service().calibration(false);
-        } else {
-            context_.link.commands().send(command("Configuration"), false);
-        }
+        sendExitFrom(arriving, context_.link);
     }
     BeginClosing();
     screen_.prompt(Role::Prompt, context_.texts.sClosing);
@@ -105,12 +102,20 @@ void Closing::close() {
 
 void Closing::BeginClosing() {
     session_.begin(Run::Closing, moments::kClosingBegins);
-    tmrGoodbye_.start(kGoodbyeDelay);
+    goodbyeIn(kGoodbyeDelay);
+}
+
+void Closing::goodbyeIn(int delay, std::function<void()> lastWord) {
+    lastWord_ = std::move(lastWord);
+    tmrGoodbye_.start(delay);
 }
 
 void Closing::goodbyeTick() {
     assert(session_.is(Run::Closing));
     tmrGoodbye_.stop();
+    if (lastWord_) {
+        lastWord_();
+    }
     context_.link.leavePort();
     context_.events.Goodbye.raise();
 }

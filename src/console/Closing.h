@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "console/AutocalibrationMode.h"
 #include "console/CalibrationMode.h"
 #include "console/ConfigurationMode.h"
@@ -22,16 +24,18 @@ public:
 
     Closing(ConsoleContext& context, ServiceSession& session, const Modes& modes);
 
-    /// The console says goodbye one second from now.
+    static constexpr int kGoodbyeDelay = 1000; ///< ms
+
+    /// The console says goodbye after kGoodbyeDelay.
     void BeginClosing();
+    /// It does so `delay` ms from now; `lastWord` comes before the line is left.
+    void goodbyeIn(int delay, std::function<void()> lastWord = {});
 
 private:
     void closePressed();
     void closeClicked();
     /// The press led to nothing: X-rays are allowed again.
     void pressedForNothing();
-    /// Leaves the mode that is reached, or what else is open. False when nothing is.
-    bool leave();
     void close();
     void goodbyeTick();
     void shutdownTick();
@@ -42,6 +46,7 @@ private:
     Modes modes_;
     Timer& tmrGoodbye_;
     Timer& tmrShutdown_;
+    std::function<void()> lastWord_;
 };
 
 } // namespace quillon

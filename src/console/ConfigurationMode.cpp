@@ -26,14 +26,12 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ServiceSession& se
     : context_(context), session_(session), panels_(panels), screen_(context),
       tmrConfigON_(context.console.timer("tmrConfigON")),
       tmrConfigOFF_(context.console.timer("tmrConfigOFF")) {
-    context_.console["cmbConfiguration"].on.click = [this] {
-        if (!screen_.keptBack(Key::Configuration) && !session_.is(Run::Closing)) {
-            if (session_.mode() != Phase::Configuration) {
-                context_.state.m_ProtocolError = false;
-            }
-            ToggleConfigurationMode();
+    session_.onClick(Key::Configuration, [this] {
+        if (session_.mode() != Phase::Configuration) {
+            context_.state.m_ProtocolError = false;
         }
-    };
+        ToggleConfigurationMode();
+    });
     tmrConfigON_.setTick([this] { entered(); });
     tmrConfigOFF_.setTick([this] { left(); });
 }
@@ -53,7 +51,7 @@ void ConfigurationMode::ToggleConfigurationMode() {
 void ConfigurationMode::tell(bool enable, std::string_view prompt, Timer& wait) {
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(prompt));
     context_.link.commands().send(command("Configuration"), enable);
-    session_.asked(enable ? Phase::Configuration : Phase::None);
+    session_.generator().asked(enable ? Phase::Configuration : Phase::None);
     wait.start(kWait);
 }
 

@@ -2,21 +2,18 @@
 
 #include <utility>
 
-#include "model/Commands.h"
-#include "model/Service.h"
+#include "console/ModeExits.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr int kGoodbyeDelay = 1000; // ms
-constexpr int kLeaveTime = 3000;    // ms that the ways out of the modes get
+constexpr int kLeaveTime = 3000; // ms that the ways out of the modes get
 
 } // namespace
 
-Departure::Departure(ConsoleContext& context, ServiceSession& session)
-    : context_(context), session_(session), screen_(context),
-      tmrGoodbye_(context.console.timer("tmrGoodbye")) {
+Departure::Departure(ConsoleContext& context, ServiceSession& session, Closing& closing)
+    : context_(context), session_(session), closing_(closing), screen_(context) {
     context_.operations.add("LeaveNow", [this] { LeaveNow(); });
     context_.link.events().GeneratorPhaseChange.connect([this](Phase phase) { phaseReported(phase); });
 }
@@ -40,8 +37,11 @@ void Departure::LeaveNow() {
     session_.loan().takeBack();
     session_.giveXRaysBack(); // behind the commands, which may have thrown it away
     screen_.prompt(Role::Prompt, context_.texts.sClosing);
-    tmrGoodbye_.setTick([this] { goodbyeTick(); });
-    tmrGoodbye_.start(modes.empty() ? kGoodbyeDelay : kLeaveTime);
+    closing_.goodbyeIn(modes.empty() ? Closing::kGoodbyeDelay : kLeaveTime, [this] {
+        if (session_.mode() == Phase::Autocalibration) {
+            leave(Phase::Calibration); // it has not been seen to follow; it may all the same
+        }
+    });
 }
 
 std::vector<Phase> Departure::modesToLeave() const {
@@ -63,12 +63,8 @@ std::vector<Phase> Departure::modesToLeave() const {
 }
 
 void Departure::leave(Phase phase) {
-    if (phase == Phase::Calibration) {
-        context_.link.service().calibration(false);
-    } else if (phase == Phase::Configuration) {
-        context_.link.commands().send(command("Configuration"), false);
-    } else if (phase == Phase::Autocalibration || kAsksOrTells.has(phase)) {
-        context_.link.commands().send(command("Autocalibration"), false);
+    sendExitFrom(phase, context_.link);
+    if (phase == Phase::Autocalibration || kAsksOrTells.has(phase)) {
         session_.oweXRays(); // that command has thrown away what waited
     }
 }
@@ -92,15 +88,6 @@ void Departure::phaseReported(Phase phase) {
         leave(phase);
     }
     screen_.prompt(Role::Prompt, context_.texts.sClosing); // the reaction to the report has words of its own
-}
-
-void Departure::goodbyeTick() {
-    tmrGoodbye_.stop();
-    if (session_.mode() == Phase::Autocalibration) {
-        leave(Phase::Calibration); // it has not been seen to follow; it may all the same
-    }
-    context_.link.leavePort();
-    context_.events.Goodbye.raise();
 }
 
 } // namespace quillon

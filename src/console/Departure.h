@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "console/ServiceSession.h"
+#include "console/Closing.h"
 
 namespace quillon {
 
@@ -11,7 +11,7 @@ namespace quillon {
 /// meanwhile.
 class Departure {
 public:
-    Departure(ConsoleContext& context, ServiceSession& session);
+    Departure(ConsoleContext& context, ServiceSession& session, Closing& closing);
 
     /// No effect when the console closes already.
     void LeaveNow();
@@ -23,12 +23,11 @@ private:
     void leave(Phase phase);
     void stopAllTimers();
     void phaseReported(Phase phase);
-    void goodbyeTick();
 
     ConsoleContext& context_;
     ServiceSession& session_;
+    Closing& closing_;
     ConsoleScreen screen_;
-    Timer& tmrGoodbye_;
     bool leaving_ = false;
     Phase stood_ = Phase::None; ///< the phase that was left last
 };

@@ -54,13 +54,11 @@ ExposureCounters::ExposureCounters(ConsoleContext& context, ServiceSession& sess
     : context_(context), session_(session), panels_(panels), screen_(context), state_(context.state),
       console_(context.console), tmrReadExposureCounters_(context.console.timer("tmrReadExposureCounters")),
       tmrResetTubeCounter_(context.console.timer("tmrResetTubeCounter")) {
-    console_["cmbReadExposureCounters"].on.click = [this] {
-        if (!screen_.keptBack(Key::ReadCounters) && !session_.is(Run::Closing)) {
-            state_.m_ProtocolError = false;
-            showQuestion(false);
-            ToggleExposureCounterView();
-        }
-    };
+    session_.onClick(Key::ReadCounters, [this] {
+        state_.m_ProtocolError = false;
+        showQuestion(false);
+        ToggleExposureCounterView();
+    });
     tmrReadExposureCounters_.setTick([this] { readTick(); });
     context_.link.events().ExposureCounter.connect(
         [this](std::int32_t counter, const std::string& value) { exposureCounter(counter, value); });

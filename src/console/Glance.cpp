@@ -57,7 +57,7 @@ void Glance::listen() {
     events.GeneratorERROR.connect([this](std::int16_t code, const std::string& words, std::int16_t) {
         if (code != kGeneratorLost) {
             note(code, words);
-        } else if (session_.isLost()) { // silence is no loss while it starts
+        } else if (session_.generator().isLost()) { // silence is no loss while it starts
             note(code, context_.texts.sCommError);
         }
     });
@@ -89,7 +89,7 @@ void Glance::note(std::int16_t code, std::string_view words) {
 std::string Glance::state() const {
     const ConsoleTexts& texts = context_.texts;
     const auto keyOf = [this](Key key) { return context_.console[nameOf(key)].caption(); };
-    if (session_.isLost()) {
+    if (session_.generator().isLost()) {
         return texts.sCommError;
     }
     switch (session_.lastPhase()) {
@@ -118,7 +118,7 @@ std::string Glance::state() const {
     case Phase::Initialization:
         break;
     }
-    return session_.poweringUp() ? texts.sPoweringUp : texts.sStateUnheard;
+    return session_.generator().poweringUp() ? texts.sPoweringUp : texts.sStateUnheard;
 }
 
 std::string Glance::warnings() const {

@@ -1,4 +1,5 @@
 #include "console/KeyReasons.h"
+#include "console/CloseAction.h"
 
 #include <algorithm>
 #include <array>
@@ -72,7 +73,7 @@ bool KeyReasons::allowsInMode(Key key) const {
         return false;
     }
     // A calibration that asks, or tells a result, is left by way of the autocalibration.
-    const bool asks = row->mode == Phase::Calibration && session_.lastPhase() >= Phase::ConfirmDismiss;
+    const bool asks = row->mode == Phase::Calibration && kAsksOrTells.has(session_.lastPhase());
     return context_.link.allows(asks ? "CAU" : row->asks);
 }
 
@@ -96,22 +97,22 @@ bool KeyReasons::consoleKeyIsDead(const Control& key) const {
     }
 }
 
-/// It begins with the command that leaves the mode. Out of none, and where nobody answers, the program ends
-/// without one; and what has waited for too long is given up without one.
+/// A mode is left with a command; where nobody answers, the press counts without one.
 bool KeyReasons::closeIsDead() const {
-    const Phase mode = session_.mode();
-    if (session_.is(Run::Closing)) {
+    switch (closeActionOf(session_)) {
+    case CloseAction::Nothing:
         return true;
-    }
-    if (session_.isLost() || session_.poweringUp() ||
-        (session_.canGiveUp() && mode != Phase::Autocalibration)) {
+    case CloseAction::GivesUp:
+    case CloseAction::HidesCounters:
+    case CloseAction::Closes:
         return false;
+    case CloseAction::LeavesConfiguration:
+    case CloseAction::LeavesAutocalibration:
+    case CloseAction::LeavesCalibration:
+    case CloseAction::TakesMachineBack:
+        return !session_.generator().isLost() && !allowsInMode(Key::Close);
     }
-    if (answerOf(session_.run(), Way::CloseKey) == Answer::Waits && mode != Phase::Configuration &&
-        mode != Phase::Autocalibration) {
-        return true;
-    }
-    return (isServiceMode(mode) || session_.lent()) && !allowsInMode(Key::Close);
+    return true;
 }
 
 /// The key of a choice begins an entry, and the command that it comes to is refused now.
@@ -124,7 +125,7 @@ bool KeyReasons::entryIsRefused(const Control& key) const {
     const bool enters = std::any_of(kRows.begin(), kRows.end(), [this, &key](const Row& row) {
         return key.name() == row.key && key.host() == context_.console.keyed(row.panel);
     });
-    return enters && session_.canEnter() && !context_.link.allows("CA");
+    return enters && session_.generator().canEnter() && !context_.link.allows("CA");
 }
 
 Hindrance KeyReasons::hindrance(const Control& key) const {
@@ -169,10 +170,11 @@ std::string KeyReasons::whyOf(Hindrance hindrance) const {
 
 std::string KeyReasons::whyState(const Control& key) const {
     const ConsoleTexts& texts = context_.texts;
-    if (session_.isLost() || context_.link.silence().quiet() || !context_.link.silence().everHeard()) {
+    if (session_.generator().isLost() || context_.link.silence().quiet() ||
+        !context_.link.silence().everHeard()) {
         return texts.sWhyUnheard;
     }
-    if (session_.poweringUp()) {
+    if (session_.generator().poweringUp()) {
         return texts.sPoweringUp;
     }
     if (session_.is(Run::Closing)) {

@@ -64,7 +64,7 @@ void PhaseReactions::connectSignals() {
 
 void PhaseReactions::phaseChange(Phase phase) {
     const bool prompted = console_["lblHelp"].visible();
-    const bool wasLost = session_.isLost();
+    const bool wasLost = session_.generator().isLost();
     session_.report(phase, [&] {
         if (phase > Phase::Initialization) {
             start_.heard();
@@ -82,7 +82,7 @@ void PhaseReactions::phaseChange(Phase phase) {
             console_["lblHelp"].setVisible(true);
         }
         if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
-            session_.setExposureRequest(ExposureRequest::Stands); // as before the loss
+            session_.generator().setExposureRequest(ExposureRequest::Stands); // as before the loss
         }
     });
 }
@@ -171,7 +171,7 @@ void PhaseReactions::normalOperation() {
     } else {
         start_.refreshIfOwed();
     }
-    session_.setLastPhase(before);
+    session_.generator().setLastPhase(before);
     if (lent && session_.mode() == Phase::Calibration && !movingToUserMode) {
         session_.at(kReadyForTheUsers);
         screen_.show({"fraActualExposureParameters"});
@@ -186,7 +186,7 @@ void PhaseReactions::normalOperation() {
     if (kOfAMode.has(before) || isServiceMode(session_.mode())) {
         modeIsOver();
     }
-    session_.setMode(Phase::NormalOperation);
+    session_.generator().setMode(Phase::NormalOperation);
     session_.at(movingToUserMode ? kReadyBeforeTheUsersCame : moments::kCloseOffered);
 }
 
@@ -235,7 +235,7 @@ void PhaseReactions::calibration() {
     if (session_.mode() == Phase::NormalOperation) {
         screen_.hide({"fraActualExposureParameters"});
     }
-    session_.setMode(Phase::Calibration);
+    session_.generator().setMode(Phase::Calibration);
     session_.at(kInCalibration);
 }
 
@@ -247,7 +247,7 @@ void PhaseReactions::configuration() {
     screen_.hide({"lblErrorDescription", "fraActualExposureParameters"});
     session_.restScreen().hidePicture();
     bringLinkControl();
-    session_.setMode(Phase::Configuration);
+    session_.generator().setMode(Phase::Configuration);
 }
 
 void PhaseReactions::autocalibration() {
@@ -261,7 +261,7 @@ void PhaseReactions::autocalibration() {
             bringLinkControl(); // the line was lost, or the entry given up, before it came
         }
     }
-    session_.setMode(Phase::Autocalibration);
+    session_.generator().setMode(Phase::Autocalibration);
     session_.at(kInAutocalibration);
     autocalibration_.modeReported(false);
 }

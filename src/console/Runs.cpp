@@ -7,29 +7,29 @@ namespace {
 constexpr Answer goes = Answer::GoesOn;
 constexpr Answer ends = Answer::Ends;
 constexpr Answer asks = Answer::Asks;
-constexpr Answer mode = Answer::ByMode;
-constexpr Answer wait = Answer::Waits;
-constexpr Answer dead = Answer::Nothing;
+constexpr CloseKey mode = CloseKey::ByMode;
+constexpr CloseKey wait = CloseKey::WaitsForMode;
+constexpr CloseKey dead = CloseKey::Nothing;
 
 // A start anew and a loss end whatever was under way with the machine as it was. A phase ends a run that has
 // no business in it. A run that began with a command goes on to the look at what has come of it.
 // clang-format off
 constexpr std::array<RunRow, kRuns> kTable{{
     // run                          name                       waits  last wait           timers                                                      panels                                                          1     2     3-5   6     8     9     lost  Close
-    {Run::None,                    "nothing",                  false, {},                 {},                                                         {},                                                            {goes, goes, goes, goes, goes, goes, goes, mode}},
-    {Run::EnteringConfiguration,   "entering configuration",   true,  "tmrConfigON",      {"tmrConfigON"},                                            {},                                                            {ends, goes, goes, goes, goes, goes, ends, mode}},
-    {Run::LeavingConfiguration,    "leaving configuration",    true,  "tmrConfigOFF",     {"tmrConfigOFF"},                                           {},                                                            {ends, goes, goes, ends, goes, ends, ends, mode}},
-    {Run::ChoosingWorkstation,     "choosing a workstation",   false, {},                 {},                                                         {"SelWSCal"},                                                  {ends, goes, goes, goes, goes, goes, ends, mode}},
-    {Run::EnteringCalibration,     "entering calibration",     true,  "tmrCalON",         {"tmrCalON"},                                               {},                                                            {ends, goes, asks, goes, goes, goes, ends, mode}},
-    {Run::LeavingCalibration,      "leaving calibration",      true,  {},                 {"tmrCalOFF", "tmrFlRefresh"},                              {},                                                            {ends, goes, goes, asks, ends, ends, ends, mode}},
-    {Run::Lending,                 "lending",                  true,  "tmrGotoUserMode",  {"tmrCalOFF", "tmrGotoUserMode", "tmrFlRefresh"},           {},                                                            {ends, goes, goes, asks, ends, ends, ends, mode}},
-    {Run::ChoosingAutocalibration, "choosing autocalibration", false, {},                 {},                                                         {"SelWSAutocal", "AutocalSelFocusOrParameter", "AutocalWarning"}, {ends, goes, goes, goes, goes, goes, ends, mode}},
-    {Run::EnteringAutocalibration, "entering autocalibration", true,  "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, asks, asks, asks, asks, goes, ends, wait}},
-    {Run::HandingOver,             "handing over",             true,  "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, ends, goes, ends, ends, goes, ends, mode}},
-    {Run::LeavingAutocalibration,  "leaving autocalibration",  true,  "tmrAutocalOFF",    {"tmrAutocalOFF", "tmrIniAutocal"},                         {},                                                            {ends, goes, goes, goes, ends, goes, ends, mode}},
-    {Run::ReadingCounters,         "reading counters",         true,  {},                 {"tmrReadExposureCounters"},                                {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
-    {Run::ShowingCounters,         "showing counters",         false, {},                 {"tmrResetTubeCounter"},                                    {},                                                            {ends, goes, goes, ends, ends, ends, ends, mode}},
-    {Run::Closing,                 "closing",                  false, {},                 {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes, dead}},
+    {Run::None,                    "nothing",                  false, {},                 {},                                                         {},                                                            {goes, goes, goes, goes, goes, goes, goes}, mode},
+    {Run::EnteringConfiguration,   "entering configuration",   true,  "tmrConfigON",      {"tmrConfigON"},                                            {},                                                            {ends, goes, goes, goes, goes, goes, ends}, mode},
+    {Run::LeavingConfiguration,    "leaving configuration",    true,  "tmrConfigOFF",     {"tmrConfigOFF"},                                           {},                                                            {ends, goes, goes, ends, goes, ends, ends}, mode},
+    {Run::ChoosingWorkstation,     "choosing a workstation",   false, {},                 {},                                                         {"SelWSCal"},                                                  {ends, goes, goes, goes, goes, goes, ends}, mode},
+    {Run::EnteringCalibration,     "entering calibration",     true,  "tmrCalON",         {"tmrCalON"},                                               {},                                                            {ends, goes, asks, goes, goes, goes, ends}, mode},
+    {Run::LeavingCalibration,      "leaving calibration",      true,  {},                 {"tmrCalOFF", "tmrFlRefresh"},                              {},                                                            {ends, goes, goes, asks, ends, ends, ends}, mode},
+    {Run::Lending,                 "lending",                  true,  "tmrGotoUserMode",  {"tmrCalOFF", "tmrGotoUserMode", "tmrFlRefresh"},           {},                                                            {ends, goes, goes, asks, ends, ends, ends}, mode},
+    {Run::ChoosingAutocalibration, "choosing autocalibration", false, {},                 {},                                                         {"SelWSAutocal", "AutocalSelFocusOrParameter", "AutocalWarning"}, {ends, goes, goes, goes, goes, goes, ends}, mode},
+    {Run::EnteringAutocalibration, "entering autocalibration", true,  "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, asks, asks, asks, asks, goes, ends}, wait},
+    {Run::HandingOver,             "handing over",             true,  "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, ends, goes, ends, ends, goes, ends}, mode},
+    {Run::LeavingAutocalibration,  "leaving autocalibration",  true,  "tmrAutocalOFF",    {"tmrAutocalOFF", "tmrIniAutocal"},                         {},                                                            {ends, goes, goes, goes, ends, goes, ends}, mode},
+    {Run::ReadingCounters,         "reading counters",         true,  {},                 {"tmrReadExposureCounters"},                                {},                                                            {ends, goes, goes, ends, ends, ends, ends}, mode},
+    {Run::ShowingCounters,         "showing counters",         false, {},                 {"tmrResetTubeCounter"},                                    {},                                                            {ends, goes, goes, ends, ends, ends, ends}, mode},
+    {Run::Closing,                 "closing",                  false, {},                 {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes}, dead},
 }};
 // clang-format on
 

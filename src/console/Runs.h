@@ -42,15 +42,19 @@ enum class Way : std::uint8_t {
 };
 inline constexpr std::size_t kWays = 8;
 
-/// What becomes of the run.
+/// What becomes of the run behind a report or a loss.
 enum class Answer : std::uint8_t {
-    GoesOn,  ///< to its own next step, which finds the phase that was reported
-    Ends,    ///< at once; what it took is given back
-    Asks,    ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come any
-             ///< more
-    ByMode,  ///< the key leaves the mode that is reached, or closes: another run takes the place of this one
-    Nothing, ///< the key does nothing
-    Waits,   ///< the key leaves a mode that is reached, and does nothing before
+    GoesOn, ///< to its own next step, which finds the phase that was reported
+    Ends,   ///< at once; what it took is given back
+    Asks,   ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come any
+            ///< more
+};
+
+/// What cmbClose does in a run.
+enum class CloseKey : std::uint8_t {
+    ByMode,       ///< leaves the mode that is reached, or what else is open, or closes
+    WaitsForMode, ///< leaves a mode that is reached, and does nothing before
+    Nothing,
 };
 
 /// The belongings of a run: what stops and what is taken away with it, whatever ends it.
@@ -61,7 +65,8 @@ struct RunRow {
     ConsoleTimer lastWait; ///< the timer with which it ends; empty where that takes no fixed time
     std::array<ConsoleTimer, 3> timers;
     std::array<std::string_view, 3> panels;
-    std::array<Answer, kWays> answers;
+    std::array<Answer, kWays - 1> answers; ///< to each way but cmbClose
+    CloseKey close;
 };
 
 /// A wait that may outlive the run that began it, and what ends it besides its own end.
@@ -75,6 +80,7 @@ struct WaitRow {
 [[nodiscard]] std::span<const WaitRow> waitRows();
 
 [[nodiscard]] const RunRow& rowOf(Run run);
+/// To any way but cmbClose.
 [[nodiscard]] inline Answer answerOf(Run run, Way way) {
     return rowOf(run).answers.at(static_cast<std::size_t>(way));
 }

@@ -3,11 +3,11 @@
 #include <functional>
 
 #include "base/Phase.h"
+#include "console/GeneratorReports.h"
+#include "console/Holdings.h"
 #include "console/Loan.h"
-#include "console/Moments.h"
-#include "console/PollHold.h"
 #include "console/RestScreen.h"
-#include "console/Runs.h"
+#include "console/RunTimers.h"
 
 namespace quillon {
 
@@ -32,19 +32,13 @@ class ServiceSession {
 public:
     explicit ServiceSession(ConsoleContext& context);
 
-    // Where the generator stands.
-    /// The last of 2, 6, 8 and 9 that was reported.
-    [[nodiscard]] Phase mode() const { return mode_; }
-    void setMode(Phase mode);
-    /// How far the run is; in autocalibration, of which nobody knows the length, the exposures made.
-    [[nodiscard]] Count count() const;
-    /// The last report; 1 after a loss and at the start.
-    [[nodiscard]] Phase lastPhase() const { return lastPhase_; }
-    void setLastPhase(Phase phase) { lastPhase_ = phase; }
-    /// The generator said that it starts, and nothing since.
-    [[nodiscard]] bool poweringUp() const { return poweringUp_; }
-    /// Nothing was heard for too long, and nothing since.
-    [[nodiscard]] bool isLost() const { return lost_; }
+    [[nodiscard]] GeneratorReports& generator() { return generator_; }
+    [[nodiscard]] const GeneratorReports& generator() const { return generator_; }
+    [[nodiscard]] const Holdings& holdings() const { return holdings_; }
+    [[nodiscard]] Phase mode() const { return generator_.mode(); }
+    [[nodiscard]] Phase lastPhase() const { return generator_.lastPhase(); }
+    /// All that decides what is on the screen at rest.
+    [[nodiscard]] Heard heard() const { return generator_.all(lent()); }
 
     // What the console is doing.
     [[nodiscard]] Run run() const { return run_; }
@@ -52,8 +46,6 @@ public:
     [[nodiscard]] bool idle() const { return run_ == Run::None; }
     /// It waits for the generator, and not for the operator.
     [[nodiscard]] bool waits() const;
-    /// A mode can be entered: normal operation, and no exposure.
-    [[nodiscard]] bool canEnter() const { return mode_ == Phase::NormalOperation && !isExposure(lastPhase_); }
     /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a
     /// choice.
     [[nodiscard]] bool isFree() const;
@@ -62,6 +54,8 @@ public:
         return is(Run::LeavingConfiguration) || is(Run::LeavingCalibration) || is(Run::Lending) ||
                is(Run::LeavingAutocalibration);
     }
+    /// How far the run is; in autocalibration, of which nobody knows the length, the exposures made.
+    [[nodiscard]] Count count() const;
     [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
 
     /// Ends what runs and begins another run; the moment's row is given and taken.
@@ -82,6 +76,8 @@ public:
     void breakOff(const Moment& moment = moments::kBrokenOff);
     /// The refresh ends the way to the users, and with it the wait that would have ended it.
     void cancelLending();
+    /// Calibration goes on being left, for nobody yet. False when it is not being left any more.
+    bool lendingGoesOnLeaving();
     /// All of it is over without a word: the console appears anew.
     void drop();
 
@@ -91,8 +87,8 @@ public:
     void stopWaiting();
     /// It is over: cmbClose ends the run.
     [[nodiscard]] bool canGiveUp() const { return patienceOver_; }
-    /// cmbClose ends the run, if the minute is over. False when it is not.
-    bool giveUp();
+    /// The press that does so.
+    void giveUp();
 
     /// A phase was reported: what has no business in it ends, the reaction comes, and where nothing is under
     /// way the screen is what stands.
@@ -115,6 +111,10 @@ public:
     /// whatever takes it away.
     void openScreen(const Control& wayBack, std::function<void()> close);
 
+    /// A click of the key does `work`, unless the key is kept back or the console closes.
+    void onClick(Key key, std::function<void()> work);
+    [[nodiscard]] bool takes(Key key) const;
+
     Signal<> began;   ///< another run, in the place of what ran before
     Signal<> changed; ///< what is done, or the phase, or what one of its moments gave
 
@@ -122,27 +122,15 @@ public:
     [[nodiscard]] const RestScreen& restScreen() const { return restScreen_; }
     [[nodiscard]] Loan& loan() { return loan_; }
     [[nodiscard]] bool lent() const { return loan_.lent(); }
-    /// X-rays are allowed, or will be with the next report of a phase at rest.
-    [[nodiscard]] bool allowsXRays() const { return context_.link.mirror().RXEnable || xRaysOwed_; }
     /// X-rays are allowed again, at once or with the next report of a phase at rest.
     void giveXRaysBack();
     /// The press of the key that closes, which takes them, has come to nothing: they are as before it.
     void pressCameToNothing();
     void closePressed();
     /// With the next such report in any case: what was said before may be lost.
-    void oweXRays() { xRaysOwed_ = true; }
+    void oweXRays() { holdings_.oweXRays(); }
     /// A line that was closed by hand is opened, so that the generator can be told.
     void openLine();
-    /// What the mode asks the operator for, until it is over.
-    void setExposureRequest(ExposureRequest request) { wanted_ = request; }
-    /// The generator was told to go into a mode.
-    void asked(Phase mode);
-    /// The mode in which it may still arrive; None when there is none.
-    [[nodiscard]] Phase onTheWayTo() const;
-    /// It was told to leave a mode while it was lost, and has not been heard since.
-    [[nodiscard]] bool exitUnheard() const { return exitUnheard_; }
-    /// All that decides what is on the screen at rest.
-    [[nodiscard]] Heard heard() const;
     /// The generator may still follow the last command of a run that is over.
     [[nodiscard]] bool follows() const { return followed_.running(); }
 
@@ -151,44 +139,30 @@ private:
     void reported(Phase phase);
     void settled(Phase phase);
     void stopParts();
-    void give(Keys keys);
-    void take(Keys keys);
     void stopWait(const WaitRow& wait);
     [[nodiscard]] bool holdsPoll() const;
     void answer(Way way);
-    [[nodiscard]] bool running(ConsoleTimer timer) const;
     void finish(const Moment& moment);
     [[nodiscard]] bool hasNoTimer() const;
-    [[nodiscard]] bool ownsWhatRuns() const;
 
     ConsoleContext& context_;
+    GeneratorReports generator_;
     ConsoleScreen screen_;
     RestScreen restScreen_;
     Loan loan_;
-    PollHold poll_;
+    Holdings holdings_;
+    RunTimers timers_;
     Timer patience_;
     Timer followed_; ///< while the generator may still follow the last command of a run that is over
-    Phase mode_ = Phase::None;
-    Phase lastPhase_ = Phase::None;
     Run run_ = Run::None;
     RunHooks hooks_;
-    bool poweringUp_ = false;
-    bool lost_ = false;
     bool patienceOver_ = false;
-    Keys afterExposure_;      ///< what was given during an exposure
     bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
-    bool busy_ = false;
-    bool xRaysOwed_ = false;
-    ExposureRequest wanted_ = ExposureRequest::None;
     bool xRaysAtPress_ = true;
     bool reporting_ = false; ///< a report is reacted to: what stands is not known before that is over
     bool messageOpen_ = false;
     Phase missed_ = Phase::None; ///< what the message says was not reached
     std::function<void()> belie_;
-    bool exitUnheard_ = false;
-    Phase asked_ = Phase::None;
-    Milliseconds askedAt_ = 0;
-    int exposures_ = 0; ///< since autocalibration was entered
 };
 
 } // namespace quillon

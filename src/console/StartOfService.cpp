@@ -57,7 +57,7 @@ void StartOfService::PortOpen(bool newStatus) {
 }
 
 void StartOfService::opened() {
-    session_.setLastPhase(Phase::Initialization);
+    session_.generator().setLastPhase(Phase::Initialization);
     context_.link.poll().GeneratorPhaseRequest();
     session_.at(moments::kPollFree);
 }
@@ -67,9 +67,9 @@ void StartOfService::UserControl_Show() {
     state_.ButtonOffColor = kNormalColour;
     state_.ConsoleBackColor = kSurfaceColour;
     if (session_.lastPhase() == Phase::None) {
-        session_.setLastPhase(Phase::Initialization);
+        session_.generator().setLastPhase(Phase::Initialization);
     }
-    session_.setMode(Phase::Initialization);
+    session_.generator().setMode(Phase::Initialization);
     session_.drop();
     state_.m_ProtocolError = false;
     context_.console.timer("tmrError").stop();
@@ -129,7 +129,7 @@ void StartOfService::refreshIfOwed() {
 
 void StartOfService::RefreshConsole() {
     refreshOwed_ = false;
-    session_.setLastPhase(Phase::NormalOperation);
+    session_.generator().setLastPhase(Phase::NormalOperation);
     context_.link.commands().send(command("FlRefresh"));
     context_.link.commands().send(command("RADRefresh"));
     context_.link.technique().TMReq();

@@ -112,7 +112,7 @@ Progress StatusLine::progress() const {
 StatusField StatusLine::generator() const {
     const Phase phase = session_.lastPhase();
     const std::string words = glance_.state();
-    if (session_.isLost() || !context_.link.silence().everHeard()) {
+    if (session_.generator().isLost() || !context_.link.silence().everHeard()) {
         return {context_.texts.sStateNotKnown, Tone::Unknown};
     }
     if (phase == Phase::Error || phase == Phase::AutocalError) {
@@ -127,7 +127,7 @@ StatusField StatusLine::generator() const {
     if (phase == Phase::RadExposure || phase == Phase::FluoroExposure) {
         return {words, Tone::Radiation};
     }
-    return {words, session_.poweringUp() ? Tone::Waits : Tone::Plain};
+    return {words, session_.generator().poweringUp() ? Tone::Waits : Tone::Plain};
 }
 
 /// What was reported last may be so no more.
@@ -160,7 +160,7 @@ StatusField StatusLine::line() const {
     if (silence.quiet()) {
         return told(ConsoleTexts::filled(texts.sLineQuiet,
                                          {(context_.console.schedule().now() - silence.since()) / 1000}),
-                    session_.isLost() ? Tone::Alarm : Tone::Warning);
+                    session_.generator().isLost() ? Tone::Alarm : Tone::Warning);
     }
     if (!silence.everHeard()) {
         return told(texts.sStateUnheard, Tone::Unknown);
@@ -175,7 +175,7 @@ StatusField StatusLine::rays() const {
     if (lamp || phase == Phase::RadExposure || phase == Phase::FluoroExposure) {
         return {texts.sRaysOn, Tone::Radiation}; // the bar and the lamp never contradict each other
     }
-    if (session_.isLost() || session_.poweringUp() || cannotTell()) {
+    if (session_.generator().isLost() || session_.generator().poweringUp() || cannotTell()) {
         return {texts.sRaysUnknown, Tone::Unknown};
     }
     if (!context_.link.mirror().RXEnable) {
@@ -198,7 +198,7 @@ StatusField StatusLine::alarm() const {
     if (didNotOpen()) {
         return {context_.link.line().failure(), Tone::Alarm}; // with its port and device
     }
-    if (session_.isLost()) {
+    if (session_.generator().isLost()) {
         return {context_.texts.sCommError, Tone::Alarm};
     }
     const std::string& number = context_.console["lblError"].caption();
@@ -243,7 +243,7 @@ std::string StatusLine::howFar() const {
         return ConsoleTexts::filled(texts.sSecondsLeft,
                                     {seconds(*now.ends - context_.console.schedule().now())});
     }
-    if (session_.isLost()) {
+    if (session_.generator().isLost()) {
         return {};
     }
     if (session_.mode() == Phase::Autocalibration) {

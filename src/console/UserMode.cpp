@@ -26,15 +26,14 @@ UserMode::UserMode(ConsoleContext& context, ServiceSession& session, Calibration
     : context_(context), session_(session), screen_(context), calibration_(calibration),
       tmrFlRefresh_(context.console.timer("tmrFlRefresh")),
       tmrGotoUserMode_(context.console.timer("tmrGotoUserMode")) {
-    context_.console["cmbGoToUserMode"].on.click = [this] { goToUserMode(); };
+    session_.onClick(Key::GoToUserMode, [this] { goToUserMode(); });
     tmrFlRefresh_.setTick([this] { refreshTick(); });
     tmrGotoUserMode_.setTick([this] { arrivalTick(); });
 }
 
 void UserMode::goToUserMode() {
     // Only calibration can be lent; the generator may have left it under the finger.
-    if (screen_.keptBack(Key::GoToUserMode) || session_.is(Run::Closing) ||
-        session_.mode() != Phase::Calibration || session_.is(Run::EnteringAutocalibration)) {
+    if (session_.mode() != Phase::Calibration || session_.is(Run::EnteringAutocalibration)) {
         return;
     }
     session_.loan().lend();
@@ -59,9 +58,7 @@ void UserMode::arrivalTick() {
     if (session_.mode() == Phase::NormalOperation && session_.lent()) {
         session_.end(kUsersCome);
         screen_.clearActualExposure();
-    } else if (calibration_.leaving()) {
-        session_.become(Run::LeavingCalibration); // the machine is handed over when it follows
-    } else {
+    } else if (!session_.lendingGoesOnLeaving()) { // else the machine is handed over when it follows
         session_.breakOff();
     }
 }

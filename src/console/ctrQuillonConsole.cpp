@@ -153,7 +153,7 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
       remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
-      departure(context, session), glance(context, session), exposures(context, session),
+      departure(context, session, closing), glance(context, session), exposures(context, session),
       reasons(context, session), unsaved(link, session, pending), status(context, session, signs()) {
     initialize();
     addProperties();

@@ -78,7 +78,7 @@ public:
     void lose() {
         session_.perform("sim silence on");
         application().link().setStatusUpdateEnable(true);
-        for (int tick = 0; tick < 40 && !application().console().session().isLost(); ++tick) {
+        for (int tick = 0; tick < 40 && !application().console().session().generator().isLost(); ++tick) {
             application().link().timer("timerStatusUpdate").start(1);
             session_.perform("wait 1");
         }
@@ -157,7 +157,7 @@ protected:
         // Nobody is kept in a program that has lost its generator: where an exit comes to nothing, the next
         // closes.
         const ServiceSession& doing = asked.application().console().session();
-        EXPECT_TRUE(name != "Quillon.cmbClose" || !doing.isLost() || doing.is(Run::Closing) ||
+        EXPECT_TRUE(name != "Quillon.cmbClose" || !doing.generator().isLost() || doing.is(Run::Closing) ||
                     asked.key(name).keptBack());
         asked.press(name);
         EXPECT_FALSE(asked.ended);

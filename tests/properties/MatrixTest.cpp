@@ -76,7 +76,7 @@ public:
         case Way::Lost: // the ticks of the poll that nothing answers, all at once
             perform("sim silence on");
             application().link().setStatusUpdateEnable(true);
-            for (int tick = 0; tick < 40 && !doing().isLost(); ++tick) {
+            for (int tick = 0; tick < 40 && !doing().generator().isLost(); ++tick) {
                 application().link().timer("timerStatusUpdate").start(1);
                 perform("wait 1");
             }
@@ -182,8 +182,8 @@ void checkMode(Cell& cell) {
     const ServiceSession& doing = cell.doing();
     const auto row = std::find_if(kInModes.begin(), kInModes.end(),
                                   [&](const InMode& each) { return each.mode == doing.mode(); });
-    if (!doing.idle() || doing.isLost() || doing.poweringUp() || cell.reaches("Error.cmbOK") ||
-        row == kInModes.end()) {
+    if (!doing.idle() || doing.generator().isLost() || doing.generator().poweringUp() ||
+        cell.reaches("Error.cmbOK") || row == kInModes.end()) {
         return;
     }
     EXPECT_TRUE(cell.polls());

@@ -118,7 +118,7 @@ bool Facts::atRest() const {
 }
 
 void Facts::closeDown() {
-    raysAtPress_ = doing().allowsXRays();
+    raysAtPress_ = doing().holdings().allowsXRays();
     raysTold_ = false;
     raysBefore.reset();
 }
@@ -142,8 +142,8 @@ void Facts::slept(Milliseconds ms) {
 
 void Facts::watchPoll() {
     const bool holds = !doing().idle() || link().answering() || link().timer("tmrAutoRepeat").running() ||
-                       !held.empty() || !portOpen() || doing().poweringUp() || panel() != nullptr ||
-                       phase == 0;
+                       !held.empty() || !portOpen() || doing().generator().poweringUp() ||
+                       panel() != nullptr || phase == 0;
     if (holds || link().polls()) {
         pollAway = -1;
     } else if (pollAway < 0) {

@@ -240,7 +240,7 @@ std::string raysTakenByNothing(const Facts& facts) {
         !kAtRest.has(facts.doing().lastPhase())) {
         return {};
     }
-    const bool now = facts.doing().allowsXRays();
+    const bool now = facts.doing().holdings().allowsXRays();
     return now == *facts.raysBefore
                ? ""
                : std::string("a press that did nothing has left X-rays ") + (now ? "allowed" : "forbidden");
@@ -283,7 +283,8 @@ std::string nothingToPress(const Facts& facts) {
 
 std::string modeLeftBehind(const Facts& facts) {
     // One that was lost takes no command of a phase: nobody knows where it stands.
-    const bool leaves = facts.application().ended() && !facts.restarts() && !facts.doing().isLost();
+    const bool leaves =
+        facts.application().ended() && !facts.restarts() && !facts.doing().generator().isLost();
     return leaves && !facts.stood.empty() && !facts.entered.empty()
                ? "behind " + inQuotes(facts.entered) + " the generator is left in " + facts.stood
                : "";

@@ -73,7 +73,8 @@ Plan beforeItsLoss(Plan plan) {
         session.perform(line);
     }
     Milliseconds passed = 0;
-    for (; passed < kMost && !session.application().console().session().isLost(); passed += kStep) {
+    for (; passed < kMost && !session.application().console().session().generator().isLost();
+         passed += kStep) {
         session.perform("wait " + std::to_string(kStep));
     }
     plan.lines.push_back("wait " + std::to_string(passed - 2 * kStep));

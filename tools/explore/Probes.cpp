@@ -410,7 +410,7 @@ void Watch::look() {
         wait.ran = wait.timer->running();
         wait.due = wait.timer->due();
     }
-    const bool lost = facts_.doing().isLost();
+    const bool lost = facts_.doing().generator().isLost();
     if (lost && !lost_) {
         marks_.reach(meeting(run_, Way::Lost));
     }

@@ -183,8 +183,8 @@ std::uint64_t Session::situation() {
     };
     const ServiceSession& session = doing();
     const TorvaneSerialV3_07_QLC1& link = application().link();
-    add(session.run(), session.mode(), session.lastPhase(), session.poweringUp(), session.isLost(),
-        session.lent());
+    add(session.run(), session.mode(), session.lastPhase(), session.generator().poweringUp(),
+        session.generator().isLost(), session.lent());
     add(link.PortOpen(), link.StatusUpdateEnable(), link.polls(), link.answering(), link.mirror().RXEnable);
     add(facts_.phase, acknowledges_, machine().desktop.boxes().size() < answeredBoxes_,
         rig_.farEnd.simulated() ? std::atoi(ask("status").substr(6, 2).c_str()) : 0);

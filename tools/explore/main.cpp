@@ -225,7 +225,7 @@ int soak(int days, std::uint32_t seed) {
             // second "Exit" closes.
             if (line.find("Quillon.cmbClose") == std::string::npos ||
                 (session.find("Quillon.cmbClose")->caption() == "Exit" &&
-                 !session.application().console().session().isLost())) {
+                 !session.application().console().session().generator().isLost())) {
                 session.perform(line);
             }
             if (session.machine().time.now() % 7 == 0) {

@@ -75,12 +75,18 @@ std::string_view wordOf(Answer answer) {
         return "ends";
     case Answer::Asks:
         return "asks";
-    case Answer::ByMode:
+    }
+    return "";
+}
+
+std::string_view wordOf(CloseKey close) {
+    switch (close) {
+    case CloseKey::ByMode:
         return "by mode";
-    case Answer::Nothing:
-        return "nothing";
-    case Answer::Waits:
+    case CloseKey::WaitsForMode:
         return "waits";
+    case CloseKey::Nothing:
+        return "nothing";
     }
     return "";
 }
@@ -100,6 +106,7 @@ std::string line(const RunRow& row) {
     for (const Answer answer : row.answers) {
         text.append(" ").append(wordOf(answer)).append(" |");
     }
+    text.append(" ").append(wordOf(row.close)).append(" |");
     std::string parts;
     const auto add = [&parts](std::string_view name) {
         addTo(parts, name.empty() ? std::string() : "`" + std::string(name) + "`");

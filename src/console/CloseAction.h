@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include "console/ServiceSession.h"
+
+namespace quillon {
+
+/// What a press of cmbClose does now.
+enum class CloseAction : std::uint8_t {
+    Nothing,
+    GivesUp, ///< the run that has waited for a minute
+    LeavesConfiguration,
+    LeavesAutocalibration,
+    LeavesCalibration,
+    HidesCounters,
+    TakesMachineBack, ///< from its users, into calibration
+    Closes,
+};
+
+/// What the run, the mode and the generator make of the key. Whether the generator takes the command that
+/// leads out of the mode is not asked here.
+[[nodiscard]] CloseAction closeActionOf(const ServiceSession& session);
+
+} // namespace quillon
