@@ -20,32 +20,6 @@ constexpr std::size_t kRoom = 1U << 20U;
 /// Of what a copy tells.
 constexpr char kBetween = '\x1f';
 constexpr char kEnd = '\n';
-/// The program broke, which no invariant tells.
-constexpr std::string_view kBroke = "TheProgramGoesOn";
-constexpr std::string_view kReached = "AProbeIsReached";
-
-void play(Session& session, const std::vector<std::string>& lines) {
-    for (const std::string& line : lines) {
-        session.perform(line);
-    }
-}
-
-bool saw(const Session& session, const Violation& violation) {
-    const auto& all = session.violations();
-    return std::find(all.begin(), all.end(), violation) != all.end();
-}
-
-/// The plan, with its end if it takes that.
-void playWithEnd(Session& session, const Plan& plan, const Violation& violation) {
-    play(session, plan.lines);
-    if (!saw(session, violation) && violation.invariant == "AKeyLeadsOn") {
-        session.stand();
-    }
-    if (!saw(session, violation)) {
-        session.leave();
-    }
-}
-
 std::uint64_t hashOf(std::string_view text, std::uint64_t with) {
     for (const char c : text) {
         with = (with ^ static_cast<unsigned char>(c)) * 1099511628211U;
@@ -164,7 +138,7 @@ void Search::breadthFirst(std::size_t situations, const std::function<bool()>& s
 void Search::expand(std::size_t node) {
     const Plan plan = planOf(node);
     Session session(plan, marks());
-    play(session, plan.lines);
+    session.play(plan.lines);
     noteReached(plan, {});
     ++looked_;
     if (session.ended()) {
@@ -274,7 +248,7 @@ void Search::walk(std::uint32_t seed, int moves) {
     const std::size_t before = marks().count();
     const std::string broke = inACopy([&] {
         Session session(plan, marks());
-        play(session, plan.lines);
+        session.play(plan.lines);
         for (int i = 0; i < moves && !session.ended() && session.violations().empty(); ++i) {
             const std::string move = chance.next(session);
             lines_.add(move + kBetween); // beforehand: it may be what breaks the program
@@ -330,56 +304,9 @@ void Search::learnWalk(std::size_t node, bool more) {
     }
 }
 
-// What was found -----------------------------------------------------------------------------------------
-
-bool Search::shows(const Plan& plan, const Violation& violation, bool end) {
-    told_.clear();
-    lines_.clear();
-    const std::string broke = inACopy([&] {
-        std::vector<std::uint8_t> marks(Probes::all().size());
-        Session session(plan, Marks(marks));
-        if (end) {
-            playWithEnd(session, plan, violation);
-        } else {
-            play(session, plan.lines);
-        }
-        for (const std::string& line : session.done()) {
-            lines_.add(line + "\n"); // what the end adds is part of the story
-        }
-        if (saw(session, violation) ||
-            (violation.invariant == kReached && Marks(marks).reached(violation.what))) {
-            told_.add("yes");
-        }
-    });
-    return violation.invariant == kBroke ? broke == violation.what : told_.text() == "yes";
-}
-
-/// Without what is not needed to show it, and with what the end adds.
-Plan Search::story(Plan plan, const Violation& violation) {
-    const auto shorten = [&](bool end) {
-        plan.lines = shortest(plan.lines, [&](const std::vector<std::string>& lines) {
-            Plan less = plan;
-            less.lines = lines;
-            return shows(less, violation, end);
-        });
-    };
-    shorten(true);
-    if (shows(plan, violation, true) && violation.invariant != kBroke) {
-        plan.lines.clear();
-        for (const std::string_view line : split(lines_.text(), "\n")) {
-            if (!line.empty()) {
-                plan.lines.emplace_back(line);
-            }
-        }
-        if (shows(plan, violation, false)) {
-            shorten(false); // it needs some of the end only
-        }
-    }
-    return plan;
-}
-
 std::string Search::told(const Finding& finding) {
-    return "# " + finding.violation.text() + "\n" + scenarioOf(story(finding.plan, finding.violation)) + "\n";
+    return "# " + finding.violation.text() + "\n" + scenarioOf(story_.of(finding.plan, finding.violation)) +
+           "\n";
 }
 
 std::string Search::found() {
@@ -421,23 +348,6 @@ std::string Search::figures() const {
     }
     return text + " moves; " + std::to_string(moves_) + " moves from them, " + std::to_string(steps_) +
            " in " + std::to_string(walks_) + " walks, " + std::to_string(waysBack_ + walks_) + " ways back";
-}
-
-std::vector<std::string> shortest(std::vector<std::string> lines,
-                                  const std::function<bool(const std::vector<std::string>&)>& fails) {
-    for (std::size_t size = lines.size(); size > 0; size /= 2) {
-        for (std::size_t at = 0; at < lines.size();) {
-            std::vector<std::string> less = lines;
-            const auto first = less.begin() + static_cast<std::ptrdiff_t>(at);
-            less.erase(first, first + static_cast<std::ptrdiff_t>(std::min(size, lines.size() - at)));
-            if (fails(less)) {
-                lines = std::move(less);
-            } else {
-                at += size;
-            }
-        }
-    }
-    return lines;
 }
 
 } // namespace quillon

@@ -13,6 +13,7 @@
 #include "Copy.h"
 #include "Dice.h"
 #include "Moves.h"
+#include "Story.h"
 
 namespace quillon {
 
@@ -70,13 +71,12 @@ private:
     void keep(const Plan& plan, const std::string& broke);
     void noteReached(const Plan& plan, const std::vector<std::string>& moves);
     [[nodiscard]] std::string told(const Finding& finding);
-    [[nodiscard]] bool shows(const Plan& plan, const Violation& violation, bool end);
-    [[nodiscard]] Plan story(Plan plan, const Violation& violation);
 
     std::deque<Ground> grounds_; // a walk may be on one while another is added
     std::size_t most_;
     std::string wanted_;
     SharedBytes marks_;
+    Story story_;
     SharedText told_;  ///< by a copy: what did not hold
     SharedText lines_; ///< what it did, and where that led
     std::vector<Node> nodes_;
@@ -94,9 +94,5 @@ private:
     std::size_t waysBack_ = 0;
     std::size_t walks_ = 0;
 };
-
-/// Takes lines out for as long as what is left still fails.
-[[nodiscard]] std::vector<std::string>
-shortest(std::vector<std::string> lines, const std::function<bool(const std::vector<std::string>&)>& fails);
 
 } // namespace quillon

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Invariants.h"
-#include "Probes.h"
+#include "Watch.h"
 #include "tools/scenario/Rig.h"
 
 namespace quillon {
@@ -44,6 +44,11 @@ public:
     /// click, type, select, slide, close, answer, call without arguments. False when it names a control that
     /// is not there; nothing happens then.
     bool perform(std::string_view line);
+    void play(const std::vector<std::string>& lines) {
+        for (const std::string& line : lines) {
+            perform(line);
+        }
+    }
     /// What the generator answers to a command of its own console.
     std::string ask(std::string_view command) { return rig_.farEnd.command(command); }
     /// The machine becomes a healthy one, and the operator leaves level by level until only "Close" is left.
