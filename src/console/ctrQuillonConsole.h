@@ -9,7 +9,7 @@
 
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
-#include "console/Signs.h"
+#include "console/Indicators.h"
 #include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/EventLoop.h"
@@ -41,7 +41,7 @@ public:
     /// Where the generator stands and what the console is doing.
     [[nodiscard]] const ServiceSession& session() const;
     /// What a front end shows beside the controls.
-    [[nodiscard]] Signs signs();
+    [[nodiscard]] Indicators indicators();
     /// Public operations, properties and texts by name.
     [[nodiscard]] const Operations& operations() const;
     /// Those of them that are the operator's texts, the dialogs' included.
