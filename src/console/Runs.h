@@ -46,8 +46,8 @@ inline constexpr std::size_t kStimuli = 8;
 enum class Reaction : std::uint8_t {
     GoesOn,      ///< to its own next step, which finds the phase that was reported
     Ends,        ///< at once; what it took is given back
-    AskWorkflow, ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come
-                 ///< any more
+    AskWorkflow, ///< the workflow says whether it ends: where the generator was told nothing yet, or where
+                 ///< nothing more is to come from it
 };
 
 /// What cmbClose does in a run.

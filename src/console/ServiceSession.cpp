@@ -19,7 +19,7 @@ constexpr Effects kWatchdogExpired{.on = X};
 constexpr int kWatchdog = 60000; // ms
 constexpr int kFollowed = 5000;  // ms that the generator gets to follow the last command of a run
 
-/// In these the place of a positioner's screen is wanted for something else.
+/// In these phases something else takes the area of a positioner's screen.
 constexpr Phases kEndsScreen{Phase::Initialization,  Phase::Calibration,    Phase::Configuration,
                              Phase::Autocalibration, Phase::ConfirmDismiss, Phase::AutocalError,
                              Phase::AutocalOk};
@@ -188,7 +188,7 @@ void ServiceSession::reset() {
     setRun(Run::None);
 }
 
-/// The one place where the belongings of a run go.
+/// Stops and closes everything that belongs to the run.
 void ServiceSession::stopParts() {
     watchdog_.stop();
     watchdogExpired_ = false;

@@ -11,19 +11,20 @@
 
 namespace quillon {
 
-/// So many of so many.
+/// Steps that are done, of all that there are.
 struct Count {
     int done = 0;
     int of = 0; ///< 0 where that is not known
     bool operator==(const Count&) const = default;
 };
 
-/// What a run has to say when it does not reach its own end.
+/// What the session asks of a workflow while its run goes on.
 struct RunHooks {
-    std::function<void()> undo = {}; ///< it does not reach its own end: what is its own on the screen goes
-    std::function<bool(Stimulus)> ends = {}; ///< its word where the matrix asks for it
-    std::function<Count()> count = {};       ///< how far it is
-    std::function<void()> givenUp = {};      ///< the operator has waited for a minute and pressed cmbClose
+    std::function<void()> undo = {}; ///< takes back what it put on the screen, when something else ends it
+    std::function<bool(Stimulus)> ends =
+        {};                             ///< whether the stimulus ends it, where the table leaves that to it
+    std::function<Count()> count = {};  ///< how far it is
+    std::function<void()> givenUp = {}; ///< the operator has waited for a minute and pressed cmbClose
 };
 
 /// What the engineer has with the machine: where the generator stands, and what the console is doing, one run

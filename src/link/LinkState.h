@@ -13,7 +13,7 @@ struct LinkState {
     /// The bit of the phase that commands are let out as: the one last reported, which a loss does not
     /// change, or the one that is entered now. 0 before the first report.
     std::int32_t m_PhaseMask = 0;
-    Phase m_OperatingPhase = Phase::Unheard; ///< the last entered that is not one of a moment
+    Phase m_OperatingPhase = Phase::Unheard; ///< the last one entered that lasts
     std::int16_t m_NoAnswerCount = 0;        ///< poll ticks since the last inbound text, 31 at most
     bool m_StatusUpdateActive = false;       ///< second switch of the poll
     bool EventEnabled = false;               ///< gate of most events

@@ -13,7 +13,7 @@ class Service;
 /// ("HE").
 class PhaseReports {
 public:
-    /// What the generator leaves of an autocalibration's question and answer is the service commands' to end.
+    /// `service`: ends the question of an autocalibration when the generator goes on without an answer.
     PhaseReports(ModelContext& context, Service& service);
 
     /// "ST": a new phase reconfigures the panel and raises GeneratorPhaseChange; a repeated one only counts
