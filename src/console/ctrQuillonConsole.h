@@ -41,6 +41,8 @@ public:
     /// Where the generator stands and what the console is doing.
     [[nodiscard]] const ServiceSession& session() const;
     /// What a front end shows beside the controls.
+    /// For a developer: what the console was doing, what it does now, and why.
+    [[nodiscard]] Signal<std::string>& runChanged();
     [[nodiscard]] Signs signs();
     /// Public operations, properties and texts by name.
     [[nodiscard]] const Operations& operations() const;

@@ -61,6 +61,8 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     GeneratorState generator;
     LinkEvents events;
     Operations operations;
+    Handlers& handlers;
+    Signal<Cause, int>::Connection faults = 0;
     InstallationFacts facts;
     MessageDecoder decoder;
     LinkSettings settings;
@@ -93,8 +95,8 @@ struct TorvaneSerialV3_07_QLC1::Parts {
 };
 
 TorvaneSerialV3_07_QLC1::Parts::Parts(PanelHost& host, const Context& given)
-    : panel(withControls(host)), port(given.port), folder(given.folder),
-      facts(InstallationFacts::read(given.folder)), settings(panel, given.store),
+    : panel(withControls(host)), port(given.port), folder(given.folder), handlers(given.schedule.handlers()),
+      facts(InstallationFacts::read(given.folder)), decoder(handlers), settings(panel, given.store),
       log(panel, given.folder, given.desktop),
       send(state, events, given.port, log,
            {panel.timer("tmrProtocolHandshaking"), panel.timer("tmrWaitAfterRx"),
@@ -123,6 +125,10 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(PanelHost& host, const Context& given)
     port.setNotice([this](std::string_view text) {
         log.noted(text);
         silence.changed.raise();
+    });
+    faults = handlers.faulted.connect([this](const Cause& cause, int fault) {
+        const Temporarily reporting(silence.age.reporting, false);
+        log.ended("fault " + std::to_string(fault) + " ended " + textOf(cause));
     });
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
     decoder.setNotices({.heard = [this] { poll.heard(); }, .handled = [this] { send.messageHeard(); }});
@@ -246,6 +252,7 @@ TorvaneSerialV3_07_QLC1::~TorvaneSerialV3_07_QLC1() {
     parts_->port.setOutcome({});
     parts_->port.setNotice({});
     parts_->port.setArrival({});
+    parts_->handlers.faulted.disconnect(parts_->faults);
 }
 
 LinkEvents& TorvaneSerialV3_07_QLC1::events() {

@@ -193,7 +193,11 @@ int run(const Options& options) {
 
     const Platform machine{schedule, loop, port, store, folder, desktop, power};
     const std::unique_ptr<Recorder> recorder = recorderFor(machine, options.commandLine);
-    Application application(recorder ? recorder->platform() : machine, options.commandLine);
+    const Platform platform = recorder ? recorder->platform() : machine;
+    platform.schedule.handlers().faulted.connect([](const Cause& cause, int fault) {
+        std::fprintf(stderr, "quillon: fault %d ended %s\n", fault, textOf(cause).c_str());
+    });
+    Application application(platform, options.commandLine);
     // exit() and not quit(), which would ask the window first and be refused.
     application.onEnded = [&recorder] {
         if (recorder) {
@@ -235,7 +239,7 @@ int run(const Options& options) {
     application.start();
     std::optional<CatchUp> catchUp;
     if (recorder) {
-        recorder->begin(application.input());
+        recorder->begin(application);
         catchUp.emplace(*recorder);
     }
     endRequest.onFirst = [&application, &recorder] { leave(application, recorder.get()); };
@@ -253,7 +257,7 @@ int run(const Options& options) {
 }
 
 /// The edge of every handler that the event loop runs: a fault ends its handler and nothing else, and is told
-/// where a developer finds it.
+/// where a developer finds it, by name where it ended a key's, a timer's or a message's.
 class HandlerEdge final : public QApplication {
 public:
     using QApplication::QApplication;
@@ -262,7 +266,9 @@ public:
         try {
             return QApplication::notify(receiver, event);
         } catch (const Fault& fault) {
-            std::fprintf(stderr, "quillon: fault %d ended a handler\n", fault.number());
+            if (!fault.told()) {
+                std::fprintf(stderr, "quillon: fault %d ended a handler of the window\n", fault.number());
+            }
             return true;
         }
     }

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <utility>
 
 #include "base/Numbers.h"
+#include "base/ScenarioText.h"
 #include "base/Text.h"
+#include "console/ctrQuillonConsole.h"
 #include "runtime/ProfileFile.h"
 #include "shell/TextFile.h"
 #include "ui/ControlHost.h"
@@ -52,24 +53,6 @@ private:
 };
 
 } // namespace
-
-std::string scenarioText(std::string_view bytes) {
-    constexpr std::string_view kPlain = "\r\n\t\\\"";
-    constexpr std::string_view kLetters = "rnt\\\"";
-    std::string text = "\"";
-    for (const char c : bytes) {
-        if (const auto escape = kPlain.find(c); escape != std::string_view::npos) {
-            text += {'\\', kLetters[escape]};
-        } else if (c >= 0x20 && c <= 0x7E) {
-            text += c;
-        } else {
-            std::array<char, 5> hex{};
-            std::snprintf(hex.data(), hex.size(), "\\x%02X", static_cast<unsigned>(c) & 0xFFU);
-            text += hex.data();
-        }
-    }
-    return text + '"';
-}
 
 /// The line: what comes in is told, and so is what goes out.
 class Recorder::Port final : public SerialPort {
@@ -210,6 +193,9 @@ private:
 Recorder::Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std::string_view commandLine)
     : machine_(machine), file_(std::move(file)), port_(std::make_unique<Port>(*this)),
       boxes_(std::make_unique<Boxes>(*this)), loop_(std::make_unique<Loop>(*this)) {
+    schedule_.handlers().faulted.connect([this](const Cause& cause, int fault) {
+        comment("fault " + std::to_string(fault) + " ended " + textOf(cause));
+    });
     writeHeader(commandLine);
 }
 
@@ -236,9 +222,10 @@ void Recorder::writeHeader(std::string_view commandLine) {
         std::to_string(machine_.desktop.screenHeight()) + "\n");
 }
 
-void Recorder::begin(Input& input) {
+void Recorder::begin(Application& application) {
     put("start\n");
-    input.onGesture = [this](Gesture made, const Control& control, std::string_view value) {
+    application.console().runChanged().connect([this](const std::string& line) { comment(line); });
+    application.input().onGesture = [this](Gesture made, const Control& control, std::string_view value) {
         gesture(made, control, value);
     };
     base_ = machine_.schedule.now();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "ui/ControlHost.h"
 
 namespace quillon {
 
@@ -29,9 +30,14 @@ void Input::run(const Control& control, const std::function<void()>& handler) {
     };
     hands_.push_back(&control);
     const Hand hand{hands_, hands_.size()};
-    // A handler may take its own control away; the copy outlives it.
+    // A handler may take its own control away; what is needed of it outlives it.
     const auto copy = handler;
-    copy();
+    const std::string name = nameOf(control);
+    if (const ControlHost* host = control.host()) {
+        host->schedule().handlers().run({Cause::Kind::Key, name}, copy);
+    } else {
+        copy();
+    }
 }
 
 bool Input::reachable(const Control& control) const {
