@@ -9,6 +9,7 @@
 
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
+#include "console/PositionerKind.h"
 #include "console/Signs.h"
 #include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
@@ -29,7 +30,7 @@ public:
         EventLoop& loop;
         Desktop& desktop;
         std::string commandLine;
-        std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner
+        std::function<PositionerKind()> positionerToCalibrate;
         std::function<Refusal()> restartPc;
     };
 

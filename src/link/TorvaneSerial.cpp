@@ -162,13 +162,14 @@ void TorvaneSerialV3_07_QLC1::Parts::applyDesignStore() {
 }
 
 void TorvaneSerialV3_07_QLC1::Parts::addOperations() {
-    operations.add(
-        "SendMessage",
-        [this](std::string_view message, std::int16_t Phase, bool WithACK, std::int16_t Timeout,
-               bool SendImmediately) { send.SendMessage(message, Phase, WithACK, Timeout, SendImmediately); },
-        {false, std::int32_t{SendPath::kTimeout}, false});
-    operations.add("SendMessageWithDefaults", [this](std::string_view message, std::int16_t Phase) {
-        send.SendMessageWithDefaults(message, Phase);
+    operations.add("SendMessage",
+                   [this](std::string_view message, PhaseMask phases, bool WithACK, std::int16_t Timeout,
+                          bool SendImmediately) {
+                       send.SendMessage(message, phases, WithACK, Timeout, SendImmediately);
+                   },
+                   {false, std::int32_t{SendPath::kTimeout}, false});
+    operations.add("SendMessageWithDefaults", [this](std::string_view message, PhaseMask phases) {
+        send.SendMessageWithDefaults(message, phases);
     });
     operations.add("Flush", [this] { send.Flush(); });
     operations.add("GeneratorPhaseRequest", [this] { poll.GeneratorPhaseRequest(); });
@@ -379,8 +380,8 @@ void TorvaneSerialV3_07_QLC1::setTempUserMode(bool lent) {
     parts_->setTempUserMode(lent);
 }
 
-void TorvaneSerialV3_07_QLC1::SendMessage(std::string_view message, std::int16_t Phase, bool WithACK) {
-    parts_->send.SendMessage(message, Phase, WithACK);
+void TorvaneSerialV3_07_QLC1::SendMessage(std::string_view message, PhaseMask phases, bool WithACK) {
+    parts_->send.SendMessage(message, phases, WithACK);
 }
 
 bool TorvaneSerialV3_07_QLC1::allows(std::string_view mnemonic) const {
