@@ -6,39 +6,18 @@
 
 #include "base/Numbers.h"
 #include "base/ScenarioText.h"
-#include "base/Text.h"
 #include "console/ctrQuillonConsole.h"
-#include "runtime/ProfileFile.h"
-#include "shell/TextFile.h"
+#include "shell/RecordingHeader.h"
 #include "ui/ControlHost.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> kFiles{"Quillon.ini", "temp.ini", "error_info.txt", kTextFile};
 constexpr std::string_view kFrameEnd = "\r\n\x03";
 constexpr Milliseconds kLongestSilence = 1000; // the file is never further behind, whatever ends the process
 
 constexpr std::array<std::string_view, 5> kGestures{"press", "release", "type", "select", "slide"};
-
-/// The lines of a small file, as a scenario takes them in.
-std::string fileBlock(std::string_view name, std::string_view content) {
-    std::string block = "file " + std::string(name) + "\n";
-    auto lines = split(content, "\n");
-    if (lines.back().empty()) {
-        lines.pop_back();
-    }
-    for (std::string_view line : lines) {
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        // A line of this word alone would end the block. It has no meaning in any of the files.
-        block += trim(line) == "end" ? "# end" : line;
-        block += '\n';
-    }
-    return block + "end\n";
-}
 
 /// One more for as long as it lives.
 class Counted {
@@ -196,7 +175,7 @@ Recorder::Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std:
     schedule_.handlers().faulted.connect([this](const Cause& cause, int fault) {
         comment("fault " + std::to_string(fault) + " ended " + textOf(cause));
     });
-    writeHeader(commandLine);
+    put(recordingHeader(machine_.folder, machine_.desktop, commandLine));
 }
 
 Recorder::~Recorder() {
@@ -206,20 +185,6 @@ Recorder::~Recorder() {
 
 Platform Recorder::platform() {
     return {schedule_, *loop_, *port_, machine_.store, machine_.folder, *boxes_, machine_.power};
-}
-
-void Recorder::writeHeader(std::string_view commandLine) {
-    put("# Recorded by Quillon " QUILLON_VERSION ". Lines behind # tell what it did, with the time in ms.\n");
-    for (const std::string_view name : kFiles) {
-        if (const auto content = machine_.folder.read(name, kProfileFileLimit)) {
-            put(fileBlock(name, *content));
-        }
-    }
-    if (!commandLine.empty()) {
-        put("args " + scenarioText(commandLine) + "\n");
-    }
-    put("screen " + std::to_string(machine_.desktop.screenWidth()) + " " +
-        std::to_string(machine_.desktop.screenHeight()) + "\n");
 }
 
 void Recorder::begin(Application& application) {

@@ -49,7 +49,6 @@ private:
     class Boxes;
     class Loop;
 
-    void writeHeader(std::string_view commandLine);
     void write(std::string_view line);
     void writeAhead(std::string_view line);
     void comment(std::string_view text);
