@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <utility>
 
 #include "base/Numbers.h"
 #include "ui/ControlHost.h"
@@ -148,8 +147,11 @@ bool Input::reachableSlider(const Control& control) const {
 }
 
 void Input::cancel() {
-    for (const Held& each : std::exchange(held_, {})) {
-        run(*each.control, each.control->on.cancel);
+    // One whose handler ends with a fault leaves the others held, to be let go as ever.
+    while (!held_.empty()) {
+        const Control& control = *held_.front().control;
+        held_.erase(held_.begin());
+        run(control, control.on.cancel);
     }
 }
 
