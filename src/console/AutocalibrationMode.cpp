@@ -12,26 +12,29 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kAutocalibrationChoice{.off = F, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kAutocalibrationCancelled{.poll = Poll::Parked, .busy = Busy::Given};
-constexpr Moment kAutocalibrationChosen{.off = modes | X | F, .poll = Poll::Held};
-constexpr Moment kAutocalibrationReached{.on = F, .poll = Poll::Free};
-constexpr Moment kAutocalibrationHandedOver{
+constexpr Effects kAutocalibrationChoice{.off = F, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Effects kAutocalibrationCancelled{.poll = Poll::OffUntilReport, .busy = Busy::Given};
+constexpr Effects kAutocalibrationChosen{.off = modes | X | F, .poll = Poll::Held};
+constexpr Effects kAutocalibrationReached{.on = F, .poll = Poll::Free};
+constexpr Effects kAutocalibrationHandedOver{
     .on = A | X, .active = A, .poll = Poll::Free, .busy = Busy::Given};
-constexpr Moment kAutocalibrationNotReached{
-    .on = modes | X, .poll = Poll::Parked, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kAutocalibrationLeft{.off = modes | X | F, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kAutocalibrationEnded{.off = F, .poll = Poll::Held};
-constexpr Moment kAutocalibrationDone{
+constexpr Effects kAutocalibrationNotReached{
+    .on = modes | X, .poll = Poll::OffUntilReport, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Effects kAutocalibrationLeft{.off = modes | X | F, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Effects kAutocalibrationEnded{.off = F, .poll = Poll::Held};
+constexpr Effects kAutocalibrationDone{
     .on = modes | X, .atRest = A, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kAutocalibrationDoneInReady{
-    .on = modes | X, .atRest = A, .poll = Poll::Parked, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kCalibrationBehindItDone{.on = modes | X,
-                                          .atRest = A,
-                                          .poll = Poll::Free,
-                                          .busy = Busy::Given,
-                                          .prompt = Prompt::Cleared,
-                                          .rx = Rx::Off};
+constexpr Effects kAutocalibrationDoneInReady{.on = modes | X,
+                                              .atRest = A,
+                                              .poll = Poll::OffUntilReport,
+                                              .busy = Busy::Given,
+                                              .prompt = Prompt::Cleared};
+constexpr Effects kCalibrationBehindItDone{.on = modes | X,
+                                           .atRest = A,
+                                           .poll = Poll::Free,
+                                           .busy = Busy::Given,
+                                           .prompt = Prompt::Cleared,
+                                           .rx = Rx::Off};
 
 // Steps of tmrAutocalON, and how long each gives the generator, in ms.
 constexpr int kSendWorkstation = 1;
@@ -102,21 +105,22 @@ void AutocalibrationMode::ToggleAutocalibrationMode() {
 
 void AutocalibrationMode::enter() {
     if (!session_.generator().canEnter()) {
-        session_.breakOff();
+        session_.cancel();
         return;
     }
-    session_.turn(Run::EnteringAutocalibration, kAutocalibrationChosen,
-                  {.undo = [this] { tmrAutocalON_.stop(); },
-                   .ends =
-                       [this](Way way) {
-                           if (way == Way::Calibration || way == Way::Configuration) {
-                               return session_.mode() == Phase::Autocalibration || !tmrAutocalON_.running();
-                           }
-                           // Before its first command, or in Ready behind the last of its waits.
-                           return way == Way::Exposure ? onStep_ == kSendWorkstation
+    session_.continueAs(
+        Run::EnteringAutocalibration, kAutocalibrationChosen,
+        {.undo = [this] { tmrAutocalON_.stop(); },
+         .ends =
+             [this](Stimulus stimulus) {
+                 if (stimulus == Stimulus::Calibration || stimulus == Stimulus::Configuration) {
+                     return session_.mode() == Phase::Autocalibration || !tmrAutocalON_.running();
+                 }
+                 // Before its first command, or in Ready behind the last of its waits.
+                 return stimulus == Stimulus::Exposure ? onStep_ == kSendWorkstation
                                                        : !tmrAutocalON_.running();
-                       },
-                   .givenUp = [this] { generatorNeverCame(); }});
+             },
+         .givenUp = [this] { generatorNeverCame(); }});
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sEnterAutocal));
     onStep_ = kSendWorkstation;
     seekPace_ = kSeekPace;
@@ -144,7 +148,7 @@ void AutocalibrationMode::onTick() {
         tmrAutocalON_.start(kCalibrationTime);
         break;
     case kFirstSeek:
-        session_.waitPatiently();
+        session_.startWatchdog();
         seekTick();
         break;
     case kSeek:
@@ -189,14 +193,14 @@ void AutocalibrationMode::askForAutocalibration() {
         return;
     }
     link_.service().ToggleAutocalibrationFeature();
-    session_.stopWaiting();
+    session_.stopWatchdog();
     waitCount_ = 1;
     onStep_ = kWait;
     tmrAutocalON_.setInterval(kWaitPace);
 }
 
 void AutocalibrationMode::waitTick() {
-    session_.at(moments::kXRaysAllowed);
+    session_.apply(effects::kXRaysAllowed);
     ++waitCount_;
     const bool gone = session_.is(Run::EnteringAutocalibration) && session_.mode() == Phase::NormalOperation;
     if (session_.lastPhase() == Phase::ConfirmDismiss) {
@@ -213,7 +217,7 @@ void AutocalibrationMode::waitTick() {
 
 void AutocalibrationMode::modeReached() {
     tmrIniAutocal_.stop();
-    session_.at(kAutocalibrationReached);
+    session_.apply(kAutocalibrationReached);
     tmrAutocalON_.stop();
     if (session_.is(Run::EnteringAutocalibration) && !tmrDelayAutocal_.running() && !handOverOwed_) {
         handOver(); // it came by way of Ready, and nothing else hands it over
@@ -241,7 +245,7 @@ void AutocalibrationMode::giveUpEntry() {
 
 void AutocalibrationMode::modeBegins() {
     if (session_.idle()) {
-        session_.become(Run::HandingOver);
+        session_.rename(Run::HandingOver);
     }
     if (session_.is(Run::HandingOver) || session_.is(Run::EnteringAutocalibration)) {
         handOverOwed_ = false;
@@ -277,7 +281,7 @@ void AutocalibrationMode::handOver() {
 
 void AutocalibrationMode::questionAsked() {
     if (session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) {
-        session_.waitPatiently();
+        session_.startWatchdog();
     }
 }
 
@@ -289,9 +293,9 @@ bool AutocalibrationMode::asks() const {
 void AutocalibrationMode::answer(const std::string& prompt) {
     answered_ = true;
     if (session_.idle()) {
-        session_.become(Run::HandingOver); // the generator began by itself, up to its question
+        session_.rename(Run::HandingOver); // the generator began by itself, up to its question
     }
-    session_.at(moments::kFrameTaken);
+    session_.apply(effects::kFrameTaken);
     questionAsked();
     screen_.prompt(Role::Prompt, prompt);
 }
@@ -326,7 +330,7 @@ void AutocalibrationMode::acknowledged(bool on) {
         return;
     }
     const std::string prompt = exitPrompt();
-    session_.turn(Run::LeavingAutocalibration, kAutocalibrationEnded);
+    session_.continueAs(Run::LeavingAutocalibration, kAutocalibrationEnded);
     screen_.prompt(Role::Prompt, prompt);
     startLeaving(kStopCalibration);
 }

@@ -12,20 +12,20 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kCalibrationChoice{.on = E, .off = modes | U | X, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kCalibrationChosen{.off = modes | U | X, .poll = Poll::Held};
-constexpr Moment kCalibrationReached{.on = M | U | X | F,
-                                     .atRest = A | U,
-                                     .active = M,
-                                     .poll = Poll::Free,
-                                     .busy = Busy::Given,
-                                     .prompt = Prompt::Cleared,
-                                     .rx = Rx::On};
-constexpr Moment kCalibrationNotReached{
+constexpr Effects kCalibrationChoice{.on = E, .off = modes | U | X, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Effects kCalibrationChosen{.off = modes | U | X, .poll = Poll::Held};
+constexpr Effects kCalibrationReached{.on = M | U | X | F,
+                                      .atRest = A | U,
+                                      .active = M,
+                                      .poll = Poll::Free,
+                                      .busy = Busy::Given,
+                                      .prompt = Prompt::Cleared,
+                                      .rx = Rx::On};
+constexpr Effects kCalibrationNotReached{
     .on = modes | X, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared, .rx = Rx::On};
-constexpr Moment kCalibrationDone{
+constexpr Effects kCalibrationDone{
     .on = modes, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given, .rx = Rx::Off};
-constexpr Moment kCalibrationDoneForTheUsers{
+constexpr Effects kCalibrationDoneForTheUsers{
     .on = C | A | R, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given, .rx = Rx::Off};
 
 constexpr std::string_view kPanel = "SelWSCal";
@@ -70,7 +70,7 @@ void CalibrationMode::ToggleCalibrationMode() {
 }
 
 void CalibrationMode::enter() {
-    session_.at(moments::kFrameTaken);
+    session_.apply(effects::kFrameTaken);
     session_.begin(Run::ChoosingWorkstation, kCalibrationChoice);
     panels_.open(kPanel, [this](ModalPanel&, std::string_view event, std::int16_t workstation) {
         if (event == "OK") {
@@ -84,15 +84,15 @@ void CalibrationMode::enter() {
 void CalibrationMode::workstationChosen(std::int16_t workstation) {
     context_.state.m_SelectedWorkstation = workstation;
     if (!session_.generator().canEnter()) {
-        session_.breakOff();
+        session_.cancel();
         return;
     }
-    session_.turn(Run::EnteringCalibration, kCalibrationChosen, entryHooks());
+    session_.continueAs(Run::EnteringCalibration, kCalibrationChosen, entryHooks());
     beginEntry(kChosenWait);
 }
 
 void CalibrationMode::comeBack() {
-    session_.at(moments::kFrameTaken);
+    session_.apply(effects::kFrameTaken);
     session_.loan().takeBack();
     session_.begin(Run::EnteringCalibration, kCalibrationChoice, entryHooks());
     beginEntry(kReturnWait);
@@ -108,7 +108,7 @@ void CalibrationMode::beginEntry(int firstWait) {
 }
 
 RunHooks CalibrationMode::entryHooks() {
-    return {.undo = [this] { giveXRaysBack(false); }, .ends = [this](Way) { return !workstationSent_; }};
+    return {.undo = [this] { giveXRaysBack(false); }, .ends = [this](Stimulus) { return !workstationSent_; }};
 }
 
 void CalibrationMode::sendWorkstation() {
@@ -126,7 +126,7 @@ void CalibrationMode::onTick() {
         break;
     case 1:
         if (isExposure(session_.lastPhase())) {
-            session_.breakOff(moments::kBrokenOffByExposure); // the command would be refused
+            session_.cancel(effects::kCancelledByExposure); // the command would be refused
             return;
         }
         // A generator that is there already would be led out again.
@@ -166,9 +166,9 @@ void CalibrationMode::leave() {
     session_.openLine();
     const bool lent = session_.lent();
     exitSent_ = false;
-    session_.at(moments::kFrameTaken);
+    session_.apply(effects::kFrameTaken);
     session_.begin(lent ? Run::Lending : Run::LeavingCalibration, kCalibrationChoice, exitHooks());
-    session_.waitPatiently();
+    session_.startWatchdog();
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sExitCalibration));
     tmrCalOFF_.start(kLeaveWait);
     if (!lent) {
@@ -178,11 +178,11 @@ void CalibrationMode::leave() {
 
 RunHooks CalibrationMode::exitHooks() {
     return {.undo = [this] { giveXRaysBack(exitSent_); },
-            .ends = [this](Way) { return exitSent_; },
+            .ends = [this](Stimulus) { return exitSent_; },
             .givenUp =
                 [this] {
                     session_.loan().takeBack();
-                    session_.breakOff();
+                    session_.cancel();
                 }};
 }
 
@@ -209,18 +209,18 @@ void CalibrationMode::offTick() {
 }
 
 void CalibrationMode::left() {
-    const Moment& moment = session_.lent() ? kCalibrationDoneForTheUsers : kCalibrationDone;
+    const Effects& effects = session_.lent() ? kCalibrationDoneForTheUsers : kCalibrationDone;
     if (session_.mode() != Phase::NormalOperation) {
-        session_.at(moment); // and once more, until it has followed
+        session_.apply(effects); // and once more, until it has followed
         if (context_.state.m_ProtocolError) {
-            session_.breakOff();
+            session_.cancel();
             panels_.tellProtocolError();
         }
     } else if (session_.is(Run::Lending)) {
         tmrCalOFF_.stop();
-        session_.at(moment);
+        session_.apply(effects);
     } else {
-        session_.end(moment);
+        session_.end(effects);
     }
 }
 

@@ -101,7 +101,7 @@ void Closing::close() {
 }
 
 void Closing::BeginClosing() {
-    session_.begin(Run::Closing, moments::kClosingBegins);
+    session_.begin(Run::Closing, effects::kClosingBegins);
     goodbyeIn(kGoodbyeDelay);
 }
 

@@ -10,12 +10,12 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kConfigurationAsked{.off = modes | X, .poll = Poll::Held, .busy = Busy::Taken};
-constexpr Moment kConfigurationReached{
+constexpr Effects kConfigurationAsked{.off = modes | X, .poll = Poll::Held, .busy = Busy::Taken};
+constexpr Effects kConfigurationReached{
     .on = C | X | F, .active = C, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kConfigurationNotReached{
+constexpr Effects kConfigurationNotReached{
     .on = X, .poll = Poll::Free, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kConfigurationDone{
+constexpr Effects kConfigurationDone{
     .on = modes | X, .atRest = modes, .poll = Poll::Free, .busy = Busy::Given};
 
 constexpr int kWait = 3000; // ms that the generator gets to change its phase
@@ -37,7 +37,7 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ServiceSession& se
 }
 
 void ConfigurationMode::ToggleConfigurationMode() {
-    session_.at(moments::kFrameTaken);
+    session_.apply(effects::kFrameTaken);
     if (session_.mode() == Phase::NormalOperation) {
         session_.begin(Run::EnteringConfiguration, kConfigurationAsked);
         tell(true, context_.texts.sEnterConfiguration, tmrConfigON_);

@@ -41,7 +41,7 @@ void ConsoleScreen::clearPrompt() const {
 
 void ConsoleScreen::setError(std::string_view number) const {
     console_["lblError"].setCaption(number);
-    kKeptBackByError.each([&](Key key) { console_[nameOf(key)].setKeptBack(!number.empty()); });
+    kBlockedByError.each([&](Key key) { console_[nameOf(key)].setBlocked(!number.empty()); });
 }
 
 bool ConsoleScreen::errorOnShow() const {

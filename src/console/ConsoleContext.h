@@ -6,8 +6,8 @@
 #include "console/ConsoleKeys.h"
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
+#include "console/Indicators.h"
 #include "console/PositionerKind.h"
-#include "console/Signs.h"
 #include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
 #include "panel/KeyNeeds.h"
@@ -58,7 +58,7 @@ public:
     void setError(std::string_view number) const;
     [[nodiscard]] bool errorOnShow() const;
     /// The key does nothing for now, and looks so.
-    [[nodiscard]] bool keptBack(Key key) const { return console_[nameOf(key)].keptBack(); }
+    [[nodiscard]] bool blocked(Key key) const { return console_[nameOf(key)].blocked(); }
     /// Empties the four values of the last exposure.
     void clearActualExposure() const;
 

@@ -67,7 +67,7 @@ private:
 }
 
 /// What does nothing while an error stands.
-inline constexpr Keys kKeptBackByError =
+inline constexpr Keys kBlockedByError =
     Key::Configuration | Key::Autocalibration | Key::ReadCounters | Key::GoToUserMode | Key::Close;
 
 inline constexpr Keys kModeKeys =

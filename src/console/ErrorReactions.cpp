@@ -10,7 +10,7 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kLost{.on = U, .off = modes};
+constexpr Effects kLost{.on = U, .off = modes};
 
 constexpr int kFlashInterval = 500; // ms
 
@@ -47,7 +47,7 @@ void ErrorReactions::generatorError(std::int16_t code, std::string_view descript
         generatorLost();
     } else if (code != 0) {
         screen_.setError(decimalText(code));
-        session_.at(moments::kErrorReported);
+        session_.apply(effects::kErrorReported);
         tmrError_.start(kFlashInterval);
         describe(Role::Alarm, description);
     }
@@ -58,7 +58,7 @@ void ErrorReactions::generatorLost() {
         return;
     }
     session_.lost();
-    session_.at(kLost);
+    session_.apply(kLost);
     screen_.hide({"fraActualExposureParameters"});
     session_.standNow();
 }
@@ -78,7 +78,7 @@ void ErrorReactions::resetKey() {
     if (session_.lastPhase() != Phase::Configuration) {
         context_.link.errors().ResetError();
         if (session_.lent()) {
-            session_.at(moments::kXRaysAllowed);
+            session_.apply(effects::kXRaysAllowed);
         }
     }
     screen_.hide({"fraActualExposureParameters"});

@@ -13,15 +13,15 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kCountersAsked{
+constexpr Effects kCountersAsked{
     .off = modes | X, .poll = Poll::Held, .busy = Busy::Taken, .caption = Caption::Exit};
-constexpr Moment kCountersShown{.on = R | X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kCountersShownInExposure{
+constexpr Effects kCountersShown{.on = R | X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
+constexpr Effects kCountersShownInExposure{
     .on = X, .active = R, .busy = Busy::Given, .prompt = Prompt::Cleared};
-constexpr Moment kCountersIncomplete{.on = modes, .poll = Poll::Free};
-constexpr Moment kCountersClosed{.on = modes | X, .atRest = R, .caption = Caption::Close};
-constexpr Moment kCountersGone{.on = X, .atRest = R, .prompt = Prompt::Cleared, .caption = Caption::Close};
-constexpr Moment kCountersFailed{.poll = Poll::Free, .busy = Busy::Settled};
+constexpr Effects kCountersIncomplete{.on = modes, .poll = Poll::Free};
+constexpr Effects kCountersClosed{.on = modes | X, .atRest = R, .caption = Caption::Close};
+constexpr Effects kCountersGone{.on = X, .atRest = R, .prompt = Prompt::Cleared, .caption = Caption::Close};
+constexpr Effects kCountersFailed{.poll = Poll::Free, .busy = Busy::Settled};
 
 constexpr int kReadingPace = 2000; // ms between two requests
 constexpr int kResetYields = 50;
@@ -86,7 +86,7 @@ void ExposureCounters::open() {
 
 void ExposureCounters::close() {
     if (session_.is(Run::ReadingCounters)) {
-        session_.at(moments::kBrokenOff); // no screen has taken prompt and Busy away
+        session_.apply(effects::kCancelled); // no screen has taken prompt and Busy away
     }
     clearScreen();
     session_.end(kCountersClosed);
@@ -103,7 +103,7 @@ void ExposureCounters::clearScreen() {
 RunHooks ExposureCounters::hooks() {
     return {.undo =
                 [this] {
-                    session_.at(kCountersGone);
+                    session_.apply(kCountersGone);
                     clearScreen();
                 },
             .count =
@@ -151,7 +151,7 @@ void ExposureCounters::readTick() {
 void ExposureCounters::endReading() {
     tmrReadExposureCounters_.stop();
     // Without the last answer the keys are the operator's only way out.
-    session_.at(session_.is(Run::ReadingCounters) ? kCountersIncomplete : moments::kPollFree);
+    session_.apply(session_.is(Run::ReadingCounters) ? kCountersIncomplete : effects::kPollFree);
 }
 
 void ExposureCounters::abortReading() {
@@ -159,7 +159,7 @@ void ExposureCounters::abortReading() {
     if (session_.countersActive()) {
         close();
     }
-    session_.at(kCountersFailed);
+    session_.apply(kCountersFailed);
     panels_.ErrorMessage(ErrorCode::Protocol);
 }
 
@@ -212,7 +212,7 @@ void ExposureCounters::showThirdTube(std::string_view value) {
 
 void ExposureCounters::showScreen() {
     const bool exposing = isExposure(session_.lastPhase());
-    session_.turn(Run::ShowingCounters, exposing ? kCountersShownInExposure : kCountersShown, hooks());
+    session_.continueAs(Run::ShowingCounters, exposing ? kCountersShownInExposure : kCountersShown, hooks());
     session_.restScreen().closeScreen(); // its key goes, too
     screen_.show({"fraExposureCounters"});
     session_.restScreen().showPositionerKey(false);

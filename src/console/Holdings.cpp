@@ -18,25 +18,25 @@ Holdings::Holdings(ConsoleContext& context, const GeneratorReports& generator, R
     : context_(context), generator_(generator), restScreen_(restScreen), screen_(context),
       poll_(context, std::move(holdsPoll)) {}
 
-void Holdings::apply(const Moment& moment) {
-    take(moment.off);
-    restScreen_.paint(moment.atRest, context_.state.ButtonOffColor);
-    restScreen_.paint(moment.active, context_.state.ButtonOnColor);
-    give(moment.on);
-    if (moment.prompt == Prompt::Cleared) {
+void Holdings::apply(const Effects& effects) {
+    take(effects.off);
+    restScreen_.paint(effects.atRest, context_.state.ButtonOffColor);
+    restScreen_.paint(effects.active, context_.state.ButtonOnColor);
+    give(effects.on);
+    if (effects.prompt == Prompt::Cleared) {
         screen_.clearPrompt();
     }
-    restScreen_.caption(moment.caption);
-    if (moment.rx != Rx::Stays) {
-        context_.link.setRXEnable(moment.rx != Rx::Off);
-        xRaysOwed_ = moment.rx == Rx::GivenBack && !context_.link.allows("RX");
+    restScreen_.caption(effects.caption);
+    if (effects.rx != Rx::Stays) {
+        context_.link.setRXEnable(effects.rx != Rx::Off);
+        xRaysOwed_ = effects.rx == Rx::GivenBack && !context_.link.allows("RX");
     }
-    poll_.move(moment.poll, isExposure(generator_.lastPhase()));
+    poll_.move(effects.poll, isExposure(generator_.lastPhase()));
     poll_.notice();
-    if (moment.busy == Busy::Taken) {
+    if (effects.busy == Busy::Taken) {
         busy_ = true;
         context_.events.Busy.raise(1);
-    } else if (moment.busy == Busy::Given || (moment.busy == Busy::Settled && busy_)) {
+    } else if (effects.busy == Busy::Given || (effects.busy == Busy::Settled && busy_)) {
         busy_ = false;
         context_.events.Busy.raise(0);
     }

@@ -2,8 +2,8 @@
 
 #include <functional>
 
+#include "console/Effects.h"
 #include "console/GeneratorReports.h"
-#include "console/Moments.h"
 #include "console/PollHold.h"
 #include "console/RestScreen.h"
 
@@ -17,7 +17,7 @@ public:
     Holdings(ConsoleContext& context, const GeneratorReports& generator, RestScreen& restScreen,
              std::function<bool()> holdsPoll);
 
-    void apply(const Moment& moment);
+    void apply(const Effects& effects);
     /// Keys of the workflows are dead during an exposure: what is given meanwhile comes with giveDelayed().
     void give(Keys keys);
     void giveDelayed();

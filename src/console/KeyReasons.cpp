@@ -138,8 +138,8 @@ Hindrance KeyReasons::hindrance(const Control& key) const {
     return consoleKeyIsDead(key) ? Hindrance::Phase : context_.needs.of(key);
 }
 
-bool KeyReasons::keepsBack(const Control& key) const {
-    return isKey(key) && key.offered() && (key.keptBack() || hindrance(key) != Hindrance::None);
+bool KeyReasons::blocks(const Control& key) const {
+    return isKey(key) && key.offered() && (key.blocked() || hindrance(key) != Hindrance::None);
 }
 
 std::string KeyReasons::whyPhase() const {
@@ -218,7 +218,7 @@ std::string KeyReasons::why(const Control& key) const {
     if (shutOff(key)) {
         return context_.texts.sWhyPanel;
     }
-    if (key.keptBack()) {
+    if (key.blocked()) {
         return context_.texts.sWhyError;
     }
     for (const Control* at = &key; at != nullptr; at = at->container()) {

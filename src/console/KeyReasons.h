@@ -14,7 +14,7 @@ public:
         : context_(context), session_(session) {}
 
     /// The key is enabled, and a press would come to nothing.
-    [[nodiscard]] bool keepsBack(const Control& key) const;
+    [[nodiscard]] bool blocks(const Control& key) const;
     /// Why a press comes to nothing, in the operator's language; empty where it does something.
     [[nodiscard]] std::string why(const Control& key) const;
     /// How long the key has to be held, in the operator's language; empty for one that acts at once.

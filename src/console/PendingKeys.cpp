@@ -12,7 +12,7 @@ namespace quillon {
 
 namespace {
 
-constexpr int kPatience = 10000; // ms, for a report
+constexpr int kWatchdog = 10000; // ms, for a report
 constexpr std::string_view kStoreSID = "cmdSetNewSID";
 
 constexpr std::string_view kWorkstation = "cmbWS";
@@ -30,15 +30,15 @@ bool isValue(const Control& control) {
 } // namespace
 
 PendingKeys::PendingKeys(TorvaneSerialV3_07_QLC1& link, ServiceSession& session)
-    : link_(link), session_(session), patience_(link.schedule()) {
+    : link_(link), session_(session), watchdog_(link.schedule()) {
     link.setSendNotices({.handedOver = [this](std::uint32_t ticket) { handedOver(ticket); },
                          .left = [this](std::uint32_t ticket, bool done) { leftQueue(ticket, done); }});
-    session_.began.connect([this] { began_ = hand(); });
+    session_.began.connect([this] { began_ = gestureOwner(); });
     session_.changed.connect([this] { runChanged(); });
     link.events().WorkstationChange.connect([this](std::int32_t) { askFor(nullptr); });
     link.events().GeneratorPhaseChange.connect([this](Phase) { askFor(nullptr); });
     link.events().URSSidGetResponse.connect([this](std::int16_t) { replacedIsReported(); });
-    patience_.setTick([this] {
+    watchdog_.setTick([this] {
         const Control* key = asked_;
         askFor(nullptr);
         neverReported_ = key;
@@ -90,10 +90,10 @@ bool PendingKeys::outdated(const Control& control) const {
 
 /// A workstation's values look old from the press of another one's key until that is reported, or given up.
 void PendingKeys::askFor(const Control* workstation) {
-    patience_.stop();
+    watchdog_.stop();
     neverReported_ = nullptr;
     if (workstation != nullptr) {
-        patience_.start(kPatience);
+        watchdog_.start(kWatchdog);
     }
     const Control* before = std::exchange(asked_, workstation);
     for (const Control* key : {before, workstation}) {
@@ -136,7 +136,7 @@ void PendingKeys::forget(const Control& control) {
 }
 
 void PendingKeys::handedOver(std::uint32_t ticket) {
-    if (const Control* key = hand()) {
+    if (const Control* key = gestureOwner()) {
         waiting_.emplace(ticket, key);
         neverReported_ = nullptr;
         if (key->name() == kWorkstation && key->index().value_or(0) + 1 != link_.mirror().m_Workstation) {

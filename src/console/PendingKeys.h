@@ -20,7 +20,7 @@ public:
     PendingKeys& operator=(const PendingKeys&) = delete;
 
     /// Who knows the control whose gesture is being handled.
-    void setHand(std::function<const Control*()> hand) { hand_ = std::move(hand); }
+    void setGestureOwner(std::function<const Control*()> hand) { gestureOwner_ = std::move(hand); }
 
     [[nodiscard]] bool waits(const Control& control) const;
     /// The key of the workstation that was asked for and is not reported yet; empty for none. It is given up
@@ -50,15 +50,15 @@ private:
     void askFor(const Control* workstation);
     void replace(const Control* value);
     void replacedIsReported();
-    [[nodiscard]] const Control* hand() const { return hand_ ? hand_() : nullptr; }
+    [[nodiscard]] const Control* gestureOwner() const { return gestureOwner_ ? gestureOwner_() : nullptr; }
 
     TorvaneSerialV3_07_QLC1& link_;
     ServiceSession& session_;
-    std::function<const Control*()> hand_;
+    std::function<const Control*()> gestureOwner_;
     std::multimap<std::uint32_t, const Control*> waiting_; ///< by ticket: more than one may want the same
     const Control* asked_ = nullptr;
     const Control* neverReported_ = nullptr;
-    Timer patience_;                    ///< for the report of what was asked for
+    Timer watchdog_;                    ///< for the report of what was asked for
     const Control* replaced_ = nullptr; ///< shows what was stored before, until the new one is reported
     const Control* began_ = nullptr;
     const Control* shown_ = nullptr; ///< waits for the run as it was told last

@@ -6,21 +6,21 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kPoweringUp{.off = modes | F};
-constexpr Moment kReadyForTheUsers{.on = F, .active = U};
-constexpr Moment kReadyBeforeTheUsersCame{.prompt = Prompt::Cleared};
-constexpr Moment kModeIsOver{.off = F, .prompt = Prompt::Cleared};
-constexpr Moment kPreparation{.off = modes | U | X, .poll = Poll::Unparked};
-constexpr Moment kInCalibration{.atRest = U, .caption = Caption::Exit};
-constexpr Moment kCalibrationIsFree{.on = M | U | X | F, .off = R, .atRest = R | A | U, .active = M};
-constexpr Moment kInConfiguration{.on = F | C | U,
-                                  .off = M | A | R,
-                                  .atRest = M | A | R | U,
-                                  .active = C,
-                                  .prompt = Prompt::Cleared,
-                                  .caption = Caption::Exit};
-constexpr Moment kInAutocalibration{.caption = Caption::Exit};
-constexpr Moment kQuestionAsked{.on = F};
+constexpr Effects kPoweringUp{.off = modes | F};
+constexpr Effects kReadyForTheUsers{.on = F, .active = U};
+constexpr Effects kReadyBeforeTheUsersCame{.prompt = Prompt::Cleared};
+constexpr Effects kModeIsOver{.off = F, .prompt = Prompt::Cleared};
+constexpr Effects kPreparation{.off = modes | U | X, .poll = Poll::Resumed};
+constexpr Effects kInCalibration{.atRest = U, .caption = Caption::Exit};
+constexpr Effects kCalibrationIsFree{.on = M | U | X | F, .off = R, .atRest = R | A | U, .active = M};
+constexpr Effects kInConfiguration{.on = F | C | U,
+                                   .off = M | A | R,
+                                   .atRest = M | A | R | U,
+                                   .active = C,
+                                   .prompt = Prompt::Cleared,
+                                   .caption = Caption::Exit};
+constexpr Effects kInAutocalibration{.caption = Caption::Exit};
+constexpr Effects kQuestionAsked{.on = F};
 
 constexpr int kLinkControlDelay = 500; // ms from the report to the link control's panel
 
@@ -50,7 +50,7 @@ void PhaseReactions::connectSignals() {
     events.AutocalConfirmDismiss.connect([this] { askToConfirm(); });
     events.Beep.connect([this](const std::string&) { context_.desktop.beep(); });
     events.KVPChangeValue.connect([this](const std::string& value) { state_.m_LastKVPDisplay = value; });
-    events.MASChangeDisplay.connect([this](const std::string&) { session_.at(moments::kPollFree); });
+    events.MASChangeDisplay.connect([this](const std::string&) { session_.apply(effects::kPollFree); });
     events.PostDisplay.connect([this](const std::string& mA, const std::string& ms, const std::string& mAs) {
         if (session_.lent()) {
             screen_.show({"fraActualExposureParameters"});
@@ -73,7 +73,7 @@ void PhaseReactions::phaseChange(Phase phase) {
             // It has taken its question back, and may go anywhere from here.
             screen_.clearPrompt();
             if (phase == Phase::Calibration || phase == Phase::Autocalibration) {
-                session_.at(moments::kPollFree);
+                session_.apply(effects::kPollFree);
             }
         }
         react(phase);
@@ -106,7 +106,7 @@ void PhaseReactions::react(Phase phase) {
         calibration();
         break;
     case Phase::Error:
-        session_.at(moments::kErrorReported);
+        session_.apply(effects::kErrorReported);
         break;
     case Phase::Configuration:
         configuration();
@@ -155,7 +155,7 @@ void PhaseReactions::initialization() {
                                           .append(texts.sPleaseWait));
     lightPreparation(false);
     lightExposure(false);
-    session_.at(kPoweringUp);
+    session_.apply(kPoweringUp);
     screen_.hide({"fraExposureCounters"});
     session_.standNow();
     state_.m_PowerUpSeen = true;
@@ -173,7 +173,7 @@ void PhaseReactions::normalOperation() {
     }
     session_.generator().setLastPhase(before);
     if (lent && session_.mode() == Phase::Calibration && !movingToUserMode) {
-        session_.at(kReadyForTheUsers);
+        session_.apply(kReadyForTheUsers);
         screen_.show({"fraActualExposureParameters"});
         screen_.clearActualExposure();
     }
@@ -187,7 +187,7 @@ void PhaseReactions::normalOperation() {
         modeIsOver();
     }
     session_.generator().setMode(Phase::NormalOperation);
-    session_.at(movingToUserMode ? kReadyBeforeTheUsersCame : moments::kCloseOffered);
+    session_.apply(movingToUserMode ? kReadyBeforeTheUsersCame : effects::kCloseOffered);
 }
 
 void PhaseReactions::modeIsOver() {
@@ -195,7 +195,7 @@ void PhaseReactions::modeIsOver() {
         session_.restScreen().showPictureBehind();
         return;
     }
-    session_.at(kModeIsOver);
+    session_.apply(kModeIsOver);
     session_.restScreen().showPicture();
     screen_.hide(Key::GoToUserMode);
     screen_.show(kModeKeys);
@@ -215,7 +215,7 @@ void PhaseReactions::preparation() {
         }
     }
     lightPreparation(true);
-    session_.at(kPreparation);
+    session_.apply(kPreparation);
 }
 
 void PhaseReactions::calibration() {
@@ -224,7 +224,7 @@ void PhaseReactions::calibration() {
     if (!entering) {
         lightPreparation(false);
         if (!leaving && !session_.is(Run::EnteringCalibration)) {
-            session_.at(kCalibrationIsFree);
+            session_.apply(kCalibrationIsFree);
             screen_.hide({"fraActualExposureParameters", "fraExposureCounters"});
         }
     }
@@ -236,12 +236,12 @@ void PhaseReactions::calibration() {
         screen_.hide({"fraActualExposureParameters"});
     }
     session_.generator().setMode(Phase::Calibration);
-    session_.at(kInCalibration);
+    session_.apply(kInCalibration);
 }
 
 void PhaseReactions::configuration() {
-    start_.greetNobody();
-    session_.at(kInConfiguration);
+    start_.dismissGreeting();
+    session_.apply(kInConfiguration);
     screen_.show(kModeKeys);
     screen_.hide(Key::GoToUserMode);
     screen_.hide({"lblErrorDescription", "fraActualExposureParameters"});
@@ -262,7 +262,7 @@ void PhaseReactions::autocalibration() {
         }
     }
     session_.generator().setMode(Phase::Autocalibration);
-    session_.at(kInAutocalibration);
+    session_.apply(kInAutocalibration);
     autocalibration_.modeReported(false);
 }
 
@@ -275,7 +275,7 @@ void PhaseReactions::result(Says words) {
 
 void PhaseReactions::askToConfirm() {
     autocalibration_.questionRaised();
-    session_.at(kQuestionAsked);
+    session_.apply(kQuestionAsked);
 }
 
 void PhaseReactions::bringLinkControl() {

@@ -16,16 +16,16 @@ PollHold::PollHold(ConsoleContext& context, std::function<bool()> wanted)
 }
 
 void PollHold::move(Poll poll, bool exposing) {
-    held_ = poll == Poll::Held || (held_ && poll != Poll::Free && poll != Poll::Parked);
+    held_ = poll == Poll::Held || (held_ && poll != Poll::Free && poll != Poll::OffUntilReport);
     // Only a report gives the keys back behind an exposure, and one that is lost must not be the last.
-    const bool free =
-        poll == Poll::Free || (poll == Poll::Unparked && parked_) || (poll == Poll::Parked && exposing);
+    const bool free = poll == Poll::Free || (poll == Poll::Resumed && offUntilReport_) ||
+                      (poll == Poll::OffUntilReport && exposing);
     if (poll == Poll::Held || free) {
         context_.link.setStatusUpdateEnable(free);
     }
     if (poll != Poll::Stays) {
-        parked_ = poll == Poll::Parked && !free;
-        if (poll == Poll::Held || parked_) {
+        offUntilReport_ = poll == Poll::OffUntilReport && !free;
+        if (poll == Poll::Held || offUntilReport_) {
             watch_.start(kLongest);
         }
     }
@@ -38,7 +38,7 @@ void PollHold::notice() {
 }
 
 void PollHold::watch() {
-    const bool byHost = !context_.link.StatusUpdateEnable() && !held_ && !parked_;
+    const bool byHost = !context_.link.StatusUpdateEnable() && !held_ && !offUntilReport_;
     if (context_.link.polls() || byHost || !context_.link.PortOpen()) {
         watch_.stop();
     } else if (wanted_()) {
@@ -46,7 +46,7 @@ void PollHold::watch() {
     } else {
         watch_.stop();
         held_ = false;
-        parked_ = false;
+        offUntilReport_ = false;
         context_.link.pollAgain();
     }
 }

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "console/ConsoleContext.h"
-#include "console/Moments.h"
+#include "console/Effects.h"
 
 namespace quillon {
 
@@ -28,7 +28,7 @@ private:
     std::function<bool()> wanted_;
     Timer watch_; ///< while the poll is away
     bool held_ = false;
-    bool parked_ = false;
+    bool offUntilReport_ = false;
 };
 
 } // namespace quillon

@@ -4,9 +4,9 @@ namespace quillon {
 
 namespace {
 
-constexpr Answer goes = Answer::GoesOn;
-constexpr Answer ends = Answer::Ends;
-constexpr Answer asks = Answer::Asks;
+constexpr Reaction goes = Reaction::GoesOn;
+constexpr Reaction ends = Reaction::Ends;
+constexpr Reaction asks = Reaction::AskWorkflow;
 constexpr CloseKey mode = CloseKey::ByMode;
 constexpr CloseKey wait = CloseKey::WaitsForMode;
 constexpr CloseKey dead = CloseKey::Nothing;

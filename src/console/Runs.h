@@ -30,7 +30,7 @@ enum class Run : std::uint8_t {
 inline constexpr std::size_t kRuns = 14;
 
 /// What can happen to it from outside.
-enum class Way : std::uint8_t {
+enum class Stimulus : std::uint8_t {
     Restart,         ///< phase 1
     Ready,           ///< phase 2
     Exposure,        ///< phases 3, 4 and 5
@@ -40,14 +40,14 @@ enum class Way : std::uint8_t {
     Lost,            ///< nothing was heard for too long
     CloseKey,        ///< cmbClose, where it can be reached
 };
-inline constexpr std::size_t kWays = 8;
+inline constexpr std::size_t kStimuli = 8;
 
 /// What becomes of the run behind a report or a loss.
-enum class Answer : std::uint8_t {
-    GoesOn, ///< to its own next step, which finds the phase that was reported
-    Ends,   ///< at once; what it took is given back
-    Asks,   ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come any
-            ///< more
+enum class Reaction : std::uint8_t {
+    GoesOn,      ///< to its own next step, which finds the phase that was reported
+    Ends,        ///< at once; what it took is given back
+    AskWorkflow, ///< ends if its own word is so: nothing was said to the generator yet, or nothing is to come
+                 ///< any more
 };
 
 /// What cmbClose does in a run.
@@ -65,7 +65,7 @@ struct RunRow {
     ConsoleTimer lastWait; ///< the timer with which it ends; empty where that takes no fixed time
     std::array<ConsoleTimer, 3> timers;
     std::array<std::string_view, 3> panels;
-    std::array<Answer, kWays - 1> answers; ///< to each way but cmbClose
+    std::array<Reaction, kStimuli - 1> reactions; ///< to each way but cmbClose
     CloseKey close;
 };
 
@@ -81,8 +81,8 @@ struct WaitRow {
 
 [[nodiscard]] const RunRow& rowOf(Run run);
 /// To any way but cmbClose.
-[[nodiscard]] inline Answer answerOf(Run run, Way way) {
-    return rowOf(run).answers.at(static_cast<std::size_t>(way));
+[[nodiscard]] inline Reaction reactionOf(Run run, Stimulus stimulus) {
+    return rowOf(run).reactions.at(static_cast<std::size_t>(stimulus));
 }
 
 } // namespace quillon

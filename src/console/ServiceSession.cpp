@@ -12,11 +12,11 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kClosePressed{.rx = Rx::Off};
-constexpr Moment kXRaysGivenBack{.rx = Rx::GivenBack};
-constexpr Moment kPatienceIsOver{.on = X};
+constexpr Effects kClosePressed{.rx = Rx::Off};
+constexpr Effects kXRaysGivenBack{.rx = Rx::GivenBack};
+constexpr Effects kWatchdogExpired{.on = X};
 
-constexpr int kPatience = 60000; // ms
+constexpr int kWatchdog = 60000; // ms
 constexpr int kFollowed = 5000;  // ms that the generator gets to follow the last command of a run
 
 /// In these the place of a positioner's screen is wanted for something else.
@@ -24,24 +24,24 @@ constexpr Phases kEndsScreen{Phase::Initialization,  Phase::Calibration,    Phas
                              Phase::Autocalibration, Phase::ConfirmDismiss, Phase::AutocalError,
                              Phase::AutocalOk};
 
-std::optional<Way> wayOf(Phase phase) {
+std::optional<Stimulus> stimulusOf(Phase phase) {
     switch (phase) {
     case Phase::Initialization:
-        return Way::Restart;
+        return Stimulus::Restart;
     case Phase::NormalOperation:
-        return Way::Ready;
+        return Stimulus::Ready;
     case Phase::Preparation:
     case Phase::RadExposure:
     case Phase::FluoroExposure:
-        return Way::Exposure;
+        return Stimulus::Exposure;
     case Phase::Calibration:
-        return Way::Calibration;
+        return Stimulus::Calibration;
     case Phase::Configuration:
-        return Way::Configuration;
+        return Stimulus::Configuration;
     case Phase::Autocalibration:
     case Phase::AutocalError:
     case Phase::AutocalOk:
-        return Way::Autocalibration;
+        return Stimulus::Autocalibration;
     default:
         return std::nullopt;
     }
@@ -52,15 +52,15 @@ std::optional<Way> wayOf(Phase phase) {
 ServiceSession::ServiceSession(ConsoleContext& context)
     : context_(context), generator_(context), screen_(context), restScreen_(context), loan_(context.link),
       holdings_(context, generator_, restScreen_, [this] { return holdsPoll(); }), timers_(context.console),
-      patience_(context.console.schedule()), followed_(context.console.schedule()) {
+      watchdog_(context.console.schedule()), followed_(context.console.schedule()) {
     followed_.setTick([this] {
         followed_.stop();
         stand();
     });
-    patience_.setTick([this] {
-        patience_.stop();
-        patienceOver_ = true;
-        at(kPatienceIsOver);
+    watchdog_.setTick([this] {
+        watchdog_.stop();
+        watchdogExpired_ = true;
+        apply(kWatchdogExpired);
     });
 }
 
@@ -73,7 +73,7 @@ void ServiceSession::onClick(Key key, std::function<void()> work) {
 }
 
 bool ServiceSession::takes(Key key) const {
-    return !screen_.keptBack(key) && !is(Run::Closing);
+    return !screen_.blocked(key) && !is(Run::Closing);
 }
 
 bool ServiceSession::isFree() const {
@@ -84,8 +84,8 @@ void ServiceSession::setRun(Run run) {
     run_ = run;
     assert(timers_.onlyOf(run));
     if (run == Run::None) {
-        patience_.stop(); // there is nothing left to wait for
-        patienceOver_ = false;
+        watchdog_.stop(); // there is nothing left to wait for
+        watchdogExpired_ = false;
     }
     changed.raise();
 }
@@ -101,7 +101,7 @@ bool ServiceSession::waits() const {
     return rowOf(run_).waits && lastPhase() != Phase::ConfirmDismiss;
 }
 
-void ServiceSession::begin(Run run, const Moment& moment, RunHooks hooks) {
+void ServiceSession::begin(Run run, const Effects& effects, RunHooks hooks) {
     assert(run != Run::None);
     const RunHooks before = std::exchange(hooks_, {});
     followed_.stop();
@@ -113,24 +113,24 @@ void ServiceSession::begin(Run run, const Moment& moment, RunHooks hooks) {
     hooks_ = std::move(hooks);
     began.raise();
     setRun(run);
-    at(moment);
+    apply(effects);
 }
 
-void ServiceSession::turn(Run run, const Moment& moment, RunHooks hooks) {
-    patience_.stop();
-    patienceOver_ = false;
+void ServiceSession::continueAs(Run run, const Effects& effects, RunHooks hooks) {
+    watchdog_.stop();
+    watchdogExpired_ = false;
     hooks_ = std::move(hooks);
     setRun(run);
-    at(moment);
+    apply(effects);
 }
 
-void ServiceSession::end(const Moment& moment) {
-    finish(moment);
+void ServiceSession::end(const Effects& effects) {
+    finish(effects);
     stand();
 }
 
-void ServiceSession::endOnTheWay(const Moment& moment) {
-    finish(moment);
+void ServiceSession::endOnTheWay(const Effects& effects) {
+    finish(effects);
     if (mode() == Phase::NormalOperation) {
         stand();
     } else {
@@ -138,22 +138,22 @@ void ServiceSession::endOnTheWay(const Moment& moment) {
     }
 }
 
-void ServiceSession::finish(const Moment& moment) {
+void ServiceSession::finish(const Effects& effects) {
     generator_.setExitUnheard(generator_.isLost() && isLeaving());
     hooks_ = {};
     stopParts();
     setRun(Run::None);
     layoutOwed_ = true;
-    at(moment);
+    apply(effects);
 }
 
-void ServiceSession::breakOff(const Moment& moment) {
+void ServiceSession::cancel(const Effects& effects) {
     assert(!idle());
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
     setRun(Run::None);
     layoutOwed_ = true;
-    at(moment);
+    apply(effects);
     if (before.undo) {
         before.undo();
     }
@@ -176,12 +176,12 @@ bool ServiceSession::lendingGoesOnLeaving() {
     assert(is(Run::Lending));
     const bool leaving = timers_.running("tmrCalOFF");
     if (leaving) {
-        become(Run::LeavingCalibration);
+        rename(Run::LeavingCalibration);
     }
     return leaving;
 }
 
-void ServiceSession::drop() {
+void ServiceSession::reset() {
     hooks_ = {};
     stopParts();
     timers_.stopWaits();
@@ -190,8 +190,8 @@ void ServiceSession::drop() {
 
 /// The one place where the belongings of a run go.
 void ServiceSession::stopParts() {
-    patience_.stop();
-    patienceOver_ = false;
+    watchdog_.stop();
+    watchdogExpired_ = false;
     context_.console.timer("tmrIniAutocal").stop(); // a question may have been answered in any run
     timers_.stopOf(run_);
     for (const std::string_view panel : rowOf(run_).panels) {
@@ -216,25 +216,25 @@ void ServiceSession::stopWait(const WaitRow& wait) {
     timer.stop();
 }
 
-void ServiceSession::at(const Moment& moment) {
-    holdings_.apply(moment);
+void ServiceSession::apply(const Effects& effects) {
+    holdings_.apply(effects);
     changed.raise();
 }
 
-void ServiceSession::waitPatiently() {
+void ServiceSession::startWatchdog() {
     assert(!idle());
-    if (!patienceOver_) {
-        patience_.start(kPatience);
+    if (!watchdogExpired_) {
+        watchdog_.start(kWatchdog);
     }
 }
 
-void ServiceSession::stopWaiting() {
-    patience_.stop();
+void ServiceSession::stopWatchdog() {
+    watchdog_.stop();
 }
 
 void ServiceSession::closePressed() {
     xRaysAtPress_ = holdings_.allowsXRays();
-    at(kClosePressed);
+    apply(kClosePressed);
 }
 
 void ServiceSession::pressCameToNothing() {
@@ -244,7 +244,7 @@ void ServiceSession::pressCameToNothing() {
 }
 
 void ServiceSession::giveXRaysBack() {
-    at(kXRaysGivenBack);
+    apply(kXRaysGivenBack);
     if (generator_.isLost()) {
         holdings_.oweXRays();
     }
@@ -257,18 +257,19 @@ void ServiceSession::openLine() {
 }
 
 void ServiceSession::giveUp() {
-    assert(patienceOver_);
+    assert(watchdogExpired_);
     if (const std::function<void()> givenUp = hooks_.givenUp) {
         givenUp();
     } else {
-        breakOff();
+        cancel();
     }
 }
 
-void ServiceSession::answer(Way way) {
-    const Answer answer = answerOf(run_, way);
-    if (answer == Answer::Ends || (answer == Answer::Asks && hooks_.ends && hooks_.ends(way))) {
-        breakOff(way == Way::Exposure ? moments::kBrokenOffByExposure : moments::kBrokenOff);
+void ServiceSession::react(Stimulus stimulus) {
+    const Reaction reaction = reactionOf(run_, stimulus);
+    if (reaction == Reaction::Ends ||
+        (reaction == Reaction::AskWorkflow && hooks_.ends && hooks_.ends(stimulus))) {
+        cancel(stimulus == Stimulus::Exposure ? effects::kCancelledByExposure : effects::kCancelled);
     }
 }
 
@@ -293,8 +294,8 @@ void ServiceSession::reported(Phase phase) {
     if (kEndsScreen.has(phase)) {
         restScreen_.closeScreen();
     }
-    if (const std::optional<Way> way = wayOf(phase)) {
-        answer(*way);
+    if (const std::optional<Stimulus> stimulus = stimulusOf(phase)) {
+        react(*stimulus);
     }
     const bool elsewhere = phase == Phase::Initialization || phase == Phase::Configuration ||
                            phase == Phase::Autocalibration ||
@@ -319,8 +320,8 @@ void ServiceSession::settled(Phase phase) {
             holdings_.give(
                 Key::ReadCounters); // the only way out of a reading without an answer, wherever this leads
         }
-        if (patienceOver_) {
-            at(kPatienceIsOver);
+        if (watchdogExpired_) {
+            apply(kWatchdogExpired);
         }
     }
     holdings_.noticePoll();
@@ -329,7 +330,7 @@ void ServiceSession::settled(Phase phase) {
     }
     if (!hot) {
         if (!isExposure(phase) && hasNoTimer()) {
-            breakOff(); // the report has ended the wait for its next step
+            cancel(); // the report has ended the wait for its next step
         }
         stand();
     }
@@ -382,7 +383,7 @@ void ServiceSession::messageOpens(Phase missed, std::function<void()> belie) {
 void ServiceSession::messageCloses() {
     assert(messageOpen_);
     messageOpen_ = false;
-    at(moments::kPollFree);
+    apply(effects::kPollFree);
 }
 
 void ServiceSession::lost() {
@@ -393,7 +394,7 @@ void ServiceSession::lost() {
             stopWait(wait);
         }
     }
-    answer(Way::Lost);
+    react(Stimulus::Lost);
     loan_.takeBack();
 }
 

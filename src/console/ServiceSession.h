@@ -20,10 +20,10 @@ struct Count {
 
 /// What a run has to say when it does not reach its own end.
 struct RunHooks {
-    std::function<void()> undo = {};    ///< it does not reach its own end: what is its own on the screen goes
-    std::function<bool(Way)> ends = {}; ///< its word where the matrix asks for it
-    std::function<Count()> count = {};  ///< how far it is
-    std::function<void()> givenUp = {}; ///< the operator has waited for a minute and pressed cmbClose
+    std::function<void()> undo = {}; ///< it does not reach its own end: what is its own on the screen goes
+    std::function<bool(Stimulus)> ends = {}; ///< its word where the matrix asks for it
+    std::function<Count()> count = {};       ///< how far it is
+    std::function<void()> givenUp = {};      ///< the operator has waited for a minute and pressed cmbClose
 };
 
 /// What the engineer has with the machine: where the generator stands, and what the console is doing, one run
@@ -59,34 +59,34 @@ public:
     [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
 
     /// Ends what runs and begins another run; the moment's row is given and taken.
-    void begin(Run run, const Moment& moment, RunHooks hooks = {});
+    void begin(Run run, const Effects& effects, RunHooks hooks = {});
     /// The same workflow goes on as another run: nothing of it stops.
-    void turn(Run run, const Moment& moment, RunHooks hooks = {});
+    void continueAs(Run run, const Effects& effects, RunHooks hooks = {});
     /// A moment of the run that goes on, or of no run.
-    void at(const Moment& moment);
+    void apply(const Effects& effects);
     /// The run's own end.
-    void end(const Moment& moment);
+    void end(const Effects& effects);
     /// The same, and a message tells it: what stands is shown behind that.
-    void fail(const Moment& moment) { finish(moment); }
+    void fail(const Effects& effects) { finish(effects); }
     /// The same, with the generator on its way: what stands is shown when it has had time to follow.
-    void endOnTheWay(const Moment& moment);
+    void endOnTheWay(const Effects& effects);
     /// The run is known by another name from now on, and nothing else changes.
-    void become(Run run) { setRun(run); }
+    void rename(Run run) { setRun(run); }
     /// Ends the run before its own end.
-    void breakOff(const Moment& moment = moments::kBrokenOff);
+    void cancel(const Effects& effects = effects::kCancelled);
     /// The refresh ends the way to the users, and with it the wait that would have ended it.
     void cancelLending();
     /// Calibration goes on being left, for nobody yet. False when it is not being left any more.
     bool lendingGoesOnLeaving();
     /// All of it is over without a word: the console appears anew.
-    void drop();
+    void reset();
 
     /// A wait that may never end begins: a minute from now cmbClose is given. An earlier minute is forgotten.
-    void waitPatiently();
+    void startWatchdog();
     /// It has an end again; a minute that is over stays over.
-    void stopWaiting();
+    void stopWatchdog();
     /// It is over: cmbClose ends the run.
-    [[nodiscard]] bool canGiveUp() const { return patienceOver_; }
+    [[nodiscard]] bool canGiveUp() const { return watchdogExpired_; }
     /// The press that does so.
     void giveUp();
 
@@ -141,8 +141,8 @@ private:
     void stopParts();
     void stopWait(const WaitRow& wait);
     [[nodiscard]] bool holdsPoll() const;
-    void answer(Way way);
-    void finish(const Moment& moment);
+    void react(Stimulus stimulus);
+    void finish(const Effects& effects);
     [[nodiscard]] bool hasNoTimer() const;
 
     ConsoleContext& context_;
@@ -152,11 +152,11 @@ private:
     Loan loan_;
     Holdings holdings_;
     RunTimers timers_;
-    Timer patience_;
+    Timer watchdog_;
     Timer followed_; ///< while the generator may still follow the last command of a run that is over
     Run run_ = Run::None;
     RunHooks hooks_;
-    bool patienceOver_ = false;
+    bool watchdogExpired_ = false;
     bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
     bool xRaysAtPress_ = true;
     bool reporting_ = false; ///< a report is reacted to: what stands is not known before that is over

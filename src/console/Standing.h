@@ -5,7 +5,7 @@
 
 #include "base/Phase.h"
 #include "console/ConsoleKeys.h"
-#include "console/Moments.h"
+#include "console/Effects.h"
 
 namespace quillon {
 

@@ -10,8 +10,8 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kShown{.off = modes | U | F};
-constexpr Moment kRefreshDone{.on = modes, .atRest = modes};
+constexpr Effects kShown{.off = modes | U | F};
+constexpr Effects kRefreshDone{.on = modes, .atRest = modes};
 
 constexpr int kGreetingDelay = 3000; // ms
 constexpr int kPowerUpWait = 5000;   // ms
@@ -59,7 +59,7 @@ void StartOfService::PortOpen(bool newStatus) {
 void StartOfService::opened() {
     session_.generator().setLastPhase(Phase::Initialization);
     context_.link.poll().GeneratorPhaseRequest();
-    session_.at(moments::kPollFree);
+    session_.apply(effects::kPollFree);
 }
 
 void StartOfService::UserControl_Show() {
@@ -70,10 +70,10 @@ void StartOfService::UserControl_Show() {
         session_.generator().setLastPhase(Phase::Initialization);
     }
     session_.generator().setMode(Phase::Initialization);
-    session_.drop();
+    session_.reset();
     state_.m_ProtocolError = false;
     context_.console.timer("tmrError").stop();
-    session_.at(kShown);
+    session_.apply(kShown);
     screen_.hide(Key::GoToUserMode);
     TorvaneSerialV3_07_QLC1& link = context_.link;
     link.setEventEnabled(true);
@@ -140,7 +140,7 @@ void StartOfService::RefreshConsole() {
 void StartOfService::waitRefreshTick() {
     if (session_.lastPhase() == Phase::NormalOperation &&
         (session_.isFree() || session_.is(Run::ShowingCounters))) {
-        session_.at(kRefreshDone);
+        session_.apply(kRefreshDone);
     }
     tmrWaitRefresh_.stop();
     session_.cancelLending();

@@ -26,7 +26,7 @@ public:
     /// The generator has told a phase: nobody has to power it up.
     void heard();
     /// The greeting of a generator that is not there is not wanted any more.
-    void greetNobody() { tmrDelayShow_.stop(); }
+    void dismissGreeting() { tmrDelayShow_.stop(); }
 
 private:
     void opened();

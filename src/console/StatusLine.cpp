@@ -6,9 +6,9 @@
 
 #include "base/Numbers.h"
 #include "console/Exposures.h"
-#include "console/Glance.h"
+#include "console/GeneratorSummary.h"
+#include "console/Indicators.h"
 #include "console/PendingKeys.h"
-#include "console/Signs.h"
 #include "console/UnsavedValue.h"
 #include "link/LinkSilence.h"
 
@@ -60,9 +60,9 @@ std::string firstOf(const std::string& all) {
 
 } // namespace
 
-StatusLine::StatusLine(ConsoleContext& context, ServiceSession& session, const Signs& signs)
-    : context_(context), session_(session), glance_(signs.glance), exposures_(signs.exposures),
-      pending_(signs.pending), unsaved_(signs.unsaved) {
+StatusLine::StatusLine(ConsoleContext& context, ServiceSession& session, const Indicators& indicators)
+    : context_(context), session_(session), summary_(indicators.summary), exposures_(indicators.exposures),
+      pending_(indicators.pending), unsaved_(indicators.unsaved) {
     const auto tell = [this](const auto&...) { changed.raise(); };
     LinkEvents& events = context_.link.events();
     session.changed.connect(tell);
@@ -111,7 +111,7 @@ Progress StatusLine::progress() const {
 
 StatusField StatusLine::generator() const {
     const Phase phase = session_.lastPhase();
-    const std::string words = glance_.state();
+    const std::string words = summary_.state();
     if (session_.generator().isLost() || !context_.link.silence().everHeard()) {
         return {context_.texts.sStateNotKnown, Tone::Unknown};
     }
@@ -181,7 +181,7 @@ StatusField StatusLine::rays() const {
     if (!context_.link.mirror().RXEnable) {
         return {texts.sRaysHeld, Tone::HeldBack};
     }
-    if (const std::string standing = firstOf(glance_.warnings()); !standing.empty()) {
+    if (const std::string standing = firstOf(summary_.warnings()); !standing.empty()) {
         return {ConsoleTexts::filled(texts.sRaysRefused, {standing}), Tone::Warning};
     }
     constexpr Phases kPossible{Phase::NormalOperation, Phase::Preparation, Phase::Calibration,

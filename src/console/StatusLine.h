@@ -9,10 +9,10 @@
 namespace quillon {
 
 class Exposures;
-class Glance;
+class GeneratorSummary;
 class PendingKeys;
 class UnsavedValue;
-struct Signs;
+struct Indicators;
 
 /// How far the console is with what it is doing.
 struct Progress {
@@ -34,7 +34,7 @@ struct StatusField {
 /// and the link when it is asked for; it keeps nothing.
 class StatusLine {
 public:
-    StatusLine(ConsoleContext& context, ServiceSession& session, const Signs& signs);
+    StatusLine(ConsoleContext& context, ServiceSession& session, const Indicators& indicators);
 
     /// Where the generator stands.
     [[nodiscard]] StatusField generator() const;
@@ -65,7 +65,7 @@ private:
 
     ConsoleContext& context_;
     const ServiceSession& session_;
-    Glance& glance_;
+    GeneratorSummary& summary_;
     Exposures& exposures_;
     PendingKeys& pending_;
     UnsavedValue& unsaved_;

@@ -10,12 +10,12 @@ namespace {
 
 using namespace keys;
 
-constexpr Moment kUsersCome{.on = F | M | X,
-                            .active = U,
-                            .poll = Poll::Free,
-                            .busy = Busy::Settled,
-                            .caption = Caption::Exit,
-                            .rx = Rx::On};
+constexpr Effects kUsersCome{.on = F | M | X,
+                             .active = U,
+                             .poll = Poll::Free,
+                             .busy = Busy::Settled,
+                             .caption = Caption::Exit,
+                             .rx = Rx::On};
 
 constexpr int kRefreshDelay = 5000; // ms, when calibration has been left
 constexpr int kArrivalDelay = 9000; // ms until the machine is handed over
@@ -40,7 +40,7 @@ void UserMode::goToUserMode() {
     if (!session_.lent()) {
         return; // it has started over since, and has not told calibration again
     }
-    session_.at(moments::kXRaysAllowed);
+    session_.apply(effects::kXRaysAllowed);
     calibration_.ToggleCalibrationMode();
     tmrFlRefresh_.start(kRefreshDelay);
     tmrGotoUserMode_.start(kArrivalDelay);
@@ -59,7 +59,7 @@ void UserMode::arrivalTick() {
         session_.end(kUsersCome);
         screen_.clearActualExposure();
     } else if (!session_.lendingGoesOnLeaving()) { // else the machine is handed over when it follows
-        session_.breakOff();
+        session_.cancel();
     }
 }
 

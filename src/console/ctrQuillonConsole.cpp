@@ -9,11 +9,10 @@
 #include "console/ConfigurationMode.h"
 #include "console/ConsoleContext.h"
 #include "console/ConsoleVersion.h"
-#include "console/Departure.h"
 #include "console/ErrorReactions.h"
 #include "console/ExposureCounters.h"
 #include "console/Exposures.h"
-#include "console/Glance.h"
+#include "console/GeneratorSummary.h"
 #include "console/KeyReasons.h"
 #include "console/OrlaPositioner.h"
 #include "console/PendingKeys.h"
@@ -23,6 +22,7 @@
 #include "console/ServiceSession.h"
 #include "console/StartOfService.h"
 #include "console/StatusLine.h"
+#include "console/Termination.h"
 #include "console/UnsavedValue.h"
 #include "console/UserMode.h"
 #include "console/layout/ConsoleControls.h"
@@ -73,8 +73,8 @@ struct ctrQuillonConsole::Parts {
     Parts(ctrQuillonConsole& host, const Context& given,
           std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl);
 
-    [[nodiscard]] Signs signs() {
-        return {glance, exposures, pending, reasons, unsaved, status, refused, texts};
+    [[nodiscard]] Indicators indicators() {
+        return {summary, exposures, pending, reasons, unsaved, status, refused, texts};
     }
     void initialize();
     void addProperties();
@@ -113,8 +113,8 @@ struct ctrQuillonConsole::Parts {
     OrlaPositioner orlaPositioner;
     PendingKeys pending;
     // These hear of a phase behind the reactions to it.
-    Departure departure;
-    Glance glance;
+    Termination termination;
+    GeneratorSummary summary;
     Exposures exposures;
     KeyReasons reasons;
     UnsavedValue unsaved;
@@ -155,8 +155,8 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
       remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
-      departure(context, session, closing), glance(context, session), exposures(context, session),
-      reasons(context, session), unsaved(link, session, pending), status(context, session, signs()) {
+      termination(context, session, closing), summary(context, session), exposures(context, session),
+      reasons(context, session), unsaved(link, session, pending), status(context, session, indicators()) {
     initialize();
     addProperties();
     console.setReportAge(&link.silence().age);
@@ -328,8 +328,8 @@ Signal<std::string>& ctrQuillonConsole::runChanged() {
     return parts_->trace.told;
 }
 
-Signs ctrQuillonConsole::signs() {
-    return parts_->signs();
+Indicators ctrQuillonConsole::indicators() {
+    return parts_->indicators();
 }
 
 const ConsoleTexts& ctrQuillonConsole::texts() const {
@@ -359,7 +359,7 @@ void ctrQuillonConsole::PortOpen(bool newStatus) {
 }
 
 void ctrQuillonConsole::LeaveNow() {
-    parts_->departure.LeaveNow();
+    parts_->termination.LeaveNow();
 }
 
 void ctrQuillonConsole::IniErrorDescription(std::string_view sFile) {

@@ -9,8 +9,8 @@
 
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
+#include "console/Indicators.h"
 #include "console/PositionerKind.h"
-#include "console/Signs.h"
 #include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/EventLoop.h"
@@ -44,7 +44,7 @@ public:
     /// What a front end shows beside the controls.
     /// For a developer: what the console was doing, what it does now, and why.
     [[nodiscard]] Signal<std::string>& runChanged();
-    [[nodiscard]] Signs signs();
+    [[nodiscard]] Indicators indicators();
     /// Public operations, properties and texts by name.
     [[nodiscard]] const Operations& operations() const;
     /// Those of them that are the operator's texts, the dialogs' included.

@@ -16,7 +16,7 @@ namespace {
 constexpr int kFirstStep = 20;
 constexpr int kConfirmWait = 4000;
 constexpr int kConfirmAgain = 2000;
-constexpr std::int32_t kConfirmPatience = 5;
+constexpr std::int32_t kConfirmWaits = 5;
 constexpr int kDismissWait = 1000;
 
 // clang-format off
@@ -284,7 +284,7 @@ void Service::confirmTick() {
             link_.m_StatusUpdateActive = true;
             state_.m_ConfirmStep = 2;
             state_.m_AutocalAnswered = false;
-        } else if (++confirmWaits_ == kConfirmPatience) {
+        } else if (++confirmWaits_ == kConfirmWaits) {
             state_.m_ConfirmStep = 0;
             tmrConfirm_.start(kConfirmAgain);
         }

@@ -6,17 +6,17 @@
 #include <QAccessibleWidget>
 #include <QRegion>
 
+#include "qt/AccessibilityNotifier.h"
 #include "qt/AccessibleList.h"
-#include "qt/AccessibleNews.h"
 #include "qt/AccessibleText.h"
 #include "qt/AccessibleWords.h"
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
 #include "qt/FormWindow.h"
-#include "qt/GlanceView.h"
 #include "qt/Keypad.h"
 #include "qt/ListView.h"
 #include "qt/StatusBar.h"
+#include "qt/SummaryView.h"
 
 namespace quillon {
 
@@ -28,7 +28,8 @@ bool holdsOthers(const Control& control) {
 
 /// It is a node: what it lies on without a name is none, and neither is a label without text.
 bool isNode(const ControlView& view) {
-    return view.isVisible() && (view.isWindow() || !accessibleName(view.control(), view.signs()).isEmpty());
+    return view.isVisible() &&
+           (view.isWindow() || !accessibleName(view.control(), view.indicators()).isEmpty());
 }
 
 /// A menu that is shut off as long as the mode keys lead: its keys would be heard twice, and do nothing.
@@ -46,9 +47,9 @@ QRegion seen(const ControlView& view) {
     for (; !at->isWindow(); at = at->parentWidget()) {
         // From here on in pixels of what it lies on.
         rest.translate(at->pos());
-        const QWidget& ground = *at->parentWidget();
-        rest &= ground.rect();
-        const QObjectList& stack = ground.children();
+        const QWidget& background = *at->parentWidget();
+        rest &= background.rect();
+        const QObjectList& stack = background.children();
         for (qsizetype i = stack.indexOf(const_cast<QWidget*>(at)) + 1; i < stack.size() && !rest.isEmpty();
              ++i) {
             const auto* other = dynamic_cast<const ControlView*>(stack[i]);
@@ -75,8 +76,8 @@ template <typename View> QString allWords(const View& view) {
 
 /// What is written beside the controls; empty for anything else.
 QString signWords(const QWidget& widget) {
-    if (const auto* glance = dynamic_cast<const GlanceView*>(&widget)) {
-        return allWords(*glance);
+    if (const auto* summary = dynamic_cast<const SummaryView*>(&widget)) {
+        return allWords(*summary);
     }
     if (const auto* bar = dynamic_cast<const StatusBar*>(&widget)) {
         return toQtLines(bar->fields());
@@ -90,8 +91,8 @@ QString signWords(const QWidget& widget) {
     return {};
 }
 
-void collect(const QWidget& ground, std::vector<QWidget*>& found) {
-    for (QObject* child : ground.children()) {
+void collect(const QWidget& background, std::vector<QWidget*>& found) {
+    for (QObject* child : background.children()) {
         auto* widget = qobject_cast<QWidget*>(child);
         if (widget == nullptr || !widget->isVisible() || widget->isWindow()) {
             continue;
@@ -139,10 +140,11 @@ public:
             return {};
         }
         if (what == QAccessible::Name) {
-            return view_.isWindow() ? view_.windowTitle() : accessibleName(view_.control(), view_.signs());
+            return view_.isWindow() ? view_.windowTitle()
+                                    : accessibleName(view_.control(), view_.indicators());
         }
         if (what == QAccessible::Description) {
-            return accessibleDescription(view_.control(), view_.signs());
+            return accessibleDescription(view_.control(), view_.indicators());
         }
         if (what != QAccessible::Value || !view_.control().has(Property::Text)) {
             return {};
@@ -190,13 +192,13 @@ public:
 
     /// None while it is out of reach, behind a panel or a message box for one.
     [[nodiscard]] QStringList actionNames() const override {
-        const AccessibleNews* news = AccessibleNews::of(view_);
+        const AccessibilityNotifier* news = AccessibilityNotifier::of(view_);
         return canBePressed() && news != nullptr && news->reaches(view_) ? QStringList{pressAction()}
                                                                          : QStringList();
     }
     void doAction(const QString& action) override {
         if (actionNames().contains(action)) {
-            AccessibleNews::of(view_)->press(view_);
+            AccessibilityNotifier::of(view_)->press(view_);
         }
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString& /*action*/) const override { return {}; }
@@ -222,7 +224,7 @@ public:
     [[nodiscard]] QVariant minimumValue() const override { return 0; }
     [[nodiscard]] QVariant minimumStepSize() const override { return 1; }
     void setCurrentValue(const QVariant& value) override {
-        if (AccessibleNews* news = AccessibleNews::of(view_)) {
+        if (AccessibilityNotifier* news = AccessibilityNotifier::of(view_)) {
             news->slide(view_, value.toInt());
         }
     }
@@ -319,7 +321,7 @@ QAccessibleInterface* accessibleOf(const QString& /*className*/, QObject* object
     if (auto* key = dynamic_cast<PadKey*>(widget)) {
         return accessibleOf(*key);
     }
-    if (dynamic_cast<GlanceView*>(widget) != nullptr) {
+    if (dynamic_cast<SummaryView*>(widget) != nullptr) {
         return new SignNode(widget, QAccessible::StaticText);
     }
     if (dynamic_cast<StatusBar*>(widget) != nullptr) {

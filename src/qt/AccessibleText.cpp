@@ -4,7 +4,7 @@
 
 #include <QLineEdit>
 
-#include "qt/AccessibleNews.h"
+#include "qt/AccessibilityNotifier.h"
 #include "qt/Convert.h"
 
 namespace quillon {
@@ -33,7 +33,7 @@ void TextAccess::setCursorPosition(int position) {
 }
 
 void TextAccess::replaceText(int start, int end, const QString& text) {
-    if (AccessibleNews* news = AccessibleNews::of(view_)) {
+    if (AccessibilityNotifier* news = AccessibilityNotifier::of(view_)) {
         news->type(view_, start, std::max(0, (end < 0 ? characterCount() : end) - start), text);
     }
 }

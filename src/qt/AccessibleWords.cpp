@@ -54,7 +54,7 @@ bool overlaps(Twips start, Twips length, Twips otherStart, Twips otherLength) {
     return common * 2 > std::min(length, otherLength);
 }
 
-/// Beside it on the same ground, the nearest first.
+/// Beside it on the same background, the nearest first.
 std::vector<const Control*> neighbours(const Control& control, bool column, bool before) {
     std::vector<const Control*> found;
     const auto start = [column](const Control& one) { return column ? one.top() : one.left(); };
@@ -114,7 +114,7 @@ const Control* labelOf(const Control& control) {
     return nullptr;
 }
 
-/// What heads its part of a ground that has several parts. What refuses them all belongs to none.
+/// What heads its part of an area that has several parts. What refuses them all belongs to none.
 const Control* headingOf(const Control& control) {
     const auto isTitle = [](const Control* one) { return one->role() == Role::Title && one->visible(); };
     const std::vector<Control*>& all = control.container()->stack();
@@ -179,10 +179,10 @@ QString subjectOf(const Control& control) {
     return frameOf(control);
 }
 
-QString keyName(const Control& key, const Signs* signs) {
+QString keyName(const Control& key, const Indicators* indicators) {
     for (const ArtName& lamp : kLampArt) {
         if (key.art() == lamp.art) {
-            return signs != nullptr ? oneLine(signs->texts.*lamp.name) : toQt(lamp.art);
+            return indicators != nullptr ? oneLine(indicators->texts.*lamp.name) : toQt(lamp.art);
         }
     }
     const QString sign = key.art() == "up"     ? QStringLiteral("+")
@@ -192,10 +192,10 @@ QString keyName(const Control& key, const Signs* signs) {
 }
 
 /// A value that is empty is a thing to know.
-QString labelName(const Control& label, const Signs* signs) {
+QString labelName(const Control& label, const Indicators* indicators) {
     QString words = captionOf(label);
-    if (words.isEmpty() && isField(label) && signs != nullptr) {
-        words = oneLine(label.saysOff() ? signs->texts.sOff : signs->texts.sMarkEmpty);
+    if (words.isEmpty() && isField(label) && indicators != nullptr) {
+        words = oneLine(label.saysOff() ? indicators->texts.sOff : indicators->texts.sMarkEmpty);
     }
     const QString note = oneLine(label.note());
     return note.isEmpty()                ? words
@@ -239,40 +239,40 @@ std::string T::*rankOf(Role role) {
 }
 
 /// A value, or a lit key, that was not reported since the silence or since what was sent.
-bool isOld(const Control& control, const Signs& signs) {
+bool isOld(const Control& control, const Indicators& indicators) {
     const bool value = control.kind() == Kind::TextBox ? control.readOnly() && !control.text().empty()
                        : control.kind() == Kind::Label ? isField(control) && !control.caption().empty()
                                                        : isLit(control) && PendingKeys::isReported(control);
-    return value && (control.old() || signs.pending.outdated(control));
+    return value && (control.old() || indicators.pending.outdated(control));
 }
 
 /// What is to be seen of the control beside its words.
-QStringList marksOf(const Control& control, const Signs& signs) {
+QStringList marksOf(const Control& control, const Indicators& indicators) {
     QStringList all;
-    const auto add = [&](std::string T::*text) { all << oneLine(signs.texts.*text); };
+    const auto add = [&](std::string T::*text) { all << oneLine(indicators.texts.*text); };
     if (const auto rank = rankOf(control.role())) {
         add(rank);
     }
-    const bool wayBack = signs.status.wayBack() == &control;
+    const bool wayBack = indicators.status.wayBack() == &control;
     if ((control.lamp() && isLit(control)) || wayBack) {
         add(&T::sMarkLit);
     }
     if (wayBack) {
         add(&T::sMarkBack);
     }
-    if (signs.reasons.keepsBack(control)) {
-        all << oneLine(signs.reasons.why(control));
+    if (indicators.reasons.blocks(control)) {
+        all << oneLine(indicators.reasons.why(control));
     }
     if (control.kind() == Kind::Button) {
-        all << oneLine(signs.reasons.whyHeld(control));
+        all << oneLine(indicators.reasons.whyHeld(control));
     }
-    if (signs.pending.waits(control)) {
+    if (indicators.pending.waits(control)) {
         add(&T::sMarkPending);
     }
     if (PendingKeys::isUnknown(control)) {
         add(&T::sStateNotKnown);
     }
-    if (isOld(control, signs)) {
+    if (isOld(control, indicators)) {
         add(&T::sMarkOld);
     }
     return all;
@@ -285,7 +285,7 @@ bool isLit(const Control& control) {
            (control.backColour() != kNormalColour || control.darkened());
 }
 
-QString accessibleName(const Control& control, const Signs* signs) {
+QString accessibleName(const Control& control, const Indicators* indicators) {
     switch (control.kind()) {
     case Kind::Form:
     case Kind::Frame:
@@ -296,9 +296,9 @@ QString accessibleName(const Control& control, const Signs* signs) {
         return panel ? panelName(control) : QString();
     }
     case Kind::Button:
-        return keyName(control, signs);
+        return keyName(control, indicators);
     case Kind::Label:
-        return labelName(control, signs);
+        return labelName(control, indicators);
     case Kind::TextBox:
     case Kind::List:
     case Kind::Slider: {
@@ -315,7 +315,7 @@ QString accessibleName(const Control& control, const Signs* signs) {
     return {};
 }
 
-QString accessibleDescription(const Control& control, const Signs* signs) {
+QString accessibleDescription(const Control& control, const Indicators* indicators) {
     QStringList all;
     const bool key = control.kind() == Kind::Button;
     if ((key && !isStep(control) && !control.lamp()) ||
@@ -327,8 +327,8 @@ QString accessibleDescription(const Control& control, const Signs* signs) {
             all << oneLine(label->note()); // what may stand in it
         }
     }
-    if (signs != nullptr) {
-        all << marksOf(control, *signs);
+    if (indicators != nullptr) {
+        all << marksOf(control, *indicators);
     }
     all.removeAll(QString());
     return all.join(QStringLiteral(", "));

@@ -14,9 +14,9 @@
 
 namespace quillon {
 
-ControlView::ControlView(Control& control, QWidget* parent, const Signs* signs)
-    : control_(control), signs_(signs) {
-    // Not before it is a view: on ground that is disabled, a screen reader is told of it at once.
+ControlView::ControlView(Control& control, QWidget* parent, const Indicators* indicators)
+    : control_(control), indicators_(indicators) {
+    // Not before it is a view: on background that is disabled, a screen reader is told of it at once.
     setParent(parent);
     setFocusPolicy(Qt::NoFocus);
 }
@@ -52,7 +52,7 @@ void ControlView::setFocusMark(bool mark) {
 }
 
 bool ControlView::holdsOld() const {
-    return control_.old() || (signs_ != nullptr && signs_->pending.outdated(control_));
+    return control_.old() || (indicators_ != nullptr && indicators_->pending.outdated(control_));
 }
 
 void ControlView::paintOld(QPainter& painter, const QRectF& place) {
@@ -66,25 +66,25 @@ void ControlView::paintFocusMark(QPainter& painter) const {
     }
 }
 
-ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidget* parent) {
+ControlView* makeView(Control& control, Input& input, const Indicators* indicators, QWidget* parent) {
     switch (control.kind()) {
     case Kind::Form:
     case Kind::User:
         return new SurfaceView(control, parent);
     case Kind::Frame:
-        return new FrameView(control, parent, signs);
+        return new FrameView(control, parent, indicators);
     case Kind::Button:
-        return new KeyView(control, parent, signs);
+        return new KeyView(control, parent, indicators);
     case Kind::Label:
-        return new LabelView(control, parent, signs);
+        return new LabelView(control, parent, indicators);
     case Kind::TextBox:
-        return new TextView(control, input, parent, signs);
+        return new TextView(control, input, parent, indicators);
     case Kind::List:
         return new ListView(control, input, parent);
     case Kind::Slider:
-        return new SliderView(control, parent, signs);
+        return new SliderView(control, parent, indicators);
     case Kind::Picture:
-        return new PictureView(control, parent, signs);
+        return new PictureView(control, parent, indicators);
     case Kind::Timer:
     case Kind::Images:
         break;

@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-#include "console/Signs.h"
+#include "console/Indicators.h"
 #include "qt/Look.h"
 #include "ui/Control.h"
 #include "ui/Input.h"
@@ -16,7 +16,7 @@ namespace quillon {
 /// hand reaches the control through InputRouter and never through the widget, typed text excepted.
 class ControlView : public QWidget {
 public:
-    ControlView(Control& control, QWidget* parent, const Signs* signs = nullptr);
+    ControlView(Control& control, QWidget* parent, const Indicators* indicators = nullptr);
 
     [[nodiscard]] Control& control() const { return control_; }
     /// Takes the control's properties over and asks to be painted.
@@ -37,12 +37,12 @@ public:
     void setFocusMark(bool mark);
     [[nodiscard]] bool focusMark() const { return focusMark_; }
     /// What is shown beside the controls; empty where nothing of it is known.
-    [[nodiscard]] const Signs* signs() const { return signs_; }
+    [[nodiscard]] const Indicators* indicators() const { return indicators_; }
 
 protected:
     /// What it holds was so before a silence, or before what was just sent, and was not reported since.
     [[nodiscard]] bool holdsOld() const;
-    /// Over the ground of a plate whose value is old.
+    /// Over the background of a plate whose value is old.
     static void paintOld(QPainter& painter, const QRectF& place);
     /// Where keys, fields and lists draw their plate: the same inset for all, so that their edges line up.
     [[nodiscard]] QRectF facePlace() const { return QRectF(rect()).adjusted(1, 1, -1, -1); }
@@ -50,12 +50,13 @@ protected:
 
 private:
     Control& control_;
-    const Signs* signs_;
+    const Indicators* indicators_;
     bool pressed_ = false;
     bool focusMark_ = false;
 };
 
 /// Makes the widget for a control; empty for a kind that has nothing to show.
-[[nodiscard]] ControlView* makeView(Control& control, Input& input, const Signs* signs, QWidget* parent);
+[[nodiscard]] ControlView* makeView(Control& control, Input& input, const Indicators* indicators,
+                                    QWidget* parent);
 
 } // namespace quillon

@@ -21,8 +21,8 @@ constexpr int kLitTime = 500; // ms that a lamp of radiation is lit at least
 
 } // namespace
 
-KeyView::KeyView(Control& control, QWidget* parent, const Signs* signs)
-    : ControlView(control, parent, signs) {
+KeyView::KeyView(Control& control, QWidget* parent, const Indicators* indicators)
+    : ControlView(control, parent, indicators) {
     holdShown_.callOnTimeout(this, [this] { update(); });
 }
 
@@ -33,7 +33,7 @@ void KeyView::paintEvent(QPaintEvent* /*event*/) {
     } else {
         paintKey(painter);
     }
-    if (signs() != nullptr && signs()->pending.waits(control())) {
+    if (indicators() != nullptr && indicators()->pending.waits(control())) {
         paintPending(painter);
     }
     if (control().holdTime() > 0 && pressed()) {
@@ -50,11 +50,11 @@ bool KeyView::isOn() const {
 }
 
 bool KeyView::isWayBack() const {
-    return signs() != nullptr && signs()->status.wayBack() == &control();
+    return indicators() != nullptr && indicators()->status.wayBack() == &control();
 }
 
 bool KeyView::isUnknown() const {
-    return signs() != nullptr && PendingKeys::isUnknown(control());
+    return indicators() != nullptr && PendingKeys::isUnknown(control());
 }
 
 bool KeyView::isThere() const {
@@ -70,7 +70,7 @@ bool KeyView::isAlive() const {
 }
 
 bool KeyView::isKeptBack() const {
-    return signs() != nullptr ? signs()->reasons.keepsBack(control()) : control().keptBack();
+    return indicators() != nullptr ? indicators()->reasons.blocks(control()) : control().blocked();
 }
 
 void KeyView::sync() {
@@ -135,13 +135,13 @@ bool KeyView::isAlarm() const {
 
 QColor KeyView::face() const {
     const QColor own = isWayBack()                         ? screenColour(kActiveColour)
-                       : control().role() == Role::Decline ? groundColour(control())
+                       : control().role() == Role::Decline ? backgroundColour(control())
                                                            : screenColour(control().backColour());
     if (control().lamp()) {
-        return isHeldLit() ? lit_ : isOn() ? own : groundColour(control());
+        return isHeldLit() ? lit_ : isOn() ? own : backgroundColour(control());
     }
     if (!isAlive()) {
-        return isOn() ? own.darker(112) : groundColour(control());
+        return isOn() ? own.darker(112) : backgroundColour(control());
     }
     if (pressed()) {
         return isOn() ? own.darker(110) : QColor::fromRgb(kPressedFace);
@@ -179,7 +179,7 @@ std::optional<Words> KeyView::words() const {
 void KeyView::paintKey(QPainter& painter) const {
     const QRectF place = facePlace();
     if (!isAlive()) {
-        // Flat on the ground: no face and no depth. One that is on keeps its bar.
+        // Flat on the background: no face and no depth. One that is on keeps its bar.
         paintPlate(painter, place, face(), QColor::fromRgb(kFaintEdge), 1);
         if (isOn()) {
             paintBar(painter, ink());

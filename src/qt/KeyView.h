@@ -13,7 +13,7 @@ namespace quillon {
 /// A key, or a lamp. What state it is in shows in its shape as well as in its colour.
 class KeyView final : public ControlView {
 public:
-    KeyView(Control& control, QWidget* parent, const Signs* signs = nullptr);
+    KeyView(Control& control, QWidget* parent, const Indicators* indicators = nullptr);
 
     [[nodiscard]] std::optional<Words> words() const override;
 

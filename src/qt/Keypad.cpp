@@ -9,7 +9,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 
-#include "qt/AccessibleNews.h"
+#include "qt/AccessibilityNotifier.h"
 #include "qt/AccessibleNode.h"
 #include "qt/Art.h"
 #include "qt/ControlView.h"
@@ -45,8 +45,8 @@ constexpr double kTouched = 4;
 constexpr double kRead = 1;
 
 /// What is to be seen on the window: keys and boxes, words and values.
-void collect(const Screen& screen, const Control& ground, std::vector<Obstacle>& found) {
-    for (const Control* control : ground.stack()) {
+void collect(const Screen& screen, const Control& background, std::vector<Obstacle>& found) {
+    for (const Control* control : background.stack()) {
         const ControlView* view = screen.view(*control);
         if (view == nullptr || !view->isVisible()) {
             continue;
@@ -100,7 +100,7 @@ public:
     }
     [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString& action) override {
-        AccessibleNews* news = AccessibleNews::of(key_);
+        AccessibilityNotifier* news = AccessibilityNotifier::of(key_);
         if (action == pressAction() && news != nullptr) {
             news->tap(key_);
         }
@@ -145,7 +145,7 @@ void PadKey::paintEvent(QPaintEvent* /*event*/) {
     const QRectF place(rect());
     const Words label = words();
     paintPlate(painter, place, QColor::fromRgb(pressed_ ? kStrongEdge : kEdge), Qt::transparent, 0);
-    paintPlate(painter, place.adjusted(1, pressed_ ? 3 : 1, -1, pressed_ ? -1 : -3), label.ground,
+    paintPlate(painter, place.adjusted(1, pressed_ ? 3 : 1, -1, pressed_ ? -1 : -3), label.background,
                Qt::transparent, 0, 3);
     if (code_ == kErase) {
         const int inset = height() / 4;

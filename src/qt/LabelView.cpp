@@ -67,10 +67,10 @@ bool LabelView::looksOld() const {
     return control().role() == Role::Field && !control().caption().empty() && holdsOld();
 }
 
-QColor LabelView::ground() const {
+QColor LabelView::background() const {
     const bool own = control().backColour() != kNormalColour;
     if (!hasPlate()) {
-        return own ? screenColour(control().backColour()) : groundColour(control());
+        return own ? screenColour(control().backColour()) : backgroundColour(control());
     }
     if (own && control().backColour() != kWindowColour) {
         return screenColour(control().backColour());
@@ -78,7 +78,7 @@ QColor LabelView::ground() const {
     if (const RankLook* look = rank()) {
         return QColor::fromRgb(look->face);
     }
-    return looksDisabled() ? groundColour(control()) : QColor::fromRgb(kField);
+    return looksDisabled() ? backgroundColour(control()) : QColor::fromRgb(kField);
 }
 
 std::optional<Words> LabelView::words() const {
@@ -92,10 +92,10 @@ std::optional<Words> LabelView::words() const {
                 QColor::fromRgb(look != nullptr                 ? look->ink
                                 : looksDisabled() || looksOld() ? kMutedInk
                                                                 : kInk),
-                ground(),
+                background(),
                 Qt::AlignVCenter | alignmentOf(control().textSide())};
-    if (signs() != nullptr && control().saysOff()) {
-        words.text = toQt(signs()->texts.sOff);
+    if (indicators() != nullptr && control().saysOff()) {
+        words.text = toQt(indicators()->texts.sOff);
         words.ink = QColor::fromRgb(kMutedInk);
     }
     words.font.setItalic(looksOld());
@@ -137,24 +137,26 @@ std::vector<Words> LabelView::notes() const {
     }
     QFont font = consoleFont(1);
     font.setPixelSize(std::max(8, smallNotePlace().height() * 7 / 10));
-    return {Words{smallNotePlace(), toQtLines(control().note()), font, QColor::fromRgb(kMutedInk), ground()}};
+    return {
+        Words{smallNotePlace(), toQtLines(control().note()), font, QColor::fromRgb(kMutedInk), background()}};
 }
 
 void LabelView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (const RankLook* look = rank()) {
-        painter.fillRect(rect(), groundColour(control()));
+        painter.fillRect(rect(), backgroundColour(control()));
         const bool small = height() < kSmallPlate;
-        paintPlate(painter, small ? QRectF(rect()) : facePlace(), ground(), QColor::fromRgb(look->edge),
+        paintPlate(painter, small ? QRectF(rect()) : facePlace(), background(), QColor::fromRgb(look->edge),
                    small ? 0 : 3, small ? 2 : 4);
         paintArt(painter, look->sign, signPlace(), words()->ink);
     } else if (hasPlate()) {
-        paintPlate(painter, facePlace(), ground(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 2);
+        paintPlate(painter, facePlace(), background(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1,
+                   2);
         if (looksOld()) {
             paintOld(painter, facePlace().adjusted(2, 2, -2, -2));
         }
     } else {
-        painter.fillRect(rect(), ground());
+        painter.fillRect(rect(), background());
         if (control().role() == Role::Prompt && !control().caption().empty()) {
             painter.fillRect(QRect(0, 0, 4, height()), QColor::fromRgb(kStrongEdge));
         }

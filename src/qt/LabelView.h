@@ -28,7 +28,7 @@ private:
     [[nodiscard]] bool looksDisabled() const { return !control().lamp() && !isEnabled(); }
     /// A value from before the generator fell silent.
     [[nodiscard]] bool looksOld() const;
-    [[nodiscard]] QColor ground() const;
+    [[nodiscard]] QColor background() const;
 };
 
 } // namespace quillon

@@ -6,7 +6,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 
-#include "qt/AccessibleNews.h"
+#include "qt/AccessibilityNotifier.h"
 #include "qt/Convert.h"
 #include "qt/Look.h"
 
@@ -138,7 +138,7 @@ void ListView::open() {
     place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width())));
     popup_->setGeometry(place);
     popup_->show();
-    if (AccessibleNews* news = AccessibleNews::of(*this)) {
+    if (AccessibilityNotifier* news = AccessibilityNotifier::of(*this)) {
         connect(popup_, &QObject::destroyed, news, [news] { news->look(); });
         news->look();
     }
@@ -150,9 +150,9 @@ void ListView::hideEvent(QHideEvent* /*event*/) {
     }
 }
 
-QColor ListView::ground() const {
+QColor ListView::background() const {
     if (!isEnabled()) {
-        return groundColour(control());
+        return backgroundColour(control());
     }
     return pressed() ? QColor::fromRgb(kPressedFace) : screenColour(control().backColour());
 }
@@ -166,14 +166,14 @@ std::optional<Words> ListView::words() const {
                  toQt(control().onScreen(control().text())),
                  consoleFont(control().fontSize()),
                  QColor::fromRgb(isEnabled() ? kInk : kMutedInk),
-                 ground(),
+                 background(),
                  Qt::AlignVCenter | Qt::AlignLeft};
 }
 
 void ListView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const Words text = *words();
-    paintPlate(painter, facePlace(), ground(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 3);
+    paintPlate(painter, facePlace(), background(), QColor::fromRgb(isEnabled() ? kEdge : kFaintEdge), 1, 3);
     const double arm = arrowArm();
     const QPointF tip(width() - 8 - arm, height() / 2.0 + arm / 2);
     painter.setPen(QPen(text.ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

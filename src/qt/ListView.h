@@ -21,7 +21,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    [[nodiscard]] QColor ground() const;
+    [[nodiscard]] QColor background() const;
     [[nodiscard]] double arrowArm() const;
 
     Input& input_;

@@ -71,7 +71,7 @@ QColor screenColour(Colour colour) {
             static_cast<int>(colour >> 16 & 0xFF)};
 }
 
-QColor groundColour(const Control& control) {
+QColor backgroundColour(const Control& control) {
     for (const Control* at = control.container(); at != nullptr; at = at->container()) {
         if (at->has(Property::BackColour) && at->backColour() != kNormalColour) {
             return screenColour(at->backColour());

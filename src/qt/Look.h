@@ -12,10 +12,10 @@
 
 namespace quillon {
 
-// The window's own colours. Text on every ground it stands on reaches a contrast of at least 4.5 to 1.
+// The window's own colours. Text on every background it stands on reaches a contrast of at least 4.5 to 1.
 inline constexpr QRgb kInk = 0xFF14202B;        ///< text and pictures
 inline constexpr QRgb kMutedInk = 0xFF525C66;   ///< text of what cannot be used now
-inline constexpr QRgb kSurface = 0xFFD5DBE0;    ///< the console's ground
+inline constexpr QRgb kSurface = 0xFFD5DBE0;    ///< the console's background
 inline constexpr QRgb kFace = 0xFFF5F7F9;       ///< a key at rest
 inline constexpr QRgb kQuietFace = 0xFFE6EBEF;  ///< where something is told by the way
 inline constexpr QRgb kField = 0xFFFFFFFF;      ///< where values and typed text stand
@@ -31,16 +31,16 @@ inline constexpr QRgb kAlarmFace = 0xFFB3161B; ///< an alarm or an interlock tha
 inline constexpr QRgb kLampFace = 0xFFFFD54A;  ///< a warning that stands
 inline constexpr QRgb kGoodFace = 0xFFDCF1DE;  ///< what has gone well
 inline constexpr QRgb kGoodMark = 0xFF17652D;
-inline constexpr QRgb kRadiation = 0xFFFFD500; ///< ground of the sign for radiation
+inline constexpr QRgb kRadiation = 0xFFFFD500; ///< background of the sign for radiation
 
 /// The palette of the application, for the few widgets that Qt draws.
 [[nodiscard]] QPalette consolePalette();
 
-/// A colour of the model on the screen; system colours and the console's ground come from the palette.
+/// A colour of the model on the screen; system colours and the console's background come from the palette.
 [[nodiscard]] QColor screenColour(Colour colour);
 
-/// The colour of the ground on which a control lies: of the nearest container that has one of its own.
-[[nodiscard]] QColor groundColour(const Control& control);
+/// The colour of the background on which a control lies: of the nearest container that has one of its own.
+[[nodiscard]] QColor backgroundColour(const Control& control);
 
 /// The pinned family in the given size at 96 dots an inch.
 [[nodiscard]] QFont consoleFont(double points, bool bold = false);
@@ -51,7 +51,7 @@ struct Words {
     QString text;
     QFont font;
     QColor ink;
-    QColor ground; ///< what it is painted on
+    QColor background; ///< what it is painted on
     Qt::Alignment alignment = Qt::AlignCenter;
     bool oneLine = false; ///< as high as its place allows, and narrowed where it is too long
 };

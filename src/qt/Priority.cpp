@@ -21,11 +21,11 @@ namespace quillon {
 
 namespace {
 
-constexpr int kAfterStart = 500;      // ms; starting takes long, and no frame is under way yet
-constexpr int kAgain = 5000;          // ms
-constexpr int kLowest = 1;            // of the real-time priorities
-constexpr rlim_t kPatience = 100'000; // microseconds of work without a pause
-constexpr rlim_t kEnd = 200'000;      // the system ends the process then; RealtimeKit wants no more
+constexpr int kAfterStart = 500;    // ms; starting takes long, and no frame is under way yet
+constexpr int kAgain = 5000;        // ms
+constexpr int kLowest = 1;          // of the real-time priorities
+constexpr rlim_t kBudget = 100'000; // microseconds of work without a pause
+constexpr rlim_t kEnd = 200'000;    // the system ends the process then; RealtimeKit wants no more
 
 volatile std::sig_atomic_t fallen = 1;
 pid_t scheduled = 0; // the thread that the event loop runs in
@@ -69,7 +69,7 @@ bool limitWork() {
     if (::getrlimit(RLIMIT_RTTIME, &limit) != 0 || ::sigaction(SIGXCPU, &action, nullptr) != 0) {
         return false;
     }
-    limit = {std::min(kPatience, limit.rlim_max), std::min(kEnd, limit.rlim_max)};
+    limit = {std::min(kBudget, limit.rlim_max), std::min(kEnd, limit.rlim_max)};
     return ::setrlimit(RLIMIT_RTTIME, &limit) == 0;
 }
 

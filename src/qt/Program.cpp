@@ -160,12 +160,12 @@ void leave(Application& application, Recorder* recorder) {
 
 /// The same where the process is gone as soon as this returns.
 void leaveAndWait(Application& application, Recorder* recorder) {
-    constexpr int kPatience = 5000;
+    constexpr int kWatchdog = 5000;
     if (application.ended()) {
         return;
     }
     leave(application, recorder);
-    const QDeadlineTimer end(kPatience);
+    const QDeadlineTimer end(kWatchdog);
     while (!application.ended() && !end.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
     }
@@ -218,7 +218,7 @@ int run(const Options& options, const Watch& watch) {
                        }
                        application.requestClose();
                    }},
-                  application.signs());
+                  application.indicators());
     application.setScreen(&screen);
     screen.window().setReadable();
     desktop.setWindow(&screen.window());

@@ -21,7 +21,7 @@ Refusal QtPower::exitWindows(bool restart, bool force) {
 
 namespace {
 
-constexpr int kPatience = 5000; // ms
+constexpr int kTimeout = 5000; // ms
 
 } // namespace
 
@@ -33,7 +33,7 @@ Refusal QtPower::exitWindows(bool restart, bool /*force*/) {
         QStringLiteral("org.freedesktop.login1.Manager"),
         restart ? QStringLiteral("Reboot") : QStringLiteral("PowerOff"));
     call << false;
-    const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, kPatience);
+    const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, kTimeout);
     if (reply.type() == QDBusMessage::ReplyMessage) {
         return std::nullopt;
     }

@@ -9,11 +9,11 @@
 #include <QWindow>
 
 #include "console/Exposures.h"
-#include "console/Glance.h"
+#include "console/GeneratorSummary.h"
 #include "console/KeyReasons.h"
 #include "console/PendingKeys.h"
 #include "console/StatusLine.h"
-#include "qt/AccessibleNews.h"
+#include "qt/AccessibilityNotifier.h"
 #include "qt/AccessibleWords.h"
 #include "qt/Convert.h"
 #include "qt/InputRouter.h"
@@ -55,50 +55,52 @@ constexpr double kFinger = 9; // mm
 
 } // namespace
 
-Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests, std::optional<Signs> signs)
-    : form_(form), input_(input), signs_(signs),
-      window_(std::make_unique<FormWindow>(form, std::move(requests), signs.has_value())),
-      router_(std::make_unique<InputRouter>(*this, form, input)), news_(new AccessibleNews(*this, input)) {
+Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests,
+               std::optional<Indicators> indicators)
+    : form_(form), input_(input), indicators_(indicators),
+      window_(std::make_unique<FormWindow>(form, std::move(requests), indicators.has_value())),
+      router_(std::make_unique<InputRouter>(*this, form, input)),
+      news_(new AccessibilityNotifier(*this, input)) {
     views_.emplace(&form, window_.get());
     window_->windowHandle()->installEventFilter(router_.get());
     markAll(form);
-    if (signs_) {
+    if (indicators_) {
         connectSigns();
     }
 }
 
 void Screen::connectSigns() {
-    bar_ = new StatusBar(signs_->status, window_.get());
-    keypad_ = new Keypad(*this, input_, signs_->texts);
+    bar_ = new StatusBar(indicators_->status, window_.get());
+    keypad_ = new Keypad(*this, input_, indicators_->texts);
     bar_->onSecond = [this] { post(); };
-    input_.keepsBack = [this](const Control& control) { return signs_->reasons.keepsBack(control); };
-    pendingChanged_ = signs_->pending.changed.connect([this](const Control* key) {
+    input_.blocks = [this](const Control& control) { return indicators_->reasons.blocks(control); };
+    pendingChanged_ = indicators_->pending.changed.connect([this](const Control* key) {
         if (ControlView* shown = view(*key)) {
             mark(shown->control());
             news_->look();
         }
     });
-    refused_ = signs_->refused.connect(
+    refused_ = indicators_->refused.connect(
         [this](const Control* box, const std::string& bounds) { tellWhy(*box, bounds); });
-    statusChanged_ = signs_->status.changed.connect([this] { post(); });
+    statusChanged_ = indicators_->status.changed.connect([this] { post(); });
     const auto showGlance = [this] {
-        if (glance_ != nullptr) {
-            glance_->settle();
-            glance_->update();
+        if (summary_ != nullptr) {
+            summary_->settle();
+            summary_->update();
         }
     };
-    exposuresChanged_ = signs_->exposures.changed.connect(showGlance);
-    glanceChanged_ = signs_->glance.changed.connect(showGlance);
+    exposuresChanged_ = indicators_->exposures.changed.connect(showGlance);
+    glanceChanged_ = indicators_->summary.changed.connect(showGlance);
 }
 
 Screen::~Screen() {
-    if (signs_) {
-        input_.keepsBack = nullptr;
-        signs_->pending.changed.disconnect(pendingChanged_);
-        signs_->refused.disconnect(refused_);
-        signs_->status.changed.disconnect(statusChanged_);
-        signs_->exposures.changed.disconnect(exposuresChanged_);
-        signs_->glance.changed.disconnect(glanceChanged_);
+    if (indicators_) {
+        input_.blocks = nullptr;
+        indicators_->pending.changed.disconnect(pendingChanged_);
+        indicators_->refused.disconnect(refused_);
+        indicators_->status.changed.disconnect(statusChanged_);
+        indicators_->exposures.changed.disconnect(exposuresChanged_);
+        indicators_->summary.changed.disconnect(glanceChanged_);
     }
     window_->windowHandle()->removeEventFilter(router_.get());
 }
@@ -119,7 +121,7 @@ void Screen::controlChanged(Control& control) {
 
 bool Screen::admits(const Control& control) {
     if (bar_ != nullptr) {
-        tellWhy(control, signs_->reasons.why(control));
+        tellWhy(control, indicators_->reasons.why(control));
         post(); // what a hold counts begins now
     }
     return input_.takes(control);
@@ -127,7 +129,7 @@ bool Screen::admits(const Control& control) {
 
 void Screen::tellHold(const Control& control) {
     if (bar_ != nullptr) {
-        tellWhy(control, signs_->reasons.whyHeld(control));
+        tellWhy(control, indicators_->reasons.whyHeld(control));
     }
 }
 
@@ -139,12 +141,12 @@ void Screen::tellNothing() {
 
 void Screen::tellHandle(const Control& control) {
     if (bar_ != nullptr) {
-        tellWhy(control, signs_->texts.sWhyHandle);
+        tellWhy(control, indicators_->texts.sWhyHandle);
     }
 }
 
 void Screen::tellWhy(const Control& control, const std::string& why) {
-    const QString key = accessibleName(control, &*signs_);
+    const QString key = accessibleName(control, &*indicators_);
     bar_->tellWhy(why.empty() || key.isEmpty() ? toQt(why) : key + QStringLiteral(": ") + toQt(why));
 }
 
@@ -216,8 +218,8 @@ void Screen::flush() {
     }
     posted_ = false;
     makeGlance();
-    if (glance_ != nullptr) {
-        glance_->settle();
+    if (summary_ != nullptr) {
+        summary_->settle();
     }
     if (form) {
         window_->sync();
@@ -235,11 +237,11 @@ void Screen::flush() {
 
 void Screen::makeGlance() {
     const auto* console = dynamic_cast<const ControlHost*>(form_.find("Quillon"));
-    ControlView* ground = !signs_ || console == nullptr ? nullptr : view(*console);
-    if (glance_ != nullptr || ground == nullptr) {
+    ControlView* background = !indicators_ || console == nullptr ? nullptr : view(*console);
+    if (summary_ != nullptr || background == nullptr) {
         return;
     }
-    glance_ = new GlanceView(*signs_, *console, ground);
+    summary_ = new SummaryView(*indicators_, *console, background);
 }
 
 ControlView* Screen::make(Control& control) {
@@ -250,7 +252,7 @@ ControlView* Screen::make(Control& control) {
     if (parent == nullptr) {
         return nullptr;
     }
-    ControlView* made = makeView(control, input_, signs_ ? &*signs_ : nullptr, parent);
+    ControlView* made = makeView(control, input_, indicators_ ? &*indicators_ : nullptr, parent);
     if (made != nullptr) {
         views_.emplace(&control, made);
     }

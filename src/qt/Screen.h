@@ -8,16 +8,16 @@
 #include <QObject>
 #include <QPointer>
 
-#include "console/Signs.h"
+#include "console/Indicators.h"
 #include "qt/FormWindow.h"
-#include "qt/GlanceView.h"
+#include "qt/SummaryView.h"
 #include "runtime/Signal.h"
 #include "ui/ControlHost.h"
 #include "ui/Input.h"
 
 namespace quillon {
 
-class AccessibleNews;
+class AccessibilityNotifier;
 class InputRouter;
 class Keypad;
 class StatusBar;
@@ -26,8 +26,9 @@ class StatusBar;
 /// turn of the event loop, however many there were.
 class Screen final : public QObject, public ChangeSink {
 public:
-    /// The signs, where there are any, outlive the screen.
-    Screen(ControlHost& form, Input& input, FormWindow::Requests requests, std::optional<Signs> signs = {});
+    /// The indicators, where there are any, outlive the screen.
+    Screen(ControlHost& form, Input& input, FormWindow::Requests requests,
+           std::optional<Indicators> indicators = {});
     ~Screen() override;
 
     void controlChanged(Control& control) override;
@@ -39,12 +40,12 @@ public:
 
     [[nodiscard]] FormWindow& window() { return *window_; }
     /// What is shown of the generator beside the controls; empty for a form without.
-    [[nodiscard]] GlanceView* glance() const { return glance_; }
+    [[nodiscard]] SummaryView* summary() const { return summary_; }
     /// Empty for a control that has no widget (yet).
     [[nodiscard]] ControlView* view(const Control& control) const;
-    /// The foot of the window; empty where there are no signs.
+    /// The foot of the window; empty where there are no indicators.
     [[nodiscard]] const StatusBar* bar() const { return bar_; }
-    /// What a finger types with; empty where there are no signs.
+    /// What a finger types with; empty where there are no indicators.
     [[nodiscard]] Keypad* keypad() const { return keypad_; }
     /// A finger, a key or a screen reader asks for the control: whether a press is handed on. Where nothing
     /// would come of it, the foot says why.
@@ -75,11 +76,11 @@ private:
 
     ControlHost& form_;
     Input& input_;
-    std::optional<Signs> signs_;
+    std::optional<Indicators> indicators_;
     std::unique_ptr<FormWindow> window_;
     std::unique_ptr<InputRouter> router_;
-    AccessibleNews* news_; ///< the window's
-    QPointer<GlanceView> glance_;
+    AccessibilityNotifier* news_; ///< the window's
+    QPointer<SummaryView> summary_;
     StatusBar* bar_ = nullptr; ///< the window's
     Keypad* keypad_ = nullptr; ///< the window's
     std::unordered_map<const Control*, ControlView*> views_;

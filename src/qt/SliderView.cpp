@@ -81,7 +81,7 @@ void SliderView::reconsider() {
 }
 
 bool SliderView::isAlive() const {
-    return isEnabled() && (signs() == nullptr || !signs()->reasons.keepsBack(control())) &&
+    return isEnabled() && (indicators() == nullptr || !indicators()->reasons.blocks(control())) &&
            !KeyReasons::shutOff(control());
 }
 
@@ -109,7 +109,8 @@ void SliderView::paintEvent(QPaintEvent* /*event*/) {
     const double middle = height() / 2.0;
     const QColor edge = QColor::fromRgb(isAlive() ? kEdge : kFaintEdge);
     const QRectF groove(kKnobWidth / 2.0 - 4, middle - 4, width() - kKnobWidth + 8, 8);
-    paintPlate(painter, groove, isAlive() ? QColor::fromRgb(kField) : groundColour(control()), edge, 1, 4);
+    paintPlate(painter, groove, isAlive() ? QColor::fromRgb(kField) : backgroundColour(control()), edge, 1,
+               4);
     const double from = across(control().selectionStart());
     const double at = across(control().value());
     if (isAlive()) {
@@ -122,7 +123,7 @@ void SliderView::paintEvent(QPaintEvent* /*event*/) {
     const double half = std::min(middle, 17.0);
     const QRectF knob(at - kKnobWidth / 2.0, middle - half, kKnobWidth, 2 * half);
     const QColor face = QColor::fromRgb(pressed() ? kPressedFace : kFace);
-    paintPlate(painter, knob, isAlive() ? face : groundColour(control()),
+    paintPlate(painter, knob, isAlive() ? face : backgroundColour(control()),
                pressed() ? QColor::fromRgb(kStrongEdge) : edge, pressed() ? 2 : 1);
     for (const int offset : {-4, 0, 4}) {
         painter.fillRect(QRectF(at + offset - 0.5, middle - half / 2, 1, half), edge);

@@ -20,7 +20,7 @@ enum Field : int { kGenerator, kLine, kRays, kNews, kHowFar, kFields };
 constexpr std::array<double, kFields> kEnds{0.14, 0.285, 0.455, 0.88, 1};
 
 struct ToneLook {
-    QRgb ground;
+    QRgb background;
     QRgb ink;
     std::string_view sign; ///< one of Art's
 };
@@ -107,7 +107,7 @@ Words NewsField::wordsIn(const QRect& place, const QString& text, Size size) con
                       text,
                       font,
                       QColor::fromRgb(look.ink),
-                      QColor::fromRgb(look.ground),
+                      QColor::fromRgb(look.background),
                       Qt::AlignLeft | Qt::AlignVCenter};
     // Narrow letters on one line, where those of two lines would be lower.
     Words row = words;
@@ -146,7 +146,7 @@ std::vector<Words> NewsField::words() const {
 void NewsField::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const std::vector<Words> all = words();
-    painter.fillRect(rect(), all.front().ground);
+    painter.fillRect(rect(), all.front().background);
     if (all.front().text.isEmpty()) {
         return;
     }
@@ -243,7 +243,7 @@ std::vector<Words> StatusBar::words() const {
                     toQtLines(told.words),
                     font,
                     QColor::fromRgb(look.ink),
-                    QColor::fromRgb(look.ground),
+                    QColor::fromRgb(look.background),
                     Qt::AlignLeft | Qt::AlignVCenter};
         words.font.setItalic(told.tone == Tone::Unknown);
         all.push_back(words);
@@ -282,7 +282,7 @@ void StatusBar::paintField(QPainter& painter, int field) const {
     const QRect place = placeOf(field);
     if (const StatusField* told = fieldAt(field)) {
         const ToneLook look = lookOf(told->tone);
-        painter.fillRect(place, QColor::fromRgb(look.ground));
+        painter.fillRect(place, QColor::fromRgb(look.background));
         paintSign(painter, look.sign, signPlace(field), QColor::fromRgb(look.ink));
     } else if (field == kHowFar) {
         const QRect marks = marksPlace();

@@ -21,16 +21,16 @@ constexpr int kCaptionInset = 8;
 void SurfaceView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const bool own = control().backColour() != kNormalColour;
-    painter.fillRect(rect(), own ? screenColour(control().backColour()) : groundColour(control()));
+    painter.fillRect(rect(), own ? screenColour(control().backColour()) : backgroundColour(control()));
 }
 
-QColor FrameView::ground() const {
+QColor FrameView::background() const {
     const bool own = control().backColour() != kNormalColour;
-    return own ? screenColour(control().backColour()) : groundColour(control());
+    return own ? screenColour(control().backColour()) : backgroundColour(control());
 }
 
 bool FrameView::unsaved() const {
-    return signs() != nullptr && control().name() == "fraCalValue" && signs()->unsaved.stands();
+    return indicators() != nullptr && control().name() == "fraCalValue" && indicators()->unsaved.stands();
 }
 
 void FrameView::reconsider() {
@@ -45,7 +45,7 @@ std::optional<Words> FrameView::words() const {
         return std::nullopt;
     }
     if (unsaved()) {
-        caption += QStringLiteral(": ") + toQt(signs()->texts.sNotStored);
+        caption += QStringLiteral(": ") + toQt(indicators()->texts.sNotStored);
     }
     const int room = std::max(0, width() - 2 * kCaptionInset);
     QFont font = consoleFont(control().fontSize(), true);
@@ -58,7 +58,7 @@ std::optional<Words> FrameView::words() const {
         metrics.boundingRect(rect(), Qt::AlignCenter, caption).height(); // more than that of a font
     return Words{QRect(kCaptionInset, 0, wide, high), caption, font,
                  QColor::fromRgb(isEnabled() ? kInk : kMutedInk),
-                 unsaved() ? QColor::fromRgb(kLampFace) : ground()};
+                 unsaved() ? QColor::fromRgb(kLampFace) : background()};
 }
 
 std::vector<Words> FrameView::notes() const {
@@ -76,7 +76,7 @@ std::vector<Words> FrameView::notes() const {
         if (first && before.width() > 0) {
             all.push_back({before.adjusted(kCaptionInset, 0, 0, 0), toQtLines(value->note()),
                            consoleFont(value->fontSize() * 2 / 3),
-                           QColor::fromRgb(isEnabled() ? kInk : kMutedInk), ground(),
+                           QColor::fromRgb(isEnabled() ? kInk : kMutedInk), background(),
                            Qt::AlignVCenter | Qt::AlignRight});
         }
     }
@@ -85,7 +85,7 @@ std::vector<Words> FrameView::notes() const {
 
 void FrameView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.fillRect(rect(), ground());
+    painter.fillRect(rect(), background());
     const auto caption = words();
     QRectF outline(rect());
     if (caption) {
@@ -94,10 +94,10 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
     }
     // Around a single thing there is nothing to group.
     if (control().border() && (caption || control().stack().size() > 1)) {
-        paintPlate(painter, outline, ground(), QColor::fromRgb(kFaintEdge), 1, 5);
+        paintPlate(painter, outline, background(), QColor::fromRgb(kFaintEdge), 1, 5);
     }
     if (caption) {
-        painter.fillRect(caption->place, caption->ground);
+        painter.fillRect(caption->place, caption->background);
         paintWords(painter, *caption);
     }
     for (const Words& note : notes()) {
@@ -106,8 +106,8 @@ void FrameView::paintEvent(QPaintEvent* /*event*/) {
 }
 
 std::string PictureView::artNow() const {
-    const bool beam =
-        signs() != nullptr && control().art() == "rest" && signs()->status.rays().tone == Tone::Radiation;
+    const bool beam = indicators() != nullptr && control().art() == "rest" &&
+                      indicators()->status.rays().tone == Tone::Radiation;
     return control().art() + (beam ? "-radiation" : "");
 }
 
@@ -121,12 +121,12 @@ std::optional<Words> PictureView::words() const {
     if (control().note().empty()) {
         return std::nullopt;
     }
-    // As high as the free ground above what lies in a dialog's frame.
+    // As high as the free area above what lies in a dialog's frame.
     const int high = height() / 14;
     QFont font = consoleFont(1, true);
     font.setPixelSize(std::max(1, high * 6 / 10));
     return Words{QRect(kCaptionInset, 3, width() - 2 * kCaptionInset, high - 3), toQtLines(control().note()),
-                 font, QColor::fromRgb(kInk), groundColour(control())};
+                 font, QColor::fromRgb(kInk), backgroundColour(control())};
 }
 
 void PictureView::paintEvent(QPaintEvent* /*event*/) {

@@ -9,7 +9,7 @@
 
 namespace quillon {
 
-/// The ground of the form, the console, the link control and the panels.
+/// The background of the form, the console, the link control and the panels.
 class SurfaceView : public ControlView {
 public:
     using ControlView::ControlView;
@@ -32,14 +32,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    [[nodiscard]] QColor ground() const;
+    [[nodiscard]] QColor background() const;
     /// It frames the calibration value, which was changed and not stored.
     [[nodiscard]] bool unsaved() const;
 
     bool shownUnsaved_ = false;
 };
 
-/// A drawn picture on its ground.
+/// A drawn picture on its background.
 class PictureView final : public ControlView {
 public:
     using ControlView::ControlView;

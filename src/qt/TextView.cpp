@@ -11,8 +11,8 @@
 
 namespace quillon {
 
-TextView::TextView(Control& control, Input& input, QWidget* parent, const Signs* signs)
-    : ControlView(control, parent, signs), input_(input) {
+TextView::TextView(Control& control, Input& input, QWidget* parent, const Indicators* indicators)
+    : ControlView(control, parent, indicators), input_(input) {
     makeEditor();
 }
 
@@ -99,8 +99,8 @@ QColor TextView::ink() const {
     return QColor::fromRgb(isEnabled() && !looksOld() ? kInk : kMutedInk);
 }
 
-QColor TextView::ground() const {
-    return isEnabled() ? screenColour(control().backColour()) : groundColour(control());
+QColor TextView::background() const {
+    return isEnabled() ? screenColour(control().backColour()) : backgroundColour(control());
 }
 
 std::optional<Words> TextView::words() const {
@@ -112,7 +112,7 @@ std::optional<Words> TextView::words() const {
                  line_->text(),
                  line_->font(),
                  ink(),
-                 ground(),
+                 background(),
                  line_->alignment()};
 }
 
@@ -123,7 +123,7 @@ void TextView::resizeEvent(QResizeEvent* /*event*/) {
 void TextView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const bool marked = control().backColour() == kRefusedColour;
-    paintPlate(painter, facePlace(), ground(),
+    paintPlate(painter, facePlace(), background(),
                QColor::fromRgb(marked        ? kAlarmInk
                                : isEnabled() ? kEdge
                                              : kFaintEdge),

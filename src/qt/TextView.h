@@ -14,7 +14,7 @@ namespace quillon {
 /// written back without telling it.
 class TextView final : public ControlView {
 public:
-    TextView(Control& control, Input& input, QWidget* parent, const Signs* signs = nullptr);
+    TextView(Control& control, Input& input, QWidget* parent, const Indicators* indicators = nullptr);
 
     void sync() override;
     [[nodiscard]] std::optional<Words> words() const override;
@@ -28,7 +28,7 @@ private:
     void makeEditor();
     /// A reading whose value is old.
     [[nodiscard]] bool looksOld() const;
-    [[nodiscard]] QColor ground() const;
+    [[nodiscard]] QColor background() const;
     [[nodiscard]] QColor ink() const;
     void typed(const QString& text);
 
@@ -36,7 +36,7 @@ private:
     QLineEdit* line_ = nullptr;
     QPlainTextEdit* lines_ = nullptr;
     std::optional<std::pair<Colour, bool>>
-        dressed_; ///< the ground that the editor's palette is for, and its age
+        dressed_; ///< the background that the editor's palette is for, and its age
 };
 
 } // namespace quillon

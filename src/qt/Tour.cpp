@@ -18,7 +18,7 @@ namespace quillon {
 namespace {
 
 constexpr int kLookInterval = 100;
-constexpr Milliseconds kPatience = 25'000;  ///< for the mode keys
+constexpr Milliseconds kWatchdog = 25'000;  ///< for the mode keys
 constexpr Milliseconds kVersionDelay = 500; ///< from the mode keys to the picture of the rest screen
 constexpr Milliseconds kModeDelay = 2'500;  ///< from the press to the picture of the mode
 
@@ -135,7 +135,7 @@ void Tour::goOn() {
         picture("ready");
     }
     if (ready_ == 0) {
-        if (now > kPatience) {
+        if (now > kWatchdog) {
             finish();
         }
         return;
@@ -161,7 +161,7 @@ void Tour::finish() {
     } else {
         picture("end");
         std::printf("tour: FAILED, mode keys not alive within %.0f s, %d pictures\n",
-                    static_cast<double>(kPatience) / 1000, pictures_);
+                    static_cast<double>(kWatchdog) / 1000, pictures_);
     }
     std::fflush(stdout);
     if (onFinished) {

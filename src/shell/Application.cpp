@@ -91,8 +91,8 @@ public:
           errorTable(platform.folder) {
         main = makeMain(platform, std::string(commandLine));
         main->setSink(&relay);
-        relay.pending = &main->console().signs().pending;
-        relay.pending->setHand([this] { return input.hand(); });
+        relay.pending = &main->console().indicators().pending;
+        relay.pending->setGestureOwner([this] { return input.gestureOwner(); });
     }
 
     ~Impl() { main->setSink(nullptr); }
@@ -160,8 +160,8 @@ Input& Application::input() {
     return impl_->input;
 }
 
-Signs Application::signs() {
-    return console().signs();
+Indicators Application::indicators() {
+    return console().indicators();
 }
 
 void Application::setScreen(ChangeSink* screen) {

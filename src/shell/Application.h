@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "console/Signs.h"
+#include "console/Indicators.h"
 #include "runtime/EventLoop.h"
 #include "runtime/Platform.h"
 #include "runtime/Schedule.h"
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     [[nodiscard]] Input& input();
     /// What a front end shows beside the controls.
-    [[nodiscard]] Signs signs();
+    [[nodiscard]] Indicators indicators();
 
     /// Told of every change on the screen. Not owned.
     void setScreen(ChangeSink* screen);

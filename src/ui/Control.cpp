@@ -288,8 +288,8 @@ void Control::setRole(Role role) {
     assign(role_, role);
 }
 
-void Control::setKeptBack(bool kept) {
-    assign(keptBack_, kept);
+void Control::setBlocked(bool kept) {
+    assign(blocked_, kept);
 }
 
 void Control::setNote(std::string_view note) {

@@ -187,8 +187,8 @@ public:
     /// Lit for the operator and never by a finger: it looks the same whether it is enabled or not.
     [[nodiscard]] bool lamp() const { return role_ >= Role::Lamp; }
     /// It can be pressed, and would do nothing: something that stands keeps it back.
-    [[nodiscard]] bool keptBack() const { return keptBack_; }
-    void setKeptBack(bool kept);
+    [[nodiscard]] bool blocked() const { return blocked_; }
+    void setBlocked(bool kept);
     /// Words that the window writes beside what the control shows, or that a screen reader says instead.
     [[nodiscard]] const std::string& note() const { return note_; }
     void setNote(std::string_view note);
@@ -287,7 +287,7 @@ private:
     bool readOnly_ = false;
     bool multiLine_ = false;
     bool border_ = true;
-    bool keptBack_ = false;
+    bool blocked_ = false;
     bool darkened_ = false;
 };
 

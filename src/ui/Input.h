@@ -26,11 +26,11 @@ public:
 
     /// A press of it is handed on: it can be reached, and nothing keeps it back.
     [[nodiscard]] bool takes(const Control& control) const {
-        return reachable(control) && !(keepsBack && keepsBack(control));
+        return reachable(control) && !(blocks && blocks(control));
     }
     /// A front end's word on what could be reached and would do nothing: it is not pressed, and what was
     /// pressed before is let go without a click.
-    std::function<bool(const Control& control)> keepsBack;
+    std::function<bool(const Control& control)> blocks;
 
     // Each does its work only on a control that can be reached, and says whether it did.
     bool press(Control& control);
@@ -60,7 +60,7 @@ public:
     }
 
     /// The control whose gesture is being handled; empty between gestures, and while a message box is up.
-    [[nodiscard]] const Control* hand() const {
+    [[nodiscard]] const Control* gestureOwner() const {
         return boxes_ > 0 || hands_.empty() ? nullptr : hands_.back();
     }
 

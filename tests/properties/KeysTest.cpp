@@ -69,7 +69,7 @@ public:
                 refused.insert(frame);
             }
         });
-        application().signs().pending.sent.connect([this](const Control*) { ++queued; });
+        application().indicators().pending.sent.connect([this](const Control*) { ++queued; });
     }
     ~Situation() { application().setScreen(nullptr); }
 
@@ -83,7 +83,7 @@ public:
             session_.perform("wait 1");
         }
     }
-    [[nodiscard]] KeyReasons& reasons() { return application().signs().reasons; }
+    [[nodiscard]] KeyReasons& reasons() { return application().indicators().reasons; }
     [[nodiscard]] Control& key(std::string_view name) { return *session_.find(name); }
     [[nodiscard]] std::vector<std::string> keys() {
         std::vector<std::string> all = session_.reachable();
@@ -93,7 +93,7 @@ public:
 
     /// As the window does it.
     void letTheWindowAsk() {
-        application().input().keepsBack = [this](const Control& at) { return reasons().keepsBack(at); };
+        application().input().blocks = [this](const Control& at) { return reasons().blocks(at); };
     }
     /// As long as it has to be held, if it is taken.
     bool press(const std::string& name) {
@@ -158,7 +158,7 @@ protected:
         // closes.
         const ServiceSession& doing = asked.application().console().session();
         EXPECT_TRUE(name != "Quillon.cmbClose" || !doing.generator().isLost() || doing.is(Run::Closing) ||
-                    asked.key(name).keptBack());
+                    asked.key(name).blocked());
         asked.press(name);
         EXPECT_FALSE(asked.ended);
         if (!name.starts_with("Quillon.")) {
@@ -184,7 +184,7 @@ TEST_P(Keys, AreAliveWhereAPressDoesSomethingAndNowhereElse) {
         for (const std::string& name : shown.keys()) {
             SCOPED_TRACE(std::string(GetParam().name) + ", phases " + testing::PrintToString(phases) + ": " +
                          name);
-            if (!shown.reasons().keepsBack(shown.key(name))) {
+            if (!shown.reasons().blocks(shown.key(name))) {
                 Situation fresh(GetParam(), phases);
                 checkAlive(fresh, untouched, name);
                 continue;

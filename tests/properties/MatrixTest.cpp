@@ -15,8 +15,8 @@
 
 #include "base/Colours.h"
 #include "base/Text.h"
+#include "console/Indicators.h"
 #include "console/ServiceSession.h"
-#include "console/Signs.h"
 #include "console/StatusLine.h"
 #include "console/ctrQuillonConsole.h"
 #include "explore/Scenes.h"
@@ -27,7 +27,7 @@ namespace quillon {
 namespace {
 
 // clang-format off
-constexpr std::array<std::string_view, kWays> kWayNames{"phase 1", "phase 2", "an exposure", "phase 6", "phase 8", "phase 9", "a loss", "cmbClose"};
+constexpr std::array<std::string_view, kStimuli> kStimulusNames{"phase 1", "phase 2", "an exposure", "phase 6", "phase 8", "phase 9", "a loss", "cmbClose"};
 
 /// Ends of a run, before its own, that give the X-rays back whatever had been taken.
 constexpr std::array kGiveBack{Run::EnteringCalibration, Run::LeavingCalibration, Run::Lending};
@@ -63,17 +63,17 @@ public:
     [[nodiscard]] std::string complaints() const { return session_.complaints(); }
     void perform(std::string_view line) { session_.perform(line); }
 
-    void befall(Way way) {
+    void befall(Stimulus stimulus) {
         const char phase = session_.ask("status").at(6); // "phase N"
-        switch (way) {
-        case Way::Restart:
+        switch (stimulus) {
+        case Stimulus::Restart:
             carryOut("sim set powerup 115000;sim power off;sim power on");
             break;
-        case Way::Exposure:
+        case Stimulus::Exposure:
             carryOut("sim phase 3;wait 1000;sim phase 4;wait 1000");
             perform(phase == '1' ? "sim phase 11" : std::string("sim phase ") + (phase == '3' ? '9' : phase));
             break;
-        case Way::Lost: // the ticks of the poll that nothing answers, all at once
+        case Stimulus::Lost: // the ticks of the poll that nothing answers, all at once
             perform("sim silence on");
             application().link().setStatusUpdateEnable(true);
             for (int tick = 0; tick < 40 && !doing().generator().isLost(); ++tick) {
@@ -81,19 +81,19 @@ public:
                 perform("wait 1");
             }
             break;
-        case Way::CloseKey:
+        case Stimulus::CloseKey:
             carryOut("cmbClose");
             break;
         default:
-            perform(std::string("sim phase ") + "12-689"[static_cast<std::size_t>(way)]);
+            perform(std::string("sim phase ") + "12-689"[static_cast<std::size_t>(stimulus)]);
             break;
         }
     }
 
     /// The generator is as it should be and Ready, and its operator has answered all that stands in front.
-    void comeBack(Way way) {
+    void comeBack(Stimulus stimulus) {
         carryOut("sim silence off;sim set modechange 300");
-        perform(way == Way::Restart ? "wait 6000" : "sim phase 2");
+        perform(stimulus == Stimulus::Restart ? "wait 6000" : "sim phase 2");
         perform("wait 20000");
         clear();
         perform("wait 35000"); // a poll that nothing holds is back by then
@@ -207,7 +207,7 @@ void checkMode(Cell& cell) {
     }
 }
 
-void checkReady(Cell& cell, Way way) {
+void checkReady(Cell& cell, Stimulus stimulus) {
     const Run run = cell.doing().run();
     const bool counters = cell.doing().countersActive();
     const bool noAnswer = run == Run::ReadingCounters;
@@ -223,11 +223,12 @@ void checkReady(Cell& cell, Way way) {
                 cell.control("fraRemote").visible());
 
     EXPECT_EQ(cell.allowsXRays(), cell.application().link().mirror().RXEnable);
-    const bool broken = way == Way::Restart || way == Way::Lost;
+    const bool broken = stimulus == Stimulus::Restart || stimulus == Stimulus::Lost;
     EXPECT_FALSE(broken && cell.doing().lent());
     if (!cell.raysTaken || (broken && holds(kGiveBack, cell.scene.run))) {
         EXPECT_TRUE(cell.allowsXRays());
-    } else if (cell.scene.run == Run::None && way == Way::CloseKey && cell.scene.name != "the users") {
+    } else if (cell.scene.run == Run::None && stimulus == Stimulus::CloseKey &&
+               cell.scene.name != "the users") {
         EXPECT_FALSE(cell.allowsXRays()); // the way out of a mode keeps them
     }
 }
@@ -235,24 +236,25 @@ void checkReady(Cell& cell, Way way) {
 class Matrix : public testing::TestWithParam<Scene> {};
 
 TEST_P(Matrix, LeavesAWayOnAndNothingBehind) {
-    for (std::size_t each = 0; each < kWays; ++each) {
-        const Way way{static_cast<std::uint8_t>(each)};
+    for (std::size_t each = 0; each < kStimuli; ++each) {
+        const Stimulus stimulus{static_cast<std::uint8_t>(each)};
         SCOPED_TRACE(std::string(rowOf(GetParam().run).name) + ", " + std::string(GetParam().name) + ": " +
-                     std::string(kWayNames.at(each)));
+                     std::string(kStimulusNames.at(each)));
         Cell cell(GetParam());
         ASSERT_EQ(cell.doing().run(), GetParam().run);
-        if (way == Way::CloseKey && !GetParam().closes) {
+        if (stimulus == Stimulus::CloseKey && !GetParam().closes) {
             EXPECT_FALSE(cell.reaches("Quillon.cmbClose"));
             continue;
         }
-        cell.befall(way);
+        cell.befall(stimulus);
         cell.perform("wait 110000");
         if (!cell.ended()) {
             EXPECT_TRUE(cell.hasWayOn());
             checkMode(cell);
-            cell.comeBack(way);
-            if (GetParam().run != Run::ChoosingWorkstation || way == Way::Restart || way == Way::Lost) {
-                checkReady(cell, way); // its panel has no way back, and leads into calibration
+            cell.comeBack(stimulus);
+            if (GetParam().run != Run::ChoosingWorkstation || stimulus == Stimulus::Restart ||
+                stimulus == Stimulus::Lost) {
+                checkReady(cell, stimulus); // its panel has no way back, and leads into calibration
             }
         }
         for (int level = 0; level < 6 && !cell.ended(); ++level) {
@@ -266,7 +268,7 @@ TEST_P(Matrix, LeavesAWayOnAndNothingBehind) {
         EXPECT_TRUE(cell.ended());
         EXPECT_EQ(cell.complaints(), "");
         // Phase 1 takes no command.
-        EXPECT_TRUE(cell.allowsXRays() || (GetParam().run == Run::Closing && way == Way::Restart));
+        EXPECT_TRUE(cell.allowsXRays() || (GetParam().run == Run::Closing && stimulus == Stimulus::Restart));
     }
 }
 
@@ -291,7 +293,7 @@ TEST(MatrixScenes, TheStatusBarTellsWhatIsWaitedForAndUntilWhen) {
     for (const Scene& scene : scenes()) {
         SCOPED_TRACE(std::string(rowOf(scene.run).name) + ", " + std::string(scene.name));
         Cell cell(scene);
-        const Progress progress = cell.application().signs().status.progress();
+        const Progress progress = cell.application().indicators().status.progress();
         const bool waits = !holds(kOperators, scene.run) && cell.doing().lastPhase() != Phase::ConfirmDismiss;
         EXPECT_EQ(cell.doing().waits(), waits);
         const auto last = lastWaits.find(scene.run);

@@ -72,7 +72,7 @@ TEST_F(AccessibleTest, WhatIsHiddenOrCoveredIsNotListed) {
     input.boxOpened();
     EXPECT_EQ(actions(inner), 0);
     input.boxClosed();
-    input.keepsBack = [](const Control&) { return true; };
+    input.blocks = [](const Control&) { return true; };
     EXPECT_EQ(actions(inner), 1) << "it is told why";
     press(node(inner));
     EXPECT_EQ(takeLog(), "");
@@ -123,7 +123,7 @@ TEST_F(AccessibleTest, ValuesAreWrittenAsByHand) {
     EXPECT_EQ(box.text(), "4570");
     EXPECT_EQ(takeLog(), "list click, slider change, slider release, box change, ");
     box.setReadOnly(true);
-    input.keepsBack = [&slider](const Control& control) { return &control == &slider; };
+    input.blocks = [&slider](const Control& control) { return &control == &slider; };
     turn();
     node(box)->editableTextInterface()->insertText(0, QStringLiteral("9"));
     node(slider)->valueInterface()->setCurrentValue(3);

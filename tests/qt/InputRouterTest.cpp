@@ -238,7 +238,7 @@ TEST_F(InputRouterTest, WhatIsKeptBackIsHandedOnFromNoFingerAndNoKeyButLetGo) {
     first.setRole(Role::Decline);
     turn();
     bool kept = true;
-    input.keepsBack = [&kept](const Control&) { return kept; };
+    input.blocks = [&kept](const Control&) { return kept; };
     tap(onFirst);
     touch(QEvent::TouchBegin, {finger(1, QEventPoint::Pressed, onSecond)});
     touch(QEvent::TouchEnd, {finger(1, QEventPoint::Released, onSecond)});

@@ -54,8 +54,8 @@ void inspectWords(const Words& words, bool box, double capitals,
     } else if (fit.font.pixelSize() < kSmallestLetters) {
         tell(text + " shrinks to " + std::to_string(fit.font.pixelSize()) + " pixels");
     }
-    if (contrast(words.ink, words.ground) < kReadable) {
-        tell(text + " has a contrast of " + std::to_string(contrast(words.ink, words.ground)));
+    if (contrast(words.ink, words.background) < kReadable) {
+        tell(text + " has a contrast of " + std::to_string(contrast(words.ink, words.background)));
     }
 }
 
@@ -177,8 +177,8 @@ Findings inspect(Screen& screen, const Control& form) {
         inspectText(view, tell);
         inspectPlaces(screen, view, tell);
     });
-    if (const GlanceView* glance = screen.glance()) {
-        for (const Words& words : glance->words()) {
+    if (const SummaryView* summary = screen.summary()) {
+        for (const Words& words : summary->words()) {
             inspectWords(words, false, 0, [&](const std::string& what) { tell(form, what); });
         }
     }
@@ -236,12 +236,12 @@ std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
             texts.push_back({pathOf(view.control()), note.text.toStdString()});
         }
         for (const auto& told : {accessibleName, accessibleDescription}) {
-            texts.push_back({pathOf(view.control()), told(view.control(), view.signs()).toStdString()});
+            texts.push_back({pathOf(view.control()), told(view.control(), view.indicators()).toStdString()});
         }
     });
     std::vector<Words> beside = screen.bar()->words();
-    if (const GlanceView* glance = screen.glance()) {
-        const std::vector<Words> words = glance->words();
+    if (const SummaryView* summary = screen.summary()) {
+        const std::vector<Words> words = summary->words();
         beside.insert(beside.end(), words.begin(), words.end());
     }
     for (const PadKey* key : screen.keypad()->keys()) {

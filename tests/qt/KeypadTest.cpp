@@ -55,7 +55,7 @@ TEST(Keypad, GoesWithItsBox) {
         {"Escape", [](Stage& stage) { strike(stage, Qt::Key_Escape); }},
         {"Tab", [](Stage& stage) { strike(stage, Qt::Key_Tab); }},
         {"another key", [](Stage& stage) { stage.touch("cmdUPSid"); }},
-        {"the ground", [](Stage& stage) { stage.touch("lblTitleWBCalib"); }},
+        {"the background", [](Stage& stage) { stage.touch("lblTitleWBCalib"); }},
         {"the screen closes",
          [](Stage& stage) { stage.application().input().click(stage.control("cmdMultiRoom")); }},
         {"a message box", [](Stage& stage) { stage.application().input().boxOpened(); }},

@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include "console/Glance.h"
+#include "console/GeneratorSummary.h"
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
 #include "qt/Convert.h"
@@ -57,9 +57,9 @@ TEST_P(EveryScene, ShowsAllItsTextAndNothingLiesOverAnother) {
         const auto stage = scene.staged(size, texts);
         EXPECT_THAT(findingsOf(*stage), IsEmpty());
         // At rest the whole of what is known of the generator, and not a part of its words.
-        if (stage->screen().glance()->isVisible() && !stage->control("fraTorvaneSerial").visible()) {
+        if (stage->screen().summary()->isVisible() && !stage->control("fraTorvaneSerial").visible()) {
             const std::string text = textOn(stage->screen(), stage->application().form());
-            for (const GlanceLine& line : stage->application().signs().glance.lines()) {
+            for (const SummaryLine& line : stage->application().indicators().summary.lines()) {
                 EXPECT_THAT(text, HasSubstr(toQt(line.subject).toStdString()));
                 EXPECT_THAT(text, HasSubstr(toQt(line.state).toStdString()));
             }
@@ -252,7 +252,7 @@ TEST(Lamps, StayLitWhileWhatTheyLieOnIsDisabled) {
         EXPECT_EQ(look(*control) == before, control->lamp()) << control->name();
         EXPECT_FALSE(screen.view(*control)->isEnabled());
     }
-    EXPECT_EQ(screen.view(stage->control("link.txtDoorOpenWarning"))->words()->ground.rgb(), kAlarmFace);
+    EXPECT_EQ(screen.view(stage->control("link.txtDoorOpenWarning"))->words()->background.rgb(), kAlarmFace);
 }
 
 TEST(Ranks, FollowWhatIsSaidAndAreToldWithoutColour) {
@@ -324,8 +324,9 @@ TEST(Contrast, SignsCanBeReadAndOutlinesThatTellSomethingStandOut) {
         {kVisible, kFocusRing, {kSurface, kFace}},
     };
     for (const auto& [least, ink, grounds] : rows) {
-        for (const QRgb ground : grounds) {
-            EXPECT_GE(contrast(QColor(ink), QColor(ground)), least) << std::hex << ink << " on " << ground;
+        for (const QRgb background : grounds) {
+            EXPECT_GE(contrast(QColor(ink), QColor(background)), least)
+                << std::hex << ink << " on " << background;
         }
     }
 }
@@ -366,7 +367,7 @@ TEST(Inspection, TellsOfTextThatDoesNotFitOrCannotBeReadAndOfWhatIsInTheWrongPla
     const auto stage = sceneNamed("ready").staged(kWindow);
     Control& key = stage->control("cmbClose");
     key.setHeight(300);
-    stage->control("cmbReadExposureCounters").setTop(key.top() + key.height()); // no free ground below
+    stage->control("cmbReadExposureCounters").setTop(key.top() + key.height()); // no free area below
     EXPECT_THAT(smallTargets(stage->screen(), stage->application().form(), 45),
                 ElementsAre(HasSubstr("cmbClose is ")));
 }

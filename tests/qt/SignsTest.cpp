@@ -14,7 +14,7 @@ QImage lookOf(Stage& stage, std::string_view name) {
     return stage.screen().view(stage.control(name))->grab().toImage().convertToFormat(QImage::Format_Mono);
 }
 
-TEST(Signs, AKeyThatWaitsLooksDifferentAtEverySizeAndItsCaptionStays) {
+TEST(Indicators, AKeyThatWaitsLooksDifferentAtEverySizeAndItsCaptionStays) {
     for (const QSize size : {QSize(640, 480), QSize(1280, 1024)}) {
         const auto stage = sceneNamed("pending-configuration").staged(size);
         const QImage waits = lookOf(*stage, "link.cmbWS(3)");
@@ -25,14 +25,14 @@ TEST(Signs, AKeyThatWaitsLooksDifferentAtEverySizeAndItsCaptionStays) {
     }
 }
 
-TEST(Signs, AValueFromBeforeTheSilenceLooksOldUntilItIsReported) {
+TEST(Indicators, AValueFromBeforeTheSilenceLooksOldUntilItIsReported) {
     const auto stage = sceneNamed("silence").staged(QSize(640, 480));
     const QImage old = lookOf(*stage, "link.txtMACal");
     stage->report("MA0100");
     EXPECT_NE(lookOf(*stage, "link.txtMACal"), old);
 }
 
-TEST(Signs, ALitKeyFromBeforeTheSilenceLooksOldUntilItIsReportedAgain) {
+TEST(Indicators, ALitKeyFromBeforeTheSilenceLooksOldUntilItIsReportedAgain) {
     const auto stage = sceneNamed("pending-configuration").staged(QSize(1012, 756));
     stage->report("WS1 FI11");
     const std::array<std::string_view, 2> keys{"link.cmbWS(0)", "link.cmbAECFieldCenter(1)"};
@@ -47,7 +47,7 @@ TEST(Signs, ALitKeyFromBeforeTheSilenceLooksOldUntilItIsReportedAgain) {
     }
 }
 
-TEST(Signs, AReplacedSIDLooksOldUntilItIsReportedAndTheWayBackIsLit) {
+TEST(Indicators, AReplacedSIDLooksOldUntilItIsReportedAndTheWayBackIsLit) {
     const auto stage = sceneNamed("remote").staged(QSize(1012, 756));
     const QImage lit = lookOf(*stage, "cmdMultiRoom");
     const QImage stored = lookOf(*stage, "TxtStoredSID");
@@ -61,7 +61,7 @@ TEST(Signs, AReplacedSIDLooksOldUntilItIsReportedAndTheWayBackIsLit) {
     EXPECT_NE(lookOf(*stage, "cmdMultiRoom"), lit);
 }
 
-TEST(Signs, APressInVainIsToldAtTheFootAndBeginsNothing) {
+TEST(Indicators, APressInVainIsToldAtTheFootAndBeginsNothing) {
     const struct {
         const char* scene;
         const char* key;
@@ -101,7 +101,7 @@ std::string told(Stage& stage) {
     return all.toStdString();
 }
 
-TEST(Signs, AValueThatIsNotTakenIsToldWithWhatMayStandThere) {
+TEST(Indicators, AValueThatIsNotTakenIsToldWithWhatMayStandThere) {
     const struct {
         const char* scene;
         const char* box;
@@ -122,7 +122,7 @@ TEST(Signs, AValueThatIsNotTakenIsToldWithWhatMayStandThere) {
     }
 }
 
-TEST(Signs, CloseHasToBeHeldWhereAPositionersScreenIsOpen) {
+TEST(Indicators, CloseHasToBeHeldWhereAPositionersScreenIsOpen) {
     const auto stage = sceneNamed("remote").staged(QSize(1012, 756));
     stage->touch("cmbClose");
     EXPECT_THAT(told(*stage), testing::HasSubstr("Close: hold for 1 s to end the program"));
@@ -138,10 +138,10 @@ TEST(Signs, CloseHasToBeHeldWhereAPositionersScreenIsOpen) {
     EXPECT_TRUE(back->application().console().session().is(Run::Closing)) << "at rest it acts at once";
 }
 
-TEST(Signs, TheFootAsksForTheTimeOnceASecondWhileItCounts) {
+TEST(Indicators, TheFootAsksForTheTimeOnceASecondWhileItCounts) {
     const auto stage = sceneNamed("silence").staged(QSize(640, 480));
     int asked = 0;
-    StatusBar bar(stage->application().signs().status, &stage->screen().window());
+    StatusBar bar(stage->application().indicators().status, &stage->screen().window());
     bar.onSecond = [&asked] { ++asked; };
     bar.sync();
     EXPECT_TRUE(waitFor([&asked] { return asked == 1; }));

@@ -264,7 +264,7 @@ std::string nothingToPress(const Facts& facts) {
     }
     const auto offers = [&](Key key) {
         const Control& control = console[nameOf(key)];
-        return facts.reaches(control) && !control.keptBack();
+        return facts.reaches(control) && !control.blocked();
     };
     const Phase mode = doing.mode();
     const bool close = offers(Key::Close);

@@ -14,7 +14,7 @@ namespace quillon {
 // Names of probes that no table of the program has.
 
 // clang-format off
-inline constexpr std::array<std::string_view, kWays> kWayNames{
+inline constexpr std::array<std::string_view, kStimuli> kStimulusNames{
     "a start anew", "Ready", "an exposure", "calibration", "configuration", "autocalibration", "a loss",
     "the key that closes"};
 
@@ -70,9 +70,9 @@ inline constexpr std::array kPanels{
 
 // clang-format on
 
-[[nodiscard]] inline std::string meeting(Run run, Way way) {
+[[nodiscard]] inline std::string meeting(Run run, Stimulus stimulus) {
     return std::string(rowOf(run).name) + " meets " +
-           std::string(kWayNames.at(static_cast<std::size_t>(way)));
+           std::string(kStimulusNames.at(static_cast<std::size_t>(stimulus)));
 }
 
 } // namespace quillon

@@ -42,8 +42,8 @@ void Probes::addRuns() {
     for (std::size_t i = 0; i < kRuns; ++i) {
         const Run run{static_cast<std::uint8_t>(i)};
         const std::string name(rowOf(run).name);
-        for (std::size_t way = 0; way < kWays; ++way) {
-            add(meeting(run, static_cast<Way>(way)));
+        for (std::size_t way = 0; way < kStimuli; ++stimulus) {
+            add(meeting(run, static_cast<Stimulus>(stimulus)));
         }
         if (run != Run::None) {
             add("begins " + name);

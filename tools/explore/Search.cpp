@@ -152,12 +152,12 @@ void Search::expand(std::size_t node) {
     const bool quiet = session.application().link().silence().quiet();
     const auto place = static_cast<std::uint64_t>(doing.run()) * 64 +
                        static_cast<std::uint64_t>(doing.lastPhase()) + (quiet ? 4096U : 0U);
-    KeyReasons& reasons = session.application().signs().reasons;
+    KeyReasons& reasons = session.application().indicators().reasons;
     for (const std::string& move : rareMovesFrom(session)) {
         // A key that would do nothing has not been tried by that.
         const auto words = split(move, " ");
         const Control* key = session.find(words.at(words.size() > 1 ? 1 : 0));
-        const std::uint64_t alive = key != nullptr && reasons.keepsBack(*key) ? 0 : 1;
+        const std::uint64_t alive = key != nullptr && reasons.blocks(*key) ? 0 : 1;
         if (tried_.insert(hashOf(move, place * 2 + alive)).second) {
             visit(session, node, move);
         }

@@ -16,24 +16,24 @@ namespace quillon {
 namespace {
 
 /// The way as which a phase is met; nothing for those that are none.
-std::optional<Way> wayOf(int phase) {
+std::optional<Stimulus> stimulusOf(int phase) {
     switch (phase) {
     case 1:
-        return Way::Restart;
+        return Stimulus::Restart;
     case 2:
-        return Way::Ready;
+        return Stimulus::Ready;
     case 3:
     case 4:
     case 5:
-        return Way::Exposure;
+        return Stimulus::Exposure;
     case 6:
-        return Way::Calibration;
+        return Stimulus::Calibration;
     case 8:
-        return Way::Configuration;
+        return Stimulus::Configuration;
     case 9:
     case 12:
     case 13:
-        return Way::Autocalibration;
+        return Stimulus::Autocalibration;
     default:
         return std::nullopt;
     }
@@ -82,8 +82,8 @@ void Watch::reportHeard(std::string_view text) {
     const std::string_view key = longest(kInboundTable, &InboundRow::key, text);
     marks_.reach("message " + std::string(key));
     if (key == "ST") {
-        if (const auto way = wayOf(static_cast<int>(toInt32(text.substr(2))))) {
-            meets(*way);
+        if (const auto stimulus = stimulusOf(static_cast<int>(toInt32(text.substr(2))))) {
+            meets(*stimulus);
         }
     }
 }
@@ -92,8 +92,8 @@ void Watch::handAt(std::string_view name) {
     marks_.reach("key " + std::string(name));
 }
 
-void Watch::meets(Way way) {
-    marks_.reach(meeting(facts_.doing().run(), way));
+void Watch::meets(Stimulus stimulus) {
+    marks_.reach(meeting(facts_.doing().run(), stimulus));
 }
 
 void Watch::look() {
@@ -107,7 +107,7 @@ void Watch::look() {
     }
     const bool lost = facts_.doing().generator().isLost();
     if (lost && !lost_) {
-        marks_.reach(meeting(run_, Way::Lost));
+        marks_.reach(meeting(run_, Stimulus::Lost));
     }
     lost_ = lost;
     if (const Run run = facts_.doing().run(); run != run_) {
@@ -128,7 +128,7 @@ void Watch::moved() {
 }
 
 void Watch::watchStatus() {
-    const StatusLine& status = facts_.application().signs().status;
+    const StatusLine& status = facts_.application().indicators().status;
     const Progress progress = status.progress();
     if (!progress.what.empty()) {
         marks_.reach("status " + (facts_.doing().waits() ? std::string(rowOf(facts_.doing().run()).name)
@@ -147,7 +147,7 @@ void Watch::watchStatus() {
 }
 
 void Watch::watchPanels() {
-    const ConsoleTexts& texts = facts_.application().signs().texts;
+    const ConsoleTexts& texts = facts_.application().indicators().texts;
     for (const PanelRow& row : kPanels) {
         const ControlHost* panel = facts_.console().keyed(row.key);
         if (panel == nullptr) {
@@ -166,13 +166,13 @@ void Watch::watchReasons() {
     if (whys_.empty()) {
         return;
     }
-    const Signs& signs = facts_.application().signs();
+    const Indicators& indicators = facts_.application().indicators();
     for (const ControlHost* host : facts_.hosts()) {
         for (const auto& control : host->controls()) {
             const bool seen = takesSomething(*control) && control->shown();
-            const std::string why = seen ? signs.reasons.why(*control) : std::string();
+            const std::string why = seen ? indicators.reasons.why(*control) : std::string();
             for (const std::size_t at : whys_) {
-                if (!why.empty() && tells(why, signs.texts.*kWhys.at(at).text)) {
+                if (!why.empty() && tells(why, indicators.texts.*kWhys.at(at).text)) {
                     marks_.reach(kWhys.at(at).name);
                 }
             }
@@ -181,7 +181,7 @@ void Watch::watchReasons() {
 }
 
 void Watch::watchBoxes() {
-    const ConsoleTexts& texts = facts_.application().signs().texts;
+    const ConsoleTexts& texts = facts_.application().indicators().texts;
     const auto& boxes = rig_.machine.desktop.boxes();
     for (; boxes_ < boxes.size(); ++boxes_) {
         for (const TextRow& row : kBoxes) {

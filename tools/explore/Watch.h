@@ -19,7 +19,7 @@ public:
     void reportHeard(std::string_view text);
     void handAt(std::string_view name);
     /// The key that closes does its work.
-    void closes() { meets(Way::CloseKey); }
+    void closes() { meets(Stimulus::CloseKey); }
     void look();
     void moved();
 
@@ -30,7 +30,7 @@ private:
         bool ran;
         Milliseconds due;
     };
-    void meets(Way way);
+    void meets(Stimulus stimulus);
     void watchBoxes();
     void watchStatus();
     void watchPanels();

@@ -67,13 +67,13 @@ What a phase makes of its mode's row:
   console's has led to, F in 9 until the entry's own look gives it, M in Ready while a refresh runs.
 )";
 
-std::string_view wordOf(Answer answer) {
+std::string_view wordOf(Reaction answer) {
     switch (answer) {
-    case Answer::GoesOn:
+    case Reaction::GoesOn:
         return "goes on";
-    case Answer::Ends:
+    case Reaction::Ends:
         return "ends";
-    case Answer::Asks:
+    case Reaction::AskWorkflow:
         return "asks";
     }
     return "";
@@ -103,7 +103,7 @@ void addTo(std::string& list, std::string_view piece) {
 
 std::string line(const RunRow& row) {
     std::string text = "| " + std::string(row.name) + " |";
-    for (const Answer answer : row.answers) {
+    for (const Reaction answer : row.reactions) {
         text.append(" ").append(wordOf(answer)).append(" |");
     }
     text.append(" ").append(wordOf(row.close)).append(" |");

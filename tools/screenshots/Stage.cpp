@@ -52,7 +52,7 @@ Stage::Stage(const Installation& installation, QSize window) {
         application_->form(), application_->input(),
         FormWindow::Requests{[this](Twips width, Twips height) { application_->resizeWindow(width, height); },
                              {}},
-        application_->signs());
+        application_->indicators());
     application_->setScreen(screen_.get());
     application_->start();
 }
@@ -164,8 +164,9 @@ void Stage::resize(QSize window) {
 
 QImage Stage::picture() {
     screen_->flush();
-    if (GlanceView* glance = screen_->glance()) {
-        glance->setStart(QDate(2024, 2, 29).startOfDay().addSecs(32'400)); // 09:00, the same in every picture
+    if (SummaryView* summary = screen_->summary()) {
+        summary->setStart(
+            QDate(2024, 2, 29).startOfDay().addSecs(32'400)); // 09:00, the same in every picture
     }
     return screen_->window().grab().toImage();
 }

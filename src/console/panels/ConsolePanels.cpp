@@ -197,7 +197,7 @@ void ConsolePanels::tellProtocolError() {
 
 void ConsolePanels::ErrorMessage(std::int16_t code, Phase missed) {
     context_.state.m_ProtocolError = false;
-    session_.at(moments::kCloseOffered);
+    session_.apply(effects::kCloseOffered);
     screen_.hide({"fraTorvaneSerial"});
     session_.restScreen().showPositionerKey(true);
 

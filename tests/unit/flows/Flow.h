@@ -59,7 +59,7 @@ protected:
         return error == nullptr ? std::string() : (*error)["myCaption"].caption();
     }
     [[nodiscard]] const std::string& prompt() { return control("lblHelp").caption(); }
-    [[nodiscard]] Signs signs() { return application->signs(); }
+    [[nodiscard]] Indicators indicators() { return application->indicators(); }
     [[nodiscard]] LinkEvents& events() { return application->link().events(); }
 
     void press(std::string_view name) {

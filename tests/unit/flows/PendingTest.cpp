@@ -21,7 +21,7 @@ TEST_F(PendingTest, AKeyWaitsUntilWhatItSentIsAnsweredGivenUpOrThrownAway) {
     machine.port.onWritten = [](std::string_view) {};
     Control& key = application->link()["cmbDfltConfig"];
     Control& other = application->link().at("cmbConfTubeUp");
-    signs().pending.changed.connect(
+    indicators().pending.changed.connect(
         [changes = changes, &key](const Control* changed) { *changes += changed == &key ? 1 : 0; });
     const struct {
         const char* why;
@@ -43,19 +43,19 @@ TEST_F(PendingTest, AKeyWaitsUntilWhatItSentIsAnsweredGivenUpOrThrownAway) {
         application->link().setPortOpen(true);
         *changes = 0;
         ASSERT_TRUE(application->input().click(key)) << row.why;
-        EXPECT_TRUE(signs().pending.waits(key)) << row.why;
-        EXPECT_FALSE(signs().pending.waits(other)) << row.why;
+        EXPECT_TRUE(indicators().pending.waits(key)) << row.why;
+        EXPECT_FALSE(indicators().pending.waits(other)) << row.why;
         wait(row.after - 1);
-        EXPECT_TRUE(signs().pending.waits(key)) << row.why;
+        EXPECT_TRUE(indicators().pending.waits(key)) << row.why;
         row.ends();
         wait(1);
-        EXPECT_FALSE(signs().pending.waits(key)) << row.why;
+        EXPECT_FALSE(indicators().pending.waits(key)) << row.why;
         EXPECT_EQ(*changes, 2) << row.why;
     }
 }
 
 TEST_F(PendingTest, AModesKeyWaitsAsLongAsItsRunWaitsForTheGenerator) {
-    const auto waits = [this](std::string_view name) { return signs().pending.waits(control(name)); };
+    const auto waits = [this](std::string_view name) { return indicators().pending.waits(control(name)); };
     click("cmbManualCalibration");
     EXPECT_FALSE(waits("cmbManualCalibration")) << "it is the operator's turn";
     click("SelWSCal", "cmdOK");
@@ -85,9 +85,9 @@ TEST_F(PendingTest, AKeyThatIsGoneIsNobodysHand) {
     const Control* after = nullptr;
     Control& key = (*panel("SelWSCal"))["cmdOK"];
     key.on.click = [&] {
-        before = application->input().hand();
+        before = application->input().gestureOwner();
         application->console().removeKeyed("SelWSCal");
-        after = application->input().hand();
+        after = application->input().gestureOwner();
     };
     click("SelWSCal", "cmdOK");
     EXPECT_EQ(before, &key);
@@ -102,8 +102,8 @@ TEST_F(PendingTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
     const auto press = [&] {
         ASSERT_TRUE(application->input().click(key));
         wait(2000); // acknowledged
-        EXPECT_TRUE(signs().pending.waits(key) && signs().pending.outdated(field));
-        EXPECT_EQ(signs().status.doing().words, "WS5: waiting for the report");
+        EXPECT_TRUE(indicators().pending.waits(key) && indicators().pending.outdated(field));
+        EXPECT_EQ(indicators().status.doing().words, "WS5: waiting for the report");
     };
     const struct {
         const char* why;
@@ -123,12 +123,12 @@ TEST_F(PendingTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
         report("WS1");
         press();
         ends();
-        EXPECT_FALSE(signs().pending.waits(key) || signs().pending.outdated(field)) << why;
-        EXPECT_EQ(signs().status.doing().words, words) << why;
+        EXPECT_FALSE(indicators().pending.waits(key) || indicators().pending.outdated(field)) << why;
+        EXPECT_EQ(indicators().status.doing().words, words) << why;
     }
     report("ST8");
     ASSERT_TRUE(application->input().click(*application->link().find("cmbConfTubeUp")));
-    EXPECT_EQ(signs().status.doing().words, "");
+    EXPECT_EQ(indicators().status.doing().words, "");
 }
 
 TEST_F(PendingTest, WhatWasNeverReportedIsNeitherOnNorOff) {
@@ -152,7 +152,7 @@ TEST_F(PendingTest, AChangedCalibrationValueIsToldUntilItIsStored) {
     ControlHost& link = application->link();
     const auto change = [&] { ASSERT_TRUE(application->input().slide(link["sldCalValue"], 2000)); };
     const auto store = [&] { ASSERT_TRUE(application->input().click(link["cmbStoreCalValue"])); };
-    const auto says = [this](const char* words) { EXPECT_EQ(signs().status.doing().words, words); };
+    const auto says = [this](const char* words) { EXPECT_EQ(indicators().status.doing().words, words); };
     const char* const changed = "Calibration value changed, not stored";
     const char* const left = "The calibration value was not stored";
     change();
@@ -175,7 +175,7 @@ TEST_F(PendingTest, AChangedCalibrationValueIsToldUntilItIsStored) {
     says(left);
     wait(12000);
     click("cmbConfiguration");
-    EXPECT_FALSE(signs().unsaved.wasLeft()) << "something else has begun";
+    EXPECT_FALSE(indicators().unsaved.wasLeft()) << "something else has begun";
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "console/Exposures.h"
-#include "console/Glance.h"
+#include "console/GeneratorSummary.h"
 #include "console/PendingKeys.h"
 #include "console/ServiceSession.h"
 #include "console/StatusLine.h"
@@ -29,24 +29,24 @@ TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
         {{"ST2", "ER12", "AR0", "ER12", "AR1"}, "Ready;Tube heat=12 %;Errors since the start=4;"},
         {{"ST1"}, "Powering Up;Errors since the start=4;"},
     };
-    signs().glance.changed.connect([changes = changes] { ++*changes; });
+    indicators().summary.changed.connect([changes = changes] { ++*changes; });
     for (const auto& row : rows) {
         for (const char* message : row.messages) {
             report(message);
         }
-        std::string lines = signs().glance.state() + ";";
-        for (const GlanceLine& line : signs().glance.lines()) {
+        std::string lines = indicators().summary.state() + ";";
+        for (const SummaryLine& line : indicators().summary.lines()) {
             lines.append(line.alarm ? "!" : "").append(line.subject + "=" + line.state + ";");
         }
         EXPECT_EQ(lines, row.lines);
         EXPECT_EQ(std::exchange(*changes, 0) > 0, !row.messages.empty());
     }
     std::vector<int> codes;
-    for (const SessionError& error : signs().glance.errors()) {
+    for (const SessionError& error : indicators().summary.errors()) {
         codes.push_back(error.code);
     }
     EXPECT_THAT(codes, ElementsAre(0, 12, 12, 12));
-    EXPECT_EQ(signs().glance.errors()[0].words, "EXPOSURE ABORTED BY BACK-UP TIMER");
+    EXPECT_EQ(indicators().summary.errors()[0].words, "EXPOSURE ABORTED BY BACK-UP TIMER");
 }
 
 TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
@@ -54,19 +54,19 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     report("ST6\rKV080\rMA0100\rCV1234");
     wait(500);
     machine.port.onWritten = [](std::string_view) {};
-    EXPECT_EQ(signs().status.line().words, "COM1");
-    signs().status.changed.connect([changes = changes] { ++*changes; });
+    EXPECT_EQ(indicators().status.line().words, "COM1");
+    indicators().status.changed.connect([changes = changes] { ++*changes; });
     wait(4000);
-    EXPECT_EQ(signs().status.line().words, "COM1: no answer for 4 s");
+    EXPECT_EQ(indicators().status.line().words, "COM1: no answer for 4 s");
     EXPECT_GT(*changes, 0);
     EXPECT_TRUE(old("txtPHASE") && old("txtMACal"));
     wait(30'000);
-    EXPECT_EQ(signs().status.line().words, "COM1: no answer for 34 s") << "the loss is not told yet";
+    EXPECT_EQ(indicators().status.line().words, "COM1: no answer for 34 s") << "the loss is not told yet";
     EXPECT_EQ(prompt(), "");
     // A report makes new what it says, even if it says the same, and nothing else.
     report("ST6");
     report("MA0100");
-    EXPECT_EQ(signs().status.line().words, "COM1");
+    EXPECT_EQ(indicators().status.line().words, "COM1");
     EXPECT_FALSE(old("txtPHASE") || old("txtMACal"));
     EXPECT_TRUE(old("txtKVPCal"));
     application->link()["txtKVPCal"].setCaption("090");
@@ -78,14 +78,14 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
         report(message);
     }
     wait(4000);
-    ASSERT_EQ(signs().status.line().words, "COM1: no answer for 4 s");
+    ASSERT_EQ(indicators().status.line().words, "COM1: no answer for 4 s");
     application->link().operations().call("ResetNoAnswerFromGeneratorError", {});
     ASSERT_TRUE(application->input().click(application->link()["cmbAutocalConfirm"]));
     wait(10'000);
-    EXPECT_EQ(signs().status.line().words, "COM1: no answer for 14 s");
+    EXPECT_EQ(indicators().status.line().words, "COM1: no answer for 14 s");
     application->link().setPortOpen(false);
     wait(2000);
-    EXPECT_EQ(signs().status.line().words, "COM1: closed") << "nobody was asked";
+    EXPECT_EQ(indicators().status.line().words, "COM1: closed") << "nobody was asked";
 }
 
 TEST_F(SignsTest, TheKeyThatExposesIsThereInPreparationAlone) {
@@ -104,9 +104,9 @@ TEST_F(SignsTest, TheKeyThatExposesIsThereInPreparationAlone) {
 TEST_F(SignsTest, LongWorkIsCountedBesideThePrompt) {
     const auto stands = [this](const char* doing, const char* howFar, Milliseconds after = 0) {
         wait(after);
-        EXPECT_EQ(signs().status.doing().words, doing);
-        EXPECT_EQ(signs().status.howFar(), howFar);
-        EXPECT_EQ(signs().status.counting(), *howFar != 0 && std::string_view(howFar).find(':') != 9);
+        EXPECT_EQ(indicators().status.doing().words, doing);
+        EXPECT_EQ(indicators().status.howFar(), howFar);
+        EXPECT_EQ(indicators().status.counting(), *howFar != 0 && std::string_view(howFar).find(':') != 9);
     };
     stands("", "");
     click("cmbReadExposureCounters");
@@ -199,7 +199,7 @@ TEST_F(SignsTest, TheStatusBarTellsWhatIsSo) {
     };
     for (const auto& row : rows) {
         row.act();
-        const StatusLine& status = signs().status;
+        const StatusLine& status = indicators().status;
         EXPECT_EQ(told(status.generator()) + ", " + told(status.line()) + ", " + told(status.rays()) + ", " +
                       told(status.alarm()),
                   row.fields);
@@ -209,10 +209,10 @@ TEST_F(SignsTest, TheStatusBarTellsWhatIsSo) {
 TEST_F(SignsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
     start({}, "REMOTE=YES\r\n");
     const auto way = [this](const Control* key, const char* words) {
-        EXPECT_EQ(signs().status.wayBack(), key);
-        EXPECT_EQ(signs().status.doing().words, words);
+        EXPECT_EQ(indicators().status.wayBack(), key);
+        EXPECT_EQ(indicators().status.doing().words, words);
     };
-    const auto old = [this] { return signs().pending.outdated(control("TxtStoredSID")); };
+    const auto old = [this] { return indicators().pending.outdated(control("TxtStoredSID")); };
     way(nullptr, "");
     click("cmdMultiRoom");
     way(&control("cmdMultiRoom"), "Back: MultiRoom Calibration");
@@ -229,7 +229,7 @@ TEST_F(SignsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
     EXPECT_TRUE(old()) << "acknowledged is not reported";
     report("URSSG1300");
     EXPECT_FALSE(old());
-    signs().status.changed.connect([changes = changes] { ++*changes; });
+    indicators().status.changed.connect([changes = changes] { ++*changes; });
     click("cmdMultiRoom");
     EXPECT_GT(*changes, 0);
     way(nullptr, "");
@@ -248,12 +248,12 @@ TEST_F(SignsTest, ExposuresAreCountedWithTheirValues) {
     report("ST2");
     wait(12'000);
     ASSERT_TRUE(application->console().session().lent());
-    EXPECT_EQ(signs().status.howFar(), "Exposures: 0");
+    EXPECT_EQ(indicators().status.howFar(), "Exposures: 0");
     expose();
-    EXPECT_EQ(signs().status.howFar(), "Exposures: 1");
-    EXPECT_EQ(signs().exposures.count(), 2);
-    ASSERT_EQ(signs().exposures.last().size(), 2U);
-    EXPECT_EQ(signs().exposures.last().front().values, "500 mA  125 ms  62.5 mAs");
+    EXPECT_EQ(indicators().status.howFar(), "Exposures: 1");
+    EXPECT_EQ(indicators().exposures.count(), 2);
+    ASSERT_EQ(indicators().exposures.last().size(), 2U);
+    EXPECT_EQ(indicators().exposures.last().front().values, "500 mA  125 ms  62.5 mAs");
 }
 
 } // namespace

@@ -86,7 +86,7 @@ TEST_F(InputTest, AFaultInOneKeyLeavesTheOtherToBeLetGo) {
     input.press(screen.key);
     input.press(other);
     EXPECT_THROW(input.cancel(), Fault);
-    EXPECT_EQ(input.hand(), nullptr);
+    EXPECT_EQ(input.gestureOwner(), nullptr);
     input.release(screen.key);
     input.release(other);
     EXPECT_THAT(happened, ElementsAre("key press", "other press", "other release", "other click"));

@@ -1,4 +1,4 @@
-#include "qt/GlanceView.h"
+#include "qt/SummaryView.h"
 
 #include <algorithm>
 #include <string>
@@ -8,8 +8,8 @@
 #include "base/Numbers.h"
 #include "console/ConsoleTexts.h"
 #include "console/Exposures.h"
-#include "console/Glance.h"
-#include "console/Signs.h"
+#include "console/GeneratorSummary.h"
+#include "console/Indicators.h"
 #include "console/layout/ConsoleControls.h"
 #include "qt/Art.h"
 #include "qt/Convert.h"
@@ -27,56 +27,57 @@ constexpr int kSmallestLetters = 9;
 
 } // namespace
 
-GlanceView::GlanceView(const Signs& signs, const ControlHost& console, QWidget* parent)
-    : QWidget(parent), glance_(signs.glance), exposures_(signs.exposures), texts_(signs.texts),
-      console_(console), start_(QDateTime::currentDateTime().addMSecs(-console.schedule().now())) {
+SummaryView::SummaryView(const Indicators& indicators, const ControlHost& console, QWidget* parent)
+    : QWidget(parent), summary_(indicators.summary), exposures_(indicators.exposures),
+      texts_(indicators.texts), console_(console),
+      start_(QDateTime::currentDateTime().addMSecs(-console.schedule().now())) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     lower();
     hide();
 }
 
-QRect GlanceView::freeGround() const {
+QRect SummaryView::freeArea() const {
     const Control* picture = console_.find("imgQuillonConsole");
     const Control* keyboard = console_.find("fraTorvaneSerial");
     if (picture == nullptr || keyboard == nullptr) {
         return {};
     }
-    QRect ground = toPixels(keyboard->place());
+    QRect background = toPixels(keyboard->place());
     if (keyboard->visible()) {
         const int foot =
             toPixels({0, 0, 0,
                       toInt32(static_cast<double>(console_.height()) * kConsoleFoot / kConsoleDesignHeight)})
                 .height();
         const bool worthIt =
-            glance_.errorCount() > 0 || exposures_.count() > 0; // the keyboard tells the rest
-        ground = QRect(ground.left(), ground.bottom() + 3, ground.width(),
-                       worthIt ? foot - ground.bottom() - 3 : 0);
+            summary_.errorCount() > 0 || exposures_.count() > 0; // the keyboard tells the rest
+        background = QRect(background.left(), background.bottom() + 3, background.width(),
+                           worthIt ? foot - background.bottom() - 3 : 0);
     } else if (picture->visible()) {
         const QRect above = toPixels(picture->place());
-        ground.setTop(above.bottom() + 6);
-        ground.setLeft(above.left());
-        ground.setRight(above.right());
+        background.setTop(above.bottom() + 6);
+        background.setLeft(above.left());
+        background.setRight(above.right());
     } else {
         return {};
     }
     const bool taken =
-        std::any_of(console_.stack().begin(), console_.stack().end(), [&ground](const Control* control) {
-            return control->visible() && toPixels(control->place()).intersects(ground);
+        std::any_of(console_.stack().begin(), console_.stack().end(), [&background](const Control* control) {
+            return control->visible() && toPixels(control->place()).intersects(background);
         });
-    return taken ? QRect() : ground;
+    return taken ? QRect() : background;
 }
 
-void GlanceView::settle() {
-    const QRect ground = freeGround();
-    setVisible(!ground.isEmpty());
-    if (!ground.isEmpty() && ground != geometry()) {
-        setGeometry(ground);
-        row_ =
-            console_.at("fraTorvaneSerial").visible() ? ground.height() : (ground.height() - kInset) / kRows;
+void SummaryView::settle() {
+    const QRect background = freeArea();
+    setVisible(!background.isEmpty());
+    if (!background.isEmpty() && background != geometry()) {
+        setGeometry(background);
+        row_ = console_.at("fraTorvaneSerial").visible() ? background.height()
+                                                         : (background.height() - kInset) / kRows;
     }
 }
 
-Words GlanceView::line(const QRect& place, const std::string& text, bool strong) const {
+Words SummaryView::line(const QRect& place, const std::string& text, bool strong) const {
     QFont font = consoleFont(1, strong);
     font.setPixelSize(std::clamp(row_ == height() ? row_ / 3 : row_ / 2, 10, 22));
     return {place,
@@ -87,11 +88,11 @@ Words GlanceView::line(const QRect& place, const std::string& text, bool strong)
             Qt::AlignVCenter | Qt::AlignLeft};
 }
 
-void GlanceView::addState(std::vector<Piece>& all, QRect place) const {
+void SummaryView::addState(std::vector<Piece>& all, QRect place) const {
     const int subject = static_cast<int>(place.width() * kSubject);
-    std::vector<GlanceLine> lines = glance_.lines();
+    std::vector<SummaryLine> lines = summary_.lines();
     lines.pop_back(); // the errors have a part of their own
-    for (const GlanceLine& row : lines) {
+    for (const SummaryLine& row : lines) {
         QRect state(place.left() + subject, place.top(), place.width() - subject, row_);
         Piece piece{line(state, row.state)};
         if (row.percent >= 0) {
@@ -118,7 +119,7 @@ void GlanceView::addState(std::vector<Piece>& all, QRect place) const {
     }
 }
 
-void GlanceView::addError(std::vector<Piece>& all, QRect row, const SessionError& error) const {
+void SummaryView::addError(std::vector<Piece>& all, QRect row, const SessionError& error) const {
     const QString clock = start_.addMSecs(error.at).time().toString(QStringLiteral("hh:mm"));
     const auto add = [&](const std::string& text, bool strong, int letters) {
         Words words = line(row, text, strong);
@@ -137,7 +138,7 @@ void GlanceView::addError(std::vector<Piece>& all, QRect row, const SessionError
     }
 }
 
-void GlanceView::addExposure(std::vector<Piece>& all, QRect place) const {
+void SummaryView::addExposure(std::vector<Piece>& all, QRect place) const {
     const SessionExposure& exposure = exposures_.last().front();
     const QString clock = start_.addMSecs(exposure.at).time().toString(QStringLiteral("hh:mm:ss"));
     QRect row(place.left(), place.top(), place.width(), row_);
@@ -153,11 +154,11 @@ void GlanceView::addExposure(std::vector<Piece>& all, QRect place) const {
     add(exposure.values, true);
 }
 
-void GlanceView::addErrors(std::vector<Piece>& all, QRect place) const {
+void SummaryView::addErrors(std::vector<Piece>& all, QRect place) const {
     const bool oneRow = place.height() < 2 * row_;
     QRect row(place.left(), place.top(), place.width(), row_);
-    const GlanceLine errors = glance_.lines().back();
-    Words heading = line(row, errors.subject + "   " + errors.state, glance_.errorCount() > 0);
+    const SummaryLine errors = summary_.lines().back();
+    Words heading = line(row, errors.subject + "   " + errors.state, summary_.errorCount() > 0);
     if (oneRow) {
         heading.place.setWidth(QFontMetrics(heading.font).horizontalAdvance(heading.text) + row_);
         row.setLeft(heading.place.right());
@@ -165,7 +166,7 @@ void GlanceView::addErrors(std::vector<Piece>& all, QRect place) const {
         row.translate(0, row_);
     }
     all.push_back({std::move(heading)});
-    for (const SessionError& error : glance_.errors()) {
+    for (const SessionError& error : summary_.errors()) {
         addError(all, row, error);
         row.translate(0, row_);
         if (oneRow) {
@@ -174,16 +175,16 @@ void GlanceView::addErrors(std::vector<Piece>& all, QRect place) const {
     }
 }
 
-std::vector<GlanceView::Piece> GlanceView::pieces() const {
+std::vector<SummaryView::Piece> SummaryView::pieces() const {
     std::vector<Piece> all;
     QRect place = rect().adjusted(kInset, 0, -kInset, 0);
     if (place.height() < 2 * row_) {
         if (exposures_.count() > 0) {
-            const int half = glance_.errorCount() > 0 ? place.width() / 2 : place.width();
+            const int half = summary_.errorCount() > 0 ? place.width() / 2 : place.width();
             addExposure(all, QRect(place.left(), place.top(), half, place.height()));
             place.setLeft(place.left() + half);
         }
-        if (glance_.errorCount() > 0) {
+        if (summary_.errorCount() > 0) {
             addErrors(all, place);
         }
         return all;
@@ -196,7 +197,7 @@ std::vector<GlanceView::Piece> GlanceView::pieces() const {
     return all;
 }
 
-std::vector<Words> GlanceView::words() const {
+std::vector<Words> SummaryView::words() const {
     std::vector<Words> all;
     if (isVisibleTo(parentWidget())) {
         for (Piece& piece : pieces()) {
@@ -206,7 +207,7 @@ std::vector<Words> GlanceView::words() const {
     return all;
 }
 
-void GlanceView::paintEvent(QPaintEvent* /*event*/) {
+void SummaryView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     paintPlate(painter, rect(), QColor::fromRgb(kQuietFace), Qt::transparent, 0, 8);
     for (const Piece& piece : pieces()) {

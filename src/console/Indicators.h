@@ -8,7 +8,7 @@ namespace quillon {
 
 class Control;
 class Exposures;
-class Glance;
+class GeneratorSummary;
 class KeyReasons;
 class PendingKeys;
 class StatusLine;
@@ -20,8 +20,8 @@ using RefusedValues = Signal<const Control*, std::string>;
 
 /// What the screen shows beside the controls. A front end reads it, paints it, and is told of changes by each
 /// part's own signal; nothing of it can be reached, named or replaced like a control.
-struct Signs {
-    Glance& glance;
+struct Indicators {
+    GeneratorSummary& summary;
     Exposures& exposures;
     PendingKeys& pending;
     KeyReasons& reasons;

@@ -20,7 +20,7 @@ struct SessionError {
 };
 
 /// A subject and how it stands, for a line of a table.
-struct GlanceLine {
+struct SummaryLine {
     std::string subject;
     std::string state;
     bool alarm = false; ///< the operator should see this one first; it stands last but one
@@ -30,15 +30,15 @@ struct GlanceLine {
 
 /// The generator at a glance: where it stands; and for the picture at rest, which shows none of the panel,
 /// how hot its tube is, what stands in its way, and which errors came since the program was started.
-class Glance {
+class GeneratorSummary {
 public:
     static constexpr std::size_t kErrorsKept = 5;
 
-    Glance(ConsoleContext& context, const ServiceSession& session);
+    GeneratorSummary(ConsoleContext& context, const ServiceSession& session);
 
     /// In the operator's language. A line whose subject is not known yet is left out; the last one counts the
     /// errors.
-    [[nodiscard]] std::vector<GlanceLine> lines() const;
+    [[nodiscard]] std::vector<SummaryLine> lines() const;
     /// The last of them, the newest first. One that goes on, or is reported once more, is one.
     [[nodiscard]] const std::deque<SessionError>& errors() const { return errors_; }
     [[nodiscard]] int errorCount() const { return count_; }

@@ -9,9 +9,9 @@ namespace quillon {
 /// The system wants the program to end. What the console took is given back, the mode is left as far as its
 /// commands go out within 3 s, and the console says goodbye whatever became of it. Nothing else happens
 /// meanwhile.
-class Departure {
+class Termination {
 public:
-    Departure(ConsoleContext& context, ServiceSession& session, Closing& closing);
+    Termination(ConsoleContext& context, ServiceSession& session, Closing& closing);
 
     /// No effect when the console closes already.
     void LeaveNow();

@@ -1,4 +1,4 @@
-#include "console/Glance.h"
+#include "console/GeneratorSummary.h"
 
 #include <algorithm>
 #include <array>
@@ -25,12 +25,12 @@ constexpr std::array<std::string ConsoleTexts::*, kWarningLamps.size()> kWarning
 
 } // namespace
 
-Glance::Glance(ConsoleContext& context, const ServiceSession& session)
+GeneratorSummary::GeneratorSummary(ConsoleContext& context, const ServiceSession& session)
     : context_(context), session_(session) {
     listen();
 }
 
-void Glance::listen() {
+void GeneratorSummary::listen() {
     LinkEvents& events = context_.link.events();
     events.GeneratorPhaseChange.connect([this](Phase phase) {
         if (phase != Phase::Error && phase != Phase::AutocalError) {
@@ -64,7 +64,7 @@ void Glance::listen() {
     }
 }
 
-void Glance::note(std::int16_t code, std::string_view words) {
+void GeneratorSummary::note(std::int16_t code, std::string_view words) {
     if (code == 0 || std::exchange(standing_, code) == code) {
         return;
     }
@@ -75,7 +75,7 @@ void Glance::note(std::int16_t code, std::string_view words) {
     changed.raise();
 }
 
-std::string Glance::state() const {
+std::string GeneratorSummary::state() const {
     const ConsoleTexts& texts = context_.texts;
     const auto keyOf = [this](Key key) { return context_.console[nameOf(key)].caption(); };
     if (session_.generator().isLost()) {
@@ -110,7 +110,7 @@ std::string Glance::state() const {
     return session_.generator().poweringUp() ? texts.sPoweringUp : texts.sStateUnheard;
 }
 
-std::string Glance::warnings() const {
+std::string GeneratorSummary::warnings() const {
     std::string all;
     for (std::size_t i = 0; i < kWarningLamps.size(); ++i) {
         if (context_.link[kWarningLamps[i].label].visible()) {
@@ -120,9 +120,9 @@ std::string Glance::warnings() const {
     return all;
 }
 
-std::vector<GlanceLine> Glance::lines() const {
+std::vector<SummaryLine> GeneratorSummary::lines() const {
     const ConsoleTexts& texts = context_.texts;
-    std::vector<GlanceLine> all;
+    std::vector<SummaryLine> all;
     if (context_.link.mirror().m_HU >= 0) {
         all.push_back({texts.sTubeHeat, decimalText(context_.link.mirror().m_HU) + " %", false,
                        context_.link["txtHU"].old(), context_.link.mirror().m_HU});

@@ -12,18 +12,18 @@
 namespace quillon {
 
 class Exposures;
-class Glance;
+class GeneratorSummary;
 struct ConsoleTexts;
-struct Signs;
+struct Indicators;
 struct SessionError;
 
-/// The generator at a glance, on ground of the console that no control is on: below the picture at rest all
+/// The generator at a glance, on an area of the console that no control is on: below the picture at rest all
 /// of it, below the generator's own keyboard the last error. Nothing on it can be touched.
-class GlanceView final : public QWidget {
+class SummaryView final : public QWidget {
 public:
-    GlanceView(const Signs& signs, const ControlHost& console, QWidget* parent);
+    SummaryView(const Indicators& indicators, const ControlHost& console, QWidget* parent);
 
-    /// Goes where the ground is free, or away.
+    /// Goes where an area is free, or away.
     void settle();
     /// All that is written on it.
     [[nodiscard]] std::vector<Words> words() const;
@@ -42,7 +42,7 @@ private:
         QRect sign = {}; ///< of an alarm
     };
 
-    [[nodiscard]] QRect freeGround() const;
+    [[nodiscard]] QRect freeArea() const;
     [[nodiscard]] Words line(const QRect& place, const std::string& text, bool strong = true) const;
     [[nodiscard]] std::vector<Piece> pieces() const;
     void addState(std::vector<Piece>& all, QRect place) const;
@@ -50,7 +50,7 @@ private:
     void addErrors(std::vector<Piece>& all, QRect place) const;
     void addError(std::vector<Piece>& all, QRect row, const SessionError& error) const;
 
-    const Glance& glance_;
+    const GeneratorSummary& summary_;
     const Exposures& exposures_;
     const ConsoleTexts& texts_;
     const ControlHost& console_;

@@ -1,4 +1,4 @@
-#include "console/Departure.h"
+#include "console/Termination.h"
 
 #include <utility>
 
@@ -12,19 +12,19 @@ constexpr int kLeaveTime = 3000; // ms that the ways out of the modes get
 
 } // namespace
 
-Departure::Departure(ConsoleContext& context, ServiceSession& session, Closing& closing)
+Termination::Termination(ConsoleContext& context, ServiceSession& session, Closing& closing)
     : context_(context), session_(session), closing_(closing), screen_(context) {
     context_.operations.add("LeaveNow", [this] { LeaveNow(); });
     context_.link.events().GeneratorPhaseChange.connect([this](Phase phase) { phaseReported(phase); });
 }
 
-void Departure::LeaveNow() {
+void Termination::LeaveNow() {
     if (session_.is(Run::Closing)) {
         return;
     }
     const std::vector<Phase> modes = modesToLeave();
     session_.restScreen().closeScreen();
-    session_.begin(Run::Closing, modes.empty() ? moments::kClosingBegins : moments::kPollFree);
+    session_.begin(Run::Closing, modes.empty() ? effects::kClosingBegins : effects::kPollFree);
     stopAllTimers();
     if (Control* window = context_.console.container()) {
         window->setEnabled(false); // nothing is in reach any more
@@ -44,7 +44,7 @@ void Departure::LeaveNow() {
     });
 }
 
-std::vector<Phase> Departure::modesToLeave() const {
+std::vector<Phase> Termination::modesToLeave() const {
     const Phase mode = session_.mode();
     const bool autocalibrating = session_.is(Run::EnteringAutocalibration);
     const bool entering = autocalibrating || session_.is(Run::EnteringCalibration);
@@ -62,14 +62,14 @@ std::vector<Phase> Departure::modesToLeave() const {
     return modes;
 }
 
-void Departure::leave(Phase phase) {
+void Termination::leave(Phase phase) {
     sendExitFrom(phase, context_.link);
     if (phase == Phase::Autocalibration || kAsksOrTells.has(phase)) {
         session_.oweXRays(); // that command has thrown away what waited
     }
 }
 
-void Departure::stopAllTimers() {
+void Termination::stopAllTimers() {
     for (const auto& control : context_.console.controls()) {
         if (auto* timer = dynamic_cast<TimerControl*>(control.get())) {
             timer->timer().stop();
@@ -80,7 +80,7 @@ void Departure::stopAllTimers() {
     context_.link.timer("tmrDismiss").stop();
 }
 
-void Departure::phaseReported(Phase phase) {
+void Termination::phaseReported(Phase phase) {
     if (!leaving_) {
         return;
     }

@@ -1,4 +1,4 @@
-#include "qt/AccessibleNews.h"
+#include "qt/AccessibilityNotifier.h"
 
 #include <utility>
 
@@ -55,32 +55,32 @@ void tellEntries(QWidget& list) {
 
 } // namespace
 
-AccessibleNews::AccessibleNews(Screen& screen, Input& input)
+AccessibilityNotifier::AccessibilityNotifier(Screen& screen, Input& input)
     : QObject(&screen.window()), screen_(screen), input_(input) {
     soon_.setSingleShot(true);
     connect(&soon_, &QTimer::timeout, this, [this] { tell(); });
 }
 
-AccessibleNews* AccessibleNews::of(const QWidget& widget) {
+AccessibilityNotifier* AccessibilityNotifier::of(const QWidget& widget) {
     for (QObject* child : widget.window()->children()) {
-        if (auto* news = dynamic_cast<AccessibleNews*>(child)) {
+        if (auto* news = dynamic_cast<AccessibilityNotifier*>(child)) {
             return news;
         }
     }
     return nullptr;
 }
 
-void AccessibleNews::look() {
+void AccessibilityNotifier::look() {
     if (QAccessible::isActive() && !soon_.isActive()) {
         soon_.start(kNews);
     }
 }
 
-bool AccessibleNews::reaches(const ControlView& view) const {
+bool AccessibilityNotifier::reaches(const ControlView& view) const {
     return input_.reachable(view.control());
 }
 
-void AccessibleNews::press(ControlView& view) {
+void AccessibilityNotifier::press(ControlView& view) {
     QTimer::singleShot(kMoment, &view, [this, &view] {
         const QRect place = seenPlace(view);
         if (!place.isEmpty()) {
@@ -90,7 +90,7 @@ void AccessibleNews::press(ControlView& view) {
     });
 }
 
-void AccessibleNews::tap(QWidget& key) {
+void AccessibilityNotifier::tap(QWidget& key) {
     QTimer::singleShot(kMoment, &key, [this, &key] {
         if (key.isVisible()) {
             tapOn(*screen_.window().windowHandle(), key.mapTo(key.window(), key.rect().center()));
@@ -99,7 +99,7 @@ void AccessibleNews::tap(QWidget& key) {
     });
 }
 
-void AccessibleNews::slide(ControlView& view, int value) {
+void AccessibilityNotifier::slide(ControlView& view, int value) {
     QTimer::singleShot(kMoment, &view, [this, &view, value] {
         if (!seenPlace(view).isEmpty() && screen_.admits(view.control())) {
             input_.slide(view.control(), value);
@@ -107,7 +107,7 @@ void AccessibleNews::slide(ControlView& view, int value) {
     });
 }
 
-void AccessibleNews::type(ControlView& view, int start, int length, const QString& text) {
+void AccessibilityNotifier::type(ControlView& view, int start, int length, const QString& text) {
     QTimer::singleShot(kMoment, &view, [this, &view, start, length, text] {
         if (seenPlace(view).isEmpty() || !input_.reachable(view.control())) {
             return;
@@ -119,7 +119,7 @@ void AccessibleNews::type(ControlView& view, int start, int length, const QStrin
     });
 }
 
-void AccessibleNews::gather(const QWidget& above, std::map<const QWidget*, Told>& found) const {
+void AccessibilityNotifier::gather(const QWidget& above, std::map<const QWidget*, Told>& found) const {
     for (QWidget* widget : listedBelow(above)) {
         QAccessibleInterface* node = QAccessible::queryAccessibleInterface(widget);
         if (node == nullptr) {
@@ -136,7 +136,7 @@ void AccessibleNews::gather(const QWidget& above, std::map<const QWidget*, Told>
     }
 }
 
-void AccessibleNews::tell() {
+void AccessibilityNotifier::tell() {
     std::map<const QWidget*, Told> now;
     gather(screen_.window(), now);
     std::swap(now, told_);

@@ -17,12 +17,12 @@ class Screen;
 
 /// Stands between the screen and a screen reader: tells it what has changed, while there is one, and lends it
 /// a hand. A press is one of the mouse's on the window, so all rules of a finger's hold for it.
-class AccessibleNews final : public QObject {
+class AccessibilityNotifier final : public QObject {
 public:
-    AccessibleNews(Screen& screen, Input& input);
+    AccessibilityNotifier(Screen& screen, Input& input);
 
     /// That of the window which the widget is on; empty where there is none.
-    [[nodiscard]] static AccessibleNews* of(const QWidget& widget);
+    [[nodiscard]] static AccessibilityNotifier* of(const QWidget& widget);
 
     /// Something may have changed.
     void look();

@@ -8,7 +8,7 @@ namespace quillon {
 
 /// The status poll: away while a workflow holds it. Parked, it stays away behind the workflow's end, up to
 /// the next value, preparation, message or workflow.
-enum class Poll : std::uint8_t { Stays, Held, Free, Parked, Unparked };
+enum class Poll : std::uint8_t { Stays, Held, Free, OffUntilReport, Resumed };
 /// The event Busy: 1 when a workflow takes the console, 0 when it gives it back; Settled raises 0 only if it
 /// is due.
 enum class Busy : std::uint8_t { Stays, Taken, Given, Settled };
@@ -20,7 +20,7 @@ enum class Caption : std::uint8_t { Stays, Close, Exit };
 enum class Rx : std::uint8_t { Stays, On, Off, GivenBack };
 
 /// What a moment gives to the operator or the generator, and takes. What it does not name stays as it is.
-struct Moment {
+struct Effects {
     Keys on{};     ///< enabled
     Keys off{};    ///< disabled
     Keys atRest{}; ///< in the colour of a key at rest
@@ -33,21 +33,21 @@ struct Moment {
 };
 
 /// Those that more than one workflow has; each has its own beside it.
-namespace moments {
+namespace effects {
 
 using namespace keys;
 
-inline constexpr Moment kPollFree{.poll = Poll::Free};
-inline constexpr Moment kXRaysAllowed{.rx = Rx::On};
-inline constexpr Moment kFrameTaken{.off = F};
-inline constexpr Moment kCloseOffered{.on = X, .prompt = Prompt::Cleared, .caption = Caption::Close};
-inline constexpr Moment kErrorReported{.on = E};
-inline constexpr Moment kClosingBegins{.poll = Poll::Held, .rx = Rx::On};
-inline constexpr Moment kBrokenOff{
+inline constexpr Effects kPollFree{.poll = Poll::Free};
+inline constexpr Effects kXRaysAllowed{.rx = Rx::On};
+inline constexpr Effects kFrameTaken{.off = F};
+inline constexpr Effects kCloseOffered{.on = X, .prompt = Prompt::Cleared, .caption = Caption::Close};
+inline constexpr Effects kErrorReported{.on = E};
+inline constexpr Effects kClosingBegins{.poll = Poll::Held, .rx = Rx::On};
+inline constexpr Effects kCancelled{
     .on = X, .poll = Poll::Free, .busy = Busy::Settled, .prompt = Prompt::Cleared};
-inline constexpr Moment kBrokenOffByExposure{
+inline constexpr Effects kCancelledByExposure{
     .poll = Poll::Free, .busy = Busy::Settled, .prompt = Prompt::Cleared};
 
-} // namespace moments
+} // namespace effects
 
 } // namespace quillon
