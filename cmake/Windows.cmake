@@ -1,5 +1,5 @@
 # Toolchain file: compiles for 64-bit Windows on Debian, with its MinGW-w64.
-#   cmake -S . -B build-windows -G Ninja --toolchain cmake/Windows.cmake
+#   cmake -S . -B build-windows -G Ninja --toolchain cmake/Windows.cmake -DQUILLON_WINDOW=OFF
 # Of the two flavours Debian has, the one with POSIX threads comes with the whole standard library.
 
 set(CMAKE_SYSTEM_NAME Windows)

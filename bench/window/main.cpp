@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QWidget>
 
-#include "qt/StartupTrace.h"
+#include "lateness/StartupTrace.h"
 
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);

@@ -14,6 +14,10 @@ public:
     [[nodiscard]] int number() const { return number_; }
     [[nodiscard]] const char* what() const noexcept override { return "fault in a handler"; }
 
+    /// It was told which handler it has ended.
+    [[nodiscard]] bool told() const { return told_; }
+    void setTold() { told_ = true; }
+
     static constexpr int kNoSuchName = 1;         ///< a name that nothing has: a mistake in this program
     static constexpr int kNotFound = 5;           ///< not its own message; the decoder goes on searching
     static constexpr int kOverflow = 6;           ///< a number does not fit its type
@@ -24,6 +28,7 @@ public:
 
 private:
     int number_;
+    bool told_ = false;
 };
 
 } // namespace quillon

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <limits>
 
 #include "base/Fault.h"
 
@@ -61,23 +62,31 @@ enum class Phase : std::int32_t {
                                : static_cast<std::int32_t>(1U << static_cast<unsigned>(numberOf(phase) - 1));
 }
 
+/// The phases in which a message may leave, a bit each.
+using PhaseMask = std::int16_t;
+static_assert(maskOf(Phase::AutocalOk) <= std::numeric_limits<PhaseMask>::max(), "every phase has its bit");
+
 /// A set of phases.
 class Phases {
 public:
     constexpr Phases() = default;
+    /// Fault 9, which in a constant does not compile, for a phase that no generator reports.
     constexpr Phases(std::initializer_list<Phase> phases) {
         for (const Phase phase : phases) {
-            mask_ = static_cast<std::int16_t>(mask_ | maskOf(phase));
+            if (!isKnown(phase)) {
+                throw Fault(Fault::kSubscript);
+            }
+            mask_ = static_cast<PhaseMask>(mask_ | maskOf(phase));
         }
     }
     [[nodiscard]] constexpr bool has(Phase phase) const {
         return isKnown(phase) && (mask_ & maskOf(phase)) != 0;
     }
     /// As the messages carry it that may leave in these phases.
-    [[nodiscard]] constexpr std::int16_t mask() const { return mask_; }
+    [[nodiscard]] constexpr PhaseMask mask() const { return mask_; }
 
 private:
-    std::int16_t mask_ = 0;
+    PhaseMask mask_ = 0;
 };
 
 /// The generator asks whether to autocalibrate, or shows what has come of it.

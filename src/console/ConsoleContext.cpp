@@ -55,11 +55,10 @@ void ConsoleScreen::clearActualExposure() const {
 }
 
 void ShowCalibrationButton(ConsoleContext& context, bool visible) {
-    const int positioner = context.positionerToCalibrate ? context.positionerToCalibrate() : 0;
-    if (positioner >= 0 && positioner <= 2) {
-        context.console["cmdOrla"].setVisible(positioner == 1 && visible);
-        context.console["cmdMultiRoom"].setVisible(positioner == 2 && visible);
-    }
+    const PositionerKind positioner =
+        context.positionerToCalibrate ? context.positionerToCalibrate() : PositionerKind::None;
+    context.console["cmdOrla"].setVisible(positioner == PositionerKind::Orla && visible);
+    context.console["cmdMultiRoom"].setVisible(positioner == PositionerKind::Remote && visible);
 }
 
 } // namespace quillon

@@ -7,6 +7,7 @@
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
 #include "console/Indicators.h"
+#include "console/PositionerKind.h"
 #include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
 #include "panel/KeyNeeds.h"
@@ -28,7 +29,7 @@ struct ConsoleContext {
     RefusedValues& refused; ///< raised for a value that was not taken
     Desktop& desktop;
     EventLoop& loop;
-    std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner
+    std::function<PositionerKind()> positionerToCalibrate;
     std::function<Refusal()> restartPc;
     std::string commandLine;
 };

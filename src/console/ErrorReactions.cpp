@@ -1,6 +1,7 @@
 #include "console/ErrorReactions.h"
 
 #include "base/Numbers.h"
+#include "link/GeneratorLost.h"
 #include "model/ErrorsAndWarnings.h"
 
 namespace quillon {
@@ -12,7 +13,6 @@ using namespace keys;
 constexpr Effects kLost{.on = U, .off = modes};
 
 constexpr int kFlashInterval = 500; // ms
-constexpr std::int16_t kGeneratorLost = 33;
 
 } // namespace
 

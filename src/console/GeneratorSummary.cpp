@@ -5,34 +5,23 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "link/GeneratorLost.h"
 #include "link/LinkSilence.h"
+#include "model/WarningLamps.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr std::int16_t kGeneratorLost = 33;
 // Errors without a code of their own.
 constexpr std::int16_t kBackUpTimer = -1;
 constexpr std::int16_t kWrongSelection = -2;
 
-struct WarningRow {
-    PanelControl lamp;
-    std::string ConsoleTexts::*words;
-    Signal<bool> LinkEvents::*event;
-};
-
-// clang-format off
-constexpr std::array kWarnings{
-    WarningRow{"txtDoorOpenWarning",          &ConsoleTexts::sWarnDoor,          &LinkEvents::WARNINGDoorOpen},
-    WarningRow{"txtGeneratorOverloadWarning", &ConsoleTexts::sWarnGenOverload,   &LinkEvents::WARNINGGenOverload},
-    WarningRow{"txtTubeOverloadWarning",      &ConsoleTexts::sWarnTubeOverload,  &LinkEvents::WARNINGTubeOverload},
-    WarningRow{"txtRotorWarning",             &ConsoleTexts::sWarnRotor,         &LinkEvents::WARNINGRotor},
-    WarningRow{"txtOverheatWarning",          &ConsoleTexts::sWarnOverheat,      &LinkEvents::WARNINGOverheat},
-    WarningRow{"txtTechniqueWarning",         &ConsoleTexts::sWarnTechnique,     &LinkEvents::WARNINGTechnique},
-    WarningRow{"txtCollimatorWarning",        &ConsoleTexts::sWarnCollimator,    &LinkEvents::WARNINGCollimator},
-};
-// clang-format on
+// In the order of the lamps.
+constexpr std::array<std::string ConsoleTexts::*, kWarningLamps.size()> kWarningWords{
+    &ConsoleTexts::sWarnDoor,      &ConsoleTexts::sWarnGenOverload, &ConsoleTexts::sWarnTubeOverload,
+    &ConsoleTexts::sWarnRotor,     &ConsoleTexts::sWarnOverheat,    &ConsoleTexts::sWarnTechnique,
+    &ConsoleTexts::sWarnCollimator};
 
 } // namespace
 
@@ -70,8 +59,8 @@ void GeneratorSummary::listen() {
     });
     events.GeneratorERRORResetAck.connect([this] { standing_ = 0; });
     context_.link.silence().changed.connect([this] { changed.raise(); });
-    for (const WarningRow& row : kWarnings) {
-        (events.*row.event).connect([this](bool) { changed.raise(); });
+    for (const WarningLamp& lamp : kWarningLamps) {
+        (events.*lamp.event).connect([this](bool) { changed.raise(); });
     }
 }
 
@@ -123,9 +112,9 @@ std::string GeneratorSummary::state() const {
 
 std::string GeneratorSummary::warnings() const {
     std::string all;
-    for (const WarningRow& row : kWarnings) {
-        if (context_.link[row.lamp].visible()) {
-            all.append(all.empty() ? "" : ", ").append(context_.texts.*row.words);
+    for (std::size_t i = 0; i < kWarningLamps.size(); ++i) {
+        if (context_.link[kWarningLamps[i].label].visible()) {
+            all.append(all.empty() ? "" : ", ").append(context_.texts.*kWarningWords[i]);
         }
     }
     return all;

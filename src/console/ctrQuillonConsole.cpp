@@ -18,6 +18,7 @@
 #include "console/PendingKeys.h"
 #include "console/PhaseReactions.h"
 #include "console/RemotePositioner.h"
+#include "console/RunTrace.h"
 #include "console/ServiceSession.h"
 #include "console/StartOfService.h"
 #include "console/StatusLine.h"
@@ -97,6 +98,7 @@ struct ctrQuillonConsole::Parts {
     ScalingLayout layout;
 
     ServiceSession session;
+    RunTrace trace;
     StartOfService start;
     ConsolePanels panels;
     ConfigurationMode configuration;
@@ -146,10 +148,10 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
                                                                          given.positionerToCalibrate,
                                                                          given.restartPc,
                                                                          given.commandLine},
-      session(context), start(context, session), panels(context, session),
-      configuration(context, session, panels), calibration(context, session, panels),
-      autocalibration(context, session, panels), counters(context, session, panels),
-      userMode(context, session, calibration),
+      session(context), trace(given.schedule.handlers(), session), start(context, session),
+      panels(context, session), configuration(context, session, panels),
+      calibration(context, session, panels), autocalibration(context, session, panels),
+      counters(context, session, panels), userMode(context, session, calibration),
       closing(context, session, {configuration, calibration, autocalibration, counters}),
       phases(context, session, start, autocalibration), errors(context, session),
       remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
@@ -320,6 +322,10 @@ TorvaneSerialV3_07_QLC1& ctrQuillonConsole::link() {
 
 const ServiceSession& ctrQuillonConsole::session() const {
     return parts_->session;
+}
+
+Signal<std::string>& ctrQuillonConsole::runChanged() {
+    return parts_->trace.told;
 }
 
 Indicators ctrQuillonConsole::indicators() {

@@ -10,6 +10,7 @@
 #include "console/ConsoleState.h"
 #include "console/ConsoleTexts.h"
 #include "console/Indicators.h"
+#include "console/PositionerKind.h"
 #include "console/layout/Names.h"
 #include "link/TorvaneSerial.h"
 #include "runtime/EventLoop.h"
@@ -29,7 +30,7 @@ public:
         EventLoop& loop;
         Desktop& desktop;
         std::string commandLine;
-        std::function<int()> positionerToCalibrate; ///< 0 none, 1 Orla, 2 the remote positioner
+        std::function<PositionerKind()> positionerToCalibrate;
         std::function<Refusal()> restartPc;
     };
 
@@ -40,6 +41,8 @@ public:
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     /// Where the generator stands and what the console is doing.
     [[nodiscard]] const ServiceSession& session() const;
+    /// For a developer: what the console was doing, what it does now, and why.
+    [[nodiscard]] Signal<std::string>& runChanged();
     /// What a front end shows beside the controls.
     [[nodiscard]] Indicators indicators();
     /// Public operations, properties and texts by name.

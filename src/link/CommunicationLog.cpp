@@ -57,6 +57,12 @@ void CommunicationLog::noted(std::string_view text) {
     record("(--)", text);
 }
 
+void CommunicationLog::ended(std::string_view what) {
+    if (DebugActive_) {
+        record("(--)", what);
+    }
+}
+
 void CommunicationLog::received(std::string_view frame) {
     if (!frame.empty()) {
         // The last character is the CR of the last message; those between messages stay.

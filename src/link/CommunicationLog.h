@@ -32,6 +32,9 @@ public:
     void notSent(std::string_view message);
     /// Something about the port itself.
     void noted(std::string_view text);
+    /// A fault has ended what the program did about something. Only while the debug view is on: the file
+    /// alone tells what was on the line.
+    void ended(std::string_view what);
     /// A frame came, with the CR that ends its last message. Nothing happens for an empty one.
     void received(std::string_view frame);
 

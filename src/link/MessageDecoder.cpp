@@ -8,25 +8,10 @@
 
 namespace quillon {
 
-namespace {
-
-/// Runs a handler. Returns its fault number, 0 for none; nothing is rolled back.
-template <typename Work> int faultOf(Work&& work) {
-    try {
-        work();
-        return 0;
-    } catch (const Fault& fault) {
-        assert(fault.number() != Fault::kNoSuchName);
-        return fault.number();
-    }
-}
-
-} // namespace
-
-MessageDecoder::MessageDecoder() {
+MessageDecoder::MessageDecoder(Handlers& handlers) : edge_(handlers) {
     for (const InboundRow& row : kInboundTable) {
         const auto handler = handlers_.try_emplace(std::string(row.handler)).first;
-        m_Messages.emplace(row.key, &handler->second);
+        m_Messages.emplace(row.key, &*handler);
         longestKey_ = std::max(longestKey_, row.key.size());
     }
 }
@@ -74,7 +59,7 @@ void MessageDecoder::decode(std::string_view piece) {
     // No key is longer than the longest one, so a long piece of garbage costs no more than a short one.
     Outcome outcome = Outcome::NotFound;
     for (std::size_t length = std::min(piece.size(), longestKey_); length > 0; --length) {
-        outcome = attempt(piece.substr(0, length), piece.substr(length));
+        outcome = attempt(piece, length);
         if (outcome != Outcome::NotFound) {
             break;
         }
@@ -87,19 +72,41 @@ void MessageDecoder::decode(std::string_view piece) {
     }
 }
 
-MessageDecoder::Outcome MessageDecoder::attempt(std::string_view key, std::string_view value) {
+/// Runs a handler. A fault ends it, and nothing is rolled back; one number says that the message is not its
+/// own.
+bool MessageDecoder::takes(const Cause& message, const std::function<void()>& work) const {
+    bool own = true;
+    try {
+        edge_.run(message, [&] {
+            try {
+                work();
+            } catch (const Fault& fault) {
+                if (fault.number() != Fault::kNotFound) {
+                    throw;
+                }
+                own = false;
+            }
+        });
+    } catch (const Fault& fault) { // and was told
+        assert(fault.number() != Fault::kNoSuchName);
+    }
+    return own;
+}
+
+MessageDecoder::Outcome MessageDecoder::attempt(std::string_view piece, std::size_t keyLength) {
+    const std::string_view key = piece.substr(0, keyLength);
+    const std::string_view value = piece.substr(keyLength);
     if (const auto row = m_Messages.find(key); row != m_Messages.end()) {
-        const Handler& handler = *row->second;
-        const int fault = faultOf([&] {
-            if (handler) {
-                handler(value);
+        const auto& [name, handler] = *row->second;
+        const bool own = takes({Cause::Kind::Message, piece, name}, [&work = handler, value] {
+            if (work) {
+                work(value);
             }
         });
         if (notices_.heard) {
             notices_.heard();
         }
-        // A handler that ends with this number says that the message is not its own.
-        if (fault != Fault::kNotFound) {
+        if (own) {
             return Outcome::Own;
         }
     }
@@ -107,11 +114,12 @@ MessageDecoder::Outcome MessageDecoder::attempt(std::string_view key, std::strin
     if (row == m_ParentMessages.end()) {
         return Outcome::NotFound;
     }
-    const int fault = faultOf([&] { m_Parent->call(row->second, {std::string(value)}); });
+    const bool taken = takes({Cause::Kind::Message, piece, row->second},
+                             [&] { m_Parent->call(row->second, {std::string(value)}); });
     if (notices_.heard) {
         notices_.heard();
     }
-    return fault == Fault::kNotFound ? Outcome::NotFound : Outcome::Parent;
+    return taken ? Outcome::Parent : Outcome::NotFound;
 }
 
 } // namespace quillon

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "base/Text.h"
+#include "runtime/Handlers.h"
 #include "runtime/Operations.h"
 
 namespace quillon {
@@ -17,8 +18,9 @@ public:
     /// Gets the value: what stands behind the mnemonic.
     using Handler = std::function<void(std::string_view value)>;
 
-    /// Fills the own table with all keys. A key whose handler nobody binds matches and does nothing.
-    MessageDecoder();
+    /// Fills the own table with all keys. A key whose handler nobody binds matches and does nothing. What
+    /// runs the handlers must outlive this.
+    explicit MessageDecoder(Handlers& handlers);
 
     /// Gives the handler of that name its work. kNoSuchName when no row names it.
     void bind(std::string_view handler, Handler work);
@@ -44,12 +46,14 @@ private:
     enum class Outcome { NotFound, Own, Parent };
 
     void decode(std::string_view piece);
-    [[nodiscard]] Outcome attempt(std::string_view key, std::string_view value);
+    [[nodiscard]] Outcome attempt(std::string_view piece, std::size_t keyLength);
+    [[nodiscard]] bool takes(const Cause& message, const std::function<void()>& work) const;
 
     template <typename T> using Table = std::unordered_map<std::string, T, NoCaseHash, NoCaseEqual>;
 
-    Table<Handler> handlers_;         // by handler name
-    Table<const Handler*> m_Messages; // by key
+    Handlers& edge_;
+    Table<Handler> handlers_;                            // by handler name
+    Table<const Table<Handler>::value_type*> m_Messages; // by key
     Table<std::string> m_ParentMessages;
     const Operations* m_Parent = nullptr;
     std::size_t longestKey_ = 0;

@@ -13,38 +13,37 @@ namespace quillon {
 /// One function of the generator: its mnemonic and the mask of the phases that allow it.
 struct OutboundRow {
     std::string_view mnemonic;
-    std::int16_t phase;
+    PhaseMask phases;
 };
 
 /// Every phase, and one bit more than there are phases.
-inline constexpr std::int16_t kAllPhases = 16383;
+inline constexpr PhaseMask kAllPhases = 16383;
 
 /// Which phases allow what, by what is allowed in them.
 namespace allowed {
 using enum Phase;
-inline constexpr std::int16_t kReady = Phases{NormalOperation}.mask();
-inline constexpr std::int16_t kReleased = Phases{Preparation, RadExposure}.mask();
-inline constexpr std::int16_t kReadyFluoro = Phases{NormalOperation, FluoroExposure}.mask();
-inline constexpr std::int16_t kReadyCalibration = Phases{NormalOperation, Calibration}.mask();
-inline constexpr std::int16_t kReadyFluoroCalibration =
+inline constexpr PhaseMask kReady = Phases{NormalOperation}.mask();
+inline constexpr PhaseMask kReleased = Phases{Preparation, RadExposure}.mask();
+inline constexpr PhaseMask kReadyFluoro = Phases{NormalOperation, FluoroExposure}.mask();
+inline constexpr PhaseMask kReadyCalibration = Phases{NormalOperation, Calibration}.mask();
+inline constexpr PhaseMask kReadyFluoroCalibration =
     Phases{NormalOperation, FluoroExposure, Calibration}.mask();
-inline constexpr std::int16_t kConfiguration = Phases{Configuration}.mask();
-inline constexpr std::int16_t kReadyConfiguration = Phases{NormalOperation, Configuration}.mask();
-inline constexpr std::int16_t kReadyFluoroConfiguration =
+inline constexpr PhaseMask kConfiguration = Phases{Configuration}.mask();
+inline constexpr PhaseMask kReadyConfiguration = Phases{NormalOperation, Configuration}.mask();
+inline constexpr PhaseMask kReadyFluoroConfiguration =
     Phases{NormalOperation, FluoroExposure, Configuration}.mask();
-inline constexpr std::int16_t kReadyCalibrationConfiguration =
+inline constexpr PhaseMask kReadyCalibrationConfiguration =
     Phases{NormalOperation, Calibration, Configuration}.mask();
-inline constexpr std::int16_t kReadyFluoroAutocalibration =
+inline constexpr PhaseMask kReadyFluoroAutocalibration =
     Phases{NormalOperation, FluoroExposure, Autocalibration}.mask();
-inline constexpr std::int16_t kCalibrations = Phases{Calibration, Autocalibration}.mask();
-inline constexpr std::int16_t kReadyCalibrations =
-    Phases{NormalOperation, Calibration, Autocalibration}.mask();
-inline constexpr std::int16_t kReadyFluoroCalibrations =
+inline constexpr PhaseMask kCalibrations = Phases{Calibration, Autocalibration}.mask();
+inline constexpr PhaseMask kReadyCalibrations = Phases{NormalOperation, Calibration, Autocalibration}.mask();
+inline constexpr PhaseMask kReadyFluoroCalibrations =
     Phases{NormalOperation, FluoroExposure, Calibration, Autocalibration}.mask();
-inline constexpr std::int16_t kCalibrationsAnswers =
+inline constexpr PhaseMask kCalibrationsAnswers =
     Phases{Calibration, Autocalibration, ConfirmDismiss, AutocalError, AutocalOk}.mask();
 /// With that last bit.
-inline constexpr std::int16_t kRays =
+inline constexpr PhaseMask kRays =
     Phases{NormalOperation, Preparation, Calibration, Error, Configuration, Autocalibration, TubeTooHot}
         .mask() |
     8192;
@@ -188,9 +187,9 @@ inline constexpr std::array kOutboundTable{
 }
 
 /// The mask of a mnemonic. One that the table does not hold is a mistake in this program.
-[[nodiscard]] constexpr std::int16_t phasesOf(std::string_view mnemonic) {
+[[nodiscard]] constexpr PhaseMask phasesOf(std::string_view mnemonic) {
     const auto row = std::ranges::find(kOutboundTable, mnemonic, &OutboundRow::mnemonic);
-    return row == kOutboundTable.end() ? throw Fault(Fault::kNoSuchName) : row->phase;
+    return row == kOutboundTable.end() ? throw Fault(Fault::kNoSuchName) : row->phases;
 }
 
 } // namespace quillon

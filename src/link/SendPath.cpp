@@ -4,15 +4,14 @@
 #include <string>
 
 #include "link/OutboundTable.h"
+#include "panel/layout/PanelTimers.h"
 
 namespace quillon {
 
 namespace {
 
 constexpr std::string_view kFrameEnd = "\r\n\x03";
-constexpr int kWaitAfterRx = 400;      // ms of silence before the next transmission
 constexpr int kShortestRemainder = 10; // ms; below it the whole time-out is waited for
-constexpr int kPollInterval = 1000;    // ms from the last transmission to the next poll
 
 } // namespace
 
@@ -24,20 +23,20 @@ SendPath::SendPath(LinkState& state, LinkEvents& events, SerialPort& port, Commu
     port_.setOutcome([this](std::string_view frame, bool sent) { frameLeft(frame, sent); });
 }
 
-bool SendPath::allows(std::int16_t Phase) const {
+bool SendPath::allows(PhaseMask phases) const {
     // What every phase allows passes in one that does not exist, too: the poll must outlive a garbled report.
-    return Phase == kAllPhases || (state_.m_PhaseMask & Phase) == state_.m_PhaseMask;
+    return phases == kAllPhases || (state_.m_PhaseMask & phases) == state_.m_PhaseMask;
 }
 
-void SendPath::SendMessage(std::string_view newmessage, std::int16_t Phase, bool WithACK,
-                           std::int16_t Timeout, bool SendImmediately) {
-    if (!allows(Phase)) {
+void SendPath::SendMessage(std::string_view newmessage, PhaseMask phases, bool WithACK, std::int16_t Timeout,
+                           bool SendImmediately) {
+    if (!allows(phases)) {
         events_.WrongPhase.raise(std::string(newmessage));
         return;
     }
     // While a key repeats, its steps must neither wait for an acknowledgement nor be taken for one another.
     const bool repeating = timers_.tmrAutoRepeat.running();
-    QueuedMessage message{std::string(newmessage), Phase, Timeout > 0 ? Timeout : kTimeout,
+    QueuedMessage message{std::string(newmessage), phases, Timeout > 0 ? Timeout : kTimeout,
                           WithACK && !repeating, lastTicket_ + 1};
     if (SendImmediately) {
         m_Queue.clear();
@@ -71,8 +70,8 @@ void SendPath::setNotices(Notices notices) {
     m_Queue.onLeft = std::move(notices.left);
 }
 
-void SendPath::SendMessageWithDefaults(std::string_view newmessage, std::int16_t Phase) {
-    SendMessage(newmessage, Phase, state_.Handshaking);
+void SendPath::SendMessageWithDefaults(std::string_view newmessage, PhaseMask phases) {
+    SendMessage(newmessage, phases, state_.Handshaking);
 }
 
 void SendPath::Flush() {

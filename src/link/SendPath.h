@@ -30,15 +30,15 @@ public:
 
     SendPath(LinkState& state, LinkEvents& events, SerialPort& port, CommunicationLog& log, Timers timers);
 
-    /// Queues a message. `Phase` is the mask of phases that allow it; outside it WrongPhase is raised and
+    /// Queues a message. `phases` are those that allow it; outside it WrongPhase is raised and
     /// nothing is queued. It leaves one `Timeout` (ms; 0 and below count as 350) later at the earliest.
     /// `SendImmediately` throws away whatever waits.
-    void SendMessage(std::string_view newmessage, std::int16_t Phase, bool WithACK = false,
+    void SendMessage(std::string_view newmessage, PhaseMask phases, bool WithACK = false,
                      std::int16_t Timeout = kTimeout, bool SendImmediately = false);
     /// Throws away whatever waits, what waits for its acknowledgement included.
     void discardWaiting();
     /// Asks for an acknowledgement when Handshaking is on.
-    void SendMessageWithDefaults(std::string_view newmessage, std::int16_t Phase);
+    void SendMessageWithDefaults(std::string_view newmessage, PhaseMask phases);
     /// Sends the empty message: the three end bytes alone.
     void Flush();
 
@@ -62,7 +62,7 @@ public:
     void setNotices(Notices notices);
 
     /// Whether the present phase lets a message with this mask out.
-    [[nodiscard]] bool allows(std::int16_t Phase) const;
+    [[nodiscard]] bool allows(PhaseMask phases) const;
     /// The last message about X-rays that went out.
     [[nodiscard]] std::string_view lastRaysMessage() const { return lastRaysMessage_; }
     [[nodiscard]] std::int16_t queueCount() const { return m_Queue.count(); }

@@ -46,7 +46,7 @@ void SendQueue::enqueue(QueuedMessage message) {
 std::uint32_t SendQueue::queued(const QueuedMessage& message) const {
     for (std::int16_t at = m_QueueHead; at < m_QueueTail; at = next(at)) {
         const QueuedMessage& waiting = m_Queue[static_cast<std::size_t>(at)];
-        if (waiting.Message == message.Message && waiting.Phase == message.Phase &&
+        if (waiting.Message == message.Message && waiting.phases == message.phases &&
             waiting.Timeout == message.Timeout) {
             return waiting.ticket;
         }

@@ -5,12 +5,14 @@
 #include <functional>
 #include <string>
 
+#include "base/Phase.h"
+
 namespace quillon {
 
 /// One message that waits to be sent.
 struct QueuedMessage {
     std::string Message;      ///< without end bytes
-    std::int16_t Phase = 0;   ///< mask of allowed phases
+    PhaseMask phases = 0;     ///< that let it out
     std::int16_t Timeout = 0; ///< ms to the next tick after this message
     bool WithACK = false;     ///< stays at the head until it is acknowledged
     std::uint32_t ticket = 0; ///< names it among all that were ever queued

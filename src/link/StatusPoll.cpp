@@ -1,15 +1,14 @@
 #include "link/StatusPoll.h"
 
+#include "link/GeneratorLost.h"
 #include "link/OutboundTable.h"
+#include "panel/layout/PanelTimers.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr int kInterval = 1000;         // ms
-constexpr int kHeldInterval = 10000;    // ms
-constexpr std::int16_t kLostAfter = 30; // ticks without an answer; the next one raises the error
-constexpr std::int16_t kLostCode = 33;
+constexpr int kHeldInterval = 10000; // ms
 constexpr std::int16_t kLostErrorType = 2;
 
 } // namespace
@@ -17,7 +16,7 @@ constexpr std::int16_t kLostErrorType = 2;
 StatusPoll::StatusPoll(LinkState& state, LinkEvents& events, SendPath& send, SerialPort& port,
                        LinkSilence& silence, Timer& timerStatusUpdate)
     : state_(state), events_(events), send_(send), port_(port), silence_(silence), timer_(timerStatusUpdate) {
-    timer_.setInterval(kInterval);
+    timer_.setInterval(kPollInterval);
     timer_.setTick([this] { tick(); });
 }
 
@@ -38,7 +37,7 @@ void StatusPoll::end() {
 }
 
 void StatusPoll::resume() {
-    timer_.start(kInterval);
+    timer_.start(kPollInterval);
 }
 
 void StatusPoll::holdBack() {
@@ -74,17 +73,17 @@ void StatusPoll::tick() {
             GeneratorPhaseRequest();
         }
         heatNext_ = !heatNext_;
-        if (state_.m_NoAnswerCount < kLostAfter) {
+        if (state_.m_NoAnswerCount < kPollsUntilLost) {
             ++state_.m_NoAnswerCount;
-        } else if (state_.m_NoAnswerCount == kLostAfter) {
+        } else if (state_.m_NoAnswerCount == kPollsUntilLost) {
             state_.m_Phase = Phase::Error;
             // Counted past the limit first, so that the error is raised once however it is received.
             ++state_.m_NoAnswerCount;
-            events_.GeneratorERROR.raise(kLostCode, {}, kLostErrorType);
+            events_.GeneratorERROR.raise(kGeneratorLost, {}, kLostErrorType);
         }
         silence_.polled(state_.m_NoAnswerCount);
     }
-    timer_.setInterval(kInterval);
+    timer_.setInterval(kPollInterval);
 }
 
 } // namespace quillon

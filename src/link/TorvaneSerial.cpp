@@ -1,239 +1,8 @@
 #include "link/TorvaneSerial.h"
 
-#include "base/Temporarily.h"
-#include "base/Text.h"
-#include "link/CommunicationLog.h"
-#include "link/FrameReceiver.h"
-#include "link/LinkSilence.h"
-#include "link/MessageDecoder.h"
-#include "link/OutboundTable.h"
-#include "link/PortControl.h"
-#include "link/SendPath.h"
-#include "link/StatusPoll.h"
-#include "model/Commands.h"
-#include "model/ErrorsAndWarnings.h"
-#include "model/ExposureControl.h"
-#include "model/Fluoroscopy.h"
-#include "model/ModelContext.h"
-#include "model/PhaseReports.h"
-#include "model/Positioner.h"
-#include "model/Programs.h"
-#include "model/Records.h"
-#include "model/Service.h"
-#include "model/Technique.h"
-#include "panel/Blinking.h"
-#include "panel/HeldKeys.h"
-#include "panel/KeyNeeds.h"
-#include "panel/PanelFrame.h"
-#include "panel/PanelKeys.h"
-#include "panel/PanelPages.h"
-#include "panel/layout/PanelControls.h"
+#include "link/TorvaneSerialParts.h"
 
 namespace quillon {
-
-namespace {
-
-/// The panel's controls stand before any part looks for its own.
-PanelHost& withControls(PanelHost& panel) {
-    panel.setPlace({0, 0, kPanelDesignWidth, kPanelDesignHeight});
-    addPanelControls(panel);
-    return panel;
-}
-
-} // namespace
-
-struct TorvaneSerialV3_07_QLC1::Parts {
-    Parts(PanelHost& host, const Context& context);
-
-    void addOperations();
-    void applyFacts();
-    void applyDesignStore();
-    void setFromGUI(bool embedded);
-    void setTempUserMode(bool on);
-
-    PanelHost& panel;
-    SerialPort& port;
-    Folder& folder;
-    bool fromGUI = false;
-    bool TempUserMode = false;
-
-    LinkState state;
-    GeneratorState generator;
-    LinkEvents events;
-    Operations operations;
-    InstallationFacts facts;
-    MessageDecoder decoder;
-    LinkSettings settings;
-    CommunicationLog log;
-    SendPath send;
-    LinkSilence silence;
-    StatusPoll poll;
-    FrameReceiver receiver;
-    PortControl portControl;
-    Commands commands;
-    PanelPages pages;
-    PanelFrame frame;
-    ModelContext context;
-
-    ErrorTable& errorTable;
-    Service service;
-    PhaseReports phase;
-    Technique technique;
-    ErrorsAndWarnings errors;
-    ExposureControl exposureControl;
-    Fluoroscopy fluoroscopy;
-    Programs programs;
-    Positioner positioner;
-    Records records;
-    Blinking blinking;
-    PanelSubjects subjects{context, service, errors, exposureControl, fluoroscopy};
-    KeyNeeds needs;
-    HeldKeys heldKeys;
-    PanelKeys panelKeys;
-};
-
-TorvaneSerialV3_07_QLC1::Parts::Parts(PanelHost& host, const Context& given)
-    : panel(withControls(host)), port(given.port), folder(given.folder),
-      facts(InstallationFacts::read(given.folder)), settings(panel, given.store),
-      log(panel, given.folder, given.desktop),
-      send(state, events, given.port, log,
-           {panel.timer("tmrProtocolHandshaking"), panel.timer("tmrWaitAfterRx"),
-            panel.timer("tmrAutoRepeat"), panel.timer("timerStatusUpdate")}),
-      silence(given.schedule),
-      poll(state, events, send, given.port, silence, panel.timer("timerStatusUpdate")),
-      receiver(events,
-               [this](std::string_view text) {
-                   log.received(text);
-                   const Temporarily reporting(silence.age.reporting, true);
-                   decoder.DecodeMessages(text);
-               }),
-      portControl(panel, given.port, settings, events, send, poll, log), commands(state, send, operations),
-      pages(panel, generator, fromGUI),
-      frame(panel), context{state, generator, settings, facts,        events,
-                            send,  poll,      commands, decoder,      operations,
-                            panel, pages,     fromGUI,  TempUserMode, given.commandLine},
-      errorTable(given.errorTable), service(context), phase(context, service), technique(context),
-      errors(context, errorTable), exposureControl(context), fluoroscopy(context), programs(context),
-      positioner(context), records(context), blinking(generator, panel),
-      needs([this](std::string_view mnemonic) { return send.allows(phasesOf(mnemonic)); }),
-      heldKeys(subjects, needs), panelKeys(subjects, needs, pages, frame) {
-    applyFacts();
-    panel.setReportAge(&silence.age);
-    silence.changed.connect([this] { panel.showAge(); });
-    port.setNotice([this](std::string_view text) {
-        log.noted(text);
-        silence.changed.raise();
-    });
-    decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
-    decoder.setNotices({.heard = [this] { poll.heard(); }, .handled = [this] { send.messageHeard(); }});
-    addOperations();
-    panel["txtDebugComm"].on.click = [this] { log.clearDebug(); };
-    panel["fraDebug"].on.click = [this] { log.clearDebug(); };
-    panel["cmbToggleDebug"].on.click = [this] { log.toggleDebug(); };
-    pages.resetPages();
-    pages.showTechniqueKeys(false);
-    pages.ResetPanelKeys();
-    frame.record();
-    log.setLogActive(containsNoCase(given.commandLine, "-logFile"));
-    applyDesignStore();
-    port.setReceiver([this](std::string_view bytes) { receiver.receive(bytes); });
-}
-
-void TorvaneSerialV3_07_QLC1::Parts::applyFacts() {
-    generator.m_TechniqueMode = facts.techniqueMode;
-    panel["lstExtendedPosition"].setItems({facts.extended.begin(), facts.extended.end()});
-}
-
-void TorvaneSerialV3_07_QLC1::Parts::applyDesignStore() {
-    settings.baudrate = 19200;
-    settings.parity = "n";
-    settings.StopBits = 1;
-    settings.DataBits = 8;
-    settings.port = 2;
-    state.numretries = 4;
-    state.RetriesInterval = 200;
-    log.setDebugActive(false);
-}
-
-void TorvaneSerialV3_07_QLC1::Parts::addOperations() {
-    operations.add(
-        "SendMessage",
-        [this](std::string_view message, std::int16_t Phase, bool WithACK, std::int16_t Timeout,
-               bool SendImmediately) { send.SendMessage(message, Phase, WithACK, Timeout, SendImmediately); },
-        {false, std::int32_t{SendPath::kTimeout}, false});
-    operations.add("SendMessageWithDefaults", [this](std::string_view message, std::int16_t Phase) {
-        send.SendMessageWithDefaults(message, Phase);
-    });
-    operations.add("Flush", [this] { send.Flush(); });
-    operations.add("GeneratorPhaseRequest", [this] { poll.GeneratorPhaseRequest(); });
-    operations.add("HURequest", [this] { poll.HURequest(); });
-    operations.add("ResetNoAnswerFromGeneratorError", [this] { poll.ResetNoAnswerFromGeneratorError(); });
-    operations.add("ReadConfiguration", [this] { settings.ReadConfiguration(); });
-    operations.add("SaveConfiguration", [this] { settings.SaveConfiguration(); });
-    operations.add("SaveDefaultConfiguration", [this] { settings.SaveDefaultConfiguration(); });
-    operations.add("ReadInitConfiguration", [this] {
-        facts = InstallationFacts::read(folder);
-        applyFacts();
-    });
-    operations.add("DecodeMessages", [this](std::string_view text) { decoder.DecodeMessages(text); });
-    decoder.addTo(operations);
-
-    operations.addProperty(
-        "PortOpen", [this] { return portControl.PortOpen(); },
-        [this](bool open) { portControl.setPortOpen(open); });
-    operations.addProperty(
-        "StatusUpdateEnable", [this] { return poll.StatusUpdateEnable(); },
-        [this](bool enable) { poll.setStatusUpdateEnable(enable); });
-    operations.addProperty(
-        "DebugActive", [this] { return log.DebugActive(); },
-        [this](bool active) { log.setDebugActive(active); });
-    operations.addProperty(
-        "LogActive", [this] { return log.LogActive(); }, [this](bool active) { log.setLogActive(active); });
-    operations.addProperty(
-        "fromGUI", [this] { return fromGUI; }, [this](bool embedded) { setFromGUI(embedded); });
-    operations.addProperty(
-        "TempUserMode", [this] { return TempUserMode; }, [this](bool on) { setTempUserMode(on); });
-    operations.addProperty(
-        "Parity", [this] { return settings.Parity(); },
-        [this](std::int16_t number) { settings.setParity(number); });
-    operations.addReadOnly("SoftVersion", [] { return std::string(SoftVersion()); });
-    operations.addWriteOnly("ErrorInfoFile", [this](std::string_view path) { errorTable.Setup(path); });
-    operations.add("DefaultErrorInfoFile", [this] { errorTable.Setup(); });
-    operations.addWriteOnly("RegistryKey",
-                            [this](std::string key) { settings.RegistryKey = std::move(key); });
-    operations.addWriteOnly("ReducedCommandCineAndDSI",
-                            [this](bool on) { receiver.setReducedCommandCineAndDSI(on); });
-    // The poll took its interval when it was created; a later value has no effect.
-    operations.addWriteOnly("StatusUpdateInterval", [](std::int16_t) {});
-    operations.addMember("EventEnabled", state.EventEnabled);
-    operations.addMember("Handshaking", state.Handshaking);
-    operations.addMember("numretries", state.numretries);
-    operations.addMember("RetriesInterval", state.RetriesInterval);
-    operations.addMember("StatusRequestinFluoro", state.StatusRequestinFluoro);
-    operations.addMember("baudrate", settings.baudrate);
-    operations.addMember("StopBits", settings.StopBits);
-    operations.addMember("DataBits", settings.DataBits);
-    operations.addMember("port", settings.port);
-    operations.addMember("GeneratorType", settings.GeneratorType);
-    operations.addMember("ThirdTube", facts.ThirdTube);
-    operations.addMember("SolapeFocos", facts.SolapeFocos);
-    operations.addMember("AutocalibrationRetry", facts.AutocalibrationRetry);
-}
-
-void TorvaneSerialV3_07_QLC1::Parts::setFromGUI(bool embedded) {
-    fromGUI = embedded;
-    if (embedded) {
-        panel["cmbMinimize"].setVisible(false);
-        pages.giveUpOwnWays();
-    }
-}
-
-void TorvaneSerialV3_07_QLC1::Parts::setTempUserMode(bool on) {
-    if (state.m_OperatingPhase == (on ? Phase::Calibration : Phase::NormalOperation)) {
-        TempUserMode = on;
-        pages.setUserMode(on);
-    }
-}
 
 TorvaneSerialV3_07_QLC1::TorvaneSerialV3_07_QLC1(const Context& context)
     : PanelHost(Kind::User, "TorvaneSerial", context.schedule) {
@@ -246,6 +15,7 @@ TorvaneSerialV3_07_QLC1::~TorvaneSerialV3_07_QLC1() {
     parts_->port.setOutcome({});
     parts_->port.setNotice({});
     parts_->port.setArrival({});
+    parts_->handlers.faulted.disconnect(parts_->faults);
 }
 
 LinkEvents& TorvaneSerialV3_07_QLC1::events() {
@@ -372,8 +142,8 @@ void TorvaneSerialV3_07_QLC1::setTempUserMode(bool lent) {
     parts_->setTempUserMode(lent);
 }
 
-void TorvaneSerialV3_07_QLC1::SendMessage(std::string_view message, std::int16_t Phase, bool WithACK) {
-    parts_->send.SendMessage(message, Phase, WithACK);
+void TorvaneSerialV3_07_QLC1::SendMessage(std::string_view message, PhaseMask phases, bool WithACK) {
+    parts_->send.SendMessage(message, phases, WithACK);
 }
 
 bool TorvaneSerialV3_07_QLC1::allows(std::string_view mnemonic) const {

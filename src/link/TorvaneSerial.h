@@ -112,7 +112,7 @@ public:
     /// Throws away what waits to be sent.
     void discardWaiting();
     /// Queues a message under a mask of phases.
-    void SendMessage(std::string_view message, std::int16_t Phase, bool WithACK = false);
+    void SendMessage(std::string_view message, PhaseMask phases, bool WithACK = false);
     void Flush();
     /// Tells what becomes of each message that is queued.
     void setSendNotices(SendPath::Notices notices);

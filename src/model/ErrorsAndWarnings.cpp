@@ -8,13 +8,13 @@
 #include "link/OutboundTable.h"
 #include "model/Characters.h"
 #include "model/WarnedFields.h"
+#include "model/WarningLamps.h"
 
 namespace quillon {
 
 namespace {
 
 using State = GeneratorState;
-using Events = LinkEvents;
 
 constexpr int kWarningTime = 3000;
 constexpr int kHalfCycle = 500;
@@ -70,30 +70,6 @@ std::int16_t flagValue(bool flag) {
 
 } // namespace
 
-/// A condition that lasts, and the label that stands for it.
-struct ErrorsAndWarnings::Lamp {
-    std::string_view handler;
-    PanelControl label;
-    std::string_view caption;
-    Signal<bool> Events::*event;
-    bool State::*member = nullptr;  ///< where the state is kept besides
-    bool darkOnceConfirmed = false; ///< not lit in an autocalibration that the operator confirmed
-};
-
-// clang-format off
-constexpr ErrorsAndWarnings::Lamp ErrorsAndWarnings::kLamps[]{
-    {"fmessWARNINGDoorOpen",     "txtDoorOpenWarning",          "Door",       &Events::WARNINGDoorOpen,
-     &State::m_DoorOpen},
-    {"fmessWARNINGGenOverload",  "txtGeneratorOverloadWarning", "Gen. Over.", &Events::WARNINGGenOverload},
-    {"fmessWARNINGTubeOverload", "txtTubeOverloadWarning",      "Tube Over.", &Events::WARNINGTubeOverload,
-     nullptr, true},
-    {"fmessWARNINGRotor",        "txtRotorWarning",             "Rotor",      &Events::WARNINGRotor},
-    {"fmessWARNINGOverheat",     "txtOverheatWarning",          "Overheat",   &Events::WARNINGOverheat},
-    {"fmessWARNINGTechnique",    "txtTechniqueWarning",         "Technique",  &Events::WARNINGTechnique},
-    {"fmessWARNINGCollimator",   "txtCollimatorWarning",        "Collimator", &Events::WARNINGCollimator},
-};
-// clang-format on
-
 ErrorsAndWarnings::ErrorsAndWarnings(ModelContext& context, const ErrorTable& errors)
     : context_(context), link_(context.link), state_(context.state), errors_(errors),
       lblWarning_(context.panel["lblWarning"]), cmbTM3_(context.panel.at("cmbTM", kWarnedTechniqueMode)),
@@ -109,7 +85,7 @@ ErrorsAndWarnings::ErrorsAndWarnings(ModelContext& context, const ErrorTable& er
     decoder.bind("fmessInfo", [&txtInfo = context_.panel["txtInfo"]](std::string_view value) {
         txtInfo.setCaption(value);
     });
-    for (const Lamp& lamp : kLamps) {
+    for (const WarningLamp& lamp : kWarningLamps) {
         Control& label = context_.panel[lamp.label];
         decoder.bind(lamp.handler,
                      [this, &lamp, &label](std::string_view value) { fmessLamp(lamp, value, label); });
@@ -241,7 +217,7 @@ void ErrorsAndWarnings::fmessERRORAEC(std::string_view value) {
     }
 }
 
-void ErrorsAndWarnings::fmessLamp(const Lamp& lamp, std::string_view value, Control& label) {
+void ErrorsAndWarnings::fmessLamp(const WarningLamp& lamp, std::string_view value, Control& label) {
     if (!isNumeric(value)) {
         return;
     }

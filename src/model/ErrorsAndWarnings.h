@@ -8,6 +8,8 @@
 
 namespace quillon {
 
+struct WarningLamp;
+
 /// What is wrong at the generator: its errors, the short warnings that mark technique fields, the lamps for
 /// conditions that last, and the reset.
 class ErrorsAndWarnings {
@@ -19,14 +21,11 @@ public:
     void ResetError(bool WithACK = false);
 
 private:
-    struct Lamp;
-    static const Lamp kLamps[];
-
     void fmessERROR(std::string_view value);
     void fmessWarningMessage(std::string_view value);
     void fmessWarningRatingPercentage(std::string_view value);
     void fmessERRORAEC(std::string_view value);
-    void fmessLamp(const Lamp& lamp, std::string_view value, Control& label);
+    void fmessLamp(const WarningLamp& lamp, std::string_view value, Control& label);
 
     void clearWarning();
     void reportWarning(std::int32_t code);

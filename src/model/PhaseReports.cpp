@@ -6,10 +6,12 @@
 #include "base/Fault.h"
 #include "base/Numbers.h"
 #include "base/Text.h"
+#include "link/GeneratorLost.h"
 #include "link/OutboundTable.h"
 #include "model/CalibrationSlider.h"
 #include "model/Commands.h"
 #include "model/Service.h"
+#include "model/WarningLamps.h"
 
 namespace quillon {
 
@@ -31,6 +33,7 @@ constexpr std::array<std::string_view, 13> kPhaseCaptions{
     "Autocal error",
     "Autocal OK",
 };
+static_assert(kPhaseCaptions.size() == numberOf(Phase::AutocalOk), "every phase has its caption");
 
 struct SignalRow {
     std::string_view handler;
@@ -46,14 +49,9 @@ constexpr std::array kSignals{
 };
 // clang-format on
 
-constexpr std::array<PanelControl, 7> kWarningLamps{
-    "txtDoorOpenWarning", "txtGeneratorOverloadWarning", "txtTubeOverloadWarning", "txtRotorWarning",
-    "txtOverheatWarning", "txtTechniqueWarning",         "txtCollimatorWarning"};
-
 // Texts of the generator as it was, besides the values on the pages. A tube that was hot still is.
 constexpr std::array<PanelControl, 3> kReportedTexts{"lblWarning", "txtInfo", "txtWorkingMode"};
 
-constexpr std::int16_t kSilenceLimit = 30;
 constexpr std::int16_t kNoDescriptionType = 2;
 
 /// Every report of it is news: the operator hears of the error once more.
@@ -121,7 +119,7 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
             context_.events.GeneratorPhaseChange.raise(phase);
         }
     }
-    if (link_.m_NoAnswerCount >= kSilenceLimit) {
+    if (link_.m_NoAnswerCount >= kPollsUntilLost) {
         context_.events.GeneratorERROR.raise(0, {}, kNoDescriptionType);
     }
     updateSoftwareExposureKey();
@@ -183,7 +181,7 @@ void PhaseReports::enter(Phase phase, Phase old) {
     case Phase::TubeTooHot:
         break;
     }
-    panel_["txtPHASE"].setCaption(kPhaseCaptions[static_cast<std::size_t>(numberOf(phase) - 1)]);
+    panel_["txtPHASE"].setCaption(kPhaseCaptions.at(static_cast<std::size_t>(numberOf(phase) - 1)));
 }
 
 void PhaseReports::resetModel() {
@@ -217,8 +215,8 @@ void PhaseReports::resetModel() {
 
 void PhaseReports::enterInitialization() {
     resetModel();
-    for (const PanelControl lamp : kWarningLamps) {
-        panel_[lamp].setVisible(false);
+    for (const WarningLamp& lamp : kWarningLamps) {
+        panel_[lamp.label].setVisible(false);
     }
     for (const PanelControl label : kReportedTexts) {
         panel_[label].setCaption("");

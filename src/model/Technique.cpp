@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "base/Fault.h"
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "link/OutboundTable.h"
-#include "model/CalibrationSlider.h"
 #include "model/Characters.h"
 #include "model/Commands.h"
 
@@ -115,13 +113,10 @@ constexpr Self::Flag Self::kFlags[]{
 // clang-format on
 
 Technique::Technique(ModelContext& context)
-    : context_(context), link_(context.link), state_(context.state), cmbTM_(context.panel.all("cmbTM")),
-      lblWarning_(context.panel["lblWarning"]), txtFocus_(context.panel["txtFocus"]),
-      txtFocusCal_(context.panel["txtFocusCal"]), txtKVPCal_(context.panel["txtKVPCal"]),
-      txtInfo_(context.panel["txtInfo"]), sldCalValue_(context.panel["sldCalValue"]),
-      lblFocusCal_(context.panel["lblFocusCal"]), cmbToggleFocusCal_(context.panel["cmbToggleFocusCal"]),
-      cmbCalFocusSet_(context.panel["cmbCalFocusSet"]),
-      lstExtendedPosition_(context.panel["lstExtendedPosition"]) {
+    : context_(context), link_(context.link), state_(context.state), item_(context),
+      cmbTM_(context.panel.all("cmbTM")), lblWarning_(context.panel["lblWarning"]),
+      txtFocus_(context.panel["txtFocus"]), txtFocusCal_(context.panel["txtFocusCal"]),
+      txtInfo_(context.panel["txtInfo"]) {
     bindReports();
     addProperties();
 }
@@ -314,7 +309,7 @@ void Technique::serveMA(Control& field, bool /*repeated*/) {
     if (link_.m_OperatingPhase == Phase::Calibration && state_.m_CalibrationType != 0) {
         state_.m_CalibrationType = 0;
         context_.events.CalibrationMA.raise();
-        selectStation();
+        item_.selectStation();
     }
     field.setCaption(state_.m_MADisplay);
 }
@@ -325,48 +320,13 @@ void Technique::serveMADisplay(Control& field, bool repeated) {
     const bool known = repeated && state_.m_CalibrationType >= 0;
     if (!known && link_.m_OperatingPhase == Phase::Calibration && !item.empty()) {
         if (item.starts_with('E')) {
-            selectParameter(characters(item, 2, 3));
+            item_.selectParameter(characters(item, 2, 3));
         } else {
-            selectStation();
+            item_.selectStation();
         }
     }
     item = characters(item, 1, 3);
     field.setCaption(item);
-}
-
-void Technique::selectStation() {
-    state_.m_CalibrationType = 0;
-    setCalibrationRange(state_, sldCalValue_, state_.m_CalibrationRange);
-    sldCalValue_.setVisible(true);
-    showFocusKeys(true);
-}
-
-void Technique::selectParameter(std::string_view number) {
-    const std::int16_t parameter = toInt16(number);
-    const auto& ranges = lstExtendedPosition_.items();
-    const auto entry = static_cast<std::size_t>(parameter);
-    if (parameter < 0 || entry >= ranges.size()) {
-        throw Fault(Fault::kSubscript);
-    }
-    // The list counts from 0 and its keys from 1: parameter n has the range that is kept under n + 1.
-    const std::int32_t range = toInt32(leadingNumber(ranges[entry]));
-    // A parameter without a range must not keep the one of the parameter before.
-    setCalibrationRange(state_, sldCalValue_, range != 0 ? range : state_.m_CalibrationRange);
-    sldCalValue_.setVisible(range != 0);
-    if (number == "03" || number == "05" || number == "21") {
-        state_.m_CalSliderInAutocal = true;
-    }
-    state_.m_CalibrationType = number == "06" ? 2 : 1;
-    state_.m_CalibrationParameter = parameter;
-    context_.events.CalibrationParameters.raise(parameter);
-    txtKVPCal_.setCaption("");
-    showFocusKeys(parameter == 1);
-}
-
-void Technique::showFocusKeys(bool show) {
-    for (Control* control : {&lblFocusCal_, &txtFocusCal_, &cmbToggleFocusCal_, &cmbCalFocusSet_}) {
-        control->setVisible(show);
-    }
 }
 
 void Technique::fmessFocus(const FocalSpot& row, std::string_view value) {

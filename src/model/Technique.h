@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/CalibrationItem.h"
 #include "model/ModelContext.h"
 
 namespace quillon {
@@ -60,24 +61,15 @@ private:
     void serveMA(Control& field, bool repeated);
     void serveMADisplay(Control& field, bool repeated);
 
-    void selectStation();
-    void selectParameter(std::string_view number);
-    void showFocusKeys(bool show);
-
     ModelContext& context_;
     LinkState& link_;
     GeneratorState& state_;
+    CalibrationItem item_;
     std::vector<Control*> cmbTM_;
     Control& lblWarning_;
     Control& txtFocus_;
     Control& txtFocusCal_;
-    Control& txtKVPCal_;
     Control& txtInfo_;
-    Control& sldCalValue_;
-    Control& lblFocusCal_;
-    Control& cmbToggleFocusCal_;
-    Control& cmbCalFocusSet_;
-    Control& lstExtendedPosition_;
 };
 
 } // namespace quillon

@@ -38,7 +38,8 @@ bool set(pid_t thread, int policy) {
     return ::sched_setscheduler(thread, policy | SCHED_RESET_ON_FORK, &parameter) == 0;
 }
 
-/// The thread that reads what the display answers, which painting waits for; 0 where there is none.
+/// The thread that reads what the display answers; 0 where there is none. Painting waits for it, so it needs
+/// the same priority, and Qt hands out no more of it than its name.
 pid_t displayReader() {
     for (const QString& thread :
          QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {

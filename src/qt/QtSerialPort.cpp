@@ -243,9 +243,9 @@ bool QtSerialPort::hasRoom() const {
 #endif
 }
 
-/// Empty when it cannot be opened. A lock that another account's console left when it was killed may not be
-/// removed, but it goes by the path: a slash more, and the lock is another one. The device itself lets nobody
-/// in beside us.
+/// Empty when it cannot be opened. Qt takes a lock for each path and has no switch for it, and one that
+/// another account's console left when it was killed may not be removed: a slash more, and the lock is
+/// another one. While the device is open, Qt has the system refuse it to others.
 std::unique_ptr<QSerialPort> QtSerialPort::openDevice() {
     constexpr qsizetype kMostLocks = 8;
     for (QString path = path_;; path.prepend(u'/')) {

@@ -86,7 +86,8 @@ Timer* Schedule::firstTimer() const {
     return first;
 }
 
-Timer::Timer(Schedule& schedule, Schedule::Action tick) : schedule_(schedule), tick_(std::move(tick)) {}
+Timer::Timer(Schedule& schedule, Schedule::Action tick, std::string_view name)
+    : schedule_(schedule), tick_(std::move(tick)), name_(name) {}
 
 Timer::~Timer() {
     if (gone_ != nullptr) {
@@ -166,7 +167,7 @@ void Timer::fire() {
         bool gone = false;
     };
     const Tick tick(*this);
-    tick_();
+    schedule_.handlers_.run({Cause::Kind::Timer, name_}, tick_);
 }
 
 } // namespace quillon

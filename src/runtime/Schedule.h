@@ -2,9 +2,11 @@
 
 #include <functional>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "runtime/Clock.h"
+#include "runtime/Handlers.h"
 
 namespace quillon {
 
@@ -35,6 +37,9 @@ public:
     /// Runs the one thing that is due first, if it is due by now. False when nothing was.
     bool runOne();
 
+    /// Of the timers, and of whatever else happens to those that wait.
+    [[nodiscard]] Handlers& handlers() { return handlers_; }
+
 private:
     friend class Timer;
 
@@ -53,12 +58,14 @@ private:
     std::vector<Timer*> running_;
     std::vector<Posted> posted_; // a heap, the first due on top
     std::uint64_t nextSequence_ = 0;
+    Handlers handlers_;
 };
 
 /// A timer fires again and again, one interval apart, until it is stopped; interval 0 never fires.
 class Timer {
 public:
-    explicit Timer(Schedule& schedule, Schedule::Action tick = {});
+    /// The name, by which a fault is told, outlives the timer.
+    explicit Timer(Schedule& schedule, Schedule::Action tick = {}, std::string_view name = "without a name");
     ~Timer();
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
@@ -88,6 +95,7 @@ private:
 
     Schedule& schedule_;
     Schedule::Action tick_;
+    std::string_view name_;
     int interval_ = 0;
     bool running_ = false;
     bool inTick_ = false;

@@ -5,8 +5,6 @@
 #include <functional>
 #include <list>
 
-#include "base/Temporarily.h"
-
 namespace quillon {
 
 /// A typed event with any number of listeners, called in the order in which they connected. The list may
@@ -40,15 +38,12 @@ public:
 
     void raise(const Arguments&... arguments) {
         const Connection newest = last_;
-        {
-            const Temporarily walking(walking_, walking_ + 1);
-            for (auto& entry : listeners_) {
-                if (entry.connection != 0 && entry.connection <= newest) {
-                    entry.listener(arguments...);
-                }
+        const Walk walk(*this);
+        for (auto& entry : listeners_) {
+            if (entry.connection != 0 && entry.connection <= newest) {
+                entry.listener(arguments...);
             }
         }
-        sweep();
     }
 
 private:
@@ -57,8 +52,23 @@ private:
         Listener listener;
     };
 
+    /// Also when a listener ends with a fault, the list is whole again, and what was taken off is gone.
+    class Walk {
+    public:
+        explicit Walk(Signal& signal) : signal_(signal) { ++signal_.walking_; }
+        ~Walk() {
+            --signal_.walking_;
+            signal_.sweep();
+        }
+        Walk(const Walk&) = delete;
+        Walk& operator=(const Walk&) = delete;
+
+    private:
+        Signal& signal_;
+    };
+
     void sweep() {
-        assert(walking_ >= 0); // also when a listener ended with a fault
+        assert(walking_ >= 0);
         if (walking_ == 0) {
             listeners_.remove_if([](const Entry& entry) { return entry.connection == 0; });
         }

@@ -112,9 +112,10 @@ private:
             TorvaneSerialV3_07_QLC1::Context{platform.schedule, platform.port, platform.store,
                                              platform.folder, desktop, errorTable, commandLine});
         auto console = std::make_unique<ctrQuillonConsole>(
-            ctrQuillonConsole::Context{platform.schedule, platform.loop, desktop, commandLine,
-                                       [this] { return main == nullptr ? 0 : main->PositionerToCalibrate; },
-                                       [this] { return system.ExitWindows(true, false); }},
+            ctrQuillonConsole::Context{
+                platform.schedule, platform.loop, desktop, commandLine,
+                [this] { return main == nullptr ? PositionerKind::None : main->PositionerToCalibrate; },
+                [this] { return system.ExitWindows(true, false); }},
             std::move(link));
         return std::make_unique<frmMain>(
             frmMain::Context{platform.schedule, platform.folder, desktop, commandLine}, std::move(console));

@@ -2,42 +2,22 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <utility>
 
 #include "base/Numbers.h"
-#include "base/Text.h"
-#include "runtime/ProfileFile.h"
-#include "shell/TextFile.h"
+#include "base/ScenarioText.h"
+#include "console/ctrQuillonConsole.h"
+#include "shell/RecordingHeader.h"
 #include "ui/ControlHost.h"
 
 namespace quillon {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> kFiles{"Quillon.ini", "temp.ini", "error_info.txt", kTextFile};
 constexpr std::string_view kFrameEnd = "\r\n\x03";
 constexpr Milliseconds kLongestSilence = 1000; // the file is never further behind, whatever ends the process
 
 constexpr std::array<std::string_view, 5> kGestures{"press", "release", "type", "select", "slide"};
-
-/// The lines of a small file, as a scenario takes them in.
-std::string fileBlock(std::string_view name, std::string_view content) {
-    std::string block = "file " + std::string(name) + "\n";
-    auto lines = split(content, "\n");
-    if (lines.back().empty()) {
-        lines.pop_back();
-    }
-    for (std::string_view line : lines) {
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        // A line of this word alone would end the block. It has no meaning in any of the files.
-        block += trim(line) == "end" ? "# end" : line;
-        block += '\n';
-    }
-    return block + "end\n";
-}
 
 /// One more for as long as it lives.
 class Counted {
@@ -52,24 +32,6 @@ private:
 };
 
 } // namespace
-
-std::string scenarioText(std::string_view bytes) {
-    constexpr std::string_view kPlain = "\r\n\t\\\"";
-    constexpr std::string_view kLetters = "rnt\\\"";
-    std::string text = "\"";
-    for (const char c : bytes) {
-        if (const auto escape = kPlain.find(c); escape != std::string_view::npos) {
-            text += {'\\', kLetters[escape]};
-        } else if (c >= 0x20 && c <= 0x7E) {
-            text += c;
-        } else {
-            std::array<char, 5> hex{};
-            std::snprintf(hex.data(), hex.size(), "\\x%02X", static_cast<unsigned>(c) & 0xFFU);
-            text += hex.data();
-        }
-    }
-    return text + '"';
-}
 
 /// The line: what comes in is told, and so is what goes out.
 class Recorder::Port final : public SerialPort {
@@ -210,7 +172,10 @@ private:
 Recorder::Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std::string_view commandLine)
     : machine_(machine), file_(std::move(file)), port_(std::make_unique<Port>(*this)),
       boxes_(std::make_unique<Boxes>(*this)), loop_(std::make_unique<Loop>(*this)) {
-    writeHeader(commandLine);
+    schedule_.handlers().faulted.connect([this](const Cause& cause, int fault) {
+        comment("fault " + std::to_string(fault) + " ended " + textOf(cause));
+    });
+    put(recordingHeader(machine_.folder, machine_.desktop, commandLine));
 }
 
 Recorder::~Recorder() {
@@ -222,23 +187,10 @@ Platform Recorder::platform() {
     return {schedule_, *loop_, *port_, machine_.store, machine_.folder, *boxes_, machine_.power};
 }
 
-void Recorder::writeHeader(std::string_view commandLine) {
-    put("# Recorded by Quillon " QUILLON_VERSION ". Lines behind # tell what it did, with the time in ms.\n");
-    for (const std::string_view name : kFiles) {
-        if (const auto content = machine_.folder.read(name, kProfileFileLimit)) {
-            put(fileBlock(name, *content));
-        }
-    }
-    if (!commandLine.empty()) {
-        put("args " + scenarioText(commandLine) + "\n");
-    }
-    put("screen " + std::to_string(machine_.desktop.screenWidth()) + " " +
-        std::to_string(machine_.desktop.screenHeight()) + "\n");
-}
-
-void Recorder::begin(Input& input) {
+void Recorder::begin(Application& application) {
     put("start\n");
-    input.onGesture = [this](Gesture made, const Control& control, std::string_view value) {
+    application.console().runChanged().connect([this](const std::string& line) { comment(line); });
+    application.input().onGesture = [this](Gesture made, const Control& control, std::string_view value) {
         gesture(made, control, value);
     };
     base_ = machine_.schedule.now();

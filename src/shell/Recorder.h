@@ -13,11 +13,9 @@
 
 namespace quillon {
 
-/// In double quotes, with the escapes of a scenario for all that is not plain ASCII.
-[[nodiscard]] std::string scenarioText(std::string_view bytes);
-
 /// Writes a session down as a scenario: the files in use, then what came in and what the operator did, and
-/// when. Played again it gives the same frames at the same times.
+/// when. Played again it gives the same frames at the same times. What the application did, and the faults
+/// that have ended a handler, stand between as remarks.
 ///
 /// The application runs on its own clock, stepped from due time to due time, so a replay does not drift from
 /// the recording as real timers, always a little late, would make it. The clock begins when the application
@@ -34,7 +32,7 @@ public:
     [[nodiscard]] Platform platform();
 
     /// The application has started: its time begins to run.
-    void begin(Input& input);
+    void begin(Application& application);
     /// Nothing more is recorded: the application is about to go.
     void end();
 
@@ -51,7 +49,6 @@ private:
     class Boxes;
     class Loop;
 
-    void writeHeader(std::string_view commandLine);
     void write(std::string_view line);
     void writeAhead(std::string_view line);
     void comment(std::string_view text);

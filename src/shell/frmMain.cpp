@@ -26,8 +26,6 @@ constexpr Twips kScreenMargin = 180;      ///< what a window fitted to the scree
 constexpr Twips kBelowConsole = 250;      ///< what a window of a requested size leaves free below the console
 constexpr std::int16_t kSmallestEdge = 1; ///< a window below it could be neither seen nor left
 constexpr std::int16_t kLastPort = 6;
-constexpr std::int32_t kOrla = 1;
-constexpr std::int32_t kRemote = 2;
 
 bool isYes(std::string_view value) {
     return value == "YES";
@@ -160,14 +158,14 @@ void frmMain::readIconSize(std::string_view value) {
 void frmMain::readOrla(std::string_view value) {
     Quillon.EnableOrla(isYes(value));
     if (isYes(value)) {
-        PositionerToCalibrate = kOrla;
+        PositionerToCalibrate = PositionerKind::Orla;
     }
 }
 
 void frmMain::readRemote(std::string_view value) {
     Quillon.EnableMultiRoom(isYes(value));
     if (isYes(value)) {
-        PositionerToCalibrate = kRemote;
+        PositionerToCalibrate = PositionerKind::Remote;
     }
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "console/PositionerKind.h"
 #include "runtime/Platform.h"
 #include "ui/ControlHost.h"
 
@@ -37,8 +38,8 @@ public:
     /// The reverse.
     void MakeNormal();
 
-    /// Which positioner service the console offers: 0 none, 1 Orla, 2 the remote positioner.
-    std::int32_t PositionerToCalibrate = 0;
+    /// Whose service the console offers.
+    PositionerKind PositionerToCalibrate = PositionerKind::None;
 
     [[nodiscard]] ctrQuillonConsole& console() { return Quillon; }
     [[nodiscard]] bool topMost() const { return m_TopMost; }

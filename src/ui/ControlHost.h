@@ -18,7 +18,8 @@ namespace quillon {
 /// A timer on a control: it has a name and a place in the enumeration, and nothing that can be seen.
 class TimerControl final : public Control {
 public:
-    TimerControl(std::string_view name, Schedule& schedule) : Control(Kind::Timer, name), timer_(schedule) {}
+    TimerControl(std::string_view name, Schedule& schedule)
+        : Control(Kind::Timer, name), timer_(schedule, {}, this->name()) {}
     [[nodiscard]] Timer& timer() { return timer_; }
     [[nodiscard]] const Timer& timer() const { return timer_; }
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cassert>
-#include <utility>
 
 #include "base/Numbers.h"
+#include "ui/ControlHost.h"
 
 namespace quillon {
 
@@ -29,9 +29,14 @@ void Input::run(const Control& control, const std::function<void()>& handler) {
     };
     hands_.push_back(&control);
     const Hand hand{hands_, hands_.size()};
-    // A handler may take its own control away; the copy outlives it.
+    // A handler may take its own control away; what is needed of it outlives it.
     const auto copy = handler;
-    copy();
+    const std::string name = nameOf(control);
+    if (const ControlHost* host = control.host()) {
+        host->schedule().handlers().run({Cause::Kind::Key, name}, copy);
+    } else {
+        copy();
+    }
 }
 
 bool Input::reachable(const Control& control) const {
@@ -142,8 +147,11 @@ bool Input::reachableSlider(const Control& control) const {
 }
 
 void Input::cancel() {
-    for (const Held& each : std::exchange(held_, {})) {
-        run(*each.control, each.control->on.cancel);
+    // One whose handler ends with a fault leaves the others held, to be let go as ever.
+    while (!held_.empty()) {
+        const Control& control = *held_.front().control;
+        held_.erase(held_.begin());
+        run(control, control.on.cancel);
     }
 }
 

@@ -10,8 +10,15 @@ runner=$QUILLON_BIN_DIR/quillon-scenario lister=$QUILLON_BIN_DIR/quillon-replay
 plug_in
 cd "$home"
 printf '[PORTS]\nCOM2=%s\n' "$link" >Quillon.ini
+(sleep 4 && tell 'send HE99999') & # a report that no handler can finish
 QUILLON_RECORD=session.scn "$program" --tour pictures -P2 -logFile >program.out 2>&1 3>&- || fail "the tour failed"
 grep -q 'message box .*Remember to remove -logFile' program.out || fail "the warning did not come"
+
+for file in program.out session.scn; do
+    grep -q 'fault 6 ended message "HE99999" (fmessHU)$' "$file" || fail "the fault is not told in $file"
+done
+grep -q '^# [0-9]* run nothing -> entering configuration by key Quillon.cmbConfiguration$' session.scn ||
+    fail "the change of the run is not told"
 
 sed -n 's/^# \([0-9]* tx .*\)/\1/p' session.scn >sent
 "$runner" session.scn >played.log 2>&1 || fail "the recording cannot be played"

@@ -70,7 +70,7 @@ protected:
         application->onEnded = [this] { recorder->end(); };
         machine.port.onWritten = [this](std::string_view bytes) { far.written(bytes); };
         application->start();
-        recorder->begin(application->input());
+        recorder->begin(*application);
     }
     void TearDown() override { application.reset(); }
 
@@ -156,6 +156,59 @@ TEST_F(RecorderTest, WhatTheDeviceDidNotTakeIsToldBesideTheFrameAndInTheLog) {
     ASSERT_THAT(lost, SizeIs(1));
     EXPECT_THAT(recording(), HasSubstr("tx \"HU\"\n# " + lost[0]));
     EXPECT_EQ(*machine.folder.find("log.txt"), "(Tx)ST\r\n\r\n(--)the device is gone\r\n\r\n(Nx)HU\r\n\r\n");
+}
+
+TEST_F(RecorderTest, WhatTheConsoleDoesAndEveryFaultAreToldWithTheirCause) {
+    start();
+    machine.port.receive("ST2\r\n");
+    pass(12'000);
+    application->link().setDebugActive(true);
+    const auto fail = [] { throw Fault(Fault::kTypeMismatch); };
+    console()->timer("tmrResetTubeCounter").setTick(fail);
+    (*console())["cmbReadExposureCounters"].on.click = fail;
+    struct Row {
+        const char* told;
+        std::function<void()> happens;
+        Milliseconds passes = 1100;
+    };
+    const Row rows[] = {
+        {"fault 6 ended message \"HE99999\" (fmessHU)", [this] { machine.port.receive("HE99999\r\n"); }},
+        {"fault 6 ended message \"URSCG99999,5,\" (fmessURS)",
+         [this] { machine.port.receive("URSCG99999,5,\r\n"); }},
+        {"fault 13 ended key Quillon.cmbReadExposureCounters",
+         [this] { EXPECT_THROW(click(console(), "cmbReadExposureCounters"), Fault); }},
+        {"fault 13 ended timer tmrResetTubeCounter",
+         [this] {
+             console()->timer("tmrResetTubeCounter").start(5);
+             EXPECT_THROW(pass(1100), Fault);
+             console()->timer("tmrResetTubeCounter").stop();
+         }},
+        {"run nothing -> entering configuration by key Quillon.cmbConfiguration",
+         [this] { click(console(), "cmbConfiguration"); }},
+        {"run entering configuration -> nothing by timer tmrConfigON",
+         [this] { machine.port.receive("ST8\r\n"); }, 4000},
+        {"run leaving configuration -> nothing by message \"ST6\" (fmessGeneratorPhase)",
+         [this] {
+             click(console(), "cmbConfiguration");
+             machine.port.receive("ST6\r\n");
+         }},
+        {"run choosing a workstation -> nothing by the loss of the generator",
+         [this] {
+             machine.port.receive("ST2\r\n");
+             pass(12'000);
+             click(console(), "cmbManualCalibration");
+             application->link().events().GeneratorERROR.raise(33, {}, 2);
+         }},
+    };
+    for (const Row& row : rows) {
+        const std::size_t before = recording().size();
+        row.happens();
+        pass(row.passes);
+        EXPECT_EQ(linesWith(recording().substr(before), row.told).size(), 1U) << row.told << " in\n"
+                                                                              << recording().substr(before);
+        EXPECT_EQ((*link())["txtDebugComm"].text().find("(--)" + std::string(row.told)) != std::string::npos,
+                  std::string_view(row.told).starts_with("fault"));
+    }
 }
 
 TEST_F(RecorderTest, TheEndOfTheProgramComesBackWithWhatWasHeld) {

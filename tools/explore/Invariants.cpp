@@ -57,7 +57,7 @@ std::string phaseOfCommand(const Facts& facts) {
         return {};
     }
     const bool allowed = std::any_of(facts.masks.begin(), facts.masks.end(),
-                                     [row](std::int32_t mask) { return (mask & row->phase) == mask; });
+                                     [row](std::int32_t mask) { return (mask & row->phases) == mask; });
     return allowed ? "" : inQuotes(facts.frame) + " went out in a phase that does not allow it";
 }
 

@@ -206,7 +206,7 @@ std::string protocolDocument() {
     std::string text(kHead);
     text += kOutbound;
     for (const OutboundRow& out : kOutboundTable) {
-        text += outboundRow(out.mnemonic, out.phase);
+        text += outboundRow(out.mnemonic, out.phases);
     }
     text += outboundRow("ER?", kAllPhases); // sent past the table
     text += kInbound;

@@ -153,7 +153,8 @@ private:
         }
     }
 
-    /// "TIME tx TEXT" or "TIME lost TEXT"; everything else is for the reader of the file.
+    /// "TIME tx TEXT", "TIME lost TEXT", and what the console did and why; everything else is for the reader
+    /// of the file.
     void readComment(std::string_view text) {
         const auto blank = text.find(' ');
         if (blank == std::string_view::npos) {
@@ -164,6 +165,8 @@ private:
             journal_.entries.push_back({Entry::Kind::Sent, unquoted(rest), number(text.substr(0, blank))});
         } else if (rest.starts_with("lost ")) {
             lose(unquoted(rest));
+        } else if (rest.starts_with("run ") || rest.starts_with("fault ")) {
+            journal_.entries.push_back({Entry::Kind::Note, std::string(rest), number(text.substr(0, blank))});
         }
     }
 

@@ -1,7 +1,7 @@
 #include "ScenarioWriter.h"
 
 #include "Listing.h"
-#include "shell/Recorder.h"
+#include "base/ScenarioText.h"
 
 namespace quillon {
 

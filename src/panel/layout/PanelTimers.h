@@ -6,10 +6,15 @@
 
 namespace quillon {
 
+/// ms from one poll to the next, and from the last transmission to a poll.
+inline constexpr int kPollInterval = 1000;
+/// ms of silence in front of a transmission.
+inline constexpr int kWaitAfterRx = 400;
+
 inline constexpr auto kPanelTimers = std::to_array<TimerRow>({
-    {"timerStatusUpdate", 1000},
+    {"timerStatusUpdate", kPollInterval},
     {"tmrProtocolHandshaking", 0},
-    {"tmrWaitAfterRx", 400},
+    {"tmrWaitAfterRx", kWaitAfterRx},
     {"tmrAutoRepeat", 0},
     {"tmrAutorepFlKVP", 750},
     {"tmrConfirm", 0},

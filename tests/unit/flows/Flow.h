@@ -59,6 +59,7 @@ protected:
         return error == nullptr ? std::string() : (*error)["myCaption"].caption();
     }
     [[nodiscard]] const std::string& prompt() { return control("lblHelp").caption(); }
+    [[nodiscard]] Indicators indicators() { return application->indicators(); }
     [[nodiscard]] LinkEvents& events() { return application->link().events(); }
 
     void press(std::string_view name) {
@@ -106,6 +107,8 @@ protected:
     std::vector<std::string> sent; ///< frames without their end bytes
     std::vector<int> busyReports;
     int goodbyes = 0;
+    /// Outlives the test: the end of the application tells of changes, too.
+    const std::shared_ptr<int> changes = std::make_shared<int>(0);
 };
 
 } // namespace quillon

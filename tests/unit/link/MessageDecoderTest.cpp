@@ -14,7 +14,8 @@ namespace quillon {
 namespace {
 
 struct Decoder {
-    MessageDecoder decoder;
+    Handlers handlers;
+    MessageDecoder decoder{handlers};
     Operations host;
     std::vector<std::string> calls;
     int heard = 0;

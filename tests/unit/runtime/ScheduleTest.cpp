@@ -153,9 +153,12 @@ TEST(Signal, ListenersMayComeAndGoWhileItIsRaised) {
 TEST(Signal, AFaultOfAListenerLeavesItWhole) {
     Signal<> signal;
     const auto token = std::make_shared<int>();
-    const auto faulty = signal.connect([token] { throw Fault(Fault::kOverflow); });
+    Signal<>::Connection faulty = 0;
+    faulty = signal.connect([&signal, &faulty, token] {
+        signal.disconnect(faulty);
+        throw Fault(Fault::kOverflow);
+    });
     EXPECT_THROW(signal.raise(), Fault);
-    signal.disconnect(faulty);
     EXPECT_EQ(token.use_count(), 1) << "it was taken off";
 }
 

@@ -79,6 +79,19 @@ TEST_F(InputTest, AReleaseReachesWhatWasPressedButTheClickDoesNot) {
     EXPECT_THAT(happened, ElementsAre("key abandon", "key release", "key click")) << "nothing was begun";
 }
 
+TEST_F(InputTest, AFaultInOneKeyLeavesTheOtherToBeLetGo) {
+    Control& other = screen.user.add(Kind::Button, "other");
+    watch(other);
+    screen.key.on.cancel = [] { throw Fault(Fault::kOverflow); };
+    input.press(screen.key);
+    input.press(other);
+    EXPECT_THROW(input.cancel(), Fault);
+    EXPECT_EQ(input.gestureOwner(), nullptr);
+    input.release(screen.key);
+    input.release(other);
+    EXPECT_THAT(happened, ElementsAre("key press", "other press", "other release", "other click"));
+}
+
 TEST_F(InputTest, AControlThatGoesLeavesItsLock) {
     auto gone = std::make_unique<Control>(Kind::Button, "gone");
     ControlLock lock({gone.get(), &screen.key});

@@ -1,4 +1,4 @@
-#include "qt/StartupTrace.h"
+#include "StartupTrace.h"
 
 #include <cstdio>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "qt/LatenessTrace.h"
+#include "LatenessTrace.h"
 
 #include <algorithm>
 #include <cstdio>
