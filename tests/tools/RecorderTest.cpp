@@ -216,8 +216,10 @@ TEST_F(RecorderTest, TheEndOfTheProgramComesBackWithWhatWasHeld) {
     machine.port.receive("ST2\r\n");
     pass(12'000);
     recorder->closeRequested();
+    machine.clock.set(machine.clock.now() + 3);
+    recorder->closeRequested();
     application->requestClose(); // is refused
-    EXPECT_THAT(recording(), testing::ContainsRegex("wait [0-9]+\nclose\n"));
+    EXPECT_THAT(recording(), HasSubstr("\nclose\nwait 3\nclose\n"));
     press(console(), "cmbClose");
     pass(400);
     recorder->catchUp();

@@ -1,39 +1,33 @@
 #include "panel/Blinking.h"
 
-#include <gtest/gtest.h>
-
-#include "panel/layout/PanelControls.h"
-#include "runtime/MemoryPlatform.h"
+#include "tests/unit/model/LinkFixture.h"
 
 namespace quillon {
 namespace {
 
-struct BlinkingTest : testing::Test {
-    BlinkingTest() { addPanelControls(panel); }
-
-    [[nodiscard]] Control& errorKey() const { return panel["cmbResetError"]; }
-    [[nodiscard]] Control& counterKey() const { return panel["cmbResetExposureCounter"]; }
-
-    VirtualTime time;
-    GeneratorState state;
-    PanelHost panel{Kind::User, "TorvaneSerial", time.schedule()};
-};
+using BlinkingTest = LinkTest;
 
 TEST_F(BlinkingTest, BothKeysFlashIndependently) {
-    const Blinking blinking(state, panel);
-    panel.timer("tmrBlink").run();
-    state.m_LastError = 5;
-    time.advance(500);
-    state.m_ExposureCounterResetPending = true;
-    time.advance(500);
-    EXPECT_EQ(errorKey().backColour(), kNormalColour);
-    EXPECT_EQ(counterKey().backColour(), kActiveColour);
-    time.advance(500);
-    EXPECT_EQ(errorKey().backColour(), kErrorFlashColour);
-    EXPECT_EQ(counterKey().backColour(), kNormalColour);
-    panel.timer("tmrBlink").stop();
-    time.advance(5000);
-    EXPECT_EQ(errorKey().backColour(), kErrorFlashColour);
+    const auto lit = [this](std::string_view key, Milliseconds after = 500) {
+        advance(after);
+        return control(key).backColour() != kNormalColour;
+    };
+    phase(6);
+    link.timer("tmrBlink").run();
+    msg("ER5");
+    advance(500);
+    control("cmbResetExposureCounter").on.release();
+    EXPECT_FALSE(lit("cmbResetError"));
+    EXPECT_TRUE(lit("cmbResetExposureCounter", 0));
+    EXPECT_TRUE(lit("cmbResetError"));
+    EXPECT_FALSE(lit("cmbResetExposureCounter", 0));
+    // The count that comes ends it at once.
+    EXPECT_TRUE(lit("cmbResetExposureCounter"));
+    msg("TC00");
+    EXPECT_FALSE(lit("cmbResetExposureCounter", 0));
+    EXPECT_FALSE(lit("cmbResetExposureCounter"));
+    link.timer("tmrBlink").stop();
+    EXPECT_TRUE(lit("cmbResetError", 5000));
 }
 
 } // namespace

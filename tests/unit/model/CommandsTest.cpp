@@ -43,6 +43,7 @@ const Row kRows[]{
     {"FlPPSOneDown",         {},      "FLP-",   "FLPD",  18,    Mode},
     {"SetFlPPS",             {3},     "FLP03",  "",      18,    Mode},
     {"FlContrast",           {2},     "FLC 2",  "",      18,    Caller},
+    {"KVPTrackingFormula",   {1, 20, 3, 450, 50}, "KVTF1A020B03MA00450MS00050", "", 18, Caller},
     {"FlContrast",           {-1},    "FLC-1",  "",      18,    Caller},
     {"Configuration",        {true},  "CF1",    "",      130,   Caller},
     {"calibration",          {true},  "CA1",    "",      290,   Caller, 400},

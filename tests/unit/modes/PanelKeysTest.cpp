@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "link/LinkSilence.h"
 #include "tests/unit/model/LinkFixture.h"
 
 namespace quillon {
@@ -75,6 +76,8 @@ constexpr KeyCase kTechnique[]{
     {"cmbToggleFocus",      -1, 2, "FO11",       false, "FO"},
     {"cmbToggleFocus",      -1, 2, "FO21",       true,  "FOS1"},
     {"cmbToggleFocus",      -1, 2, "",           true,  ""},
+    {"cmbToggleFocus",      -1, 6, "FO11 ST2",   true,  ""},
+    {"cmbToggleFocus",      -1, 6, "FO21 ST2",   true,  ""},
 };
 constexpr KeyCase kExposureControl[]{
     {"cmbAECFieldLeft",      0, 2, "FI01",       false, "FI0"},
@@ -166,11 +169,13 @@ TEST_F(PanelKeysTest, LeavingConfigurationClearsItsPage) {
     phase(8);
     msg("TU2");
     EXPECT_EQ(captionAfter("FI01", "cmbConfiguration"), "OFF");
+    ++link.silence().age.time; // a silence
     touch("cmbConfiguration");
     EXPECT_EQ(caption("cmbConfiguration"), "ON");
     EXPECT_FALSE(active("cmbConfiguration"));
     EXPECT_EQ(caption("txtCfgTube"), "");
     EXPECT_EQ(control("cmbAECFieldLeft", 1).backColour(), kNormalColour);
+    EXPECT_FALSE(control("txtCfgTube").old() || control("cmbAECFieldLeft", 1).old()) << "there is nothing in them";
 }
 
 TEST_F(PanelKeysTest, CalibrationKeyHandsTheKeysOver) {

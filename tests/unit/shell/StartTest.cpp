@@ -141,7 +141,7 @@ TEST_F(StartTest, TheLampsHaveThePictureForTheConsolesSize) {
                                               {653, 508, 1},
                                               {652, 509, 1}}) {
         machine.desktop.setScreen(width, height);
-        start("", "FitToScreen=YES");
+        start("-FitToScreen");
         EXPECT_EQ(application->console()["cmdExposure"].artSize(), size) << width << "x" << height;
     }
 }
