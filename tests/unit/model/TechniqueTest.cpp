@@ -1,5 +1,6 @@
 #include "model/Technique.h"
 
+#include "link/LinkSilence.h"
 #include "tests/unit/model/LinkFixture.h"
 
 namespace quillon {
@@ -100,6 +101,28 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
     EXPECT_EQ(captionAfter("MASE01", "txtMACal"), "E01");
     EXPECT_EQ(captionAfter("MASE01", "txtMACal"), "E01");
     EXPECT_THAT(events, ElementsAre("CalibrationParameters(1)"));
+}
+
+TEST_F(TechniqueTest, WhatIsSaidAgainBehindASilenceIsNewAndPaintedOnce) {
+    struct Painter : ChangeSink {
+        void controlChanged(Control& control) override { painted.push_back(control.name()); }
+        void controlAdded(Control& /*control*/) override {}
+        void controlRemoved(Control& /*control*/) override {}
+        std::vector<std::string> painted;
+    } painter;
+    phase(6);
+    link.setSink(&painter);
+    for (const auto& [report, field] : {std::pair{"MA100", "txtMACal"}, {"CV0100", "sldCalValue"}}) {
+        msg(report);
+        ++link.silence().age.time;
+        EXPECT_TRUE(control(field).old()) << field;
+        painter.painted.clear();
+        msg(report);
+        msg(report);
+        EXPECT_FALSE(control(field).old()) << field;
+        EXPECT_EQ(std::count(painter.painted.begin(), painter.painted.end(), field), 1) << field;
+    }
+    link.setSink(nullptr);
 }
 
 TEST_F(TechniqueTest, AFocusThatGoesLeavesTheFieldToTheOther) {

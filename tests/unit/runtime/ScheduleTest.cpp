@@ -31,13 +31,13 @@ TEST_F(ScheduleTest, EqualDueTimesComeInTheOrderInWhichTheyWereSetGoing) {
     Timer late(schedule, note("late"));
     Timer early(schedule, note("early"));
     late.setInterval(20);
-    early.start(10);
     schedule.post(10, note("post"));
+    early.start(10);
     late.run();
     schedule.post(20, note("last"));
     time.advance(20);
-    // The second period of "early" began when its first was due, behind all that was set going before.
-    EXPECT_THAT(happened, ElementsAre("early@10", "post@10", "early@20", "late@20", "last@20"));
+    // In its second period "early" keeps its place in front of what was set going later.
+    EXPECT_THAT(happened, ElementsAre("post@10", "early@10", "early@20", "late@20", "last@20"));
 }
 
 TEST_F(ScheduleTest, ATimerGoesOnUntilItIsStopped) {
