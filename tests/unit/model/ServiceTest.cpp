@@ -154,6 +154,15 @@ TEST_F(ServiceTest, AConfirmationThatIsNotAnsweredIsSentOnceMore) {
     link.setStatusUpdateEnable(false);
     advance(120000);
     EXPECT_THAT(timeline, ElementsAre("1020 CAU1"));
+
+    for (const auto& [key, before] : {std::pair{"cmbAutocalDismiss", PanelTimer("tmrConfirm")},
+                                      {"cmbAutocalConfirm", PanelTimer("tmrDismiss")}}) {
+        msg("ST9");
+        msg("ST11");
+        EXPECT_TRUE(link.timer(before).running());
+        click(key);
+        EXPECT_FALSE(link.timer(before).running()) << "one answer at a time";
+    }
 }
 
 } // namespace

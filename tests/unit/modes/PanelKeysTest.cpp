@@ -207,6 +207,25 @@ TEST_F(PanelKeysTest, ListsAndSlider) {
     link.at("sldCalValue").setMaximum(4095);
     ASSERT_TRUE(input.drag(link.at("sldCalValue"), 4000));
     EXPECT_EQ(link.at("sldCalValue").toolTip(), "4000");
+    link.at("comboReadExposureCounter").setText("none of the list");
+    EXPECT_EQ(link.at("comboReadExposureCounter").text(), "");
+}
+
+TEST_F(PanelKeysTest, TheLineIsOpenedAsItsListsSay) {
+    std::string opened;
+    platform.port.onOpened = [&opened](int port, std::string_view settings) {
+        opened = decimalText(port) + " " + std::string(settings);
+    };
+    link.setPortOpen(false);
+    for (const auto& [list, entry] : {std::pair{"cmbCommPort", "3"},
+                                      {"cmbCommBaudRate", "9600"},
+                                      {"cmbCommParity", "e"},
+                                      {"cmbCommDataBits", "7"},
+                                      {"cmbCommStopBits", "2"}}) {
+        ASSERT_TRUE(input.select(reached(list), entry)) << list;
+    }
+    link.setPortOpen(true);
+    EXPECT_EQ(opened, "3 9600,e,7,2");
 }
 
 TEST_F(PanelKeysTest, ErrorKeyTakesItsRestingLook) {
