@@ -308,6 +308,15 @@ TEST_F(PanelKeysTest, MinimizingTwiceRestoresTheScreen) {
     EXPECT_EQ(control("cmbDfltConfig").place(), page);
 }
 
+TEST_F(PanelKeysTest, APanelTooSmallForItsPagesIsAnIcon) {
+    const Place icon = control("Iconized").place();
+    for (const auto& [width, height, small] : {std::tuple{51, 51, false}, {50, 51, true}, {51, 50, true}}) {
+        link.setPlace({0, 0, icon.width + width, icon.height + height});
+        link.UserControl_Show();
+        EXPECT_EQ(visible("Iconized"), small) << width << ", " << height;
+    }
+}
+
 TEST_F(PanelKeysTest, ConsoleTakesTheNavigationAway) {
     put("fromGUI", true);
     phase(6);
