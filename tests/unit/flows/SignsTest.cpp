@@ -25,8 +25,8 @@ TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
          "Ready;Tube heat=12 %;!Standing=Door open, Overheat;Errors since the start=0;"},
         {{"DL0", "HL0", "ST10"}, "Tube too hot;Tube heat=12 %;Errors since the start=0;"},
         // One error, however often it is reported, until it is over.
-        {{"ST7", "ER12", "ST7", "ER12"}, "Error;Tube heat=12 %;Errors since the start=1;"},
-        {{"ST2", "ER12", "AR0", "ER12", "AR1"}, "Ready;Tube heat=12 %;Errors since the start=4;"},
+        {{"ST7", "ER1", "ST7", "ER1"}, "Error;Tube heat=12 %;Errors since the start=1;"},
+        {{"ST2", "ER1", "AR0", "ER1", "AR1"}, "Ready;Tube heat=12 %;Errors since the start=4;"},
         {{"ST1"}, "Powering Up;Errors since the start=4;"},
     };
     indicators().summary.changed.connect([changes = changes] { ++*changes; });

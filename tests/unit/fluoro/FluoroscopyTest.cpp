@@ -65,6 +65,8 @@ TEST_F(FluoroscopyTest, TrackingIsShownWhereThePhaseWantsIt) {
     EXPECT_EQ(caption("txtFlKVPTracking"), "");
     EXPECT_EQ(captionAfter("KVT0", "txtCfgKVTracking"), "");
     EXPECT_THAT(takeEvents(), IsEmpty());
+    expectReports({{"FLD1", "txtRAD_RF", "RF", {"GeneratorTypeChange(1)"}},
+                   {"FLD0", "txtRAD_RF", "RAD", {"GeneratorTypeChange(0)"}}});
 }
 
 TEST_F(FluoroscopyTest, ContinuousFluoroscopyIsToggledByItsPulses) {

@@ -203,6 +203,10 @@ TEST_F(WarningsTest, AWarningPassesAfterThreeSeconds) {
     EXPECT_THAT(events, ElementsAre("WarningMessageReset()"));
     settle();
     EXPECT_EQ(events.size(), 1) << "it passes once";
+    msg("WN15");
+    msg("WN21"); // has no words
+    EXPECT_EQ(caption("lblWarning"), "");
+    EXPECT_EQ(events.back(), "NoDigitalWarning(True)");
 }
 
 TEST_F(WarningsTest, AWarningMakesNoValueNew) {
