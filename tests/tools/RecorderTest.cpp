@@ -238,9 +238,9 @@ TEST_F(RecorderTest, TheHeaderHoldsWhatTheSessionStartedFrom) {
     machine.folder.put("temp.ini", "[TM]\nTM=3\n end \n");
     machine.desktop.setScreen(800, 600);
     machine.port.setFailing(4, true);
-    start("-P4 -\"x\" -\xFC");
+    start("-P4 -\"x\" -\x7F\xFC");
     EXPECT_THAT(recording(), HasSubstr("file temp.ini\n[TM]\nTM=3\n# end\nend\n"
-                                       "args \"-P4 -\\\"x\\\" -\\xFC\"\nscreen 800 600\nport 4 fail\n"));
+                                       "args \"-P4 -\\\"x\\\" -\\x7F\\xFC\"\nscreen 800 600\nport 4 fail\n"));
     EXPECT_THAT(recording(), EndsWith("start\n"));
     EXPECT_THAT(recording(), Not(HasSubstr("file log.txt")));
     pass(2500);

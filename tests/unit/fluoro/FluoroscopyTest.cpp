@@ -20,6 +20,10 @@ TEST_F(FluoroscopyTest, AValueThatIsReportedAgainShowsInAFieldThatWasEmptied) {
         EXPECT_EQ(caption(field), "") << message;
         EXPECT_NE(captionAfter(message, field), "") << message;
     }
+    for (const auto& [message, field] : {reports[0], reports[2], reports[5]}) {
+        const std::string before = captionAfter(message, field);
+        EXPECT_EQ(captionAfter(std::string(message.substr(0, 3)) + "x", field), before) << "no number";
+    }
 }
 
 TEST_F(FluoroscopyTest, MagnificationStepsHaveAKeyEachButTheLast) {

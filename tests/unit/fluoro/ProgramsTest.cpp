@@ -68,6 +68,9 @@ TEST_F(ProgramsTest, TextsAndTheDigitalProgramGetFourIntervals) {
     put("RetriesInterval", 500);
     for (const auto& [routine, arguments, wait] : {std::tuple{"SendAPRRAD", texts(kRad), 2000},
                                                    {"APRRAD", kRad, 500},
+                                                   {"APRFluoro", Arguments{3} + kFluoro, 500},
+                                                   {"APRRADFluoro", kRad + kFluoro, 500},
+                                                   {"APRRADDigitalFluoro", kDigital + kFluoro, 500},
                                                    {"APRDigital", kDigital, 2000}}) {
         settle();
         forget();

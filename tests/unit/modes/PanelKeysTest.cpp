@@ -193,7 +193,7 @@ TEST_F(PanelKeysTest, CalibrationKeyHandsTheKeysOver) {
     touch("cmbCalibration");
     EXPECT_TRUE(control("cmbReadExposureCounter").enabled());
     EXPECT_FALSE(control("cmbStoreCalValue").enabled());
-    EXPECT_EQ(caption("txtCalValue"), "");
+    EXPECT_EQ(caption("txtCalValue") + control("sldCalValue").toolTip(), "0");
 }
 
 TEST_F(PanelKeysTest, ListsAndSlider) {
@@ -283,6 +283,14 @@ TEST_F(PanelKeysTest, AStepOfConfigurationIsSaidOnceThoughNobodyAcknowledges) {
     }
 }
 
+TEST_F(PanelKeysTest, WhatTheLineSaysIsShownInPlaceOfTheStatusStrip) {
+    for (const bool shown : {true, false}) {
+        put("DebugActive", shown);
+        EXPECT_EQ(visible("fraDebug"), shown);
+        EXPECT_EQ(visible("fraStatus"), !shown);
+    }
+}
+
 TEST_F(PanelKeysTest, MinimizingTwiceRestoresTheScreen) {
     link.setPlace({0, 0, 9840, 10440});
     link.UserControl_Show();
@@ -342,6 +350,7 @@ TEST_F(PanelKeysTest, AutocalibrationPageFollowsWhatIsCalibrated) {
                  control("cmbCalFocusSet").enabled() || control("fraCalValue").enabled());
     EXPECT_TRUE(visible("txtFocusCal") && visible("cmbToggleFocusConfirm"));
     EXPECT_FALSE(visible("fraResetExposureCounter"));
+    EXPECT_FALSE(control("cmbServiceMenu", 2).enabled() || control("cmbGotoMainMenu").enabled());
 
     msg("CAU0");
     msg("MASE03");

@@ -174,6 +174,7 @@ TEST(SwitchHints, AreGivenForWhatTheConsoleDoesNotKnow) {
     EXPECT_THAT(switchHints("d -S9600"), ElementsAre("\"d\" is no switch: they begin with a hyphen"));
     EXPECT_THAT(switchHints("-orla"), ElementsAre("\"-orla\" is no switch; it is written -ORLA"));
     EXPECT_THAT(switchHints("-debug"), ElementsAre("\"-debug\" is no switch, and is taken for -d"));
+    EXPECT_THAT(switchHints("-ORLAndo"), ElementsAre("\"-ORLAndo\" is no switch"));
     EXPECT_THAT(switchHints("--wibble -P2"), ElementsAre("\"-wibble\" is no switch"));
     EXPECT_THAT(switchHints("ORLA"), ElementsAre("\"ORLA\" is no switch: they begin with a hyphen"));
 }
