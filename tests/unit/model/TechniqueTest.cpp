@@ -217,6 +217,18 @@ TEST_F(TechniqueTest, WrittenValuesAreSentInTheirForms) {
     }
 }
 
+TEST_F(TechniqueTest, TheKvpOfAStationThatIsAutocalibratedCountsExposuresAndTellsTheFilament) {
+    for (const std::string_view report : {"ST2", "ST6", "MA100", "CAU1", "ST9"}) {
+        msg(report);
+    }
+    for (const auto& [kVp, told] : {std::pair{"10", "Exposure: 10"},
+                                    {"11", "Exposure: 10"},
+                                    {"150", "Exposure: 10"},
+                                    {"151", "Fil. Current: 151"}}) {
+        EXPECT_EQ(captionAfter(std::string("KVS") + kVp, "txtInfo"), told) << kVp;
+    }
+}
+
 TEST_F(TechniqueTest, SomeParametersKeepTheirSliderInAutocalibration) {
     for (const std::string_view item : {"MASE03", "MASE05", "MASE21", "MASE04", "MASE06", "MASE3"}) {
         SCOPED_TRACE(item);
