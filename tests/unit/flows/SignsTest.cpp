@@ -220,6 +220,7 @@ TEST_F(SignsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
     wait(2000);
     report("URSSG1000");
     EXPECT_FALSE(old());
+    EXPECT_FALSE(application->input().type(control("TxtStoredSID"), "1300"));
     ASSERT_TRUE(application->input().type(control("txtRemoteSID"), "1300"));
     click("cmdSetNewSID");
     EXPECT_TRUE(old());

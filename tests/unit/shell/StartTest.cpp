@@ -73,6 +73,7 @@ INSTANTIATE_TEST_SUITE_P(CommandLineAndFile, StartTable, testing::Values(
     Row{"",               "",            "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {}},
     Row{"",               "port= \"4\"", "4 19200,n,8,1", "(COM4, 19200, 8, 1)", {}},
     Row{"",               "PORT=7",      "2 19200,n,8,1", "(COM7, 19200, 8, 1)", {"Cannot open port COM7"}},
+    Row{"",               "PORT=\"\"",    "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {}},
     Row{"",               "PORT=COM2",   "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {"Not a valid number: PORT COM2"}},
     Row{"",               "PORT=40000",  "1 19200,n,8,1", "(COM1, 19200, 8, 1)", {"Not a valid number: PORT 40000"}},
     Row{"-P3 -S9600",     "PORT=5",      "3 19200,n,8,1", "(COM3, 9600, 8, 1)",  {}},
