@@ -40,6 +40,25 @@ TEST_F(CountersTest, AProtocolErrorEndsTheReadingAtTheNextTick) {
     read();
 }
 
+TEST_F(CountersTest, ThePollGoesOnWithoutTheLastAnswerAndBehindAFailureWithTheScreenOpen) {
+    click("cmbReadExposureCounters");
+    wait(12'000);
+    forget();
+    wait(4000);
+    EXPECT_THAT(sent, Contains("ST"));
+    start();
+    click("cmbReadExposureCounters");
+    wait(2500);
+    report("TC27");
+    ASSERT_TRUE(control("fraExposureCounters").visible());
+    events().MessageProtocolError.raise();
+    wait(2500);
+    EXPECT_EQ(message(), "Protocol Error");
+    forget();
+    wait(4000);
+    EXPECT_THAT(sent, Contains("ST"));
+}
+
 TEST_F(CountersTest, WhatWaitsIsServedBetweenResetAndReading) {
     read();
     press("cmdResetT1");
