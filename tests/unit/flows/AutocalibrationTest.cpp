@@ -1,3 +1,4 @@
+#include "console/ServiceSession.h"
 #include "tests/unit/flows/Flow.h"
 
 namespace quillon {
@@ -123,6 +124,17 @@ TEST_F(AutocalibrationTest, ItsEndTellsOfAProtocolErrorOnlyWhenTheGeneratorHasNo
         EXPECT_FALSE(running("tmrAutocalOFF"));
         EXPECT_EQ(message(), row.message);
         EXPECT_TRUE(message().empty() || control("cmbClose").caption() == "Close");
+    }
+}
+
+TEST_F(AutocalibrationTest, AModeThatIsLeftBeforeTheNextLookEndsTheEntry) {
+    for (const char* left : {"ST6", "ST8"}) {
+        start();
+        reachWait();
+        report("ST9");
+        ASSERT_TRUE(application->console().session().is(quillon::Run::EnteringAutocalibration));
+        report(left);
+        EXPECT_TRUE(application->console().session().idle()) << left;
     }
 }
 
