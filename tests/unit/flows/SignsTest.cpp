@@ -25,9 +25,10 @@ TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
          "Ready;Tube heat=12 %;!Standing=Door open, Overheat;Errors since the start=0;"},
         {{"DL0", "HL0", "ST10"}, "Tube too hot;Tube heat=12 %;Errors since the start=0;"},
         // One error, however often it is reported, until it is over.
-        {{"ST7", "ER1", "ST7", "ER1"}, "Error;Tube heat=12 %;Errors since the start=1;"},
-        {{"ST2", "ER1", "AR0", "ER1", "AR1"}, "Ready;Tube heat=12 %;Errors since the start=4;"},
-        {{"ST1"}, "Powering Up;Errors since the start=4;"},
+        {{"ST7", "ER1", "ST12", "ER1", "ST7", "ER1"}, "Error;Tube heat=12 %;Errors since the start=1;"},
+        {{"ST2", "ER1", "AR0", "ER1", "ST3", "ST2", "AR1", "AR2"},
+         "Ready;Tube heat=12 %;Errors since the start=5;"},
+        {{"ST1"}, "Powering Up;Errors since the start=5;"},
     };
     indicators().summary.changed.connect([changes = changes] { ++*changes; });
     for (const auto& row : rows) {
@@ -73,6 +74,7 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     EXPECT_TRUE(old("txtKVPCal")) << "the console's own hand is no report";
     wait(60'000);
     EXPECT_NE(prompt(), "") << "the loss is told";
+    EXPECT_EQ(signs().glance.errors().front().words, "Communications ERROR");
     // An answer to its question is none of the generator's, nor is the host's wish to count anew.
     for (const char* message : {"ST6", "ST9", "ST11"}) {
         report(message);
