@@ -123,6 +123,7 @@ TEST_F(AutocalibrationTest, ItsEndTellsOfAProtocolErrorOnlyWhenTheGeneratorHasNo
         wait(50000);
         EXPECT_FALSE(running("tmrAutocalOFF"));
         EXPECT_EQ(message(), row.message);
+        EXPECT_EQ(busyReports.back(), 0);
         EXPECT_TRUE(message().empty() || control("cmbClose").caption() == "Close");
     }
 }
