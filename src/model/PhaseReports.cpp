@@ -252,10 +252,6 @@ void PhaseReports::enterNormalOperation(Phase old) {
 }
 
 void PhaseReports::enterCalibration(Phase old) {
-    if (old == Phase::NormalOperation) {
-        panel_["cmbToggleFocusConfirm"].setVisible(true);
-        panel_["cmbToggleFocusDismiss"].setVisible(true);
-    }
     link_.m_OperatingPhase = Phase::Calibration;
     panel_["cmbCalibration"].setBackColour(kActiveColour);
     context_.routines.setServicePage(1);
