@@ -129,6 +129,10 @@ TEST_F(PendingTest, AWorkstationThatWasAskedForIsWaitedForUntilItIsReported) {
     report("ST8");
     ASSERT_TRUE(application->input().click(*application->link().find("cmbConfTubeUp")));
     EXPECT_EQ(indicators().status.doing().words, "");
+    report("WS5");
+    ASSERT_TRUE(application->input().click(key));
+    wait(2000);
+    EXPECT_FALSE(indicators().pending.waits(key)) << "it is there already";
 }
 
 TEST_F(PendingTest, WhatWasNeverReportedIsNeitherOnNorOff) {

@@ -118,8 +118,9 @@ TEST_F(ErrorsTest, APowerUpLeavesNothingButTheHeatOfWhatWasReported) {
 
 TEST_F(ErrorsTest, APowerUpMakesNewsOfWhatWasReportedBefore) {
     for (const std::string_view report :
-         {"FLA1", "FLHD1", "FLX1", "FLM31", "FLC11", "FLKS80", "FLTS12", "FLPS3", "KVT3", "FI01", "FS11", "PH1",
-          "DA1", "BR050", "WS2", "WM5", "KVS80", "MAS200", "MSS50", "MXS12.5", "FO11", "FO21", "HE45", "ER5"}) {
+         {"FLA1",  "FLHD1",  "FLX1",  "FLM31",   "FLC11", "FLKS80", "FLTS12", "FLPS3",
+          "KVT3",  "FI01",   "FS11",  "PH1",     "DA1",   "BR050",  "WS2",    "WM5",
+          "KVS80", "MAS200", "MSS50", "MXS12.5", "FO11",  "FO21",   "HE45",   "ER5"}) {
         phase(2);
         const std::vector<std::string> news = eventsAfter(report);
         EXPECT_FALSE(news.empty()) << report;

@@ -175,7 +175,8 @@ TEST_F(PanelKeysTest, LeavingConfigurationClearsItsPage) {
     EXPECT_FALSE(active("cmbConfiguration"));
     EXPECT_EQ(caption("txtCfgTube"), "");
     EXPECT_EQ(control("cmbAECFieldLeft", 1).backColour(), kNormalColour);
-    EXPECT_FALSE(control("txtCfgTube").old() || control("cmbAECFieldLeft", 1).old()) << "there is nothing in them";
+    EXPECT_FALSE(control("txtCfgTube").old() || control("cmbAECFieldLeft", 1).old())
+        << "there is nothing in them";
 }
 
 TEST_F(PanelKeysTest, CalibrationKeyHandsTheKeysOver) {
