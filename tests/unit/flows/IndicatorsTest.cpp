@@ -10,12 +10,12 @@ namespace {
 
 using testing::ElementsAre;
 
-class SignsTest : public FlowTest {
+class IndicatorsTest : public FlowTest {
 protected:
-    SignsTest() { start(); }
+    IndicatorsTest() { start(); }
 };
 
-TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
+TEST_F(IndicatorsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
     const struct {
         std::vector<const char*> messages;
         const char* lines; ///< behind the state; a mark in front of an alarm
@@ -50,7 +50,7 @@ TEST_F(SignsTest, AtAGlanceStandsWhatTheGeneratorSaidLast) {
     EXPECT_EQ(indicators().summary.errors()[1].words, "EXPOSURE ABORTED BY BACK-UP TIMER");
 }
 
-TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
+TEST_F(IndicatorsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     const auto old = [this](PanelControl field) { return application->link()[field].old(); };
     report("ST6\rKV080\rMA0100\rCV1234");
     wait(500);
@@ -90,7 +90,7 @@ TEST_F(SignsTest, AGeneratorThatMissesTwoPollsIsToldAndWhatItSaidBeforeIsOld) {
     EXPECT_EQ(indicators().status.line().words, "COM1: closed") << "nobody was asked";
 }
 
-TEST_F(SignsTest, TheKeyThatExposesIsThereInPreparationAlone) {
+TEST_F(IndicatorsTest, TheKeyThatExposesIsThereInPreparationAlone) {
     for (const auto& [reports, shown] : {std::pair{"WM1\rWSS1\rST3", true},
                                          {"WM2\rWSS1\rST3", true},
                                          {"WM1\rWSS1\rST4", false},
@@ -103,7 +103,7 @@ TEST_F(SignsTest, TheKeyThatExposesIsThereInPreparationAlone) {
     }
 }
 
-TEST_F(SignsTest, LongWorkIsCountedBesideThePrompt) {
+TEST_F(IndicatorsTest, LongWorkIsCountedBesideThePrompt) {
     const auto stands = [this](const char* doing, const char* howFar, Milliseconds after = 0) {
         wait(after);
         EXPECT_EQ(indicators().status.doing().words, doing);
@@ -146,7 +146,7 @@ std::string told(const StatusField& field) {
     return std::string(kSigns.at(static_cast<std::size_t>(field.tone))) + field.words;
 }
 
-TEST_F(SignsTest, TheStatusBarTellsWhatIsSo) {
+TEST_F(IndicatorsTest, TheStatusBarTellsWhatIsSo) {
     const auto silent = [this](Milliseconds time) {
         machine.port.onWritten = [](std::string_view) {};
         wait(time);
@@ -208,7 +208,7 @@ TEST_F(SignsTest, TheStatusBarTellsWhatIsSo) {
     }
 }
 
-TEST_F(SignsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
+TEST_F(IndicatorsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
     start({}, "REMOTE=YES\r\n");
     const auto way = [this](const Control* key, const char* words) {
         EXPECT_EQ(indicators().status.wayBack(), key);
@@ -238,7 +238,7 @@ TEST_F(SignsTest, APositionersScreenTellsTheWayBackAndWhichSIDIsOld) {
     way(nullptr, "");
 }
 
-TEST_F(SignsTest, ExposuresAreCountedWithTheirValues) {
+TEST_F(IndicatorsTest, ExposuresAreCountedWithTheirValues) {
     const auto expose = [this] { report("ST3\rST4\rST2\rPD050062.500125"); };
     expose();
     click("cmbManualCalibration");
