@@ -1,5 +1,6 @@
 #include "sim/Desk.h"
 
+#include "base/Phase.h"
 #include "base/Text.h"
 #include "sim/Formats.h"
 
@@ -49,9 +50,9 @@ Words splitFirst(std::string_view text) {
 }
 
 std::string forcePhase(Assembly& g, std::string_view text) {
-    const auto phase = wholeNumber(text, 1, 13);
+    const auto phase = wholeNumber(text, 1, quillon::kPhaseCount);
     if (!phase) {
-        return "?phase takes 1 to 13";
+        return "?phase takes 1 to " + std::to_string(quillon::kPhaseCount);
     }
     if (g.machine.phase() == 1 && *phase != 1) {
         g.power.skip();

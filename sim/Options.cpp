@@ -1,5 +1,6 @@
 #include "sim/Options.h"
 
+#include "base/Phase.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -140,7 +141,7 @@ struct Key {
 constexpr Key kKeys[] = {
     {"seed",          "N",                      "start of everything random (1)",                            number<&Options::seed, 0, kLargestSeed>},
     {"powerup",       "MS",                     "time in phase 1 (3000)",                                    number<&Options::powerUpMs, 0, kLongestMs>},
-    {"startphase",    "1..13",                  "phase it is found in; 1 powers up (1)",                     number<&Options::startPhase, 1, 13>},
+    {"startphase",    "1..13",                  "phase it is found in; 1 powers up (1)",                     number<&Options::startPhase, 1, quillon::kPhaseCount>},
     {"answer",        "MS",                     "delay of answers and reports (40)",                         number<&Options::answerMs, 0, kLongestMs>},
     {"ack",           "MS|off",                 "delay of acknowledgements, or none at all (20)",            takeAck},
     {"dropack",       "N",                      "every Nth acknowledgement is lost; 0 none (0)",             number<&Options::dropEvery, 0, 1'000'000>},

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
+#include <string_view>
 
 #include "base/Fault.h"
 
@@ -32,24 +34,78 @@ enum class Phase : std::int32_t {
     return static_cast<std::int32_t>(phase);
 }
 
+/// What a phase means to whatever does not treat it by itself.
+enum class PhaseKind : std::uint8_t {
+    Starting,
+    Ready,
+    Exposure,    ///< preparation or an exposure: the generator takes no command of a service mode
+    ServiceMode, ///< one of the modes that a service engineer takes the generator into
+    Halted,      ///< it goes on where it came from
+    Question,    ///< the generator asks whether to autocalibrate
+    Result,      ///< how an autocalibration ended
+};
+
+/// What the keyboard calls a phase, and its kind.
+struct PhaseRow {
+    Phase phase;
+    std::string_view caption;
+    PhaseKind kind;
+};
+
+// clang-format off
+inline constexpr std::array kPhaseRows{
+    PhaseRow{Phase::Initialization,  "Initialization",   PhaseKind::Starting},
+    PhaseRow{Phase::NormalOperation, "Normal Operation", PhaseKind::Ready},
+    PhaseRow{Phase::Preparation,     "Preparation",      PhaseKind::Exposure},
+    PhaseRow{Phase::RadExposure,     "RAD Exposure",     PhaseKind::Exposure},
+    PhaseRow{Phase::FluoroExposure,  "FL Exposure",      PhaseKind::Exposure},
+    PhaseRow{Phase::Calibration,     "Calibration",      PhaseKind::ServiceMode},
+    PhaseRow{Phase::Error,           "ERROR",            PhaseKind::Halted},
+    PhaseRow{Phase::Configuration,   "Configuration",    PhaseKind::ServiceMode},
+    PhaseRow{Phase::Autocalibration, "Autocalibration",  PhaseKind::ServiceMode},
+    PhaseRow{Phase::TubeTooHot,      "Tube Too Hot",     PhaseKind::Halted},
+    PhaseRow{Phase::ConfirmDismiss,  "Confirm/Dismiss",  PhaseKind::Question},
+    PhaseRow{Phase::AutocalError,    "Autocal error",    PhaseKind::Result},
+    PhaseRow{Phase::AutocalOk,       "Autocal OK",       PhaseKind::Result},
+};
+// clang-format on
+
+/// As many as the generator has: their numbers begin with 1.
+inline constexpr std::int32_t kPhaseCount = kPhaseRows.size();
+
+static_assert(
+    [] {
+        for (std::int32_t i = 0; i < kPhaseCount; ++i) {
+            if (numberOf(kPhaseRows[static_cast<std::size_t>(i)].phase) != i + 1) {
+                return false;
+            }
+        }
+        return true;
+    }(),
+    "the rows stand in the order of the numbers, and none is left out");
+
 /// One of those that the generator reports.
 [[nodiscard]] constexpr bool isKnown(Phase phase) {
-    return phase >= Phase::Initialization && phase <= Phase::AutocalOk;
+    return phase >= Phase::Initialization && numberOf(phase) <= kPhaseCount;
 }
 
-/// Preparation or an exposure: the generator takes no command of a service mode.
+/// Fault 9 for a phase that no generator reports.
+[[nodiscard]] constexpr const PhaseRow& rowOf(Phase phase) {
+    return isKnown(phase) ? kPhaseRows[static_cast<std::size_t>(numberOf(phase) - 1)]
+                          : throw Fault(Fault::kSubscript);
+}
+
+[[nodiscard]] constexpr bool isOf(PhaseKind kind, Phase phase) {
+    return isKnown(phase) && rowOf(phase).kind == kind;
+}
 [[nodiscard]] constexpr bool isExposure(Phase phase) {
-    return phase >= Phase::Preparation && phase <= Phase::FluoroExposure;
+    return isOf(PhaseKind::Exposure, phase);
 }
-
-/// One of the modes that a service engineer takes the generator into.
 [[nodiscard]] constexpr bool isServiceMode(Phase phase) {
-    return phase == Phase::Calibration || phase == Phase::Configuration || phase == Phase::Autocalibration;
+    return isOf(PhaseKind::ServiceMode, phase);
 }
-
-/// How an autocalibration ended.
 [[nodiscard]] constexpr bool endsAutocalibration(Phase phase) {
-    return phase == Phase::AutocalError || phase == Phase::AutocalOk;
+    return isOf(PhaseKind::Result, phase);
 }
 
 /// The bit of a phase in a mask: bit n - 1 for phase n, none below 1. Fault 6 for a number that has no bit.
@@ -64,7 +120,8 @@ enum class Phase : std::int32_t {
 
 /// The phases in which a message may leave, a bit each.
 using PhaseMask = std::int16_t;
-static_assert(maskOf(Phase::AutocalOk) <= std::numeric_limits<PhaseMask>::max(), "every phase has its bit");
+static_assert(maskOf(kPhaseRows.back().phase) <= std::numeric_limits<PhaseMask>::max(),
+              "every phase has its bit");
 
 /// A set of phases.
 class Phases {
@@ -79,6 +136,18 @@ public:
             mask_ = static_cast<PhaseMask>(mask_ | maskOf(phase));
         }
     }
+    [[nodiscard]] static constexpr Phases of(PhaseKind kind) {
+        Phases all;
+        for (const PhaseRow& row : kPhaseRows) {
+            all = row.kind == kind ? all | Phases{row.phase} : all;
+        }
+        return all;
+    }
+    [[nodiscard]] constexpr Phases operator|(Phases other) const {
+        Phases both;
+        both.mask_ = static_cast<PhaseMask>(mask_ | other.mask_);
+        return both;
+    }
     [[nodiscard]] constexpr bool has(Phase phase) const {
         return isKnown(phase) && (mask_ & maskOf(phase)) != 0;
     }
@@ -89,7 +158,8 @@ private:
     PhaseMask mask_ = 0;
 };
 
+inline constexpr Phases kServiceModes = Phases::of(PhaseKind::ServiceMode);
 /// The generator asks whether to autocalibrate, or shows what has come of it.
-inline constexpr Phases kAsksOrTells{Phase::ConfirmDismiss, Phase::AutocalError, Phase::AutocalOk};
+inline constexpr Phases kAsksOrTells = Phases::of(PhaseKind::Question) | Phases::of(PhaseKind::Result);
 
 } // namespace quillon

@@ -7,8 +7,7 @@ namespace quillon {
 namespace {
 
 /// The generator can be told whether it may make X-rays, and no exposure is under way.
-constexpr Phases kTakesXRays{Phase::NormalOperation, Phase::Calibration, Phase::Configuration,
-                             Phase::Autocalibration};
+constexpr Phases kTakesXRays = Phases{Phase::NormalOperation} | kServiceModes;
 constexpr Keys kDeadInExposure = kModeKeys | Key::GoToUserMode | Key::Close;
 
 } // namespace

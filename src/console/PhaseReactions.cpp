@@ -25,8 +25,7 @@ constexpr Effects kQuestionAsked{.on = F};
 constexpr int kLinkControlDelay = 500; // ms from the report to the link control's panel
 
 /// Before normal operation comes back from one of these, a mode has the working area.
-constexpr Phases kOfAMode{Phase::Calibration,    Phase::Configuration, Phase::Autocalibration,
-                          Phase::ConfirmDismiss, Phase::AutocalError,  Phase::AutocalOk};
+constexpr Phases kOfAMode = kServiceModes | kAsksOrTells;
 
 } // namespace
 

@@ -16,8 +16,13 @@ struct OutboundRow {
     PhaseMask phases;
 };
 
-/// Every phase, and one bit more than there are phases.
+/// A bit that is no phase's, and stands in two masks all the same.
+inline constexpr PhaseMask kSpareBit = 8192;
+/// Every phase, and that bit.
 inline constexpr PhaseMask kAllPhases = 16383;
+static_assert(kAllPhases == ((maskOf(kPhaseRows.back().phase) * 2 - 1) | kSpareBit) &&
+                  maskOf(kPhaseRows.back().phase) < kSpareBit,
+              "every phase is in it, and the spare bit is none of theirs");
 
 /// Which phases allow what, by what is allowed in them.
 namespace allowed {
@@ -42,11 +47,10 @@ inline constexpr PhaseMask kReadyFluoroCalibrations =
     Phases{NormalOperation, FluoroExposure, Calibration, Autocalibration}.mask();
 inline constexpr PhaseMask kCalibrationsAnswers =
     Phases{Calibration, Autocalibration, ConfirmDismiss, AutocalError, AutocalOk}.mask();
-/// With that last bit.
 inline constexpr PhaseMask kRays =
     Phases{NormalOperation, Preparation, Calibration, Error, Configuration, Autocalibration, TubeTooHot}
         .mask() |
-    8192;
+    kSpareBit;
 } // namespace allowed
 
 // clang-format off

@@ -17,28 +17,11 @@ namespace quillon {
 
 namespace {
 
-// clang-format off
-constexpr std::array<std::string_view, 13> kPhaseCaptions{
-    "Initialization",
-    "Normal Operation",
-    "Preparation",
-    "RAD Exposure",
-    "FL Exposure",
-    "Calibration",
-    "ERROR",
-    "Configuration",
-    "Autocalibration",
-    "Tube Too Hot",
-    "Confirm/Dismiss",
-    "Autocal error",
-    "Autocal OK",
-};
-static_assert(kPhaseCaptions.size() == numberOf(Phase::AutocalOk), "every phase has its caption");
-
 struct SignalRow {
     std::string_view handler;
     Signal<bool> LinkEvents::*event;
 };
+// clang-format off
 constexpr std::array kSignals{
     SignalRow{"fmessPrepSignalStatus",         &LinkEvents::PrepSignalStatusChange},
     SignalRow{"fmessPrepSpotFilmSignalStatus", &LinkEvents::PrepSpotFilmSignalStatusChange},
@@ -181,7 +164,7 @@ void PhaseReports::enter(Phase phase, Phase old) {
     case Phase::TubeTooHot:
         break;
     }
-    panel_["txtPHASE"].setCaption(kPhaseCaptions.at(static_cast<std::size_t>(numberOf(phase) - 1)));
+    panel_["txtPHASE"].setCaption(rowOf(phase).caption);
 }
 
 void PhaseReports::resetModel() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/Phase.h"
 #include "link/InboundTable.h"
 
 namespace quillon {
@@ -29,7 +30,6 @@ constexpr std::array<std::string_view, 12> kValues{
     "", "0", "1", "2", "3", "50", "100", "-1", "12.5", "40000", "99999999999", "x"};
 // clang-format on
 
-constexpr std::size_t kPhases = 13;
 /// By how much a walk's odds differ from the usual ones.
 constexpr std::array kFactors{0, 1, 1, 2, 5};
 
@@ -168,7 +168,7 @@ std::string Chance::anyWait(Session&) {
 }
 
 std::string Chance::phase(Session& session) {
-    return ground_.start.generator ? "sim phase " + std::to_string(1 + dice_.below(kPhases))
+    return ground_.start.generator ? "sim phase " + std::to_string(1 + dice_.below(kPhaseRows.size()))
                                    : mishap(session);
 }
 

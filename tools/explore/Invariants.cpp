@@ -15,10 +15,6 @@ namespace quillon {
 namespace {
 
 // clang-format off
-constexpr std::array<std::string_view, 13> kPhaseTexts{
-    "Initialization", "Normal Operation", "Preparation", "RAD Exposure", "FL Exposure", "Calibration", "ERROR",
-    "Configuration", "Autocalibration", "Tube Too Hot", "Confirm/Dismiss", "Autocal error", "Autocal OK"};
-
 constexpr std::array<PanelTimer, 5> kLinkTimers{
     "tmrAutoRepeat", "tmrAutorepFlKVP", "tmrWarning", "tmrBlinking", "tmrBlinkingOff"};
 constexpr std::array<ConsoleControl, 8> kFrames{
@@ -81,7 +77,7 @@ std::string shownPhase(const Facts& facts) {
         return {};
     }
     const std::string& shown = facts.link()["txtPHASE"].caption();
-    const std::string_view told = kPhaseTexts.at(static_cast<std::size_t>(facts.phase) - 1);
+    const std::string_view told = rowOf(Phase{facts.phase}).caption;
     return shown == told ? "" : "the screen says " + inQuotes(shown) + ", the last report " + inQuotes(told);
 }
 
@@ -234,8 +230,7 @@ std::string pollStaysAway(const Facts& facts) {
 }
 
 std::string raysTakenByNothing(const Facts& facts) {
-    constexpr Phases kAtRest{Phase::NormalOperation, Phase::Calibration, Phase::Configuration,
-                             Phase::Autocalibration};
+    constexpr Phases kAtRest = Phases{Phase::NormalOperation} | kServiceModes;
     if (!facts.raysBefore || !facts.held.empty() || !facts.doing().idle() ||
         !kAtRest.has(facts.doing().lastPhase())) {
         return {};

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "Scenes.h"
+#include "base/Phase.h"
 #include "console/ServiceSession.h"
 #include "console/ctrQuillonConsole.h"
 
@@ -46,7 +47,6 @@ constexpr std::array<std::string_view, 10> kRare{
     "sim set answer 2500", "sim set ack 1500", "sim drop 4"};
 // clang-format on
 
-constexpr int kPhases = 13;
 const std::vector<std::string> kFullInstallation{
     "[TM]",          "TM=0",           "[ThirdTube]",    "ThirdTube=1", "[SolapeFocos]",
     "SolapeFocos=1", "[AutocalRetry]", "AutocalRetry=1", "[Extended]",  "E01=100"};
@@ -167,7 +167,7 @@ const std::vector<Ground>& groundsOfStarts() {
             {"wrong settings",
              {"", {"PORT=x", "Width=x", "REMOTE=YES"}, "startphase=2", {"wait 20000"}},
              kForced}};
-        for (int phase = 1; phase <= kPhases; ++phase) {
+        for (int phase = 1; phase <= kPhaseCount; ++phase) {
             made.push_back({"found in phase " + std::to_string(phase),
                             {"", {"REMOTE=YES"}, "startphase=" + std::to_string(phase), {"wait 20000"}},
                             kForced});

@@ -25,8 +25,7 @@ constexpr int kRounds = 16;
 constexpr int kLevels = 5; ///< what a mode has covered may still be open
 
 /// In these a generator stands until something is done that the console has no key for.
-constexpr Phases kNoWayOut{Phase::Preparation, Phase::RadExposure, Phase::FluoroExposure, Phase::Error,
-                           Phase::TubeTooHot};
+constexpr Phases kNoWayOut = Phases::of(PhaseKind::Exposure) | Phases::of(PhaseKind::Halted);
 
 } // namespace
 

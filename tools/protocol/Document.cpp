@@ -10,8 +10,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int kPhases = 13; // those the generator has; a mask has one bit more
-
 constexpr std::string_view kHead = R"(# The protocol
 
 Written by `quillon-protocol` from the tables of the program. Change those, then run
@@ -105,7 +103,7 @@ std::string phasesText(std::int16_t mask) {
         return "all";
     }
     List phases;
-    for (int phase = 1; phase <= kPhases; ++phase) {
+    for (int phase = 1; phase <= kPhaseCount; ++phase) {
         if ((mask >> (phase - 1) & 1) != 0) {
             phases.add(std::to_string(phase));
         }

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "base/Numbers.h"
+#include "base/Phase.h"
 
 namespace quillon {
 
@@ -17,6 +18,7 @@ constexpr std::array<std::string_view, 13> kPhases{
     "initialization",  "normal operation", "preparation",     "exposure",     "fluoroscopy", "calibration",
     "error",           "configuration",    "autocalibration", "tube too hot", "confirm?",    "autocal error",
     "autocal finished"};
+static_assert(kPhases.size() == kPhaseCount, "every phase has its words");
 constexpr std::array<std::string_view, 8> kWorkingModes{"direct", "bucky 1", "bucky 2", "tomography",
                                                         "RF",     "DSI",     "CINE",    "DSA"};
 
