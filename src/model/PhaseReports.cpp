@@ -167,37 +167,10 @@ void PhaseReports::enter(Phase phase, Phase old) {
     panel_["txtPHASE"].setCaption(rowOf(phase).caption);
 }
 
-void PhaseReports::resetModel() {
-    // Texts are shown and must go; the numbers behind them stay until the next report.
-    for (std::string* shown :
-         {&state_.m_KVPDisplay, &state_.m_MADisplay, &state_.m_MSDisplay, &state_.m_MASDisplay,
-          &state_.m_FlKVPDisplay, &state_.m_FlTimeDisplay, &state_.m_FlPPSDisplay}) {
-        shown->clear();
-    }
-    state_.m_SmallFocus = -1;
-    state_.m_LargeFocus = -1;
-    state_.m_HU = -1;
+void PhaseReports::enterInitialization() {
+    state_.startAnew();
     link_.m_Phase = Phase::Unheard;
     link_.m_OperatingPhase = Phase::Unheard;
-    state_.m_FlContrast = -1;
-    state_.m_AECFields = {};
-    state_.m_FilmScreens = {};
-    state_.m_Photomultiplier = false;
-    state_.m_DigitalAEC = false;
-    state_.m_Brightness = 0;
-    state_.m_FlABS = false;
-    state_.m_FlMagnification = {};
-    state_.m_FlHighDose = false;
-    state_.m_FlAlarm = false;
-    state_.m_FlKVPTrackingActive = false;
-    state_.m_FlKVPTrackingCurve = 0;
-    state_.m_Workstation = 0;
-    state_.m_WorkingMode = 0;
-    state_.m_LastError = 0;
-}
-
-void PhaseReports::enterInitialization() {
-    resetModel();
     for (const WarningLamp& lamp : kWarningLamps) {
         panel_[lamp.label].setVisible(false);
     }

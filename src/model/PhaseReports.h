@@ -34,7 +34,6 @@ private:
     void enterCalibration(Phase old);
     void enterConfiguration();
     void enterConfirmDismiss();
-    void resetModel();
     void updateSoftwareExposureKey();
     void bindSignals();
 

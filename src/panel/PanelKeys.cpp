@@ -52,7 +52,7 @@ Hindrance kvpMovable(const PanelSubjects& subjects, int /*index*/) {
     return phase == Phase::Calibration ? Hindrance::None : Hindrance::Phase;
 }
 
-template <bool State::*kMember> bool isOn(const State& state) {
+template <auto kMember> bool isOn(const State& state) {
     return state.*kMember;
 }
 template <std::size_t kField> bool fieldIsOn(const State& state) {
