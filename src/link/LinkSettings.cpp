@@ -1,5 +1,9 @@
 #include "link/LinkSettings.h"
 
+#include <array>
+#include <type_traits>
+#include <utility>
+
 #include "base/Fault.h"
 #include "base/Numbers.h"
 #include "base/Text.h"
@@ -37,20 +41,54 @@ bool booleanOr(std::string_view text, bool otherwise) {
     }
 }
 
+/// A setting: its key in the user store, its default there and its list on the Comm page, if it has one.
+struct SettingRow {
+    std::string_view key;
+    std::string_view otherwise;
+    PanelControl list;
+    std::string (*text)(const LinkSettings& settings);
+    /// A number keeps its value when the text is none.
+    void (*take)(LinkSettings& settings, std::string_view text);
+};
+
+template <auto kMember>
+constexpr SettingRow setting(std::string_view key, std::string_view otherwise, PanelControl list = {}) {
+    using Type = std::remove_reference_t<decltype(std::declval<LinkSettings&>().*kMember)>;
+    if constexpr (std::is_same_v<Type, std::string>) {
+        return {key, otherwise, list, [](const LinkSettings& settings) { return settings.*kMember; },
+                [](LinkSettings& settings, std::string_view text) { settings.*kMember = text; }};
+    } else {
+        return {key, otherwise, list,
+                [](const LinkSettings& settings) { return decimalText(settings.*kMember); },
+                [](LinkSettings& settings, std::string_view text) {
+                    settings.*kMember = numberOr(text, settings.*kMember);
+                }};
+    }
+}
+
+using S = LinkSettings;
+
+// clang-format off
+constexpr std::array kSettings{
+    setting<&S::baudrate>     ("Baudrate", "19200", "cmbCommBaudRate"),
+    setting<&S::parity>       ("Parity",   "n",     "cmbCommParity"),
+    setting<&S::StopBits>     ("StopBits", "1",     "cmbCommStopBits"),
+    setting<&S::DataBits>     ("DataBits", "8",     "cmbCommDataBits"),
+    setting<&S::port>         ("Port",     "1",     "cmbCommPort"),
+    setting<&S::GeneratorType>("RadRF",    "0"),
+};
+// clang-format on
+
 } // namespace
 
-LinkSettings::LinkSettings(PanelHost& panel, UserStore& store)
-    : store_(store), lists_{panel["cmbCommPort"], panel["cmbCommBaudRate"], panel["cmbCommParity"],
-                            panel["cmbCommDataBits"], panel["cmbCommStopBits"]} {
-    // A click writes its own setting alone: the other lists may show what was set before.
-    const auto writes = [](Control& list, std::int16_t& setting) {
-        list.on.click = [&list, &setting] { setting = numberOr(list.text(), setting); };
-    };
-    writes(lists_.port, port);
-    writes(lists_.baudRate, baudrate);
-    writes(lists_.dataBits, DataBits);
-    writes(lists_.stopBits, StopBits);
-    lists_.parity.on.click = [this] { parity = lists_.parity.text(); };
+LinkSettings::LinkSettings(PanelHost& panel, UserStore& store) : panel_(panel), store_(store) {
+    for (const SettingRow& row : kSettings) {
+        if (!row.list.empty()) {
+            // A click writes its own setting alone: the other lists may show what was set before.
+            Control& list = panel_[row.list];
+            list.on.click = [this, &list, &row] { row.take(*this, list.text()); };
+        }
+    }
 }
 
 std::int16_t LinkSettings::Parity() const {
@@ -69,28 +107,19 @@ std::string LinkSettings::portSettings() const {
 }
 
 void LinkSettings::ReadConfiguration() {
-    const auto stored = [this](std::string_view key, std::string_view otherwise) {
-        return store_.read(RegistryKey, kSection, key).value_or(std::string(otherwise));
-    };
-    baudrate = numberOr<std::int16_t>(stored("Baudrate", "19200"), 19200);
-    parity = stored("Parity", "n");
-    StopBits = numberOr<std::int16_t>(stored("StopBits", "1"), 1);
-    DataBits = numberOr<std::int16_t>(stored("DataBits", "8"), 8);
-    port = numberOr<std::int16_t>(stored("Port", "1"), 1);
-    GeneratorType = numberOr<std::int32_t>(stored("RadRF", "0"), 0);
+    for (const SettingRow& row : kSettings) {
+        row.take(*this, row.otherwise);
+        if (const auto stored = store_.read(RegistryKey, kSection, row.key)) {
+            row.take(*this, *stored);
+        }
+    }
     show();
 }
 
 void LinkSettings::SaveConfiguration() const {
-    const auto keep = [this](std::string_view key, std::string_view value) {
-        store_.write(RegistryKey, kSection, key, value);
-    };
-    keep("Baudrate", decimalText(baudrate));
-    keep("Parity", parity);
-    keep("StopBits", decimalText(StopBits));
-    keep("DataBits", decimalText(DataBits));
-    keep("Port", decimalText(port));
-    keep("RadRF", decimalText(GeneratorType));
+    for (const SettingRow& row : kSettings) {
+        store_.write(RegistryKey, kSection, row.key, row.text(*this));
+    }
 }
 
 void LinkSettings::SaveDefaultConfiguration() {
@@ -100,16 +129,18 @@ void LinkSettings::SaveDefaultConfiguration() {
 }
 
 void LinkSettings::show() {
-    lists_.port.setText(decimalText(port));
-    lists_.baudRate.setText(decimalText(baudrate));
-    lists_.parity.setText(parity);
-    lists_.dataBits.setText(decimalText(DataBits));
-    lists_.stopBits.setText(decimalText(StopBits));
+    for (const SettingRow& row : kSettings) {
+        if (!row.list.empty()) {
+            panel_[row.list].setText(row.text(*this));
+        }
+    }
 }
 
 void LinkSettings::setListsEnabled(bool enabled) {
-    for (Control* list : lists_.all()) {
-        list->setEnabled(enabled);
+    for (const SettingRow& row : kSettings) {
+        if (!row.list.empty()) {
+            panel_[row.list].setEnabled(enabled);
+        }
     }
 }
 

@@ -43,18 +43,8 @@ public:
     void setListsEnabled(bool enabled);
 
 private:
+    PanelHost& panel_;
     UserStore& store_;
-    struct Lists {
-        Control& port;
-        Control& baudRate;
-        Control& parity;
-        Control& dataBits;
-        Control& stopBits;
-        [[nodiscard]] std::array<Control*, 5> all() const {
-            return {&port, &baudRate, &parity, &dataBits, &stopBits};
-        }
-    };
-    Lists lists_;
 };
 
 /// Facts of the installation that "temp.ini" tells: what this generator has.

@@ -74,10 +74,6 @@ void TorvaneSerialV3_07_QLC1::Parts::applyFacts() {
 }
 
 void TorvaneSerialV3_07_QLC1::Parts::applyDesignStore() {
-    settings.baudrate = 19200;
-    settings.parity = "n";
-    settings.StopBits = 1;
-    settings.DataBits = 8;
     settings.port = 2;
     state.numretries = 4;
     state.RetriesInterval = 200;
