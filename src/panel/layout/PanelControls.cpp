@@ -1,32 +1,16 @@
 #include "panel/layout/PanelControls.h"
 
 #include <array>
-#include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
-#include "panel/layout/AecPage.h"
-#include "panel/layout/CalibrationPage.h"
-#include "panel/layout/CommPage.h"
-#include "panel/layout/ConfigurationPage.h"
-#include "panel/layout/DaecPage.h"
-#include "panel/layout/FluoroPage.h"
-#include "panel/layout/Menus.h"
-#include "panel/layout/PanelTimers.h"
-#include "panel/layout/RadPage.h"
-#include "panel/layout/StatusStrip.h"
+#include "panel/layout/Names.h"
 
 namespace quillon {
 
 namespace {
-
-// From the top of the panel to its foot, so that the Tab key walks the same way; the surface comes last, as
-// the icon has to lie in front of everything.
-constexpr std::array<std::span<const ControlRow>, 10> kTables{
-    kStatusStripRows, kMenuRows,        kRadPageRows,           kAecPageRows,
-    kDaecPageRows,    kFluoroPageRows,  kConfigurationPageRows, kCalibrationPageRows,
-    kCommPageRows,    kPanelSurfaceRows};
 
 struct ListItems {
     std::string_view name;
@@ -52,12 +36,17 @@ void fillLists(ControlHost& host) {
     }
 }
 
+/// From the top of the panel to its foot, so that the Tab key walks the same way; the surface comes last, as
+/// the icon has to lie in front of everything.
+template <const auto&... kTables>
+void addTables(ControlHost& host, std::type_identity<CheckedName<kTables...>> /*names*/) {
+    (addControls(host, kTables), ...);
+}
+
 } // namespace
 
 void addPanelControls(ControlHost& host) {
-    for (const std::span<const ControlRow> rows : kTables) {
-        addControls(host, rows);
-    }
+    addTables(host, std::type_identity<PanelControl>());
     fillLists(host);
     // As wide as the generator counts, until somebody tells a narrower range.
     host["sldCalValue"].setMaximum(4095);
