@@ -2,7 +2,7 @@
 
 #include <cassert>
 
-#include "console/ModeExits.h"
+#include "console/ServiceModes.h"
 #include "model/Commands.h"
 #include "model/Service.h"
 
@@ -80,6 +80,7 @@ AutocalibrationMode::AutocalibrationMode(ConsoleContext& context, ServiceSession
         state_.m_ProtocolError = false;
         ToggleAutocalibrationMode();
     });
+    session_.onLeave(Phase::Autocalibration, [this] { ToggleAutocalibrationMode(); });
     tmrAutocalON_.setTick([this] { onTick(); });
     tmrAutocalOFF_.setTick([this] { offTick(); });
     tmrDelayAutocal_.setTick([this] { handOverTick(); });

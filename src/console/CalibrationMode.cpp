@@ -2,7 +2,7 @@
 
 #include <cassert>
 
-#include "console/ModeExits.h"
+#include "console/ServiceModes.h"
 #include "model/Commands.h"
 #include "model/Service.h"
 
@@ -51,6 +51,10 @@ CalibrationMode::CalibrationMode(ConsoleContext& context, ServiceSession& sessio
         ToggleCalibrationMode();
         session_.loan().takeBack();
         screen_.hide({"fraActualExposureParameters"});
+    });
+    session_.onLeave(Phase::Calibration, [this] {
+        session_.loan().takeBack();
+        ToggleCalibrationMode();
     });
     tmrCalON_.setTick([this] { onTick(); });
     tmrCalOFF_.setTick([this] { offTick(); });

@@ -1,4 +1,5 @@
 #include "console/CloseAction.h"
+#include "console/ServiceModes.h"
 
 namespace quillon {
 
@@ -15,17 +16,12 @@ CloseAction closeActionOf(const ServiceSession& session) {
         // After a start anew, whatever stood before is over; and nobody waits twice for one that is lost.
         return CloseAction::Closes;
     }
-    if (mode == Phase::Configuration) {
-        return CloseAction::LeavesConfiguration;
+    const bool waits = close == CloseKey::WaitsForMode;
+    if (const ServiceMode* left = serviceModeOf(mode); left != nullptr && !(waits && left->leadsOn)) {
+        return CloseAction::LeavesMode;
     }
-    if (mode == Phase::Autocalibration) {
-        return CloseAction::LeavesAutocalibration;
-    }
-    if (close == CloseKey::WaitsForMode) {
+    if (waits) {
         return CloseAction::Nothing;
-    }
-    if (mode == Phase::Calibration) {
-        return CloseAction::LeavesCalibration;
     }
     if (session.countersActive()) {
         return CloseAction::HidesCounters;

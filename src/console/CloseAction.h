@@ -10,9 +10,7 @@ namespace quillon {
 enum class CloseAction : std::uint8_t {
     Nothing,
     GivesUp, ///< the run that has waited for a minute
-    LeavesConfiguration,
-    LeavesAutocalibration,
-    LeavesCalibration,
+    LeavesMode,
     HidesCounters,
     TakesMachineBack, ///< from its users, into calibration
     Closes,

@@ -6,7 +6,7 @@
 
 #include "base/Text.h"
 #include "console/CloseAction.h"
-#include "console/ModeExits.h"
+#include "console/ServiceModes.h"
 
 namespace quillon {
 
@@ -19,8 +19,9 @@ constexpr std::string_view kKeepPcOn = "-d";
 
 } // namespace
 
-Closing::Closing(ConsoleContext& context, ServiceSession& session, const Modes& modes)
-    : context_(context), session_(session), screen_(context), modes_(modes),
+Closing::Closing(ConsoleContext& context, ServiceSession& session, CalibrationMode& calibration,
+                 ExposureCounters& counters)
+    : context_(context), session_(session), screen_(context), calibration_(calibration), counters_(counters),
       tmrGoodbye_(context.console.timer("tmrGoodbye")), tmrShutdown_(context.console.timer("tmrShutdown")) {
     ControlHandlers& key = context_.console["cmbClose"].on;
     key.press = [this] { closePressed(); };
@@ -65,22 +66,15 @@ void Closing::closeClicked() {
         session_.giveUp();
         session_.giveXRaysBack();
         break;
-    case CloseAction::LeavesConfiguration:
-        modes_.configuration.ToggleConfigurationMode();
-        break;
-    case CloseAction::LeavesAutocalibration:
-        modes_.autocalibration.ToggleAutocalibrationMode();
-        break;
-    case CloseAction::LeavesCalibration:
-        session_.loan().takeBack(); // the way out is the engineer's again
-        modes_.calibration.ToggleCalibrationMode();
+    case CloseAction::LeavesMode:
+        session_.leaveMode();
         break;
     case CloseAction::HidesCounters:
-        modes_.counters.ToggleExposureCounterView();
+        counters_.ToggleExposureCounterView();
         break;
     case CloseAction::TakesMachineBack:
         context_.state.m_ProtocolError = false;
-        modes_.calibration.ToggleCalibrationMode();
+        calibration_.ToggleCalibrationMode();
         break;
     case CloseAction::Closes:
         close();

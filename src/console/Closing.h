@@ -2,9 +2,7 @@
 
 #include <functional>
 
-#include "console/AutocalibrationMode.h"
 #include "console/CalibrationMode.h"
-#include "console/ConfigurationMode.h"
 #include "console/ExposureCounters.h"
 #include "console/ServiceSession.h"
 
@@ -14,15 +12,8 @@ namespace quillon {
 /// PC.
 class Closing {
 public:
-    /// What the key leaves before it closes.
-    struct Modes {
-        ConfigurationMode& configuration;
-        CalibrationMode& calibration;
-        AutocalibrationMode& autocalibration;
-        ExposureCounters& counters;
-    };
-
-    Closing(ConsoleContext& context, ServiceSession& session, const Modes& modes);
+    Closing(ConsoleContext& context, ServiceSession& session, CalibrationMode& calibration,
+            ExposureCounters& counters);
 
     static constexpr int kGoodbyeDelay = 1000; ///< ms
 
@@ -43,7 +34,8 @@ private:
     ConsoleContext& context_;
     ServiceSession& session_;
     ConsoleScreen screen_;
-    Modes modes_;
+    CalibrationMode& calibration_;
+    ExposureCounters& counters_;
     Timer& tmrGoodbye_;
     Timer& tmrShutdown_;
     std::function<void()> lastWord_;

@@ -32,6 +32,7 @@ ConfigurationMode::ConfigurationMode(ConsoleContext& context, ServiceSession& se
         }
         ToggleConfigurationMode();
     });
+    session_.onLeave(Phase::Configuration, [this] { ToggleConfigurationMode(); });
     tmrConfigON_.setTick([this] { entered(); });
     tmrConfigOFF_.setTick([this] { left(); });
 }

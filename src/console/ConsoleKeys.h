@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 
 #include "console/layout/Names.h"
 
@@ -29,22 +30,25 @@ inline constexpr std::array<ConsoleControl, 8> kKeyNames{"cmbConfiguration",   "
 
 /// A set of keys.
 class Keys {
+    using Bits = std::uint16_t;
+    static_assert(kKeyNames.size() <= std::numeric_limits<Bits>::digits, "every key has its bit");
+
 public:
     constexpr Keys() = default;
-    constexpr Keys(Key key) : bits_(static_cast<std::uint8_t>(1U << static_cast<unsigned>(key))) {}
+    constexpr Keys(Key key) : bits_(static_cast<Bits>(1U << static_cast<unsigned>(key))) {}
     [[nodiscard]] constexpr Keys operator|(Keys other) const {
         Keys both;
-        both.bits_ = static_cast<std::uint8_t>(bits_ | other.bits_);
+        both.bits_ = static_cast<Bits>(bits_ | other.bits_);
         return both;
     }
     [[nodiscard]] constexpr Keys without(Keys taken) const {
         Keys rest;
-        rest.bits_ = static_cast<std::uint8_t>(bits_ & ~taken.bits_);
+        rest.bits_ = static_cast<Bits>(bits_ & ~taken.bits_);
         return rest;
     }
     [[nodiscard]] constexpr Keys only(Keys kept) const {
         Keys both;
-        both.bits_ = static_cast<std::uint8_t>(bits_ & kept.bits_);
+        both.bits_ = static_cast<Bits>(bits_ & kept.bits_);
         return both;
     }
     /// Calls `work` for each key of the set.
@@ -60,7 +64,7 @@ public:
     }
 
 private:
-    std::uint8_t bits_ = 0;
+    Bits bits_ = 0;
 };
 [[nodiscard]] constexpr Keys operator|(Key a, Key b) {
     return Keys(a) | Keys(b);

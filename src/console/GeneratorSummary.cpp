@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "console/PhaseTable.h"
+#include "console/ServiceModes.h"
 #include "link/GeneratorLost.h"
 #include "link/LinkSilence.h"
 #include "model/WarningLamps.h"
@@ -22,6 +24,7 @@ constexpr std::array<std::string ConsoleTexts::*, kWarningLamps.size()> kWarning
     &ConsoleTexts::sWarnDoor,      &ConsoleTexts::sWarnGenOverload, &ConsoleTexts::sWarnTubeOverload,
     &ConsoleTexts::sWarnRotor,     &ConsoleTexts::sWarnOverheat,    &ConsoleTexts::sWarnTechnique,
     &ConsoleTexts::sWarnCollimator};
+static_assert(std::ranges::find(kWarningWords, nullptr) == kWarningWords.end(), "every lamp has its words");
 
 } // namespace
 
@@ -77,35 +80,15 @@ void GeneratorSummary::note(std::int16_t code, std::string_view words) {
 
 std::string GeneratorSummary::state() const {
     const ConsoleTexts& texts = context_.texts;
-    const auto keyOf = [this](Key key) { return context_.console[nameOf(key)].caption(); };
     if (session_.generator().isLost()) {
         return texts.sCommError;
     }
-    switch (session_.lastPhase()) {
-    case Phase::NormalOperation:
-        return texts.sStateReady;
-    case Phase::Preparation:
-        return texts.sStatePreparation;
-    case Phase::RadExposure:
-    case Phase::FluoroExposure:
-        return texts.sStateExposure;
-    case Phase::Calibration:
-        return keyOf(Key::ManualCalibration);
-    case Phase::Error:
-        return texts.sStateError;
-    case Phase::Configuration:
-        return keyOf(Key::Configuration);
-    case Phase::Autocalibration:
-    case Phase::ConfirmDismiss:
-    case Phase::AutocalError:
-    case Phase::AutocalOk:
-        return keyOf(Key::Autocalibration);
-    case Phase::TubeTooHot:
-        return texts.sStateTubeTooHot;
-    case Phase::Unheard:
-    case Phase::None:
-    case Phase::Initialization:
-        break;
+    const Phase phase = session_.lastPhase();
+    if (const PhaseMeaning meaning = meaningOf(phase); meaning.state != nullptr) {
+        return texts.*meaning.state;
+    }
+    if (const ServiceMode* mode = serviceModeOf(kAsksOrTells.has(phase) ? Phase::Autocalibration : phase)) {
+        return context_.console[nameOf(mode->key)].caption();
     }
     return session_.generator().poweringUp() ? texts.sPoweringUp : texts.sStateUnheard;
 }

@@ -1,5 +1,7 @@
 #include "console/KeyReasons.h"
 #include "console/CloseAction.h"
+#include "console/PhaseTable.h"
+#include "console/ServiceModes.h"
 
 #include <algorithm>
 #include <array>
@@ -43,38 +45,41 @@ bool KeyReasons::shutOff(const Control& key) {
     return false;
 }
 
-/// In this mode the key does something, if the command with which it begins is let out.
-bool KeyReasons::allowsInMode(Key key) const {
+/// The command with which the key begins in this mode; empty where it does nothing.
+std::string_view KeyReasons::asks(Key key, Phase mode) {
     struct Row {
         Key key;
         Phase mode;
         std::string_view asks;
     };
-    // clang-format off
-    static constexpr std::array kRows{
-        Row{Key::Configuration,     Phase::NormalOperation, "CF"},
-        Row{Key::Configuration,     Phase::Configuration,   "CF"},
-        Row{Key::ManualCalibration, Phase::NormalOperation, "CA"},
-        Row{Key::ManualCalibration, Phase::Calibration,     "CA"},
-        Row{Key::Autocalibration,   Phase::NormalOperation, "CA"},
-        Row{Key::Autocalibration,   Phase::Autocalibration, "CAU"},
-        Row{Key::ReadCounters,      Phase::NormalOperation, "TC"},
-        Row{Key::GoToUserMode,      Phase::Calibration,     "CA"},
-        Row{Key::Close,             Phase::NormalOperation, "CA"}, // back from the users
-        Row{Key::Close,             Phase::Configuration,   "CF"},
-        Row{Key::Close,             Phase::Calibration,     "CA"},
-        Row{Key::Close,             Phase::Autocalibration, "CAU"},
+    static constexpr std::array kOthers{
+        Row{Key::ReadCounters, Phase::NormalOperation, "TC"},
+        Row{Key::GoToUserMode, Phase::Calibration, "CA"},
+        Row{Key::Close, Phase::NormalOperation, "CA"}, // back from the users
     };
-    // clang-format on
-    const auto row = std::find_if(kRows.begin(), kRows.end(), [this, key](const Row& each) {
-        return each.key == key && each.mode == session_.mode();
-    });
-    if (row == kRows.end()) {
+    const ServiceMode* here = serviceModeOf(mode);
+    if (here != nullptr && (key == here->key || key == Key::Close)) {
+        return here->exit;
+    }
+    const auto enters = std::ranges::find(serviceModes(), key, &ServiceMode::key);
+    if (mode == Phase::NormalOperation && enters != serviceModes().end()) {
+        return enters->entry;
+    }
+    const auto other = std::ranges::find_if(
+        kOthers, [key, mode](const Row& row) { return row.key == key && row.mode == mode; });
+    return other == kOthers.end() ? std::string_view() : other->asks;
+}
+
+/// In this mode the key does something, if the command with which it begins is let out.
+bool KeyReasons::allowsInMode(Key key) const {
+    const Phase mode = session_.mode();
+    const std::string_view command = asks(key, mode);
+    if (command.empty()) {
         return false;
     }
     // A calibration that asks, or tells a result, is left by way of the autocalibration.
-    const bool asks = row->mode == Phase::Calibration && kAsksOrTells.has(session_.lastPhase());
-    return context_.link.allows(asks ? "CAU" : row->asks);
+    const bool byAutocalibration = mode == Phase::Calibration && kAsksOrTells.has(session_.lastPhase());
+    return context_.link.allows(byAutocalibration ? "CAU" : command);
 }
 
 bool KeyReasons::consoleKeyIsDead(const Control& key) const {
@@ -106,9 +111,7 @@ bool KeyReasons::closeIsDead() const {
     case CloseAction::HidesCounters:
     case CloseAction::Closes:
         return false;
-    case CloseAction::LeavesConfiguration:
-    case CloseAction::LeavesAutocalibration:
-    case CloseAction::LeavesCalibration:
+    case CloseAction::LeavesMode:
     case CloseAction::TakesMachineBack:
         return !session_.generator().isLost() && !allowsInMode(Key::Close);
     }
@@ -143,21 +146,8 @@ bool KeyReasons::blocks(const Control& key) const {
 }
 
 std::string KeyReasons::whyPhase() const {
-    const ConsoleTexts& texts = context_.texts;
-    const Phase phase = session_.lastPhase();
-    if (isExposure(phase)) {
-        return texts.sWhyExposure;
-    }
-    if (phase == Phase::Error) {
-        return texts.sWhyError;
-    }
-    if (phase == Phase::TubeTooHot) {
-        return texts.sStateTubeTooHot;
-    }
-    if (phase == Phase::ConfirmDismiss) {
-        return texts.sWhyQuestion;
-    }
-    return {};
+    const PhaseMeaning meaning = meaningOf(session_.lastPhase());
+    return meaning.why == nullptr ? std::string() : context_.texts.*meaning.why;
 }
 
 /// What the key's own row asks for; empty where that is not it.
@@ -193,12 +183,9 @@ std::string KeyReasons::whyState(const Control& key) const {
     if (std::string own = whyOf(hindrance(key)); !own.empty()) {
         return own;
     }
-    if (isServiceMode(session_.mode())) {
-        const Key mode = session_.mode() == Phase::Configuration ? Key::Configuration
-                         : session_.mode() == Phase::Calibration ? Key::ManualCalibration
-                                                                 : Key::Autocalibration;
+    if (const ServiceMode* mode = serviceModeOf(session_.mode())) {
         return ConsoleTexts::filled(key.host() == &context_.link ? texts.sWhyNotIn : texts.sWhyMode,
-                                    {std::string_view(context_.console[nameOf(mode)].caption())});
+                                    {std::string_view(context_.console[nameOf(mode->key)].caption())});
     }
     return texts.sWhyNotNow;
 }

@@ -25,6 +25,7 @@ public:
 private:
     [[nodiscard]] Hindrance hindrance(const Control& key) const;
     [[nodiscard]] bool consoleKeyIsDead(const Control& key) const;
+    [[nodiscard]] static std::string_view asks(Key key, Phase mode);
     [[nodiscard]] bool allowsInMode(Key key) const;
     [[nodiscard]] bool closeIsDead() const;
     [[nodiscard]] bool entryIsRefused(const Control& key) const;

@@ -1,8 +1,11 @@
 #include "console/Runs.h"
+#include "console/ConsoleTexts.h"
 
 namespace quillon {
 
 namespace {
+
+using T = ConsoleTexts;
 
 constexpr Reaction goes = Reaction::GoesOn;
 constexpr Reaction ends = Reaction::Ends;
@@ -15,21 +18,21 @@ constexpr CloseKey dead = CloseKey::Nothing;
 // no business in it. A run that began with a command goes on to the look at what has come of it.
 // clang-format off
 constexpr std::array<RunRow, kRuns> kTable{{
-    // run                          name                       waits  last wait           timers                                                      panels                                                          1     2     3-5   6     8     9     lost  Close
-    {Run::None,                    "nothing",                  false, {},                 {},                                                         {},                                                            {goes, goes, goes, goes, goes, goes, goes}, mode},
-    {Run::EnteringConfiguration,   "entering configuration",   true,  "tmrConfigON",      {"tmrConfigON"},                                            {},                                                            {ends, goes, goes, goes, goes, goes, ends}, mode},
-    {Run::LeavingConfiguration,    "leaving configuration",    true,  "tmrConfigOFF",     {"tmrConfigOFF"},                                           {},                                                            {ends, goes, goes, ends, goes, ends, ends}, mode},
-    {Run::ChoosingWorkstation,     "choosing a workstation",   false, {},                 {},                                                         {"SelWSCal"},                                                  {ends, goes, goes, goes, goes, goes, ends}, mode},
-    {Run::EnteringCalibration,     "entering calibration",     true,  "tmrCalON",         {"tmrCalON"},                                               {},                                                            {ends, goes, asks, goes, goes, goes, ends}, mode},
-    {Run::LeavingCalibration,      "leaving calibration",      true,  {},                 {"tmrCalOFF", "tmrFlRefresh"},                              {},                                                            {ends, goes, goes, asks, ends, ends, ends}, mode},
-    {Run::Lending,                 "lending",                  true,  "tmrGotoUserMode",  {"tmrCalOFF", "tmrGotoUserMode", "tmrFlRefresh"},           {},                                                            {ends, goes, goes, asks, ends, ends, ends}, mode},
-    {Run::ChoosingAutocalibration, "choosing autocalibration", false, {},                 {},                                                         {"SelWSAutocal", "AutocalSelFocusOrParameter", "AutocalWarning"}, {ends, goes, goes, goes, goes, goes, ends}, mode},
-    {Run::EnteringAutocalibration, "entering autocalibration", true,  "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, asks, asks, asks, asks, goes, ends}, wait},
-    {Run::HandingOver,             "handing over",             true,  "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, ends, goes, ends, ends, goes, ends}, mode},
-    {Run::LeavingAutocalibration,  "leaving autocalibration",  true,  "tmrAutocalOFF",    {"tmrAutocalOFF", "tmrIniAutocal"},                         {},                                                            {ends, goes, goes, goes, ends, goes, ends}, mode},
-    {Run::ReadingCounters,         "reading counters",         true,  {},                 {"tmrReadExposureCounters"},                                {},                                                            {ends, goes, goes, ends, ends, ends, ends}, mode},
-    {Run::ShowingCounters,         "showing counters",         false, {},                 {"tmrResetTubeCounter"},                                    {},                                                            {ends, goes, goes, ends, ends, ends, ends}, mode},
-    {Run::Closing,                 "closing",                  false, {},                 {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes}, dead},
+    // run                          name                       status bar               last wait           timers                                                      panels                                                          1     2     3-5   6     8     9     lost  Close
+    {Run::None,                    "nothing",                  nullptr,                 {},                 {},                                                         {},                                                            {goes, goes, goes, goes, goes, goes, goes}, mode},
+    {Run::EnteringConfiguration,   "entering configuration",   &T::sEnterConfiguration, "tmrConfigON",      {"tmrConfigON"},                                            {},                                                            {ends, goes, goes, goes, goes, goes, ends}, mode},
+    {Run::LeavingConfiguration,    "leaving configuration",    &T::sExitConfiguration,  "tmrConfigOFF",     {"tmrConfigOFF"},                                           {},                                                            {ends, goes, goes, ends, goes, ends, ends}, mode},
+    {Run::ChoosingWorkstation,     "choosing a workstation",   nullptr,                 {},                 {},                                                         {"SelWSCal"},                                                  {ends, goes, goes, goes, goes, goes, ends}, mode},
+    {Run::EnteringCalibration,     "entering calibration",     &T::sEnterCalibration,   "tmrCalON",         {"tmrCalON"},                                               {},                                                            {ends, goes, asks, goes, goes, goes, ends}, mode},
+    {Run::LeavingCalibration,      "leaving calibration",      &T::sExitCalibration,    {},                 {"tmrCalOFF", "tmrFlRefresh"},                              {},                                                            {ends, goes, goes, asks, ends, ends, ends}, mode},
+    {Run::Lending,                 "lending",                  &T::sExitCalibration,    "tmrGotoUserMode",  {"tmrCalOFF", "tmrGotoUserMode", "tmrFlRefresh"},           {},                                                            {ends, goes, goes, asks, ends, ends, ends}, mode},
+    {Run::ChoosingAutocalibration, "choosing autocalibration", nullptr,                 {},                 {},                                                         {"SelWSAutocal", "AutocalSelFocusOrParameter", "AutocalWarning"}, {ends, goes, goes, goes, goes, goes, ends}, mode},
+    {Run::EnteringAutocalibration, "entering autocalibration", &T::sEnterAutocal,       "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, asks, asks, asks, asks, goes, ends}, wait},
+    {Run::HandingOver,             "handing over",             &T::sInitAutocal,        "tmrDelayAutocal",  {"tmrDelayAutocal", "tmrIniAutocal"},                       {},                                                            {ends, ends, goes, ends, ends, goes, ends}, mode},
+    {Run::LeavingAutocalibration,  "leaving autocalibration",  &T::sExitAutocal,        "tmrAutocalOFF",    {"tmrAutocalOFF", "tmrIniAutocal"},                         {},                                                            {ends, goes, goes, goes, ends, goes, ends}, mode},
+    {Run::ReadingCounters,         "reading counters",         &T::sReadingExpCounters, {},                 {"tmrReadExposureCounters"},                                {},                                                            {ends, goes, goes, ends, ends, ends, ends}, mode},
+    {Run::ShowingCounters,         "showing counters",         nullptr,                 {},                 {"tmrResetTubeCounter"},                                    {},                                                            {ends, goes, goes, ends, ends, ends, ends}, mode},
+    {Run::Closing,                 "closing",                  nullptr,                 {},                 {"tmrGoodbye"},                                             {},                                                            {goes, goes, goes, goes, goes, goes, goes}, dead},
 }};
 // clang-format on
 
@@ -42,8 +45,7 @@ constexpr std::array kWaitRows{
                                         Phase::Configuration, Phase::ConfirmDismiss, Phase::AutocalError,
                                         Phase::AutocalOk},                              true,   true,         false},
     WaitRow{"tmrAutocalON",            {Phase::Initialization},                                              true,   true,         false},
-    WaitRow{"tmrReadExposureCounters", {Phase::Initialization, Phase::Calibration, Phase::Configuration,
-                                        Phase::Autocalibration},                                             true,   true,         false},
+    WaitRow{"tmrReadExposureCounters", Phases{Phase::Initialization} | kServiceModes,                           true,   true,         false},
 };
 // clang-format on
 

@@ -1,14 +1,18 @@
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "base/Phase.h"
 #include "console/layout/Names.h"
 
 namespace quillon {
+
+struct ConsoleTexts;
 
 /// What the console is doing. One thing at a time; None while it leaves the machine to the operator.
 enum class Run : std::uint8_t {
@@ -27,7 +31,7 @@ enum class Run : std::uint8_t {
     ShowingCounters,
     Closing,
 };
-inline constexpr std::size_t kRuns = 14;
+inline constexpr std::size_t kRuns = static_cast<std::size_t>(Run::Closing) + 1;
 
 /// What can happen to it from outside.
 enum class Stimulus : std::uint8_t {
@@ -40,7 +44,7 @@ enum class Stimulus : std::uint8_t {
     Lost,            ///< nothing was heard for too long
     CloseKey,        ///< cmbClose, where it can be reached
 };
-inline constexpr std::size_t kStimuli = 8;
+inline constexpr std::size_t kStimuli = static_cast<std::size_t>(Stimulus::CloseKey) + 1;
 
 /// What becomes of the run behind a report or a loss.
 enum class Reaction : std::uint8_t {
@@ -57,16 +61,29 @@ enum class CloseKey : std::uint8_t {
     Nothing,
 };
 
+/// A run's reaction to each stimulus but cmbClose; a row that leaves one out does not compile.
+class Reactions {
+public:
+    template <std::same_as<Reaction>... Each>
+    requires(sizeof...(Each) == kStimuli - 1) constexpr Reactions(Each... each) : each_{each...} {}
+    [[nodiscard]] constexpr const std::array<Reaction, kStimuli - 1>& all() const { return each_; }
+
+private:
+    std::array<Reaction, kStimuli - 1> each_;
+};
+
 /// The belongings of a run: what stops and what is taken away with it, whatever ends it.
 struct RunRow {
     Run run;
     std::string_view name;
-    bool waits;            ///< for the generator
-    ConsoleTimer lastWait; ///< the timer with which it ends; empty where that takes no fixed time
+    std::string ConsoleTexts::*says; ///< in the status bar; null unless it waits for the generator
+    ConsoleTimer lastWait;           ///< the timer with which it ends; empty where that takes no fixed time
     std::array<ConsoleTimer, 3> timers;
     std::array<std::string_view, 3> panels;
-    std::array<Reaction, kStimuli - 1> reactions; ///< to each way but cmbClose
+    Reactions reactions;
     CloseKey close;
+    /// For the generator.
+    [[nodiscard]] constexpr bool waits() const { return says != nullptr; }
 };
 
 /// A wait that may outlive the run that began it, and what ends it besides its own end.
@@ -80,9 +97,9 @@ struct WaitRow {
 [[nodiscard]] std::span<const WaitRow> waitRows();
 
 [[nodiscard]] const RunRow& rowOf(Run run);
-/// To any way but cmbClose.
+/// To any stimulus but cmbClose.
 [[nodiscard]] inline Reaction reactionOf(Run run, Stimulus stimulus) {
-    return rowOf(run).reactions.at(static_cast<std::size_t>(stimulus));
+    return rowOf(run).reactions.all().at(static_cast<std::size_t>(stimulus));
 }
 
 } // namespace quillon

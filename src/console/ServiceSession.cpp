@@ -1,10 +1,13 @@
 #include "console/ServiceSession.h"
 
+#include <algorithm>
 #include <cassert>
 #include <optional>
 #include <utility>
 
 #include "base/Temporarily.h"
+#include "console/PhaseTable.h"
+#include "console/ServiceModes.h"
 
 namespace quillon {
 
@@ -20,32 +23,7 @@ constexpr int kWatchdog = 60000; // ms
 constexpr int kFollowed = 5000;  // ms that the generator gets to follow the last command of a run
 
 /// In these phases something else takes the area of a positioner's screen.
-constexpr Phases kEndsScreen{Phase::Initialization,  Phase::Calibration,    Phase::Configuration,
-                             Phase::Autocalibration, Phase::ConfirmDismiss, Phase::AutocalError,
-                             Phase::AutocalOk};
-
-std::optional<Stimulus> stimulusOf(Phase phase) {
-    switch (phase) {
-    case Phase::Initialization:
-        return Stimulus::Restart;
-    case Phase::NormalOperation:
-        return Stimulus::Ready;
-    case Phase::Preparation:
-    case Phase::RadExposure:
-    case Phase::FluoroExposure:
-        return Stimulus::Exposure;
-    case Phase::Calibration:
-        return Stimulus::Calibration;
-    case Phase::Configuration:
-        return Stimulus::Configuration;
-    case Phase::Autocalibration:
-    case Phase::AutocalError:
-    case Phase::AutocalOk:
-        return Stimulus::Autocalibration;
-    default:
-        return std::nullopt;
-    }
-}
+constexpr Phases kEndsScreen = Phases{Phase::Initialization} | kServiceModes | kAsksOrTells;
 
 } // namespace
 
@@ -90,6 +68,11 @@ void ServiceSession::setRun(Run run) {
     changed.raise();
 }
 
+bool ServiceSession::isLeaving() const {
+    return is(Run::Lending) ||
+           std::ranges::find(serviceModes(), run_, &ServiceMode::leaving) != serviceModes().end();
+}
+
 Count ServiceSession::count() const {
     if (hooks_.count) {
         return hooks_.count();
@@ -98,7 +81,7 @@ Count ServiceSession::count() const {
 }
 
 bool ServiceSession::waits() const {
-    return rowOf(run_).waits && lastPhase() != Phase::ConfirmDismiss;
+    return rowOf(run_).waits() && lastPhase() != Phase::ConfirmDismiss;
 }
 
 void ServiceSession::begin(Run run, const Effects& effects, RunHooks hooks) {
@@ -294,12 +277,11 @@ void ServiceSession::reported(Phase phase) {
     if (kEndsScreen.has(phase)) {
         restScreen_.closeScreen();
     }
-    if (const std::optional<Stimulus> stimulus = stimulusOf(phase)) {
+    if (const std::optional<Stimulus> stimulus = meaningOf(phase).stimulus) {
         react(*stimulus);
     }
-    const bool elsewhere = phase == Phase::Initialization || phase == Phase::Configuration ||
-                           phase == Phase::Autocalibration ||
-                           (phase == Phase::Calibration && !is(Run::Lending));
+    const bool elsewhere = phase == Phase::Initialization ||
+                           (isServiceMode(phase) && !(phase == Phase::Calibration && is(Run::Lending)));
     if (lent() && elsewhere) {
         loan_.takeBack();
         cancelLending(); // there is nobody to arrive at
@@ -339,7 +321,7 @@ void ServiceSession::settled(Phase phase) {
 
 /// It waits for the generator, and nothing is left that would ever look at what has come of it.
 bool ServiceSession::hasNoTimer() const {
-    return rowOf(run_).waits && !is(Run::ReadingCounters) && !timers_.running("tmrAutocalON") &&
+    return rowOf(run_).waits() && !is(Run::ReadingCounters) && !timers_.running("tmrAutocalON") &&
            !timers_.anyOf(run_);
 }
 

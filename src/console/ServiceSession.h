@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <utility>
 
 #include "base/Phase.h"
 #include "console/GeneratorReports.h"
@@ -51,10 +53,7 @@ public:
     /// choice.
     [[nodiscard]] bool isFree() const;
     /// A mode is being left.
-    [[nodiscard]] bool isLeaving() const {
-        return is(Run::LeavingConfiguration) || is(Run::LeavingCalibration) || is(Run::Lending) ||
-               is(Run::LeavingAutocalibration);
-    }
+    [[nodiscard]] bool isLeaving() const;
     /// How far the run is; in autocalibration, of which nobody knows the length, the exposures made.
     [[nodiscard]] Count count() const;
     [[nodiscard]] bool countersActive() const { return is(Run::ReadingCounters) || is(Run::ShowingCounters); }
@@ -116,6 +115,11 @@ public:
     void onClick(Key key, std::function<void()> work);
     [[nodiscard]] bool takes(Key key) const;
 
+    /// `leave` is the way out of the mode for whoever does not press the mode's own key.
+    void onLeave(Phase mode, std::function<void()> leave) { exits_[mode] = std::move(leave); }
+    /// Leaves the service mode in which the generator is.
+    void leaveMode() { exits_.at(mode())(); }
+
     Signal<> began;   ///< another run, in the place of what ran before
     Signal<> changed; ///< what is done, or the phase, or what one of its moments gave
 
@@ -157,6 +161,7 @@ private:
     Timer followed_; ///< while the generator may still follow the last command of a run that is over
     Run run_ = Run::None;
     RunHooks hooks_;
+    std::map<Phase, std::function<void()>> exits_;
     bool watchdogExpired_ = false;
     bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
     bool xRaysAtPress_ = true;

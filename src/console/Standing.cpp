@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "console/ServiceModes.h"
+
 namespace quillon {
 
 namespace {
@@ -48,21 +50,14 @@ Stand standOf(const Heard& heard) {
     if (heard.poweringUp) {
         return Stand::PoweringUp;
     }
-    switch (heard.mode) {
-    case Phase::Calibration:
-        return Stand::Calibration;
-    case Phase::Configuration:
-        return Stand::Configuration;
-    case Phase::Autocalibration:
-        return Stand::Autocalibration;
-    case Phase::NormalOperation:
-        if (heard.lent) {
-            return Stand::WithUsers;
-        }
-        return heard.phase == Phase::ConfirmDismiss ? Stand::Asking : Stand::Ready;
-    default:
-        return heard.phase == Phase::ConfirmDismiss ? Stand::Asking : Stand::Silent;
+    if (const ServiceMode* mode = serviceModeOf(heard.mode)) {
+        return mode->stand;
     }
+    const bool ready = heard.mode == Phase::NormalOperation;
+    if (ready && heard.lent) {
+        return Stand::WithUsers;
+    }
+    return heard.phase == Phase::ConfirmDismiss ? Stand::Asking : ready ? Stand::Ready : Stand::Silent;
 }
 
 StandingRow standingOf(const Heard& heard) {

@@ -22,7 +22,7 @@ enum class Stand : std::uint8_t {
     Autocalibration,
     Asking, ///< outside of a mode it asks whether to autocalibrate
 };
-inline constexpr std::size_t kStands = 9;
+inline constexpr std::size_t kStands = static_cast<std::size_t>(Stand::Asking) + 1;
 
 /// What the working area holds.
 enum class Area : std::uint8_t { Picture, LinkControl };

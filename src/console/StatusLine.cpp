@@ -16,28 +16,7 @@ namespace quillon {
 
 namespace {
 
-using T = ConsoleTexts;
-
 constexpr int kShortest = 2000; // ms; a shorter wait is over before it is read
-
-struct RunText {
-    Run run;
-    std::string T::*text;
-};
-
-// clang-format off
-constexpr std::array kRunTexts{
-    RunText{Run::EnteringConfiguration,   &T::sEnterConfiguration},
-    RunText{Run::LeavingConfiguration,    &T::sExitConfiguration},
-    RunText{Run::EnteringCalibration,     &T::sEnterCalibration},
-    RunText{Run::LeavingCalibration,      &T::sExitCalibration},
-    RunText{Run::Lending,                 &T::sExitCalibration},
-    RunText{Run::EnteringAutocalibration, &T::sEnterAutocal},
-    RunText{Run::HandingOver,             &T::sInitAutocal},
-    RunText{Run::LeavingAutocalibration,  &T::sExitAutocal},
-    RunText{Run::ReadingCounters,         &T::sReadingExpCounters},
-};
-// clang-format on
 
 constexpr std::array<ConsoleTimer, 2> kStartWaits{"tmrWaitStartGenerator", "tmrWaitRefresh"};
 constexpr ConsoleTimer kCounterHold = "tmrResetTubeCounter";
@@ -90,11 +69,8 @@ std::optional<Milliseconds> StatusLine::endOf(ConsoleTimer timer) const {
 Progress StatusLine::progress() const {
     const ConsoleTexts& texts = context_.texts;
     if (session_.waits()) {
-        for (const RunText& row : kRunTexts) {
-            if (session_.is(row.run)) {
-                return {texts.*row.text, session_.count(), endOf(rowOf(row.run).lastWait)};
-            }
-        }
+        const RunRow& run = rowOf(session_.run());
+        return {texts.*run.says, session_.count(), endOf(run.lastWait)};
     }
     if (const auto end = endOf(kCounterHold)) {
         return {texts.sHoldToReset, {}, end};
@@ -110,22 +86,19 @@ Progress StatusLine::progress() const {
 }
 
 StatusField StatusLine::generator() const {
-    const Phase phase = session_.lastPhase();
+    const Tone tone = meaningOf(session_.lastPhase()).tone;
     const std::string words = summary_.state();
     if (session_.generator().isLost() || !context_.link.silence().everHeard()) {
         return {context_.texts.sStateNotKnown, Tone::Unknown};
     }
-    if (phase == Phase::Error || phase == Phase::AutocalError) {
-        return {words, Tone::Alarm};
+    if (tone == Tone::Alarm) {
+        return {words, tone};
     }
     if (cannotTell()) {
         return {words, Tone::Unknown};
     }
-    if (phase == Phase::TubeTooHot) {
-        return {words, Tone::Warning};
-    }
-    if (phase == Phase::RadExposure || phase == Phase::FluoroExposure) {
-        return {words, Tone::Radiation};
+    if (tone != Tone::Plain) {
+        return {words, tone};
     }
     return {words, session_.generator().poweringUp() ? Tone::Waits : Tone::Plain};
 }

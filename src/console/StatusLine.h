@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "console/PhaseTable.h"
 #include "console/ServiceSession.h"
 #include "runtime/Signal.h"
 
@@ -20,9 +21,6 @@ struct Progress {
     Count count;
     std::optional<Milliseconds> ends; ///< on the schedule's clock, where it ends at a fixed time
 };
-
-/// How a field of the status bar is meant; how it looks follows.
-enum class Tone : std::uint8_t { Plain, Unknown, Good, Waits, HeldBack, Radiation, Warning, Alarm };
 
 struct StatusField {
     std::string words; ///< empty for nothing to tell

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "console/ModeExits.h"
+#include "console/ServiceModes.h"
 
 namespace quillon {
 
@@ -56,8 +56,11 @@ std::vector<Phase> Termination::modesToLeave() const {
     if (mode == Phase::Calibration || (mode == Phase::NormalOperation && entering)) {
         modes.push_back(Phase::Calibration);
     }
-    if (mode == Phase::Configuration || session_.is(Run::EnteringConfiguration)) {
-        modes.push_back(Phase::Configuration);
+    for (const ServiceMode& row : serviceModes()) {
+        const bool calibrates = row.phase == Phase::Calibration || row.phase == Phase::Autocalibration;
+        if (!calibrates && (mode == row.phase || session_.is(row.entering))) {
+            modes.push_back(row.phase);
+        }
     }
     return modes;
 }

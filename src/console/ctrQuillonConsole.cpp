@@ -152,11 +152,11 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       panels(context, session), configuration(context, session, panels),
       calibration(context, session, panels), autocalibration(context, session, panels),
       counters(context, session, panels), userMode(context, session, calibration),
-      closing(context, session, {configuration, calibration, autocalibration, counters}),
-      phases(context, session, start, autocalibration), errors(context, session),
-      remotePositioner(context, session), orlaPositioner(context, session), pending(link, session),
-      termination(context, session, closing), summary(context, session), exposures(context, session),
-      reasons(context, session), unsaved(link, session, pending), status(context, session, indicators()) {
+      closing(context, session, calibration, counters), phases(context, session, start, autocalibration),
+      errors(context, session), remotePositioner(context, session), orlaPositioner(context, session),
+      pending(link, session), termination(context, session, closing), summary(context, session),
+      exposures(context, session), reasons(context, session), unsaved(link, session, pending),
+      status(context, session, indicators()) {
     initialize();
     addProperties();
     console.setReportAge(&link.silence().age);

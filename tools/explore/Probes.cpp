@@ -52,7 +52,7 @@ void Probes::addRuns() {
             add("ends " + name);
             add("gives way " + name);
         }
-        if (rowOf(run).waits) {
+        if (rowOf(run).waits()) {
             add("status " + name);
         }
     }

@@ -103,7 +103,7 @@ void addTo(std::string& list, std::string_view piece) {
 
 std::string line(const RunRow& row) {
     std::string text = "| " + std::string(row.name) + " |";
-    for (const Reaction answer : row.reactions) {
+    for (const Reaction answer : row.reactions.all()) {
         text.append(" ").append(wordOf(answer)).append(" |");
     }
     text.append(" ").append(wordOf(row.close)).append(" |");
@@ -118,7 +118,7 @@ std::string line(const RunRow& row) {
 
 std::string line(const WaitRow& row) {
     std::string phases;
-    for (std::int32_t phase = numberOf(Phase::Initialization); phase <= numberOf(Phase::AutocalOk); ++phase) {
+    for (std::int32_t phase = 1; phase <= kPhaseCount; ++phase) {
         addTo(phases, row.endedBy.has(Phase{phase}) ? decimalText(phase) : std::string());
     }
     phases.append(row.notWhileLent ? ", not while the machine is with its users" : "");
@@ -128,6 +128,7 @@ std::string line(const WaitRow& row) {
 
 std::string wordOf(Keys set) {
     constexpr std::string_view kLetters = "CMARUXEF"; // in the order of Key
+    static_assert(kLetters.size() == kKeyNames.size());
     std::string text;
     set.each([&](Key key) { addTo(text, kLetters.substr(static_cast<std::size_t>(key), 1)); });
     return text.empty() ? "none" : text;
