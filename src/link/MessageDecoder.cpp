@@ -24,6 +24,10 @@ void MessageDecoder::bind(std::string_view handler, Handler work) {
     row->second = std::move(work);
 }
 
+bool MessageDecoder::complete() const {
+    return std::ranges::all_of(handlers_, [](const auto& entry) { return entry.second != nullptr; });
+}
+
 void MessageDecoder::addTo(Operations& operations) const {
     for (const auto& entry : handlers_) {
         operations.add(entry.first, [&work = entry.second](std::string_view value) {

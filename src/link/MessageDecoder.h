@@ -25,6 +25,9 @@ public:
     /// Gives the handler of that name its work. kNoSuchName when no row names it.
     void bind(std::string_view handler, Handler work);
 
+    /// No handler is without its work.
+    [[nodiscard]] bool complete() const;
+
     /// Makes every handler an operation of its name, which takes the value. This must outlive them.
     void addTo(Operations& operations) const;
 

@@ -1,5 +1,7 @@
 #include "link/TorvaneSerialParts.h"
 
+#include <cassert>
+
 #include "base/Temporarily.h"
 #include "base/Text.h"
 #include "panel/layout/PanelControls.h"
@@ -59,6 +61,7 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(PanelHost& host, const Context& given)
     panel["txtDebugComm"].on.click = [this] { log.clearDebug(); };
     panel["fraDebug"].on.click = [this] { log.clearDebug(); };
     panel["cmbToggleDebug"].on.click = [this] { log.toggleDebug(); };
+    assert(decoder.complete());
     pages.resetPages();
     pages.showTechniqueKeys(false);
     pages.ResetPanelKeys();
