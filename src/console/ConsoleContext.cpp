@@ -54,11 +54,30 @@ void ConsoleScreen::clearActualExposure() const {
     }
 }
 
+namespace {
+
+/// The key that opens a positioner's screen.
+ConsoleControl keyOf(PositionerKind positioner) {
+    switch (positioner) {
+    case PositionerKind::Orla:
+        return "cmdOrla";
+    case PositionerKind::Remote:
+        return "cmdMultiRoom";
+    case PositionerKind::None:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
 void ShowCalibrationButton(ConsoleContext& context, bool visible) {
     const PositionerKind positioner =
         context.positionerToCalibrate ? context.positionerToCalibrate() : PositionerKind::None;
-    context.console["cmdOrla"].setVisible(positioner == PositionerKind::Orla && visible);
-    context.console["cmdMultiRoom"].setVisible(positioner == PositionerKind::Remote && visible);
+    const ConsoleControl shown = keyOf(positioner);
+    for (const ConsoleControl key : {ConsoleControl("cmdOrla"), ConsoleControl("cmdMultiRoom")}) {
+        context.console[key].setVisible(visible && key == shown);
+    }
 }
 
 } // namespace quillon

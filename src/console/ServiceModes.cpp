@@ -1,6 +1,7 @@
 #include "console/ServiceModes.h"
 
 #include <algorithm>
+#include <array>
 
 #include "model/Commands.h"
 #include "model/Service.h"
@@ -20,12 +21,12 @@ void leaveAutocalibration(TorvaneSerialV3_07_QLC1& link) {
 }
 
 // clang-format off
-constexpr std::array<ServiceMode, kServiceModeCount> kModes{{
+constexpr auto kModes = std::to_array<ServiceMode>({
     // mode                   key                     entering                      leaving                      stands at               in    out    leads on
     {Phase::Configuration,   Key::Configuration,     Run::EnteringConfiguration,   Run::LeavingConfiguration,   Stand::Configuration,   "CF", "CF",  false, &leaveConfiguration},
     {Phase::Calibration,     Key::ManualCalibration, Run::EnteringCalibration,     Run::LeavingCalibration,     Stand::Calibration,     "CA", "CA",  true,  &leaveCalibration},
     {Phase::Autocalibration, Key::Autocalibration,   Run::EnteringAutocalibration, Run::LeavingAutocalibration, Stand::Autocalibration, "CA", "CAU", false, &leaveAutocalibration},
-}};
+});
 // clang-format on
 static_assert(std::ranges::all_of(kPhaseRows,
                                   [](const PhaseRow& row) {
@@ -36,7 +37,7 @@ static_assert(std::ranges::all_of(kPhaseRows,
 
 } // namespace
 
-const std::array<ServiceMode, kServiceModeCount>& serviceModes() {
+std::span<const ServiceMode> serviceModes() {
     return kModes;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <span>
 #include <string_view>
 
 #include "base/Phase.h"
@@ -24,8 +24,7 @@ struct ServiceMode {
     void (*sendExit)(TorvaneSerialV3_07_QLC1& link);
 };
 
-inline constexpr std::size_t kServiceModeCount = 3;
-[[nodiscard]] const std::array<ServiceMode, kServiceModeCount>& serviceModes();
+[[nodiscard]] std::span<const ServiceMode> serviceModes();
 
 /// The row of a mode; null for another phase.
 [[nodiscard]] const ServiceMode* serviceModeOf(Phase phase);
