@@ -233,6 +233,7 @@ constexpr std::array kKeys{
     KeyRow{"sResetCounterNo",  &T::sResetCounterNo,  "cmdResetCounterNo"},
 };
 // clang-format on
+static_assert(kTexts.size() * sizeof(std::string) == sizeof(ConsoleTexts), "every member has its row");
 
 std::string fill(std::string_view text, const std::vector<std::string>& parts) {
     std::string whole;

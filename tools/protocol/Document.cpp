@@ -1,5 +1,7 @@
 #include "Document.h"
 
+#include <algorithm>
+
 #include "base/Text.h"
 #include "link/InboundTable.h"
 #include "link/LinkEvents.h"
@@ -86,6 +88,12 @@ std::string row(std::initializer_list<std::string> cells) {
     }
     return line + "\n";
 }
+
+static_assert(std::ranges::all_of(kInboundTable,
+                                  [](const InboundRow& row) {
+                                      return meanings::find(Direction::In, row.key) != nullptr;
+                                  }),
+              "each message of the generator has its meaning");
 
 std::string meaningText(const Meaning* meaning) {
     if (meaning == nullptr) {
