@@ -19,11 +19,11 @@ enum class Key : std::uint8_t {
     ResetError,
     LinkControl,
 };
-inline constexpr std::size_t kKeys = static_cast<std::size_t>(Key::LinkControl) + 1;
-inline constexpr std::array<ConsoleControl, kKeys> kKeyNames{"cmbConfiguration",   "cmbManualCalibration",
-                                                             "cmbAutocalibration", "cmbReadExposureCounters",
-                                                             "cmbGoToUserMode",    "cmbClose",
-                                                             "cmbResetError",      "fraTorvaneSerial"};
+inline constexpr std::size_t kKeyCount = static_cast<std::size_t>(Key::LinkControl) + 1;
+inline constexpr std::array<ConsoleControl, kKeyCount> kKeyNames{
+    "cmbConfiguration",        "cmbManualCalibration", "cmbAutocalibration",
+    "cmbReadExposureCounters", "cmbGoToUserMode",      "cmbClose",
+    "cmbResetError",           "fraTorvaneSerial"};
 static_assert(!kKeyNames.back().empty(), "every key has its name");
 
 [[nodiscard]] constexpr ConsoleControl nameOf(Key key) {
