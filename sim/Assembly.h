@@ -70,7 +70,7 @@ public:
 private:
     void coldStart();
     void stopRays();
-    [[nodiscard]] int stopForError();
+    [[nodiscard]] Phase stopForError();
     [[nodiscard]] Exposure::Surroundings surroundings();
     [[nodiscard]] Shot plan();
     void measured(const Shot& shot);

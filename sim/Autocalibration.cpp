@@ -23,9 +23,11 @@ constexpr int kFilamentBase = 3000; // mA, well above anything that could be a k
 } // namespace
 
 std::span<const Row<Autocalibration>> Autocalibration::rows() {
+    static constexpr Phases kInIt{Phase::Calibration, Phase::Autocalibration, Phase::ConfirmDismiss,
+                                  Phase::AutocalError, Phase::AutocalOk};
     static constexpr Row<Autocalibration> rows[] = {
-        {"CAU", in(6, 9, 11, 12, 13), Takes::Number, &Autocalibration::onOff},
-        {"CAR", in(6, 9), Takes::Number, &Autocalibration::retry},
+        {"CAU", kInIt, Takes::Number, &Autocalibration::onOff},
+        {"CAR", kCalibratingEither, Takes::Number, &Autocalibration::retry},
     };
     return rows;
 }
@@ -34,9 +36,9 @@ bool Autocalibration::onOff(const Request& request) {
     const bool on = *request.number != 0;
     if (!on) {
         dismiss();
-    } else if (machine_.phase() == 6) {
+    } else if (machine_.phase() == Phase::Calibration) {
         ask();
-    } else if (machine_.phase() == 11 || machine_.phaseIs({12, 13})) {
+    } else if (quillon::kAsksOrTells.has(machine_.phase())) {
         confirm();
     } else {
         machine_.say("CAU1");
@@ -56,8 +58,8 @@ void Autocalibration::ask() {
     waiting_ = true;
     next_ = machine_.after(kQuestionMs, [this] {
         waiting_ = false;
-        if (machine_.phase() == 6) {
-            machine_.go(11);
+        if (machine_.phase() == Phase::Calibration) {
+            machine_.go(Phase::ConfirmDismiss);
         }
     });
 }
@@ -73,7 +75,7 @@ void Autocalibration::confirm() {
 void Autocalibration::begin() {
     waiting_ = false;
     exposures_ = 0;
-    machine_.go(9);
+    machine_.go(Phase::Autocalibration);
     calibration_.reportShot();
     if (machine_.options.autoExpose) {
         pressLater(kFirstPressMs);
@@ -81,13 +83,13 @@ void Autocalibration::begin() {
 }
 
 void Autocalibration::dismiss() {
-    const bool stands = machine_.phase() != 6;
+    const bool stands = machine_.phase() != Phase::Calibration;
     leave();
     if (stands) {
         waiting_ = true;
         next_ = machine_.after(machine_.options.modeMs, [this] {
             waiting_ = false;
-            machine_.enter(6);
+            machine_.enter(Phase::Calibration);
         });
     }
 }
@@ -104,7 +106,7 @@ void Autocalibration::halt() {
 
 void Autocalibration::pressLater(std::int64_t ms) {
     next_ = machine_.after(ms, [this] {
-        if (machine_.phase() == 9 && !press_().empty()) {
+        if (machine_.phase() == Phase::Autocalibration && !press_().empty()) {
             pressLater(kNextPressMs);
         }
     });
@@ -137,8 +139,8 @@ void Autocalibration::tellProgress() {
 }
 
 void Autocalibration::end() {
-    if (machine_.phase() == 9) {
-        machine_.go(machine_.options.autocalSucceeds ? 13 : 12);
+    if (machine_.phase() == Phase::Autocalibration) {
+        machine_.go(machine_.options.autocalSucceeds ? Phase::AutocalOk : Phase::AutocalError);
     }
 }
 

@@ -13,6 +13,7 @@ namespace simulator {
 
 namespace {
 
+using quillon::numberOf;
 using quillon::trim;
 
 std::string refusal(const std::string& why) {
@@ -53,11 +54,11 @@ std::string forcePhase(Assembly& g, std::string_view text) {
     if (!phase) {
         return "?phase takes 1 to 13";
     }
-    if (g.machine.phase() == 1 && *phase != 1) {
+    if (g.machine.phase() == Phase::Initialization && *phase != numberOf(Phase::Initialization)) {
         g.power.skip();
     }
     g.halt();
-    g.machine.enter(*phase);
+    g.machine.enter(static_cast<Phase>(*phase));
     return {};
 }
 
@@ -157,7 +158,7 @@ std::string power(Assembly& g, std::string_view text) {
     if (!on) {
         return "?power takes on or off";
     }
-    if (*on == (g.machine.phase() != 0)) {
+    if (*on == (g.machine.phase() != kOff)) {
         return *on ? "?it is on" : "?it is off";
     }
     if (*on) {
@@ -233,7 +234,7 @@ std::string status(Assembly& g, std::string_view) {
     };
     const Machine& m = g.machine;
     const auto& tally = g.tally();
-    std::string text = line("phase", m.phase() == 0 ? "off" : std::to_string(m.phase()));
+    std::string text = line("phase", m.phase() == kOff ? "off" : std::to_string(numberOf(m.phase())));
     text += line("error", std::to_string(g.faults.code()));
     text += line("heat", shortNumber(g.tube.percent(), 1));
     text += line("x-rays", g.power.raysAllowed() ? "enabled" : "disabled");
@@ -306,7 +307,7 @@ std::string carryOut(Assembly& generator, std::string_view line) {
     }
     const std::string name = quillon::lowerCase(words.first);
     const auto command = std::ranges::find(kCommands, name, &Command::name);
-    const bool off = generator.machine.phase() == 0;
+    const bool off = generator.machine.phase() == kOff;
     if (command != std::end(kCommands)) {
         if (command->takes.empty() && !words.rest.empty()) {
             return refusal(name + " takes nothing");

@@ -17,14 +17,14 @@ constexpr std::string_view kCutShort = "XE1";
 
 std::span<const Row<Exposure>> Exposure::rows() {
     static constexpr Row<Exposure> rows[] = {
-        {"XR", in(3, 4), Takes::Number, &Exposure::softwareSwitch},
+        {"XR", Phases{Phase::Preparation, Phase::RadExposure}, Takes::Number, &Exposure::softwareSwitch},
     };
     return rows;
 }
 
 std::string Exposure::prepare() {
-    if (!machine_.phaseIs({2, 6, 9})) {
-        return "no preparation in phase " + std::to_string(machine_.phase());
+    if (!machine_.phaseIs({Phase::NormalOperation, Phase::Calibration, Phase::Autocalibration})) {
+        return "no preparation in phase " + std::to_string(quillon::numberOf(machine_.phase()));
     }
     if (std::string why = surroundings_.hindrance(); !why.empty()) {
         return why;
@@ -32,13 +32,13 @@ std::string Exposure::prepare() {
     back_ = machine_.phase();
     ready_ = wanted_ = false;
     machine_.say("PS1");
-    machine_.go(3);
+    machine_.go(Phase::Preparation);
     next_ = machine_.after(kRotorMs, [this] { ready(); });
     return {};
 }
 
 std::string Exposure::expose() {
-    if (machine_.phase() != 3) {
+    if (machine_.phase() != Phase::Preparation) {
         if (std::string why = prepare(); !why.empty()) {
             return why;
         }
@@ -58,7 +58,7 @@ std::string Exposure::release() {
         return "nothing is pressed";
     }
     machine_.agenda.cancel(next_);
-    if (machine_.phase() == 4) {
+    if (machine_.phase() == Phase::RadExposure) {
         finish(false);
     } else {
         letGo();
@@ -67,7 +67,7 @@ std::string Exposure::release() {
 }
 
 void Exposure::interrupt() {
-    const bool preparing = machine_.phase() == 3;
+    const bool preparing = machine_.phase() == Phase::Preparation;
     if (release().empty() && preparing) {
         surroundings_.over(false);
     }
@@ -81,9 +81,9 @@ void Exposure::halt() {
 
 bool Exposure::softwareSwitch(const Request& request) {
     if (*request.number != 0) {
-        return machine_.phase() == 4 || expose().empty();
+        return machine_.phase() == Phase::RadExposure || expose().empty();
     }
-    if (machine_.phase() == 4) {
+    if (machine_.phase() == Phase::RadExposure) {
         machine_.agenda.cancel(next_);
         finish(false);
     } else {
@@ -103,7 +103,7 @@ void Exposure::ready() {
 void Exposure::start() {
     shot_ = surroundings_.plan();
     startedMs_ = machine_.now();
-    machine_.go(4);
+    machine_.go(Phase::RadExposure);
     machine_.say("XR1");
     next_ = machine_.after(std::max<std::int64_t>(1, std::llround(shot_.ms)), [this] { finish(true); });
 }

@@ -47,10 +47,10 @@ public:
     void halt();
 
     /// The phase an exposure under way began in; else the present phase.
-    [[nodiscard]] int phaseBehind() const { return underWay() ? back_ : machine_.phase(); }
+    [[nodiscard]] Phase phaseBehind() const { return underWay() ? back_ : machine_.phase(); }
 
     /// It began in a service mode, so the values come from there.
-    [[nodiscard]] bool inServiceMode() const { return back_ != 2; }
+    [[nodiscard]] bool inServiceMode() const { return back_ != Phase::NormalOperation; }
 
 private:
     bool softwareSwitch(const Request& request);
@@ -58,14 +58,14 @@ private:
     void start();
     void finish(bool complete);
     void letGo();
-    [[nodiscard]] bool underWay() const { return machine_.phaseIs({3, 4}); }
+    [[nodiscard]] bool underWay() const { return machine_.phaseIs({Phase::Preparation, Phase::RadExposure}); }
 
     Machine& machine_;
     Surroundings surroundings_;
     Agenda::Ticket next_ = Agenda::kNone;
     Shot shot_;
     std::int64_t startedMs_ = 0;
-    int back_ = 2;
+    Phase back_ = Phase::NormalOperation;
     bool ready_ = false;
     bool wanted_ = false;
 };

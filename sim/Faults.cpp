@@ -29,7 +29,7 @@ std::span<const Row<Faults>> Faults::rows() {
 
 void Faults::powerUp() {
     code_ = interlock_ = 0;
-    resume_ = 2;
+    resume_ = Phase::NormalOperation;
     doorOpen_ = false;
 }
 
@@ -38,11 +38,11 @@ void Faults::raise(int code) {
         machine_.say("ER0");
         return;
     }
-    if (machine_.phase() != 7) {
+    if (machine_.phase() != Phase::Error) {
         resume_ = stop_();
     }
     code_ = code;
-    machine_.go(7);
+    machine_.go(Phase::Error);
     machine_.say("ER" + std::to_string(code));
 }
 
@@ -90,8 +90,8 @@ bool Faults::tell(const Request&) {
 bool Faults::reset(const Request&) {
     code_ = interlock_ = 0;
     machine_.say("AR0");
-    if (machine_.phase() == 7) {
-        machine_.enter(std::exchange(resume_, 2));
+    if (machine_.phase() == Phase::Error) {
+        machine_.enter(std::exchange(resume_, Phase::NormalOperation));
     }
     return true;
 }

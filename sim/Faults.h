@@ -15,7 +15,7 @@ class Faults {
 public:
     /// `stop` stops whatever runs when an error comes, and tells the phase to go on in after its reset;
     /// `doorOpened` is told when the door opens.
-    Faults(Machine& machine, std::function<int()> stop, std::function<void()> doorOpened)
+    Faults(Machine& machine, std::function<Phase()> stop, std::function<void()> doorOpened)
         : machine_(machine), stop_(std::move(stop)), doorOpened_(std::move(doorOpened)) {}
 
     [[nodiscard]] static std::span<const Row<Faults>> rows();
@@ -49,11 +49,11 @@ private:
     void say();
 
     Machine& machine_;
-    std::function<int()> stop_;
+    std::function<Phase()> stop_;
     std::function<void()> doorOpened_;
     int code_ = 0;
     int interlock_ = 0;
-    int resume_ = 2;
+    Phase resume_ = Phase::NormalOperation;
     bool doorOpen_ = false;
 };
 

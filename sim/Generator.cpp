@@ -41,7 +41,7 @@ void Generator::receive(std::string_view bytes, std::int64_t nowMs) {
 }
 
 void Generator::feed(std::string_view bytes) {
-    if (assembly_->machine.phase() != 0) {
+    if (assembly_->machine.phase() != kOff) {
         assembly_->parser.receive(bytes, assembly_->machine.now(),
                                   [this](std::string_view text) { assembly_->takeFrame(text); });
     }
@@ -92,7 +92,7 @@ std::string Generator::command(std::string_view line, std::int64_t nowMs) {
     advance(nowMs);
     std::string answer = carryOut(*assembly_, line);
     assembly_->machine.outbox.release(assembly_->machine.now());
-    if (assembly_->machine.phase() == 0) {
+    if (assembly_->machine.phase() == kOff) {
         wires_->fromConsole.clear();
         wires_->toConsole.clear();
     }

@@ -88,6 +88,11 @@ bool takeLine(Options& o, std::string_view v) {
     return take(o.baud, v, 0, 0) || take(o.baud, v, 300, 115'200);
 }
 
+bool takeStartPhase(Options& o, std::string_view v) {
+    return take(o.startPhase, v, numberOf(quillon::Phase::Initialization),
+                numberOf(quillon::Phase::AutocalOk));
+}
+
 bool takeKind(Options& o, std::string_view v) {
     static constexpr Choice<GeneratorKind> choices[] = {{"rad", GeneratorKind::Rad},
                                                         {"rf", GeneratorKind::RadFluoro}};
@@ -140,7 +145,7 @@ struct Key {
 constexpr Key kKeys[] = {
     {"seed",          "N",                      "start of everything random (1)",                            number<&Options::seed, 0, kLargestSeed>},
     {"powerup",       "MS",                     "time in phase 1 (3000)",                                    number<&Options::powerUpMs, 0, kLongestMs>},
-    {"startphase",    "1..13",                  "phase it is found in; 1 powers up (1)",                     number<&Options::startPhase, 1, 13>},
+    {"startphase",    "1..13",                  "phase it is found in; 1 powers up (1)",                     takeStartPhase},
     {"answer",        "MS",                     "delay of answers and reports (40)",                         number<&Options::answerMs, 0, kLongestMs>},
     {"ack",           "MS|off",                 "delay of acknowledgements, or none at all (20)",            takeAck},
     {"dropack",       "N",                      "every Nth acknowledgement is lost; 0 none (0)",             number<&Options::dropEvery, 0, 1'000'000>},

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Phase.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -31,7 +33,7 @@ struct Options {
     // The machine.
     std::int64_t powerUpMs = 3000;
     std::int64_t modeMs = 300;
-    int startPhase = 1;
+    quillon::Phase startPhase = quillon::Phase::Initialization;
     bool dipSwitch = true;
     GeneratorKind kind = GeneratorKind::RadFluoro;
     ThirdTube thirdTube = ThirdTube::None;

@@ -42,11 +42,11 @@ bool Tube::tooHot() const {
 
 void Tube::check() {
     machine_.agenda.cancel(wake_);
-    if (machine_.phase() == 2 && tooHot()) {
-        machine_.go(10);
+    if (machine_.phase() == Phase::NormalOperation && tooHot()) {
+        machine_.go(Phase::TubeTooHot);
         machine_.say("HL1");
     }
-    if (machine_.phase() == 10) {
+    if (machine_.phase() == Phase::TubeTooHot) {
         const double tooMuch = percent() - kCoolEnough;
         wake_ = machine_.after(std::max<std::int64_t>(0, std::llround(tooMuch / kCoolingPerMs)),
                                [this] { wake(); });
@@ -54,9 +54,9 @@ void Tube::check() {
 }
 
 void Tube::wake() {
-    if (machine_.phase() == 10) {
+    if (machine_.phase() == Phase::TubeTooHot) {
         machine_.say("HL0");
-        machine_.enter(2);
+        machine_.enter(Phase::NormalOperation);
     }
 }
 
