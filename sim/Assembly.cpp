@@ -18,12 +18,13 @@ bool answeredByValue(std::string_view text) {
 } // namespace
 
 Assembly::Assembly(Options options)
-    : machine(std::move(options)), power(machine, [this] { stopRays(); }), tube(machine), technique(machine),
-      exposureControl(machine), records(machine), fluoroscopy(machine,
-                                                              [this](double kvp, double ma) {
-                                                                  records.addFluoroSecond(kvp, ma);
-                                                                  tube.warm(kvp, ma * kFluoroHeatMas);
-                                                              }),
+    : machine(std::move(options)), plug(machine.options.seed), power(machine, [this] { stopRays(); }),
+      tube(machine), technique(machine), exposureControl(machine), records(machine),
+      fluoroscopy(machine,
+                  [this](double kvp, double ma) {
+                      records.addFluoroSecond(kvp, ma);
+                      tube.warm(kvp, ma * kFluoroHeatMas);
+                  }),
       configuration(machine, [this] { exposureControl.sayFields(); }),
       programs(machine, technique, exposureControl, fluoroscopy, configuration), calibration(machine),
       exposure(machine, surroundings()),
@@ -51,6 +52,9 @@ Assembly::Assembly(Options options)
             // The displays showed the calibration list; now they show what an exposure would be made with.
             technique.report();
         }
+        if (from == Phase::Initialization) {
+            faults.sayLamps();
+        }
         tube.check();
     });
     machine.onEnter(Phase::Calibration, [this](Phase) { calibration.report(); });
@@ -62,6 +66,9 @@ void Assembly::takeFrame(std::string_view text) {
         return;
     }
     const Verdict verdict = commands_.run(text, machine.phase());
+    if (onFrame) {
+        onFrame(text, verdict);
+    }
     power.heard();
     switch (verdict) {
     case Verdict::Taken:
@@ -138,6 +145,7 @@ void Assembly::coldStart() {
     exposureControl.powerUp();
     fluoroscopy.powerUp();
     faults.powerUp();
+    machine.readDipSwitch();
 }
 
 Exposure::Surroundings Assembly::surroundings() {
@@ -153,12 +161,18 @@ Exposure::Surroundings Assembly::surroundings() {
                 }};
 }
 
+void Assembly::reseed() {
+    machine.random = Random(machine.options.seed);
+    machine.outbox.reseed(machine.options.seed);
+    plug.reseed(machine.options.seed);
+}
+
 std::string Assembly::hindrance() const {
     if (!power.raysAllowed()) {
         return "the console has not enabled X-rays (RX)";
     }
-    if (faults.doorOpen()) {
-        return "the door is open";
+    if (const std::string_view lamp = faults.hindrance(); !lamp.empty()) {
+        return std::string(lamp);
     }
     if (tube.tooHot()) {
         return "the tube is too hot";

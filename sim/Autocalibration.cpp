@@ -8,12 +8,6 @@ namespace simulator {
 
 namespace {
 
-// The question comes only after the machine has had a look at itself. A console that missed the
-// acknowledgement asks again in that time, and its second request must not count as the answer.
-constexpr std::int64_t kQuestionMs = 1500;
-constexpr std::int64_t kBeginMs = 1500;
-constexpr std::int64_t kEndMs = 500;
-
 // How long a person would take, for the machine that exposes by itself.
 constexpr std::int64_t kFirstPressMs = 6000;
 constexpr std::int64_t kNextPressMs = 2000;
@@ -52,11 +46,13 @@ bool Autocalibration::retry(const Request& request) {
 }
 
 void Autocalibration::ask() {
-    if (waiting_ || !machine_.options.dipSwitch) {
+    if (waiting_ || !machine_.serviceAllowed()) {
         return;
     }
+    // The question comes only after the machine has had a look at itself. A console that missed the
+    // acknowledgement asks again in that time, and its second request must not count as the answer.
     waiting_ = true;
-    next_ = machine_.after(kQuestionMs, [this] {
+    next_ = machine_.after(machine_.options.questionMs, [this] {
         waiting_ = false;
         if (machine_.phase() == Phase::Calibration) {
             machine_.go(Phase::ConfirmDismiss);
@@ -68,7 +64,7 @@ void Autocalibration::confirm() {
     machine_.say("CAU1");
     if (!waiting_) {
         waiting_ = true;
-        next_ = machine_.after(kBeginMs, [this] { begin(); });
+        next_ = machine_.after(machine_.options.beginMs, [this] { begin(); });
     }
 }
 
@@ -121,7 +117,7 @@ void Autocalibration::exposureOver(bool complete) {
         }
     }
     if (exposures_ >= machine_.options.autocalExposures) {
-        next_ = machine_.after(kEndMs, [this] { end(); });
+        next_ = machine_.after(machine_.options.endMs, [this] { end(); });
     } else if (machine_.options.autoExpose) {
         pressLater(kNextPressMs);
     }

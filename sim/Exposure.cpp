@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace simulator {
 
 namespace {
-
-constexpr std::int64_t kRotorMs = 1000;
 
 // Values of "XE".
 constexpr std::string_view kEndedByItself = "XE0";
@@ -31,9 +30,10 @@ std::string Exposure::prepare() {
     }
     back_ = machine_.phase();
     ready_ = wanted_ = false;
+    pressed_ = true;
     machine_.say("PS1");
     machine_.go(Phase::Preparation);
-    next_ = machine_.after(kRotorMs, [this] { ready(); });
+    next_ = machine_.after(machine_.options.rotorMs, [this] { ready(); });
     return {};
 }
 
@@ -66,6 +66,35 @@ std::string Exposure::release() {
     return {};
 }
 
+std::string Exposure::hand(int stage) {
+    const int before = std::exchange(hand_, stage);
+    if (stage == before) {
+        return {};
+    }
+    if (stage == 0) {
+        if (underWay()) {
+            return release();
+        }
+        saySwitch();
+        return {};
+    }
+    if (before != 0 && !underWay()) {
+        return "it takes a new press: let the switch go first";
+    }
+    if (stage == 2) {
+        return expose();
+    }
+    if (before == 0) {
+        return prepare();
+    }
+    if (machine_.phase() == Phase::RadExposure) {
+        return release();
+    }
+    wanted_ = false;
+    machine_.say("XS0");
+    return {};
+}
+
 void Exposure::interrupt() {
     const bool preparing = machine_.phase() == Phase::Preparation;
     if (release().empty() && preparing) {
@@ -75,7 +104,7 @@ void Exposure::interrupt() {
 
 void Exposure::halt() {
     machine_.agenda.cancel(next_);
-    ready_ = wanted_ = false;
+    ready_ = wanted_ = pressed_ = false;
     shot_ = {};
 }
 
@@ -120,15 +149,29 @@ void Exposure::finish(bool complete) {
 }
 
 void Exposure::letGo() {
-    if (wanted_) {
+    const bool stays = machine_.options.handStaysPressed && hand_ != 0;
+    if (!stays && wanted_) {
         machine_.say("XS0");
     }
     if (ready_) {
         machine_.say("PR0");
     }
-    machine_.say("PS0");
-    ready_ = wanted_ = false;
+    if (!stays) {
+        wanted_ = false;
+        saySwitch();
+    }
+    ready_ = false;
     machine_.go(back_);
+}
+
+// The stages that are still told as pressed.
+void Exposure::saySwitch() {
+    if (std::exchange(wanted_, false)) {
+        machine_.say("XS0");
+    }
+    if (std::exchange(pressed_, false)) {
+        machine_.say("PS0");
+    }
 }
 
 } // namespace simulator

@@ -38,6 +38,10 @@ public:
     std::string prepare();
     std::string expose();
     std::string release();
+    /// Moves the switch: 0 let go, 1 half pressed, 2 pressed through. What it set going may be over while it
+    /// is still held; then it takes a new press. Returns why the movement had no effect, or nothing.
+    std::string hand(int stage);
+    [[nodiscard]] int hand() const { return hand_; }
 
     /// A preparation or an exposure under way ends as if the switch had been let go, and it takes a new press
     /// to begin again: the door was opened, or the console forbade X-rays.
@@ -52,12 +56,19 @@ public:
     /// It began in a service mode, so the values come from there.
     [[nodiscard]] bool inServiceMode() const { return back_ != Phase::NormalOperation; }
 
+    /// The rotor is up.
+    [[nodiscard]] bool prepared() const { return ready_; }
+    /// What is being exposed, or was last, and when that began.
+    [[nodiscard]] const Shot& shot() const { return shot_; }
+    [[nodiscard]] std::int64_t startedMs() const { return startedMs_; }
+
 private:
     bool softwareSwitch(const Request& request);
     void ready();
     void start();
     void finish(bool complete);
     void letGo();
+    void saySwitch();
     [[nodiscard]] bool underWay() const { return machine_.phaseIs({Phase::Preparation, Phase::RadExposure}); }
 
     Machine& machine_;
@@ -66,8 +77,10 @@ private:
     Shot shot_;
     std::int64_t startedMs_ = 0;
     Phase back_ = Phase::NormalOperation;
+    int hand_ = 0;
     bool ready_ = false;
     bool wanted_ = false;
+    bool pressed_ = false; ///< the switch was told as pressed
 };
 
 } // namespace simulator

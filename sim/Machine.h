@@ -54,6 +54,12 @@ public:
         onEnter_.at(static_cast<std::size_t>(quillon::numberOf(phase))) = std::move(report);
     }
 
+    /// The dip switch as the machine knows it.
+    [[nodiscard]] bool serviceAllowed() const {
+        return options.dipReadAtStart ? dipSwitchRead_ : options.dipSwitch;
+    }
+    void readDipSwitch() { dipSwitchRead_ = options.dipSwitch; }
+
     [[nodiscard]] std::int64_t now() const { return now_; }
     void setNow(std::int64_t nowMs) { now_ = nowMs; }
 
@@ -65,6 +71,7 @@ public:
 private:
     Phase phase_ = kOff;
     std::int64_t now_ = 0;
+    bool dipSwitchRead_ = true;
     std::array<std::function<void(Phase from)>, 14> onEnter_;
 };
 

@@ -30,7 +30,7 @@ bool ServiceModes::calibrate(const Request& request) {
 
 void ServiceModes::change(Phase phase) {
     machine_.agenda.cancel(pending_);
-    const bool locked = phase != Phase::NormalOperation && !machine_.options.dipSwitch;
+    const bool locked = phase != Phase::NormalOperation && !machine_.serviceAllowed();
     const Phase from = machine_.phase();
     if (from == phase || locked) {
         return;
