@@ -252,6 +252,11 @@ std::string set(Assembly& g, std::string_view text) {
     if (key == "heat") {
         return heat(g, value);
     }
+    if (key == "reading") {
+        const auto reading = wholeNumber(value, 0, 4095);
+        g.positioner.setReading(reading.value_or(g.positioner.reading()));
+        return reading ? "" : "?reading takes 0 to 4095";
+    }
     if (key.starts_with("counter")) {
         const auto counter = wholeNumber(key.substr(7), 0, 3);
         const auto count = wholeNumber(value, 0, 999'999);
@@ -340,7 +345,7 @@ constexpr Command kCommands[] = {
     {"plug",    "in|out|loose", "the plug at the machine; what passes without contact is lost", false, plug},
     {"stick",   "MNEMONIC [VALUE]", "its messages tell this value, or its own; stick off: all", false, stick},
     {"send",    "TEXT",         "sends a message",                                         true,  send},
-    {"set",     "KEY VALUE",    "kv ma ms mas focus counter0..3 heat, or any option",      false, set},
+    {"set",     "KEY VALUE",    "kv ma ms mas focus counter0..3 heat reading, or any option",      false, set},
 };
 // clang-format on
 

@@ -46,6 +46,7 @@ Gauges readGauges(const Assembly& g) {
             gauges.lamps.emplace_back(name);
         }
     }
+    gauges.reading = g.positioner.reading();
     gauges.fixedValues = g.machine.outbox.fixedValues();
     return gauges;
 }

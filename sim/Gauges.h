@@ -40,6 +40,7 @@ struct Gauges {
     int autocalExposures = 0;                             ///< so far
     std::vector<std::pair<std::string, int>> calibration; ///< stored values by their places' names
     std::vector<std::string> lamps;                       ///< the conditions that stand
+    int reading = 0;                                      ///< of the remote positioner's converter
     int fixedValues = 0;                                  ///< that tell something else than the machine means
 };
 

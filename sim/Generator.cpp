@@ -113,6 +113,10 @@ std::string Generator::command(std::string_view line, std::int64_t nowMs) {
     return answer;
 }
 
+const Options& Generator::options() const {
+    return assembly_->machine.options;
+}
+
 Gauges Generator::gauges() const {
     return readGauges(*assembly_);
 }

@@ -40,6 +40,9 @@ public:
     /// When `advance` wants to be called next.
     [[nodiscard]] std::optional<std::int64_t> nextDue() const;
 
+    /// As they are now: faults among them may have been set since the start.
+    [[nodiscard]] const Options& options() const;
+
     /// What its gauges and lamps show.
     [[nodiscard]] Gauges gauges() const;
 

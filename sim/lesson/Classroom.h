@@ -25,6 +25,7 @@ public:
     [[nodiscard]] std::optional<std::int64_t> nextDue() const;
     std::string command(std::string_view line, std::int64_t nowMs);
     [[nodiscard]] Gauges gauges() const { return generator_.gauges(); }
+    [[nodiscard]] const Options& options() const { return generator_.options(); }
     void watch(Generator::Watch watch);
 
     /// Told of the lesson's steps, wrong ways, hints and its end, a line each.

@@ -62,7 +62,8 @@ Facts factsOf(const Gauges& g) {
                 {"acks", g.acknowledges},
                 {"plug", numberOf(g.plug)},
                 {"autocal", g.autocalExposures},
-                {"stuck", g.fixedValues}};
+                {"stuck", g.fixedValues},
+                {"reading", g.reading}};
     for (std::size_t number = 0; number < g.counters.size(); ++number) {
         facts["counter" + std::to_string(number)] = g.counters.at(number);
     }
