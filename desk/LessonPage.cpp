@@ -28,6 +28,7 @@ void LessonPage::build() {
     column->setContentsMargins(8, 4, 8, 4);
     column->setSpacing(4);
     choice_->setAccessibleName(tr("Lesson"));
+    choice_->setAccessibleDescription(tr("Lesson")); // as its name a reader is told what is chosen
     choice_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     task_->setAccessibleName(tr("Task"));
     task_->setPlaceholderText(tr("Choose a lesson, or try everything that is on this desk."));

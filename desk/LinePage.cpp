@@ -1,9 +1,10 @@
 #include "desk/LinePage.h"
 
+#include <array>
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -13,27 +14,31 @@ namespace desk {
 namespace {
 
 constexpr std::size_t kMostLines = 500;
+constexpr std::array kWidest{"0000.00", "machine", "PD000000000"}; // time, sender, message
+constexpr int kMargin = 14;
 
 } // namespace
 
 LinePage::LinePage(QWidget* parent)
     : QWidget(parent), polls_(new QCheckBox(tr("With the poll"))), table_(new QTreeWidget) {
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 4, 8, 4);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 4, 8, 4);
     auto* row = new QHBoxLayout;
     auto* copy = new QPushButton(tr("Copy as a scenario"));
     row->addWidget(polls_, 1);
     row->addWidget(copy);
-    column->addLayout(row);
+    layout->addLayout(row);
     table_->setHeaderLabels({tr("Time"), tr("From"), tr("Message"), tr("Meaning")});
     table_->setRootIsDecorated(false);
     table_->setUniformRowHeights(true);
     table_->setAlternatingRowColors(true);
     table_->setAccessibleName(tr("Messages on the line, the newest last"));
-    for (int each = 0; each < 3; ++each) {
-        table_->header()->setSectionResizeMode(each, QHeaderView::ResizeToContents);
+    // Of a fixed width: columns that fit their contents look at every line for each new one.
+    int column = 0;
+    for (const char* widest : kWidest) {
+        table_->setColumnWidth(column++, fontMetrics().horizontalAdvance(QLatin1String(widest)) + kMargin);
     }
-    column->addWidget(table_, 1);
+    layout->addWidget(table_, 1);
     connect(polls_, &QCheckBox::toggled, this, &LinePage::showAll);
     connect(copy, &QPushButton::clicked, this,
             [this] { QGuiApplication::clipboard()->setText(asScenario()); });
