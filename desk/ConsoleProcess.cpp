@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include <QProcessEnvironment>
 #include <QTimer>
 
 #include "desk/EndSignals.h"
@@ -25,8 +26,11 @@ void beforeProgram() {
 
 } // namespace
 
-ConsoleProcess::ConsoleProcess(QString program, QStringList arguments)
+ConsoleProcess::ConsoleProcess(QString program, QStringList arguments, const QString& home)
     : program_(std::move(program)), arguments_(std::move(arguments)) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QUILLON_HOME"), home);
+    process_.setProcessEnvironment(environment);
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
     process_.setChildProcessModifier(beforeProgram);
     connect(&process_, &QProcess::finished, this, [this](int code, QProcess::ExitStatus status) {

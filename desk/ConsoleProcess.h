@@ -11,7 +11,8 @@ class ConsoleProcess final : public QObject {
     Q_OBJECT
 
 public:
-    ConsoleProcess(QString program, QStringList arguments);
+    /// `home`: the folder of its files.
+    ConsoleProcess(QString program, QStringList arguments, const QString& home);
 
     void start();
     [[nodiscard]] bool running() const { return process_.state() != QProcess::NotRunning; }

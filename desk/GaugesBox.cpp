@@ -1,6 +1,7 @@
 #include "desk/GaugesBox.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QFormLayout>
 
@@ -56,7 +57,7 @@ GaugesBox::GaugesBox(QWidget* parent)
 
 void GaugesBox::show(const simulator::Gauges& g, const simulator::Options& options) {
     showExposure(g);
-    heat_->setValue(static_cast<int>(g.heatPercent + 0.5));
+    heat_->setValue(static_cast<int>(std::lround(g.heatPercent)));
     heat_->setFormat(
         g.restMs > 0
             ? tr("%p %, may expose again in %1 s").arg((g.restMs + 999) / 1000)

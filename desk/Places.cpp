@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include <QFile>
-#include <QStringList>
-
 namespace desk {
 
 namespace {
@@ -26,23 +23,13 @@ Places placesOn(QRect screen, QSize smallest) {
     return {QRect(screen.left() + left, screen.top(), width, height), console};
 }
 
-bool writeConsoleSize(const QString& file, QSize size) {
-    QFile ini(file);
-    if (!ini.open(QIODevice::ReadWrite | QIODevice::Text)) {
-        return false;
+QString consoleIni(const QString& device, QSize size) {
+    QString text = QStringLiteral("[CONFIG]\nPORT=1\n");
+    if (size.isValid()) {
+        text +=
+            QStringLiteral("Width=%1\nHeight=%2\n").arg(size.width() * kTwips).arg(size.height() * kTwips);
     }
-    QStringList lines = QString::fromLatin1(ini.readAll()).split(QLatin1Char('\n'));
-    lines.removeIf([](const QString& line) {
-        return line.startsWith(QLatin1String("Width=")) || line.startsWith(QLatin1String("Height="));
-    });
-    const auto section = lines.indexOf(QStringLiteral("[CONFIG]"));
-    if (section < 0) {
-        lines.prepend(QStringLiteral("[CONFIG]"));
-    }
-    lines.insert(
-        std::max<qsizetype>(section, 0) + 1,
-        QStringLiteral("Width=%1\nHeight=%2").arg(size.width() * kTwips).arg(size.height() * kTwips));
-    return ini.resize(0) && ini.write(lines.join(QLatin1Char('\n')).toLatin1()) >= 0;
+    return text + QStringLiteral("\n[PORTS]\nCOM1=%1\n").arg(device);
 }
 
 } // namespace desk

@@ -15,7 +15,7 @@ struct Places {
 /// The console stands at the left and gets two thirds, or what it needs; the desk stands at the right.
 [[nodiscard]] Places placesOn(QRect screen, QSize smallest);
 
-/// Sets the size in the section CONFIG of a Quillon.ini. False: the file cannot be written.
-[[nodiscard]] bool writeConsoleSize(const QString& file, QSize size);
+/// The Quillon.ini of a console beside the desk: the device that it opens, and its size, if that is given.
+[[nodiscard]] QString consoleIni(const QString& device, QSize size);
 
 } // namespace desk

@@ -5,14 +5,17 @@
 #include <exception>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <unistd.h>
 #include <vector>
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QScreen>
 #include <QSocketNotifier>
+#include <QStandardPaths>
 
 #include "base/ProgramArguments.h"
 #include "desk/ConsoleProcess.h"
@@ -26,14 +29,14 @@ namespace {
 using namespace desk;
 
 constexpr std::array kSwitches{
-    quillon::ProgramSwitch{"--link", true},     quillon::ProgramSwitch{"--machine", true},
-    quillon::ProgramSwitch{"--lesson", true},   quillon::ProgramSwitch{"--lessons", true},
-    quillon::ProgramSwitch{"--console", true},  quillon::ProgramSwitch{"--tour", true},
-    quillon::ProgramSwitch{"--size-into", true}};
+    quillon::ProgramSwitch{"--link", true},    quillon::ProgramSwitch{"--machine", true},
+    quillon::ProgramSwitch{"--lesson", true},  quillon::ProgramSwitch{"--lessons", true},
+    quillon::ProgramSwitch{"--console", true}, quillon::ProgramSwitch{"--tour", true},
+    quillon::ProgramSwitch{"--home", true}};
 
 constexpr const char* kHelp =
     R"(Usage: generator-desk [--link PATH] [--machine FILE] [--lessons DIR] [--lesson FILE] [KEY=VALUE...]
-                      [--console PROGRAM [--size-into FILE] [--tour DIR] [-- ARGUMENT...]]
+                      [--console PROGRAM [--home DIR] [--tour DIR] [-- ARGUMENT...]]
 
 The simulated generator with a window: its switches, lamps and gauges, faults, and lessons. Its keys, and the
 commands that come on standard input, are those of generator-sim; without --console the first line of the
@@ -44,7 +47,7 @@ output is the path of the device for the console to open.
   --lessons DIR      lessons to choose from; without it those that are installed
   --lesson FILE      begins with this lesson
   --console PROGRAM  starts the console beside it, with what stands behind --; both end together
-  --size-into FILE   writes the room that is left for the console into this Quillon.ini
+  --home DIR         folder of that console's files; without it one of the training's own
   --tour DIR         a tour of the console, with pictures of both in DIR
   --help, -h         this text
   --version          the version
@@ -109,6 +112,34 @@ Places place(QWidget& window) {
     return places;
 }
 
+/// The folder that is the console's while it runs beside the desk, and never that of a console at a real
+/// machine unless it is asked for.
+QDir homeOf(const quillon::ProgramArguments& read) {
+    const std::string given = read.value("--home");
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                        QStringLiteral("/quillon/training");
+    QDir home(given.empty() ? own : QString::fromStdString(given));
+    home.makeAbsolute();
+    if (!home.mkpath(QStringLiteral("."))) {
+        throw std::runtime_error(home.path().toStdString() + " cannot be made");
+    }
+    return home;
+}
+
+void prepareHome(const QDir& home, const std::string& link, QSize size) {
+    const QString device =
+        link.empty() ? home.filePath(QStringLiteral("generator")) : QString::fromStdString(link);
+    QFile ini(home.filePath(QStringLiteral("Quillon.ini")));
+    if (!ini.open(QIODevice::WriteOnly) || ini.write(consoleIni(device, size).toUtf8()) < 0) {
+        throw std::runtime_error(ini.fileName().toStdString() + " cannot be written");
+    }
+    // The words of the machine's errors, where they are installed; those that are there already stay.
+    const QString words = QStringLiteral("error_info.txt");
+    (void)QFile::copy(QCoreApplication::applicationDirPath() +
+                          QStringLiteral("/../share/doc/quillon/examples/") + words,
+                      home.filePath(words));
+}
+
 /// Commands on standard input, as generator-sim takes them.
 class Typed {
 public:
@@ -163,7 +194,11 @@ int run(int argc, char** argv, const Arguments& arguments, EndSignals& endSignal
     const quillon::ProgramArguments& read = arguments.read;
     QApplication application(argc, argv);
     applyLook(application);
-    Station station(arguments.options, read.value("--link"));
+    const bool beside = read.has("--console");
+    const QDir home = beside ? homeOf(read) : QDir();
+    const std::string link = read.value("--link");
+    Station station(arguments.options,
+                    link.empty() && beside ? home.filePath(QStringLiteral("generator")).toStdString() : link);
     Window window(station, arguments.options);
     QObject::connect(&station, &Station::lessonTold, &window,
                      [](const QString& line) { std::cout << line.toStdString() << std::endl; });
@@ -172,20 +207,17 @@ int run(int argc, char** argv, const Arguments& arguments, EndSignals& endSignal
                                                        QStringLiteral("/../share/quillon/lessons")));
     const Typed typed(station);
     const Places places = place(window);
-    if (read.has("--size-into") &&
-        !writeConsoleSize(QString::fromStdString(read.value("--size-into")), places.console)) {
-        std::cerr << "generator-desk: " << read.value("--size-into") << " cannot be written\n";
-    }
     std::optional<ConsoleProcess> console;
     std::optional<Tour> tour;
-    if (read.has("--console")) {
+    if (beside) {
+        prepareHome(home, link, read.has("--tour") ? QSize() : places.console);
         QStringList words = arguments.console;
         if (read.has("--tour")) {
             const QString directory = QString::fromStdString(read.value("--tour"));
             words = QStringList{QStringLiteral("--tour"), directory} + words;
             tour.emplace(window, directory);
         }
-        console.emplace(QString::fromStdString(read.value("--console")), words);
+        console.emplace(QString::fromStdString(read.value("--console")), words, home.path());
         runBeside(*console, window);
         endSignals.listen([&console] { console->end(); });
     } else {

@@ -1,18 +1,17 @@
 #!/usr/bin/env bash
 # The machine's window and the console: pictures of both come from a tour; whichever is asked to end, both are gone
-# within 5 s, and the last frame is the one that allows X-rays. In a lesson the machine stays when the console closes.
+# within 5 s, and the generator is given back. In a lesson the machine stays when the console closes.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib_program.bash"
 desk=$QUILLON_BIN_DIR/generator-desk
 [[ -x $desk ]] || exit 77
-printf '[CONFIG]\nPORT=1\n[PORTS]\nCOM1=%s\n' "$link" >"$home/Quillon.ini"
 mkfifo "$commands"
 exec 3<>"$commands"
 
 # start_both [ARGUMENT...]: the console writes down what it sends.
 start_both() {
     rm -f "$home/record"
-    QUILLON_RECORD=$home/record env --default-signal=INT "$desk" --link "$link" --console "$program" "$@" \
+    QUILLON_RECORD=$home/record env --default-signal=INT "$desk" --home "$home" --console "$program" "$@" \
         <"$commands" >"$home/program.out" 2>&1 3>&- &
     program_pid=$!
     wait_for 10 'the console does not start' console
@@ -29,8 +28,10 @@ expect_both_gone() {
     program_pid=''
     ((status == 0)) || fail "status $status $1"
 }
-expect_rays() {
-    [[ $(grep -o ' tx "[^"]*' "$home/record" | tail -n 1) == ' tx "RX1' ]] || fail "X-rays were not allowed $1"
+# What the console leaves behind: Calibration, and X-rays allowed.
+expect_given_back() {
+    sent CA0 || fail "Calibration was not left $1"
+    [[ $(grep -o ' tx "RX[01]' "$home/record" | tail -n 1) == *1 ]] || fail "X-rays were not allowed $1"
 }
 
 start_both --tour "$home"
@@ -39,17 +40,17 @@ kill -INT "$program_pid"
 wait_for 5 'the tour did not end' gone
 program_pid=''
 
-start_both startphase=2
+start_both startphase=6
 wait_for 10 'nothing was asked' sent ST
 kill -INT "$program_pid"
 expect_both_gone 'after SIGINT'
-expect_rays 'after SIGINT'
+expect_given_back 'after SIGINT'
 
-start_both startphase=2
+start_both startphase=6
 wait_for 10 'nothing was asked' sent ST
 pkill -TERM -P "$program_pid" -x quillon
 expect_both_gone 'after the end of the console'
-expect_rays 'after the end of the console'
+expect_given_back 'after the end of the console'
 
 printf 'title T\nstep phase = off : Off\n' >"$home/off.lesson"
 start_both --lesson "$home/off.lesson"

@@ -1,9 +1,7 @@
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <set>
+#include <map>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
@@ -11,7 +9,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QProgressBar>
-#include <QScrollArea>
 
 #include "desk/Places.h"
 #include "desk/Window.h"
@@ -238,15 +235,9 @@ TEST(DeskPlaces, LeaveTheConsoleWhatItNeeds) {
         EXPECT_EQ(places.desk, each.desk) << each.screen.width();
         EXPECT_EQ(places.console, each.console) << each.screen.width();
     }
-    const std::string file = testing::TempDir() + "Quillon.ini";
-    std::ofstream(file) << "[CONFIG]\nPORT=1\n\n[PORTS]\nCOM1=/x\n";
-    for (int again = 0; again < 2; ++again) {
-        EXPECT_TRUE(writeConsoleSize(QString::fromStdString(file), {600, 400}));
-    }
-    std::ifstream in(file);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}),
-              "[CONFIG]\nWidth=9000\nHeight=6000\nPORT=1\n\n[PORTS]\nCOM1=/x\n");
-    std::filesystem::remove(file);
+    EXPECT_EQ(consoleIni("/x", {600, 400}),
+              "[CONFIG]\nPORT=1\nWidth=9000\nHeight=6000\n\n[PORTS]\nCOM1=/x\n");
+    EXPECT_EQ(consoleIni("/x", QSize()), "[CONFIG]\nPORT=1\n\n[PORTS]\nCOM1=/x\n");
 }
 
 } // namespace
