@@ -14,7 +14,7 @@ namespace desk {
 namespace {
 
 constexpr std::size_t kMostLines = 500;
-constexpr std::array kWidest{"0000.00", "machine", "PD000000000"}; // time, sender, message
+constexpr std::array kWidest{"0000.00", "machine", "TC048211"}; // time, sender, message
 constexpr int kMargin = 14;
 
 } // namespace
@@ -39,6 +39,15 @@ LinePage::LinePage(QWidget* parent)
         table_->setColumnWidth(column++, fontMetrics().horizontalAdvance(QLatin1String(widest)) + kMargin);
     }
     layout->addWidget(table_, 1);
+    // It follows only while it stands at its end.
+    QScrollBar* bar = table_->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this,
+            [this, bar](int value) { follows_ = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int end) {
+        if (follows_) {
+            bar->setValue(end);
+        }
+    });
     connect(polls_, &QCheckBox::toggled, this, &LinePage::showAll);
     connect(copy, &QPushButton::clicked, this,
             [this] { QGuiApplication::clipboard()->setText(asScenario()); });
@@ -79,15 +88,10 @@ void LinePage::append(const Entry& entry) {
     if (entry.poll && !polls_->isChecked()) {
         return;
     }
-    const QScrollBar* bar = table_->verticalScrollBar();
-    const bool follows = bar->value() == bar->maximum();
     auto* item = new QTreeWidgetItem(table_, {QString::number(static_cast<double>(entry.ms) / 1000, 'f', 2),
                                               entry.fromConsole ? tr("console") : tr("machine"), entry.text,
                                               entry.meaning});
     item->setToolTip(3, entry.meaning);
-    if (follows) {
-        table_->scrollToItem(item);
-    }
 }
 
 void LinePage::showAll() {

@@ -38,6 +38,7 @@ private:
     QTreeWidget* table_;
     std::deque<Entry> entries_;
     QString lastPhase_;
+    bool follows_ = true;
 };
 
 } // namespace desk
