@@ -10,8 +10,9 @@ namespace desk {
 EndSignals::EndSignals() {
     sigset_t set;
     sigemptyset(&set);
-    sigaddset(&set, SIGINT);
-    sigaddset(&set, SIGTERM);
+    for (const int each : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaddset(&set, each);
+    }
     sigprocmask(SIG_BLOCK, &set, nullptr);
     std::signal(SIGPIPE, SIG_IGN);
     signals_ = simulator::Descriptor(::signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));

@@ -9,8 +9,8 @@
 
 namespace desk {
 
-/// SIGINT and SIGTERM as something to read. Made before the first thread of the toolkit, or one of those gets
-/// them; `listen` when there is an event loop.
+/// SIGINT, SIGTERM and SIGHUP as something to read. Made before the first thread of the toolkit, or one of
+/// those gets them; `listen` when there is an event loop.
 class EndSignals {
 public:
     EndSignals();

@@ -118,6 +118,14 @@ void FaultPage::obey(const std::string& command) {
                                                          : answer);
 }
 
+void FaultPage::reset() {
+    const simulator::Options none;
+    for (const auto& refresh : refreshers_) {
+        refresh({{}, none, true});
+    }
+    answer_->clear();
+}
+
 void FaultPage::show(const simulator::Gauges& gauges, const simulator::Options& options, bool inLesson) {
     if (inLesson) {
         return;

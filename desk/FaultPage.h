@@ -19,11 +19,13 @@ class FaultPage final : public QWidget {
 public:
     explicit FaultPage(Station& station, QWidget* parent = nullptr);
 
+    /// Nothing has been chosen: a lesson begins.
+    void reset();
     void show(const simulator::Gauges& gauges, const simulator::Options& options, bool inLesson);
 
 private:
     struct Seen {
-        const simulator::Gauges& gauges;
+        simulator::Gauges gauges;
         const simulator::Options& options;
         bool cableIn;
     };

@@ -48,6 +48,10 @@ SwitchBox::SwitchBox(Station& station, QWidget* parent)
     for (QPushButton* each : {prepare_, expose_, foot_}) {
         each->installEventFilter(this);
     }
+    // Mouse and keyboard are seen to below; what is left is a screen reader, whose press is short.
+    connect(prepare_, &QPushButton::clicked, this, [this] { put({1, false}); });
+    connect(expose_, &QPushButton::clicked, this, [this] { put({2, false}); });
+    connect(foot_, &QPushButton::clicked, this, [this] { put({0, true}); });
     connect(&keys_, &KeyHold::changed, this, &SwitchBox::settle);
     connect(stays_, &QCheckBox::toggled, this, [this] {
         put_ = {};
@@ -153,7 +157,8 @@ bool SwitchBox::touched(QEvent* event) {
     }
     const bool on = all.stage != 0 || all.foot;
     if (event->type() == QEvent::TouchBegin && !on) {
-        return false; // it is meant for the box below the keys
+        event->ignore(); // it is meant for the box below the keys
+        return false;
     }
     if (event->type() == QEvent::TouchBegin) {
         pointerDown(all);
@@ -186,9 +191,17 @@ SwitchBox::Place SwitchBox::placeAt(QPoint global) const {
 }
 
 void SwitchBox::pointerDown(Place at) {
-    if (!stays_->isChecked()) {
+    if (stays_->isChecked()) {
+        put(at);
+    } else {
         pointer_ = at;
-    } else if (at.foot) {
+        settle();
+    }
+}
+
+/// It stays there until it is put there again, or another key of the switch is.
+void SwitchBox::put(Place at) {
+    if (at.foot) {
         put_.foot = !put_.foot;
     } else {
         put_.stage = put_.stage == at.stage ? 0 : at.stage;

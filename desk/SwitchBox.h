@@ -12,7 +12,7 @@ namespace desk {
 
 /// The hand switch and the foot switch. The upper key of the hand switch is half pressed, the lower one
 /// pressed through, and a finger may slide from one to the other. Space or Enter hold the key that is marked;
-/// F5, F6 and F7 hold them from anywhere in the window.
+/// F5, F6 and F7 hold them from anywhere in the window. A screen reader's press stays until the next.
 class SwitchBox final : public QGroupBox {
     Q_OBJECT
 
@@ -43,6 +43,7 @@ private:
     void build();
     [[nodiscard]] Place placeAt(QPoint global) const;
     void pointerDown(Place at);
+    void put(Place at);
     void pointerMoved(Place at);
     void pointerUp();
     bool touched(QEvent* event);

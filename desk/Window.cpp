@@ -93,6 +93,7 @@ void Window::begin(const simulator::Lesson* lesson) {
     } else {
         station_.restart(options_);
     }
+    faults_->reset();
     lesson_->begun(station_.lesson());
     tabs_->setCurrentWidget(lesson_);
     refresh();

@@ -8,7 +8,9 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPointingDevice>
 #include <QProgressBar>
+#include <QTouchEvent>
 
 #include "desk/Places.h"
 #include "desk/Window.h"
@@ -107,6 +109,31 @@ TEST_F(DeskTest, AFingerSlidesFromStageToStageAndAPressCanStay) {
     mouse(QEvent::MouseMove, prepare, the<QCheckBox>("Stay"));
     EXPECT_EQ(hand(), 0) << "it has slid off";
     mouse(QEvent::MouseButtonRelease, prepare, prepare);
+
+    expose.click(); // as a screen reader does it
+    EXPECT_EQ(hand(), 2);
+    expose.click();
+    EXPECT_EQ(hand(), 0);
+
+    // Two fingers: one at the hand switch, one at the foot switch.
+    auto& box = *window.findChild<SwitchBox*>();
+    QPointingDevice fingers("fingers", 1, QInputDevice::DeviceType::TouchScreen,
+                            QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position, 2, 0);
+    const auto touch = [&](QEvent::Type type, QEventPoint::State state) {
+        const auto at = [&](int id, const QWidget& key) {
+            const QPointF place = key.mapToGlobal(QPointF(key.rect().center()));
+            return QEventPoint(id, state, place, place);
+        };
+        QTouchEvent event(type, &fingers, Qt::NoModifier,
+                          {at(0, prepare), at(1, the<QPushButton>("Foot switch"))});
+        QCoreApplication::sendEvent(&box, &event);
+    };
+    touch(QEvent::TouchBegin, QEventPoint::Pressed);
+    EXPECT_EQ(hand(), 1);
+    EXPECT_TRUE(box.footDown());
+    touch(QEvent::TouchEnd, QEventPoint::Released);
+    EXPECT_EQ(hand(), 0);
+    EXPECT_FALSE(box.footDown());
 
     the<QCheckBox>("Stay").click();
     for (const int stays : {1, 0}) {
