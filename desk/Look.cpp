@@ -51,7 +51,7 @@ void renew(QWidget& widget) {
 /// For readers that listen to alerts, beside those that listen to names.
 void alert(QLabel& label, const QString& words) {
     label.setText(words);
-    label.setAccessibleName(words);
+    label.setAccessibleName(QString(words).replace(QLatin1Char('\n'), QLatin1Char(' ')));
     if (!words.isEmpty()) {
         QAccessibleEvent event(&label, QAccessible::Alert);
         QAccessible::updateAccessibility(&event);
@@ -86,12 +86,17 @@ void Lamp::tell(const QString& words, Rank rank) {
 News::News(QWidget* parent) : QLabel(parent) {
     setWordWrap(true);
     setMinimumHeight(fontMetrics().height());
+    QSizePolicy kept = sizePolicy();
+    kept.setRetainSizeWhenHidden(true); // what stands below does not move
+    setSizePolicy(kept);
+    hide();
 }
 
 void News::tell(const QString& words, bool trouble) {
     if (text() != words) {
         setProperty("trouble", trouble);
         renew(*this);
+        setVisible(!words.isEmpty());
         alert(*this, words);
     }
 }
