@@ -71,7 +71,7 @@ public:
             wakeGenerator();
         };
         simulator::Options options;
-        options.startPhase = 2;
+        options.startPhase = Phase::NormalOperation;
         generator_ = std::make_unique<simulator::Generator>(
             options, [this](std::string_view bytes) { answer(bytes); }, machine_.time.now());
         application_.start();

@@ -2,7 +2,7 @@
 
 include(GNUInstallDirs)
 
-foreach(program quillon generator-sim quillon-scenario quillon-replay)
+foreach(program quillon generator-sim generator-desk quillon-scenario quillon-replay)
     if(TARGET ${program})
         install(TARGETS ${program} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
         install(FILES packaging/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
@@ -15,8 +15,12 @@ if(TARGET quillon)
     install(FILES packaging/quillon.svg DESTINATION ${shared}/icons/hicolor/scalable/apps)
     install(FILES packaging/invalid.torvane.Quillon.metainfo.xml DESTINATION ${shared}/metainfo)
 endif()
+if(TARGET generator-desk)
+    install(FILES packaging/quillon-training.desktop DESTINATION ${shared}/applications)
+    install(DIRECTORY lessons/ DESTINATION ${shared}/quillon/lessons)
+endif()
 install(FILES packaging/quillon.bash DESTINATION ${shared}/bash-completion/completions RENAME quillon)
-foreach(program generator-sim quillon-scenario quillon-replay)
+foreach(program generator-sim generator-desk quillon-scenario quillon-replay)
     install(CODE "file(CREATE_LINK quillon
         \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${shared}/bash-completion/completions/${program}\" SYMBOLIC)")
 endforeach()
@@ -61,5 +65,5 @@ set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Talks to a generator over a serial line, takes it into its service modes, reads
 the exposure counters and calibrates positioners. A simulated generator comes
-with it.")
+with it, to be worked in a window of its own, and lessons on it.")
 include(CPack)

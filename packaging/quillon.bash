@@ -1,4 +1,4 @@
-# Completion of quillon, generator-sim, quillon-scenario and quillon-replay for bash.
+# Completion of quillon, generator-sim, generator-desk, quillon-scenario and quillon-replay for bash.
 
 _quillon() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} switches='--help --version' kind=
@@ -9,10 +9,15 @@ _quillon() {
             [[ $before != --tour ]] || kind=-d
             ;;
         generator-sim)
-            switches+=' --link --daemon --verbose'
-            [[ $before != --link ]] || kind=-f
+            switches+=' --link --daemon --verbose --machine --print-machine --check-lesson'
+            [[ $before != --@(link|machine|check-lesson) ]] || kind=-f
             ;;
-        quillon-replay) switches+=' --scenario' kind=-f ;;
+        generator-desk)
+            switches+=' --link --machine --lessons --lesson --console --home --tour'
+            [[ $before != --@(link|machine|lesson|console) ]] || kind=-f
+            [[ $before != --@(lessons|home|tour) ]] || kind=-d
+            ;;
+        quillon-replay) switches+=' --scenario --against-sim --profile --machine' kind=-f ;;
         quillon-scenario) kind=-f ;;
     esac
     COMPREPLY=()
@@ -23,4 +28,4 @@ _quillon() {
         mapfile -t COMPREPLY < <(compgen "$kind" -- "$word")
     fi
 }
-complete -F _quillon quillon generator-sim quillon-scenario quillon-replay
+complete -F _quillon quillon generator-sim generator-desk quillon-scenario quillon-replay

@@ -18,12 +18,13 @@ bool answeredByValue(std::string_view text) {
 } // namespace
 
 Assembly::Assembly(Options options)
-    : machine(std::move(options)), power(machine, [this] { stopRays(); }), tube(machine), technique(machine),
-      exposureControl(machine), records(machine), fluoroscopy(machine,
-                                                              [this](double kvp, double ma) {
-                                                                  records.addFluoroSecond(kvp, ma);
-                                                                  tube.warm(kvp, ma * kFluoroHeatMas);
-                                                              }),
+    : machine(std::move(options)), plug(machine.options.seed), power(machine, [this] { stopRays(); }),
+      tube(machine), technique(machine), exposureControl(machine), records(machine),
+      fluoroscopy(machine,
+                  [this](double kvp, double ma) {
+                      records.addFluoroSecond(kvp, ma);
+                      tube.warm(kvp, ma * kFluoroHeatMas);
+                  }),
       configuration(machine, [this] { exposureControl.sayFields(); }),
       programs(machine, technique, exposureControl, fluoroscopy, configuration), calibration(machine),
       exposure(machine, surroundings()),
@@ -46,22 +47,28 @@ Assembly::Assembly(Options options)
     commands_.enroll(positioner, Positioner::rows());
     commands_.enroll(faults, Faults::rows());
 
-    machine.onEnter(2, [this](int from) {
-        if (from == 6) {
+    machine.onEnter(Phase::NormalOperation, [this](Phase from) {
+        if (from == Phase::Calibration) {
             // The displays showed the calibration list; now they show what an exposure would be made with.
             technique.report();
         }
+        if (from == Phase::Initialization) {
+            faults.sayLamps();
+        }
         tube.check();
     });
-    machine.onEnter(6, [this](int) { calibration.report(); });
-    machine.onEnter(8, [this](int) { configuration.report(); });
+    machine.onEnter(Phase::Calibration, [this](Phase) { calibration.report(); });
+    machine.onEnter(Phase::Configuration, [this](Phase) { configuration.report(); });
 }
 
 void Assembly::takeFrame(std::string_view text) {
-    if (text.empty() || machine.phase() == 0) {
+    if (text.empty() || machine.phase() == kOff) {
         return;
     }
     const Verdict verdict = commands_.run(text, machine.phase());
+    if (onFrame) {
+        onFrame(text, verdict);
+    }
     power.heard();
     switch (verdict) {
     case Verdict::Taken:
@@ -88,11 +95,12 @@ void Assembly::takeFrame(std::string_view text) {
 
 void Assembly::powerOn() {
     coldStart();
-    if (machine.options.startPhase == 1) {
+    if (machine.options.startPhase == Phase::Initialization) {
         power.start();
     } else {
         power.standIn(machine.options.startPhase);
-        machine.options.startPhase = 1; // it is found in that phase once; after a power cut it starts cold
+        // It is found in that phase once; after a power cut it starts cold.
+        machine.options.startPhase = Phase::Initialization;
     }
 }
 
@@ -101,7 +109,7 @@ void Assembly::powerOff() {
     machine.agenda.clear();
     machine.outbox.clear();
     parser.reset();
-    machine.setPhase(0);
+    machine.setPhase(kOff);
 }
 
 void Assembly::halt() {
@@ -113,23 +121,23 @@ void Assembly::halt() {
 
 void Assembly::stopRays() {
     exposure.interrupt();
-    if (machine.phase() == 5) {
+    if (machine.phase() == Phase::FluoroExposure) {
         fluoroscopy.stop();
     }
 }
 
-int Assembly::stopForError() {
+Phase Assembly::stopForError() {
     // A service mode is not left by an error; what ran in it is over.
-    const int phase = exposure.phaseBehind();
-    const bool autocalibrating = phase == 9 || (phase >= 11 && phase <= 13);
+    const Phase phase = exposure.phaseBehind();
+    const bool autocalibrating = phase == Phase::Autocalibration || quillon::kAsksOrTells.has(phase);
     if (autocalibrating) {
         autocalibration.leave();
     }
     halt();
-    if (autocalibrating || phase == 6) {
-        return 6;
+    if (autocalibrating || phase == Phase::Calibration) {
+        return Phase::Calibration;
     }
-    return phase == 8 ? 8 : 2;
+    return phase == Phase::Configuration ? Phase::Configuration : Phase::NormalOperation;
 }
 
 void Assembly::coldStart() {
@@ -137,6 +145,7 @@ void Assembly::coldStart() {
     exposureControl.powerUp();
     fluoroscopy.powerUp();
     faults.powerUp();
+    machine.readDipSwitch();
 }
 
 Exposure::Surroundings Assembly::surroundings() {
@@ -145,19 +154,25 @@ Exposure::Surroundings Assembly::surroundings() {
             .measured = [this](const Shot& shot) { measured(shot); },
             .over =
                 [this](bool complete) {
-                    if (machine.phase() == 9) {
+                    if (machine.phase() == Phase::Autocalibration) {
                         autocalibration.exposureOver(complete);
                     }
                     tube.check();
                 }};
 }
 
+void Assembly::reseed() {
+    machine.random = Random(machine.options.seed);
+    machine.outbox.reseed(machine.options.seed);
+    plug.reseed(machine.options.seed);
+}
+
 std::string Assembly::hindrance() const {
     if (!power.raysAllowed()) {
         return "the console has not enabled X-rays (RX)";
     }
-    if (faults.doorOpen()) {
-        return "the door is open";
+    if (const std::string_view lamp = faults.hindrance(); !lamp.empty()) {
+        return std::string(lamp);
     }
     if (tube.tooHot()) {
         return "the tube is too hot";

@@ -9,6 +9,7 @@
 #include "sim/Faults.h"
 #include "sim/Fluoroscopy.h"
 #include "sim/Machine.h"
+#include "sim/Plug.h"
 #include "sim/Positioner.h"
 #include "sim/Power.h"
 #include "sim/Programs.h"
@@ -37,8 +38,14 @@ public:
     /// Whatever runs stops where it stands.
     void halt();
 
+    /// Everything by chance begins anew, with the seed of the options.
+    void reseed();
+
     /// Why there can be no radiation now; empty when there can.
     [[nodiscard]] std::string hindrance() const;
+
+    /// Told of every frame, and what became of it.
+    std::function<void(std::string_view text, Verdict verdict)> onFrame;
 
     /// How the frames fared.
     struct Tally {
@@ -51,6 +58,7 @@ public:
     [[nodiscard]] const Tally& tally() const { return tally_; }
 
     Machine machine;
+    Plug plug;
     FrameParser parser;
     Power power;
     Tube tube;
@@ -70,7 +78,7 @@ public:
 private:
     void coldStart();
     void stopRays();
-    [[nodiscard]] int stopForError();
+    [[nodiscard]] Phase stopForError();
     [[nodiscard]] Exposure::Surroundings surroundings();
     [[nodiscard]] Shot plan();
     void measured(const Shot& shot);

@@ -8,12 +8,6 @@ namespace simulator {
 
 namespace {
 
-// The question comes only after the machine has had a look at itself. A console that missed the
-// acknowledgement asks again in that time, and its second request must not count as the answer.
-constexpr std::int64_t kQuestionMs = 1500;
-constexpr std::int64_t kBeginMs = 1500;
-constexpr std::int64_t kEndMs = 500;
-
 // How long a person would take, for the machine that exposes by itself.
 constexpr std::int64_t kFirstPressMs = 6000;
 constexpr std::int64_t kNextPressMs = 2000;
@@ -23,9 +17,11 @@ constexpr int kFilamentBase = 3000; // mA, well above anything that could be a k
 } // namespace
 
 std::span<const Row<Autocalibration>> Autocalibration::rows() {
+    static constexpr Phases kInIt{Phase::Calibration, Phase::Autocalibration, Phase::ConfirmDismiss,
+                                  Phase::AutocalError, Phase::AutocalOk};
     static constexpr Row<Autocalibration> rows[] = {
-        {"CAU", in(6, 9, 11, 12, 13), Takes::Number, &Autocalibration::onOff},
-        {"CAR", in(6, 9), Takes::Number, &Autocalibration::retry},
+        {"CAU", kInIt, Takes::Number, &Autocalibration::onOff},
+        {"CAR", kCalibratingEither, Takes::Number, &Autocalibration::retry},
     };
     return rows;
 }
@@ -34,9 +30,9 @@ bool Autocalibration::onOff(const Request& request) {
     const bool on = *request.number != 0;
     if (!on) {
         dismiss();
-    } else if (machine_.phase() == 6) {
+    } else if (machine_.phase() == Phase::Calibration) {
         ask();
-    } else if (machine_.phase() == 11 || machine_.phaseIs({12, 13})) {
+    } else if (quillon::kAsksOrTells.has(machine_.phase())) {
         confirm();
     } else {
         machine_.say("CAU1");
@@ -50,14 +46,16 @@ bool Autocalibration::retry(const Request& request) {
 }
 
 void Autocalibration::ask() {
-    if (waiting_ || !machine_.options.dipSwitch) {
+    if (waiting_ || !machine_.serviceAllowed()) {
         return;
     }
+    // The question comes only after the machine has had a look at itself. A console that missed the
+    // acknowledgement asks again in that time, and its second request must not count as the answer.
     waiting_ = true;
-    next_ = machine_.after(kQuestionMs, [this] {
+    next_ = machine_.after(machine_.options.questionMs, [this] {
         waiting_ = false;
-        if (machine_.phase() == 6) {
-            machine_.go(11);
+        if (machine_.phase() == Phase::Calibration) {
+            machine_.go(Phase::ConfirmDismiss);
         }
     });
 }
@@ -66,14 +64,14 @@ void Autocalibration::confirm() {
     machine_.say("CAU1");
     if (!waiting_) {
         waiting_ = true;
-        next_ = machine_.after(kBeginMs, [this] { begin(); });
+        next_ = machine_.after(machine_.options.beginMs, [this] { begin(); });
     }
 }
 
 void Autocalibration::begin() {
     waiting_ = false;
     exposures_ = 0;
-    machine_.go(9);
+    machine_.go(Phase::Autocalibration);
     calibration_.reportShot();
     if (machine_.options.autoExpose) {
         pressLater(kFirstPressMs);
@@ -81,13 +79,13 @@ void Autocalibration::begin() {
 }
 
 void Autocalibration::dismiss() {
-    const bool stands = machine_.phase() != 6;
+    const bool stands = machine_.phase() != Phase::Calibration;
     leave();
     if (stands) {
         waiting_ = true;
         next_ = machine_.after(machine_.options.modeMs, [this] {
             waiting_ = false;
-            machine_.enter(6);
+            machine_.enter(Phase::Calibration);
         });
     }
 }
@@ -104,7 +102,7 @@ void Autocalibration::halt() {
 
 void Autocalibration::pressLater(std::int64_t ms) {
     next_ = machine_.after(ms, [this] {
-        if (machine_.phase() == 9 && !press_().empty()) {
+        if (machine_.phase() == Phase::Autocalibration && !press_().empty()) {
             pressLater(kNextPressMs);
         }
     });
@@ -119,7 +117,7 @@ void Autocalibration::exposureOver(bool complete) {
         }
     }
     if (exposures_ >= machine_.options.autocalExposures) {
-        next_ = machine_.after(kEndMs, [this] { end(); });
+        next_ = machine_.after(machine_.options.endMs, [this] { end(); });
     } else if (machine_.options.autoExpose) {
         pressLater(kNextPressMs);
     }
@@ -137,8 +135,8 @@ void Autocalibration::tellProgress() {
 }
 
 void Autocalibration::end() {
-    if (machine_.phase() == 9) {
-        machine_.go(machine_.options.autocalSucceeds ? 13 : 12);
+    if (machine_.phase() == Phase::Autocalibration) {
+        machine_.go(machine_.options.autocalSucceeds ? Phase::AutocalOk : Phase::AutocalError);
     }
 }
 

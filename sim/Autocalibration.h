@@ -27,6 +27,9 @@ public:
     void leave();
     void halt();
 
+    /// That this autocalibration has taken.
+    [[nodiscard]] int exposures() const { return exposures_; }
+
 private:
     bool onOff(const Request& request);
     bool retry(const Request& request);

@@ -15,8 +15,6 @@ constexpr double kSmallStations[] = {10, 16, 25, 50, 80, 100, 160};
 constexpr double kLargeStations[] = {50, 80, 100, 160, 200, 320, 400, 640};
 constexpr int kParameters = 32;
 constexpr int kHighestValue = 4095;
-constexpr double kLowestKvp = 40;
-constexpr double kHighestKvp = 150;
 constexpr double kShortestMs = 10;
 constexpr double kLongestMs = 1000;
 
@@ -27,7 +25,11 @@ constexpr int kFocusParameter = 1;
 
 Calibration::Calibration(Machine& machine) : machine_(machine) {
     const auto addStations = [this](std::span<const double> stations, bool large) {
+        const Focus& focus = large ? machine_.options.largeFocus : machine_.options.smallFocus;
         for (const double ma : stations) {
+            if (ma < focus.lowestMa || ma > focus.highestMa) {
+                continue;
+            }
             // Filament values rise with the current they give.
             const int value = std::min(kHighestValue, static_cast<int>(300 + ma));
             list_.push_back({0, large, {70, ma, 100}, value, value});
@@ -44,37 +46,48 @@ std::span<const Row<Calibration>> Calibration::rows() {
     using C = Calibration;
     // clang-format off
     static constexpr Row<Calibration> rows[] = {
-        {"MA?",  in(6),    Takes::Nothing, &C::tellPlace},
-        {"MA+",  in(6),    Takes::Nothing, &C::walk, 1},
-        {"MAU",  in(6),    Takes::Nothing, &C::walk, 1},
-        {"MA-",  in(6),    Takes::Nothing, &C::walk, -1},
-        {"MAD",  in(6),    Takes::Nothing, &C::walk, -1},
-        {"FO",   in(6),    Takes::Nothing, &C::toggleFocus},
-        {"CO",   in(6, 9), Takes::Nothing, &C::toggleFocus},
-        {"FO?",  in(6),    Takes::Nothing, &C::tellFocus},
-        {"KV?",  in(6),    Takes::Nothing, &C::tellKvp},
-        {"KV+",  in(6, 9), Takes::Nothing, &C::stepKvp, 1},
-        {"KV++", in(6),    Takes::Nothing, &C::stepKvp, 5},
-        {"KVU",  in(6, 9), Takes::Nothing, &C::stepKvp, 1},
-        {"KV-",  in(6, 9), Takes::Nothing, &C::stepKvp, -1},
-        {"KV--", in(6),    Takes::Nothing, &C::stepKvp, -5},
-        {"KVD",  in(6, 9), Takes::Nothing, &C::stepKvp, -1},
-        {"MS?",  in(6),    Takes::Nothing, &C::tellMs},
-        {"MX?",  in(6),    Takes::Nothing, &C::tellMas},
-        {"MX+",  in(9),    Takes::Nothing, &C::stepMas, 1},
-        {"MXU",  in(9),    Takes::Nothing, &C::stepMas, 1},
-        {"MX-",  in(9),    Takes::Nothing, &C::stepMas, -1},
-        {"MXD",  in(9),    Takes::Nothing, &C::stepMas, -1},
-        {"C+",   in(6, 9), Takes::Nothing, &C::stepValue, 1},
-        {"C++",  in(6, 9), Takes::Nothing, &C::stepValue, 10},
-        {"C-",   in(6, 9), Takes::Nothing, &C::stepValue, -1},
-        {"C--",  in(6, 9), Takes::Nothing, &C::stepValue, -10},
-        {"CV",   in(6, 9), Takes::Number,  &C::setValue},
-        {"CS",   in(6, 9), Takes::Nothing, &C::storeValue},
-        {"CR",   in(6, 9), Takes::Nothing, &C::readValue},
+        {"MA?",  kCalibrating,       Takes::Nothing, &C::tellPlace},
+        {"MA+",  kCalibrating,       Takes::Nothing, &C::walk, 1},
+        {"MAU",  kCalibrating,       Takes::Nothing, &C::walk, 1},
+        {"MA-",  kCalibrating,       Takes::Nothing, &C::walk, -1},
+        {"MAD",  kCalibrating,       Takes::Nothing, &C::walk, -1},
+        {"FO",   kCalibrating,       Takes::Nothing, &C::toggleFocus},
+        {"CO",   kCalibratingEither, Takes::Nothing, &C::toggleFocus},
+        {"FO?",  kCalibrating,       Takes::Nothing, &C::tellFocus},
+        {"KV?",  kCalibrating,       Takes::Nothing, &C::tellKvp},
+        {"KV+",  kCalibratingEither, Takes::Nothing, &C::stepKvp, 1},
+        {"KV++", kCalibrating,       Takes::Nothing, &C::stepKvp, 5},
+        {"KVU",  kCalibratingEither, Takes::Nothing, &C::stepKvp, 1},
+        {"KV-",  kCalibratingEither, Takes::Nothing, &C::stepKvp, -1},
+        {"KV--", kCalibrating,       Takes::Nothing, &C::stepKvp, -5},
+        {"KVD",  kCalibratingEither, Takes::Nothing, &C::stepKvp, -1},
+        {"MS?",  kCalibrating,       Takes::Nothing, &C::tellMs},
+        {"MX?",  kCalibrating,       Takes::Nothing, &C::tellMas},
+        {"MX+",  kAutocalibrating,   Takes::Nothing, &C::stepMas, 1},
+        {"MXU",  kAutocalibrating,   Takes::Nothing, &C::stepMas, 1},
+        {"MX-",  kAutocalibrating,   Takes::Nothing, &C::stepMas, -1},
+        {"MXD",  kAutocalibrating,   Takes::Nothing, &C::stepMas, -1},
+        {"C+",   kCalibratingEither, Takes::Nothing, &C::stepValue, 1},
+        {"C++",  kCalibratingEither, Takes::Nothing, &C::stepValue, 10},
+        {"C-",   kCalibratingEither, Takes::Nothing, &C::stepValue, -1},
+        {"C--",  kCalibratingEither, Takes::Nothing, &C::stepValue, -10},
+        {"CV",   kCalibratingEither, Takes::Number,  &C::setValue},
+        {"CS",   kCalibratingEither, Takes::Nothing, &C::storeValue},
+        {"CR",   kCalibratingEither, Takes::Nothing, &C::readValue},
     };
     // clang-format on
     return rows;
+}
+
+std::vector<std::pair<std::string, int>> Calibration::storedValues() const {
+    std::vector<std::pair<std::string, int>> values;
+    for (const Place& each : list_) {
+        values.emplace_back(each.parameter != 0
+                                ? "E" + quillon::fixedDigits(each.parameter, 2)
+                                : (each.large ? "large." : "small.") + shortNumber(each.shot.ma, 1),
+                            each.stored);
+    }
+    return values;
 }
 
 void Calibration::report() {
@@ -131,7 +144,7 @@ bool Calibration::toggleFocus(const Request&) {
 
 bool Calibration::stepKvp(const Request& request) {
     double& kvp = place().shot.kvp;
-    kvp = std::clamp(kvp + request.amount, kLowestKvp, kHighestKvp);
+    kvp = std::clamp(kvp + request.amount, machine_.options.kvp.low, machine_.options.kvp.high);
     sayKvp();
     return true;
 }

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace simulator {
@@ -31,6 +33,9 @@ public:
     /// What the machine has measured by itself becomes the stored value, and is reported.
     void adopt(int value);
     [[nodiscard]] int value() const { return place().value; }
+
+    /// Name and stored value of each place: "small.50", "large.320", "E07".
+    [[nodiscard]] std::vector<std::pair<std::string, int>> storedValues() const;
 
 private:
     struct Place {

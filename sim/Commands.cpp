@@ -24,7 +24,7 @@ bool fits(Takes takes, const Request& request) {
 
 } // namespace
 
-Verdict CommandTable::run(std::string_view text, int phase) const {
+Verdict CommandTable::run(std::string_view text, Phase phase) const {
     std::size_t longest = 0;
     for (const Entry& entry : entries_) {
         if (text.starts_with(entry.mnemonic)) {
@@ -38,7 +38,7 @@ Verdict CommandTable::run(std::string_view text, int phase) const {
     const std::string_view argument = text.substr(longest);
     Request request{argument, numberIn(argument), 0};
     for (const Entry& entry : entries_) {
-        if (entry.mnemonic == mnemonic && (entry.phases & in(phase)) != 0) {
+        if (entry.mnemonic == mnemonic && entry.phases.has(phase)) {
             request.amount = entry.amount;
             return fits(entry.takes, request) && entry.handler(request) ? Verdict::Taken
                                                                         : Verdict::BadArgument;

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdint>
+#include "base/Phase.h"
+
 #include <functional>
 #include <optional>
 #include <span>
@@ -9,14 +10,27 @@
 
 namespace simulator {
 
-using Phases = std::uint16_t;
+using quillon::Phase;
+using quillon::Phases;
 
-/// The set of the phases named.
-template <class... Numbers> [[nodiscard]] constexpr Phases in(Numbers... phases) {
-    return static_cast<Phases>((0U | ... | (1U << phases)));
-}
+inline constexpr Phase kOff = Phase::None;
 
-inline constexpr Phases kEveryPhase = 0xFFFE;
+// Sets of phases that stand in many rows.
+inline constexpr Phases kReady{Phase::NormalOperation};
+inline constexpr Phases kReadyOrFluoro{Phase::NormalOperation, Phase::FluoroExposure};
+inline constexpr Phases kCalibrating{Phase::Calibration};
+inline constexpr Phases kAutocalibrating{Phase::Autocalibration};
+inline constexpr Phases kCalibratingEither{Phase::Calibration, Phase::Autocalibration};
+inline constexpr Phases kConfiguring{Phase::Configuration};
+inline constexpr Phases kOnceStarted{Phase::NormalOperation, Phase::Preparation,     Phase::RadExposure,
+                                     Phase::FluoroExposure,  Phase::Calibration,     Phase::Error,
+                                     Phase::Configuration,   Phase::Autocalibration, Phase::TubeTooHot,
+                                     Phase::ConfirmDismiss,  Phase::AutocalError,    Phase::AutocalOk};
+inline constexpr Phases kEveryPhase{Phase::Initialization, Phase::NormalOperation, Phase::Preparation,
+                                    Phase::RadExposure,    Phase::FluoroExposure,  Phase::Calibration,
+                                    Phase::Error,          Phase::Configuration,   Phase::Autocalibration,
+                                    Phase::TubeTooHot,     Phase::ConfirmDismiss,  Phase::AutocalError,
+                                    Phase::AutocalOk};
 
 /// What may stand behind a mnemonic.
 enum class Takes { Nothing, Number, NumberOrNothing, Text };
@@ -52,7 +66,7 @@ public:
         }
     }
 
-    [[nodiscard]] Verdict run(std::string_view text, int phase) const;
+    [[nodiscard]] Verdict run(std::string_view text, Phase phase) const;
 
 private:
     struct Entry {

@@ -31,22 +31,22 @@ std::span<const Row<Configuration>> Configuration::rows() {
     using C = Configuration;
     // clang-format off
     static constexpr Row<Configuration> rows[] = {
-        {"WS",   in(2, 8), Takes::Number,  &C::setWorkstation},
-        {"CFD",  in(8),    Takes::Nothing, &C::setDefaults},
-        {"TU+",  in(8),    Takes::Nothing, &C::step<kTube>, 1},
-        {"TU-",  in(8),    Takes::Nothing, &C::step<kTube>, -1},
-        {"WM+",  in(8),    Takes::Nothing, &C::step<kWorkingMode>, 1},
-        {"WM-",  in(8),    Takes::Nothing, &C::step<kWorkingMode>, -1},
-        {"IC+",  in(8),    Takes::Nothing, &C::step<kChamber>, 1},
-        {"IC-",  in(8),    Takes::Nothing, &C::step<kChamber>, -1},
-        {"WSI+", in(8),    Takes::Nothing, &C::step<kInterlock>, 1},
-        {"WSI-", in(8),    Takes::Nothing, &C::step<kInterlock>, -1},
-        {"WSF+", in(8),    Takes::Nothing, &C::step<kFailSafe>, 1},
-        {"WSF-", in(8),    Takes::Nothing, &C::step<kFailSafe>, -1},
-        {"WSS+", in(8),    Takes::Nothing, &C::step<kSync>, 1},
-        {"WSS-", in(8),    Takes::Nothing, &C::step<kSync>, -1},
-        {"KVT+", in(8),    Takes::Nothing, &C::step<kTracking>, 1},
-        {"KVT-", in(8),    Takes::Nothing, &C::step<kTracking>, -1},
+        {"WS",   Phases{Phase::NormalOperation, Phase::Configuration}, Takes::Number,  &C::setWorkstation},
+        {"CFD",  kConfiguring,                                         Takes::Nothing, &C::setDefaults},
+        {"TU+",  kConfiguring,                                         Takes::Nothing, &C::step<kTube>, 1},
+        {"TU-",  kConfiguring,                                         Takes::Nothing, &C::step<kTube>, -1},
+        {"WM+",  kConfiguring,                                         Takes::Nothing, &C::step<kWorkingMode>, 1},
+        {"WM-",  kConfiguring,                                         Takes::Nothing, &C::step<kWorkingMode>, -1},
+        {"IC+",  kConfiguring,                                         Takes::Nothing, &C::step<kChamber>, 1},
+        {"IC-",  kConfiguring,                                         Takes::Nothing, &C::step<kChamber>, -1},
+        {"WSI+", kConfiguring,                                         Takes::Nothing, &C::step<kInterlock>, 1},
+        {"WSI-", kConfiguring,                                         Takes::Nothing, &C::step<kInterlock>, -1},
+        {"WSF+", kConfiguring,                                         Takes::Nothing, &C::step<kFailSafe>, 1},
+        {"WSF-", kConfiguring,                                         Takes::Nothing, &C::step<kFailSafe>, -1},
+        {"WSS+", kConfiguring,                                         Takes::Nothing, &C::step<kSync>, 1},
+        {"WSS-", kConfiguring,                                         Takes::Nothing, &C::step<kSync>, -1},
+        {"KVT+", kConfiguring,                                         Takes::Nothing, &C::step<kTracking>, 1},
+        {"KVT-", kConfiguring,                                         Takes::Nothing, &C::step<kTracking>, -1},
     };
     // clang-format on
     return rows;
@@ -57,7 +57,7 @@ bool Configuration::choose(double number) {
         return false;
     }
     selected_ = static_cast<std::size_t>(number) - 1;
-    if (machine_.phase() == 8) {
+    if (machine_.phase() == Phase::Configuration) {
         report();
     } else {
         machine_.say("WS" + std::to_string(workstation()));

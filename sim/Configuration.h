@@ -21,6 +21,10 @@ public:
     /// Tube of the selected workstation, 1 to 3.
     [[nodiscard]] int tube() const { return stations_.at(selected_).values[kTube]; }
     [[nodiscard]] int workstation() const { return static_cast<int>(selected_) + 1; }
+    /// In the order tube, working mode, chamber, interlock, fail safe, synchronisation, tracking.
+    [[nodiscard]] std::span<const int> valuesOf(std::size_t station) const {
+        return stations_.at(station).values;
+    }
 
     /// Selects a workstation and reports it. False: there is none of that number.
     bool choose(double number);

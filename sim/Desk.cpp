@@ -14,6 +14,7 @@ namespace simulator {
 
 namespace {
 
+using quillon::numberOf;
 using quillon::trim;
 
 std::string refusal(const std::string& why) {
@@ -54,11 +55,11 @@ std::string forcePhase(Assembly& g, std::string_view text) {
     if (!phase) {
         return "?phase takes 1 to " + std::to_string(quillon::kPhaseCount);
     }
-    if (g.machine.phase() == 1 && *phase != 1) {
+    if (g.machine.phase() == Phase::Initialization && *phase != numberOf(Phase::Initialization)) {
         g.power.skip();
     }
     g.halt();
-    g.machine.enter(*phase);
+    g.machine.enter(static_cast<Phase>(*phase));
     return {};
 }
 
@@ -143,6 +144,40 @@ std::string drop(Assembly& g, std::string_view text) {
     return {};
 }
 
+std::string hand(Assembly& g, std::string_view text) {
+    const auto stage = wholeNumber(text, 0, 2);
+    if (!stage) {
+        return "?hand takes 0, 1 or 2";
+    }
+    const std::string refused = g.exposure.hand(*stage);
+    return refusal(!refused.empty() && g.machine.phase() == kOff ? "it is off" : refused);
+}
+
+std::string plug(Assembly& g, std::string_view text) {
+    using State = Plug::State;
+    static constexpr std::pair<std::string_view, State> kStates[] = {
+        {"in", State::In}, {"out", State::Out}, {"loose", State::Loose}};
+    const auto* const state = std::ranges::find(kStates, text, &std::pair<std::string_view, State>::first);
+    if (state == std::end(kStates)) {
+        return "?plug takes in, out or loose";
+    }
+    g.plug.put(state->second, g.machine.now());
+    return {};
+}
+
+std::string stick(Assembly& g, std::string_view text) {
+    const auto [mnemonic, value] = splitFirst(text);
+    if (mnemonic.empty()) {
+        return "?stick takes a mnemonic, and a value or nothing; or off";
+    }
+    if (mnemonic == "off") {
+        g.machine.outbox.unstick();
+    } else {
+        g.machine.outbox.stick(mnemonic, value);
+    }
+    return {};
+}
+
 std::string heat(Assembly& g, std::string_view text) {
     const auto percent = wholeNumber(text, 0, 100);
     if (!percent) {
@@ -158,7 +193,7 @@ std::string power(Assembly& g, std::string_view text) {
     if (!on) {
         return "?power takes on or off";
     }
-    if (*on == (g.machine.phase() != 0)) {
+    if (*on == (g.machine.phase() != kOff)) {
         return *on ? "?it is on" : "?it is off";
     }
     if (*on) {
@@ -200,7 +235,12 @@ std::string set(Assembly& g, std::string_view text) {
     if (key.empty() || value.empty()) {
         return "?set takes a key and a value";
     }
-    if (key == "kv" || key == "ma" || key == "ms" || key == "mas") {
+    // The values of an exposure are the machine's; its switches can be set while it is off.
+    const bool chosen = key == "kv" || key == "ma" || key == "ms" || key == "mas" || key == "focus";
+    if (chosen && g.machine.phase() == kOff) {
+        return "?it is off";
+    }
+    if (chosen && key != "focus") {
         return setTechnique(g, key, value);
     }
     if (key == "focus") {
@@ -213,6 +253,11 @@ std::string set(Assembly& g, std::string_view text) {
     if (key == "heat") {
         return heat(g, value);
     }
+    if (key == "reading") {
+        const auto reading = wholeNumber(value, 0, 4095);
+        g.positioner.setReading(reading.value_or(g.positioner.reading()));
+        return reading ? "" : "?reading takes 0 to 4095";
+    }
     if (key.starts_with("counter")) {
         const auto counter = wholeNumber(key.substr(7), 0, 3);
         const auto count = wholeNumber(value, 0, 999'999);
@@ -222,10 +267,14 @@ std::string set(Assembly& g, std::string_view text) {
         g.records.setCounter(*counter, *count);
         return {};
     }
-    if (key == "seed" || key == "type" || key == "startphase") {
+    if (key == "type" || key == "startphase") {
         return refusal(std::string(key) + " is fixed at the start");
     }
-    return refusal(applyOption(g.machine.options, std::string(key) + "=" + std::string(value)));
+    const std::string problem = applyOption(g.machine.options, std::string(key) + "=" + std::string(value));
+    if (problem.empty() && key == "seed") {
+        g.reseed();
+    }
+    return refusal(problem);
 }
 
 std::string status(Assembly& g, std::string_view) {
@@ -234,7 +283,7 @@ std::string status(Assembly& g, std::string_view) {
     };
     const Machine& m = g.machine;
     const auto& tally = g.tally();
-    std::string text = line("phase", m.phase() == 0 ? "off" : std::to_string(m.phase()));
+    std::string text = line("phase", m.phase() == kOff ? "off" : std::to_string(numberOf(m.phase())));
     text += line("error", std::to_string(g.faults.code()));
     text += line("heat", shortNumber(g.tube.percent(), 1));
     text += line("x-rays", g.power.raysAllowed() ? "enabled" : "disabled");
@@ -285,6 +334,7 @@ constexpr Command kCommands[] = {
     {"prepare", "",             "hand switch, first stage",                                true,  prepare},
     {"expose",  "",             "hand switch through: prepares if need be, then exposes",  true,  expose},
     {"release", "",             "hand switch let go; cuts a running exposure short",       true,  release},
+    {"hand",    "0|1|2",        "hand switch let go, half pressed, pressed through",       false, hand},
     {"fluoro",  "on|off",       "foot switch",                                             true,  fluoro},
     {"error",   "N|LN",         "error N with phase 7, or interlock N",                    true,  raiseError},
     {"warning", "N",            "technique warning",                                       true,  raiseWarning},
@@ -293,8 +343,10 @@ constexpr Command kCommands[] = {
     {"silence", "on|off",       "works on, but answers nothing",                           false, silence},
     {"noise",   "0..100",       "percent of the messages with garbage beside them",        false, noise},
     {"drop",    "N|every N",    "loses the next N acknowledgements, or every Nth",         false, drop},
+    {"plug",    "in|out|loose", "the plug at the machine; what passes without contact is lost", false, plug},
+    {"stick",   "MNEMONIC [VALUE]", "its messages tell this value, or its own; stick off: all", false, stick},
     {"send",    "TEXT",         "sends a message",                                         true,  send},
-    {"set",     "KEY VALUE",    "kv ma ms mas focus counter0..3 heat, or any option",      true,  set},
+    {"set",     "KEY VALUE",    "kv ma ms mas focus counter0..3 heat reading, or any option",      false, set},
 };
 // clang-format on
 
@@ -307,7 +359,7 @@ std::string carryOut(Assembly& generator, std::string_view line) {
     }
     const std::string name = quillon::lowerCase(words.first);
     const auto command = std::ranges::find(kCommands, name, &Command::name);
-    const bool off = generator.machine.phase() == 0;
+    const bool off = generator.machine.phase() == kOff;
     if (command != std::end(kCommands)) {
         if (command->takes.empty() && !words.rest.empty()) {
             return refusal(name + " takes nothing");
@@ -321,11 +373,13 @@ std::string carryOut(Assembly& generator, std::string_view line) {
     if (!on) {
         return refusal(name + " takes 0 or 1");
     }
-    if (off) {
-        return "?it is off";
-    }
     generator.faults.setLamp(name, *on);
     return {};
+}
+
+bool isCommand(std::string_view line) {
+    const std::string name = quillon::lowerCase(splitFirst(line).first);
+    return std::ranges::find(kCommands, name, &Command::name) != std::end(kCommands) || Faults::hasLamp(name);
 }
 
 std::string deskHelp() {

@@ -11,6 +11,9 @@ namespace simulator {
 /// with '?'.
 [[nodiscard]] std::string carryOut(Assembly& generator, std::string_view line);
 
+/// Whether the line begins with a command that there is.
+[[nodiscard]] bool isCommand(std::string_view line);
+
 /// The commands, one a line.
 [[nodiscard]] std::string deskHelp();
 

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace simulator {
 
 namespace {
-
-constexpr std::int64_t kRotorMs = 1000;
 
 // Values of "XE".
 constexpr std::string_view kEndedByItself = "XE0";
@@ -17,28 +16,29 @@ constexpr std::string_view kCutShort = "XE1";
 
 std::span<const Row<Exposure>> Exposure::rows() {
     static constexpr Row<Exposure> rows[] = {
-        {"XR", in(3, 4), Takes::Number, &Exposure::softwareSwitch},
+        {"XR", Phases{Phase::Preparation, Phase::RadExposure}, Takes::Number, &Exposure::softwareSwitch},
     };
     return rows;
 }
 
 std::string Exposure::prepare() {
-    if (!machine_.phaseIs({2, 6, 9})) {
-        return "no preparation in phase " + std::to_string(machine_.phase());
+    if (!machine_.phaseIs({Phase::NormalOperation, Phase::Calibration, Phase::Autocalibration})) {
+        return "no preparation in phase " + std::to_string(quillon::numberOf(machine_.phase()));
     }
     if (std::string why = surroundings_.hindrance(); !why.empty()) {
         return why;
     }
     back_ = machine_.phase();
     ready_ = wanted_ = false;
+    pressed_ = true;
     machine_.say("PS1");
-    machine_.go(3);
-    next_ = machine_.after(kRotorMs, [this] { ready(); });
+    machine_.go(Phase::Preparation);
+    next_ = machine_.after(machine_.options.rotorMs, [this] { ready(); });
     return {};
 }
 
 std::string Exposure::expose() {
-    if (machine_.phase() != 3) {
+    if (machine_.phase() != Phase::Preparation) {
         if (std::string why = prepare(); !why.empty()) {
             return why;
         }
@@ -58,7 +58,7 @@ std::string Exposure::release() {
         return "nothing is pressed";
     }
     machine_.agenda.cancel(next_);
-    if (machine_.phase() == 4) {
+    if (machine_.phase() == Phase::RadExposure) {
         finish(false);
     } else {
         letGo();
@@ -66,8 +66,37 @@ std::string Exposure::release() {
     return {};
 }
 
+std::string Exposure::hand(int stage) {
+    const int before = std::exchange(hand_, stage);
+    if (stage == before) {
+        return {};
+    }
+    if (stage == 0) {
+        if (underWay()) {
+            return release();
+        }
+        saySwitch();
+        return {};
+    }
+    if (before != 0 && !underWay()) {
+        return "it takes a new press: let the switch go first";
+    }
+    if (stage == 2) {
+        return expose();
+    }
+    if (before == 0) {
+        return prepare();
+    }
+    if (machine_.phase() == Phase::RadExposure) {
+        return release();
+    }
+    wanted_ = false;
+    machine_.say("XS0");
+    return {};
+}
+
 void Exposure::interrupt() {
-    const bool preparing = machine_.phase() == 3;
+    const bool preparing = machine_.phase() == Phase::Preparation;
     if (release().empty() && preparing) {
         surroundings_.over(false);
     }
@@ -75,15 +104,15 @@ void Exposure::interrupt() {
 
 void Exposure::halt() {
     machine_.agenda.cancel(next_);
-    ready_ = wanted_ = false;
+    ready_ = wanted_ = pressed_ = false;
     shot_ = {};
 }
 
 bool Exposure::softwareSwitch(const Request& request) {
     if (*request.number != 0) {
-        return machine_.phase() == 4 || expose().empty();
+        return machine_.phase() == Phase::RadExposure || expose().empty();
     }
-    if (machine_.phase() == 4) {
+    if (machine_.phase() == Phase::RadExposure) {
         machine_.agenda.cancel(next_);
         finish(false);
     } else {
@@ -103,7 +132,7 @@ void Exposure::ready() {
 void Exposure::start() {
     shot_ = surroundings_.plan();
     startedMs_ = machine_.now();
-    machine_.go(4);
+    machine_.go(Phase::RadExposure);
     machine_.say("XR1");
     next_ = machine_.after(std::max<std::int64_t>(1, std::llround(shot_.ms)), [this] { finish(true); });
 }
@@ -120,15 +149,29 @@ void Exposure::finish(bool complete) {
 }
 
 void Exposure::letGo() {
-    if (wanted_) {
+    const bool stays = machine_.options.handStaysPressed && hand_ != 0;
+    if (!stays && wanted_) {
         machine_.say("XS0");
     }
     if (ready_) {
         machine_.say("PR0");
     }
-    machine_.say("PS0");
-    ready_ = wanted_ = false;
+    if (!stays) {
+        wanted_ = false;
+        saySwitch();
+    }
+    ready_ = false;
     machine_.go(back_);
+}
+
+// The stages that are still told as pressed.
+void Exposure::saySwitch() {
+    if (std::exchange(wanted_, false)) {
+        machine_.say("XS0");
+    }
+    if (std::exchange(pressed_, false)) {
+        machine_.say("PS0");
+    }
 }
 
 } // namespace simulator

@@ -38,6 +38,10 @@ public:
     std::string prepare();
     std::string expose();
     std::string release();
+    /// Moves the switch: 0 let go, 1 half pressed, 2 pressed through. What it set going may be over while it
+    /// is still held; then it takes a new press. Returns why the movement had no effect, or nothing.
+    std::string hand(int stage);
+    [[nodiscard]] int hand() const { return hand_; }
 
     /// A preparation or an exposure under way ends as if the switch had been let go, and it takes a new press
     /// to begin again: the door was opened, or the console forbade X-rays.
@@ -47,10 +51,16 @@ public:
     void halt();
 
     /// The phase an exposure under way began in; else the present phase.
-    [[nodiscard]] int phaseBehind() const { return underWay() ? back_ : machine_.phase(); }
+    [[nodiscard]] Phase phaseBehind() const { return underWay() ? back_ : machine_.phase(); }
 
     /// It began in a service mode, so the values come from there.
-    [[nodiscard]] bool inServiceMode() const { return back_ != 2; }
+    [[nodiscard]] bool inServiceMode() const { return back_ != Phase::NormalOperation; }
+
+    /// The rotor is up.
+    [[nodiscard]] bool prepared() const { return ready_; }
+    /// What is being exposed, or was last, and when that began.
+    [[nodiscard]] const Shot& shot() const { return shot_; }
+    [[nodiscard]] std::int64_t startedMs() const { return startedMs_; }
 
 private:
     bool softwareSwitch(const Request& request);
@@ -58,16 +68,19 @@ private:
     void start();
     void finish(bool complete);
     void letGo();
-    [[nodiscard]] bool underWay() const { return machine_.phaseIs({3, 4}); }
+    void saySwitch();
+    [[nodiscard]] bool underWay() const { return machine_.phaseIs({Phase::Preparation, Phase::RadExposure}); }
 
     Machine& machine_;
     Surroundings surroundings_;
     Agenda::Ticket next_ = Agenda::kNone;
     Shot shot_;
     std::int64_t startedMs_ = 0;
-    int back_ = 2;
+    Phase back_ = Phase::NormalOperation;
+    int hand_ = 0;
     bool ready_ = false;
     bool wanted_ = false;
+    bool pressed_ = false; ///< the switch was told as pressed
 };
 
 } // namespace simulator

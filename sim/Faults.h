@@ -4,6 +4,7 @@
 #include "sim/Machine.h"
 
 #include <functional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,12 +15,14 @@ namespace simulator {
 class Faults {
 public:
     /// `stop` stops whatever runs when an error comes, and tells the phase to go on in after its reset;
-    /// `doorOpened` is told when the door opens.
-    Faults(Machine& machine, std::function<int()> stop, std::function<void()> doorOpened)
-        : machine_(machine), stop_(std::move(stop)), doorOpened_(std::move(doorOpened)) {}
+    /// `hindered` is told when a condition comes that forbids radiation.
+    Faults(Machine& machine, std::function<Phase()> stop, std::function<void()> hindered)
+        : machine_(machine), stop_(std::move(stop)), hindered_(std::move(hindered)) {}
 
     [[nodiscard]] static std::span<const Row<Faults>> rows();
     void powerUp();
+    /// Those that stand: the door is as open after a power cut as before.
+    void sayLamps();
 
     /// Phase 7 with this code; 0 repeats that there is none.
     void raise(int code);
@@ -35,8 +38,10 @@ public:
 
     /// Sets a lamp by its name, such as "door", which must be one.
     void setLamp(std::string_view name, bool on);
-    [[nodiscard]] bool doorOpen() const { return doorOpen_; }
+    /// Why a lamp that stands forbids radiation; empty when none does.
+    [[nodiscard]] std::string_view hindrance() const;
     [[nodiscard]] int code() const { return code_; }
+    [[nodiscard]] bool lampOn(std::string_view name) const { return lamps_.contains(name); }
 
     [[nodiscard]] static bool hasLamp(std::string_view name);
 
@@ -46,15 +51,15 @@ public:
 private:
     bool tell(const Request& request);
     bool reset(const Request& request);
-    void say();
+    [[nodiscard]] bool hinders(std::string_view lamp) const;
 
     Machine& machine_;
-    std::function<int()> stop_;
-    std::function<void()> doorOpened_;
+    std::function<Phase()> stop_;
+    std::function<void()> hindered_;
     int code_ = 0;
     int interlock_ = 0;
-    int resume_ = 2;
-    bool doorOpen_ = false;
+    Phase resume_ = Phase::NormalOperation;
+    std::set<std::string, std::less<>> lamps_; // the names of those that stand
 };
 
 } // namespace simulator

@@ -35,44 +35,44 @@ std::span<const Row<Fluoroscopy>> Fluoroscopy::rows(GeneratorKind kind) {
     using F = Fluoroscopy;
     // clang-format off
     static constexpr Row<Fluoroscopy> withFluoroscopy[] = {
-        {"FLF",   in(2, 5), Takes::Nothing,         &F::refresh},
-        {"FLK",   in(2, 5), Takes::Number,          &F::setKvp},
-        {"FLK?",  in(2, 5), Takes::Nothing,         &F::tellKvp},
-        {"FLK+",  in(2, 5), Takes::Nothing,         &F::stepKvp, 1},
-        {"FLK++", in(2),    Takes::Nothing,         &F::stepKvp, 5},
-        {"FLKU",  in(2, 5), Takes::Nothing,         &F::stepKvp, 1},
-        {"FLK-",  in(2, 5), Takes::Nothing,         &F::stepKvp, -1},
-        {"FLK--", in(2),    Takes::Nothing,         &F::stepKvp, -5},
-        {"FLKD",  in(2, 5), Takes::Nothing,         &F::stepKvp, -1},
-        {"FLT",   in(2, 5), Takes::Nothing,         &F::tellTime},
-        {"FLT?",  in(2, 5), Takes::Nothing,         &F::tellTime},
-        {"FLR",   in(2, 5), Takes::Nothing,         &F::resetTime},
-        {"FLAR",  in(2, 5), Takes::Nothing,         &F::resetAlarm},
-        {"FLP",   in(2, 5), Takes::NumberOrNothing, &F::setPulses},
-        {"FLP?",  in(2, 5), Takes::Nothing,         &F::tellPulses},
-        {"FLP+",  in(2, 5), Takes::Nothing,         &F::stepPulses, 1},
-        {"FLPU",  in(2, 5), Takes::Nothing,         &F::stepPulses, 1},
-        {"FLP-",  in(2, 5), Takes::Nothing,         &F::stepPulses, -1},
-        {"FLPD",  in(2, 5), Takes::Nothing,         &F::stepPulses, -1},
-        {"FLA",   in(2, 5), Takes::NumberOrNothing, &F::setStabilisation},
-        {"ABC",   in(2, 5), Takes::NumberOrNothing, &F::setStabilisation},
-        {"FLA?",  in(2, 5), Takes::Nothing,         &F::tellStabilisation},
-        {"FLM",   in(2, 5), Takes::Number,          &F::setMagnification},
-        {"FLHD",  in(2, 5), Takes::NumberOrNothing, &F::setHighDose},
-        {"FLMA+", in(2, 5), Takes::Nothing,         &F::stepMa, 1},
-        {"FLMAU", in(2, 5), Takes::Nothing,         &F::stepMa, 1},
-        {"FLMA-", in(2, 5), Takes::Nothing,         &F::stepMa, -1},
-        {"FLMAD", in(2, 5), Takes::Nothing,         &F::stepMa, -1},
-        {"FLC",   in(2, 5), Takes::Number,          &F::setContrast},
-        {"FLC+",  in(2, 5), Takes::Nothing,         &F::stepContrast, 1},
-        {"FLC-",  in(2, 5), Takes::Nothing,         &F::stepContrast, -1},
-        {"KVT",   in(2, 5), Takes::Number,          &F::setTracking},
-        {"KVT+",  in(2, 5), Takes::Nothing,         &F::stepTracking, 1},
-        {"KVT-",  in(2, 5), Takes::Nothing,         &F::stepTracking, -1},
-        {"KVTF",  in(2, 5), Takes::Text,            &F::defineCurve},
+        {"FLF",   kReadyOrFluoro, Takes::Nothing,         &F::refresh},
+        {"FLK",   kReadyOrFluoro, Takes::Number,          &F::setKvp},
+        {"FLK?",  kReadyOrFluoro, Takes::Nothing,         &F::tellKvp},
+        {"FLK+",  kReadyOrFluoro, Takes::Nothing,         &F::stepKvp, 1},
+        {"FLK++", kReady,         Takes::Nothing,         &F::stepKvp, 5},
+        {"FLKU",  kReadyOrFluoro, Takes::Nothing,         &F::stepKvp, 1},
+        {"FLK-",  kReadyOrFluoro, Takes::Nothing,         &F::stepKvp, -1},
+        {"FLK--", kReady,         Takes::Nothing,         &F::stepKvp, -5},
+        {"FLKD",  kReadyOrFluoro, Takes::Nothing,         &F::stepKvp, -1},
+        {"FLT",   kReadyOrFluoro, Takes::Nothing,         &F::tellTime},
+        {"FLT?",  kReadyOrFluoro, Takes::Nothing,         &F::tellTime},
+        {"FLR",   kReadyOrFluoro, Takes::Nothing,         &F::resetTime},
+        {"FLAR",  kReadyOrFluoro, Takes::Nothing,         &F::resetAlarm},
+        {"FLP",   kReadyOrFluoro, Takes::NumberOrNothing, &F::setPulses},
+        {"FLP?",  kReadyOrFluoro, Takes::Nothing,         &F::tellPulses},
+        {"FLP+",  kReadyOrFluoro, Takes::Nothing,         &F::stepPulses, 1},
+        {"FLPU",  kReadyOrFluoro, Takes::Nothing,         &F::stepPulses, 1},
+        {"FLP-",  kReadyOrFluoro, Takes::Nothing,         &F::stepPulses, -1},
+        {"FLPD",  kReadyOrFluoro, Takes::Nothing,         &F::stepPulses, -1},
+        {"FLA",   kReadyOrFluoro, Takes::NumberOrNothing, &F::setStabilisation},
+        {"ABC",   kReadyOrFluoro, Takes::NumberOrNothing, &F::setStabilisation},
+        {"FLA?",  kReadyOrFluoro, Takes::Nothing,         &F::tellStabilisation},
+        {"FLM",   kReadyOrFluoro, Takes::Number,          &F::setMagnification},
+        {"FLHD",  kReadyOrFluoro, Takes::NumberOrNothing, &F::setHighDose},
+        {"FLMA+", kReadyOrFluoro, Takes::Nothing,         &F::stepMa, 1},
+        {"FLMAU", kReadyOrFluoro, Takes::Nothing,         &F::stepMa, 1},
+        {"FLMA-", kReadyOrFluoro, Takes::Nothing,         &F::stepMa, -1},
+        {"FLMAD", kReadyOrFluoro, Takes::Nothing,         &F::stepMa, -1},
+        {"FLC",   kReadyOrFluoro, Takes::Number,          &F::setContrast},
+        {"FLC+",  kReadyOrFluoro, Takes::Nothing,         &F::stepContrast, 1},
+        {"FLC-",  kReadyOrFluoro, Takes::Nothing,         &F::stepContrast, -1},
+        {"KVT",   kReadyOrFluoro, Takes::Number,          &F::setTracking},
+        {"KVT+",  kReadyOrFluoro, Takes::Nothing,         &F::stepTracking, 1},
+        {"KVT-",  kReadyOrFluoro, Takes::Nothing,         &F::stepTracking, -1},
+        {"KVTF",  kReadyOrFluoro, Takes::Text,            &F::defineCurve},
     };
     static constexpr Row<Fluoroscopy> without[] = {
-        {"FLF",   in(2),    Takes::Nothing,         &F::refreshWithout},
+        {"FLF",   kReady, Takes::Nothing,         &F::refreshWithout},
     };
     // clang-format on
     if (kind == GeneratorKind::Rad) {
@@ -97,23 +97,23 @@ std::string Fluoroscopy::start() {
     if (machine_.options.kind == GeneratorKind::Rad) {
         return "this generator has no fluoroscopy";
     }
-    if (machine_.phase() != 2) {
-        return "no fluoroscopy in phase " + std::to_string(machine_.phase());
+    if (machine_.phase() != Phase::NormalOperation) {
+        return "no fluoroscopy in phase " + std::to_string(quillon::numberOf(machine_.phase()));
     }
-    machine_.go(5);
+    machine_.go(Phase::FluoroExposure);
     machine_.say("FLX1");
     next_ = machine_.after(1000, [this] { tick(); });
     return {};
 }
 
 std::string Fluoroscopy::stop() {
-    if (machine_.phase() != 5) {
+    if (machine_.phase() != Phase::FluoroExposure) {
         return "no fluoroscopy runs";
     }
     halt();
     machine_.say("FLX0");
     sayTime();
-    machine_.enter(2);
+    machine_.enter(Phase::NormalOperation);
     return {};
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "sim/Commands.h"
+#include "sim/Gauges.h"
 #include "sim/Options.h"
+#include "sim/Outbox.h"
 
 #include <cstdint>
 #include <functional>
@@ -28,11 +31,27 @@ public:
     /// Bytes from the console.
     void receive(std::string_view bytes, std::int64_t nowMs);
 
+    /// Does the first thing that is due up to `nowMs`; false when there is none.
+    bool step(std::int64_t nowMs);
+
     /// Does everything due up to `nowMs`, in order.
     void advance(std::int64_t nowMs);
 
     /// When `advance` wants to be called next.
     [[nodiscard]] std::optional<std::int64_t> nextDue() const;
+
+    /// As they are now: faults among them may have been set since the start.
+    [[nodiscard]] const Options& options() const;
+
+    /// What its gauges and lamps show.
+    [[nodiscard]] Gauges gauges() const;
+
+    /// Told of what passes: frames with what became of them, messages with theirs.
+    struct Watch {
+        std::function<void(std::string_view text, Verdict verdict)> frame;
+        std::function<void(std::string_view text, Outbox::Fate fate)> message;
+    };
+    void watch(Watch watch);
 
     /// One command of its console. The answer may be empty; an error begins with '?'.
     std::string command(std::string_view line, std::int64_t nowMs);
@@ -43,6 +62,7 @@ private:
 
     void feed(std::string_view bytes);
     void send();
+    void put(std::string_view bytes);
 
     std::unique_ptr<Assembly> assembly_;
     std::unique_ptr<Wires> wires_;

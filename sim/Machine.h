@@ -1,6 +1,8 @@
 #pragma once
 
+#include "base/Phase.h"
 #include "sim/Agenda.h"
+#include "sim/Commands.h"
 #include "sim/Options.h"
 #include "sim/Outbox.h"
 #include "sim/Random.h"
@@ -28,29 +30,35 @@ public:
     Outbox outbox;
     Random random;
 
-    /// 1 to 13; 0 while the machine is switched off.
-    [[nodiscard]] int phase() const { return phase_; }
-    [[nodiscard]] bool phaseIs(std::initializer_list<int> phases) const {
+    /// What it is doing; kOff while it is switched off.
+    [[nodiscard]] Phase phase() const { return phase_; }
+    [[nodiscard]] bool phaseIs(std::initializer_list<Phase> phases) const {
         return std::find(phases.begin(), phases.end(), phase_) != phases.end();
     }
     /// Takes a phase without telling anybody.
-    void setPhase(int phase) { phase_ = phase; }
+    void setPhase(Phase phase) { phase_ = phase; }
     /// Takes a phase and reports it.
-    void go(int phase) {
+    void go(Phase phase) {
         phase_ = phase;
-        say("ST" + std::to_string(phase));
+        say("ST" + std::to_string(quillon::numberOf(phase)));
     }
     /// As `go`, and then what belongs to entering that phase, such as the values of a service mode.
-    void enter(int phase) {
-        const int from = phase_;
+    void enter(Phase phase) {
+        const Phase from = phase_;
         go(phase);
-        if (const auto& report = onEnter_.at(static_cast<std::size_t>(phase))) {
+        if (const auto& report = onEnter_.at(static_cast<std::size_t>(quillon::numberOf(phase)))) {
             report(from);
         }
     }
-    void onEnter(int phase, std::function<void(int from)> report) {
-        onEnter_.at(static_cast<std::size_t>(phase)) = std::move(report);
+    void onEnter(Phase phase, std::function<void(Phase from)> report) {
+        onEnter_.at(static_cast<std::size_t>(quillon::numberOf(phase))) = std::move(report);
     }
+
+    /// The dip switch as the machine knows it.
+    [[nodiscard]] bool serviceAllowed() const {
+        return options.dipReadAtStart ? dipSwitchRead_ : options.dipSwitch;
+    }
+    void readDipSwitch() { dipSwitchRead_ = options.dipSwitch; }
 
     [[nodiscard]] std::int64_t now() const { return now_; }
     void setNow(std::int64_t nowMs) { now_ = nowMs; }
@@ -61,9 +69,10 @@ public:
     }
 
 private:
-    int phase_ = 0;
+    Phase phase_ = kOff;
     std::int64_t now_ = 0;
-    std::array<std::function<void(int from)>, 14> onEnter_;
+    bool dipSwitchRead_ = true;
+    std::array<std::function<void(Phase from)>, 14> onEnter_;
 };
 
 } // namespace simulator

@@ -13,6 +13,7 @@ void Outbox::acknowledge(std::int64_t nowMs) {
     if (dropNext_ > 0 || everyNth) {
         dropNext_ = std::max(0, dropNext_ - 1);
         ++acknowledgementsDropped_;
+        tell("AK", Fate::Dropped);
         return;
     }
     ++acknowledgementsSent_;
@@ -43,10 +44,27 @@ std::string Outbox::takeNext() {
     std::string bytes = std::move(queue_.front().bytes);
     queue_.pop_front();
     if (options_.silent) {
+        tell(bytes, Fate::Silent);
         return {};
     }
     ++messagesSent_;
-    return withNoise(std::move(bytes));
+    std::string sent = withNoise(bytes);
+    tell(bytes, sent == bytes ? Fate::Sent : Fate::Garbled);
+    return sent;
+}
+
+void Outbox::stick(std::string_view mnemonic, std::string_view value) {
+    if (value.empty()) {
+        fixed_.erase(std::string(mnemonic));
+    } else {
+        fixed_[std::string(mnemonic)] = value;
+    }
+}
+
+void Outbox::tell(std::string_view bytes, Fate fate) const {
+    if (onMessage) {
+        onMessage(bytes.substr(0, bytes.find('\r')), fate);
+    }
 }
 
 // A fault of what measures a value, not of the machine: its phase is told as it is.
@@ -56,6 +74,9 @@ std::string Outbox::asTold(const std::string& text) {
         return text;
     }
     std::string told = text;
+    if (const auto fixed = fixed_.find(text.substr(0, value)); fixed != fixed_.end()) {
+        return fixed->first + fixed->second;
+    }
     if (options_.stuck) {
         told = stuck_.try_emplace(text.substr(0, value), text).first->second;
     } else {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -18,6 +19,17 @@ class Outbox {
 public:
     explicit Outbox(const Options& options) : options_(options), random_(options.seed) {}
 
+    /// What becomes of a message.
+    enum class Fate {
+        Sent,
+        Garbled, ///< with garbage beside it
+        Dropped, ///< an acknowledgement that is not sent
+        Silent,  ///< the machine says nothing
+        Unheard, ///< sent, but the plug has no contact
+    };
+    /// Told of every message when it would leave the machine, without its end.
+    std::function<void(std::string_view text, Fate fate)> onMessage;
+
     /// Collects a message; it gets its time at `release`.
     void say(std::string_view text) { collected_.emplace_back(text); }
 
@@ -30,6 +42,15 @@ public:
     /// Loses the next acknowledgements.
     void dropNext(int count) { dropNext_ = count; }
     void clear();
+
+    /// From now on each message of this mnemonic tells that value, whatever the machine means; its own again
+    /// without one.
+    void stick(std::string_view mnemonic, std::string_view value);
+    void unstick() { fixed_.clear(); }
+    [[nodiscard]] int fixedValues() const { return static_cast<int>(fixed_.size()); }
+
+    /// Everything by chance begins anew.
+    void reseed(std::uint32_t seed) { random_ = Random(seed); }
 
     [[nodiscard]] std::optional<std::int64_t> nextDue() const;
 
@@ -46,6 +67,7 @@ private:
         std::string bytes;
     };
 
+    void tell(std::string_view bytes, Fate fate) const;
     [[nodiscard]] std::string asTold(const std::string& text);
     [[nodiscard]] std::string ended(std::string_view text) const;
     [[nodiscard]] std::string withNoise(std::string bytes);
@@ -56,6 +78,7 @@ private:
     std::vector<std::string> collected_;
     std::deque<Item> queue_;
     std::map<std::string, std::string> stuck_; ///< what was told first, by mnemonic
+    std::map<std::string, std::string> fixed_; ///< by mnemonic
     int dropNext_ = 0;
     int acknowledgements_ = 0;
     int messagesSent_ = 0;

@@ -18,6 +18,10 @@ public:
     [[nodiscard]] static std::span<const Row<Positioner>> rows();
     [[nodiscard]] bool inServiceMode() const { return serviceMode_; }
 
+    /// What the converter of the remote one reads, 0 to 4095.
+    void setReading(int reading) { reading_ = reading; }
+    [[nodiscard]] int reading() const { return reading_; }
+
 private:
     struct Point {
         int parameter;

@@ -11,11 +11,12 @@ constexpr std::int64_t kPatienceMs = 5000; // well above the time that the conso
 } // namespace
 
 std::span<const Row<Power>> Power::rows() {
+    static constexpr Phases kAtRest{Phase::NormalOperation, Phase::Calibration, Phase::Configuration};
     // clang-format off
     static constexpr Row<Power> rows[] = {
         {"ST",  kEveryPhase,  Takes::Nothing, &Power::tellPhase},
-        {"VR?", in(2, 6, 8),  Takes::Nothing, &Power::tellVersion},
-        {"RX",  in(2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13), Takes::Number, &Power::allowRays},
+        {"VR?", kAtRest,      Takes::Nothing, &Power::tellVersion},
+        {"RX",  kOnceStarted, Takes::Number, &Power::allowRays},
     };
     // clang-format on
     return rows;
@@ -25,12 +26,12 @@ void Power::start() {
     raysAllowed_ = false;
     asking_ = true;
     askAgainMs_ = machine_.now() + machine_.options.powerUpMs + kPatienceMs;
-    machine_.go(1);
+    machine_.go(Phase::Initialization);
     machine_.after(machine_.options.powerUpMs, [this] {
-        if (machine_.phase() != 1) {
+        if (machine_.phase() != Phase::Initialization) {
             return;
         }
-        machine_.enter(2);
+        machine_.enter(Phase::NormalOperation);
         // The console keeps the enable state over a restart of the machine.
         if (asking_) {
             askForRays();
@@ -49,13 +50,13 @@ void Power::askForRays() {
 }
 
 void Power::heard() {
-    if (asking_ && machine_.phase() > 1 && machine_.now() >= askAgainMs_) {
+    if (asking_ && machine_.phase() > Phase::Initialization && machine_.now() >= askAgainMs_) {
         askForRays();
     }
 }
 
 bool Power::tellPhase(const Request&) {
-    machine_.say("ST" + std::to_string(machine_.phase()));
+    machine_.say("ST" + std::to_string(quillon::numberOf(machine_.phase())));
     return true;
 }
 

@@ -22,7 +22,7 @@ public:
     void start();
 
     /// Starts in this phase without reporting it.
-    void standIn(int phase) { machine_.setPhase(phase); }
+    void standIn(Phase phase) { machine_.setPhase(phase); }
 
     /// The rest of the power-up is skipped: all is as if it had been found in the phase it goes on in.
     void skip();

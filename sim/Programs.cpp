@@ -49,11 +49,11 @@ struct Programs::Tag {
 
 std::span<const Row<Programs>> Programs::rows() {
     static constexpr Row<Programs> rows[] = {
-        {kMnemonics[0], in(2), Takes::Text, &Programs::take, 0},
-        {kMnemonics[1], in(2), Takes::Text, &Programs::take, 1},
-        {kMnemonics[2], in(2), Takes::Text, &Programs::take, 2},
-        {kMnemonics[3], in(2), Takes::Text, &Programs::take, 3},
-        {kMnemonics[4], in(2), Takes::Text, &Programs::take, 4},
+        {kMnemonics[0], kReady, Takes::Text, &Programs::take, 0},
+        {kMnemonics[1], kReady, Takes::Text, &Programs::take, 1},
+        {kMnemonics[2], kReady, Takes::Text, &Programs::take, 2},
+        {kMnemonics[3], kReady, Takes::Text, &Programs::take, 3},
+        {kMnemonics[4], kReady, Takes::Text, &Programs::take, 4},
     };
     return rows;
 }

@@ -16,12 +16,12 @@ constexpr int kCounterOfTube[] = {0, 1, 3};
 std::span<const Row<Records>> Records::rows() {
     // clang-format off
     static constexpr Row<Records> rows[] = {
-        {"TC",   in(2),       Takes::Number,  &Records::tellCounter},
-        {"TCR",  in(2),       Takes::Number,  &Records::resetCounter},
+        {"TC",   kReady,      Takes::Number,  &Records::tellCounter},
+        {"TCR",  kReady,      Takes::Number,  &Records::resetCounter},
         {"DO?",  kEveryPhase, Takes::Nothing, &Records::tellLastDose},
         {"DOA?", kEveryPhase, Takes::Nothing, &Records::tellDose},
         {"DOR",  kEveryPhase, Takes::Nothing, &Records::resetDose},
-        {"LE",   in(2),       Takes::Nothing, &Records::tellLast},
+        {"LE",   kReady,      Takes::Nothing, &Records::tellLast},
     };
     // clang-format on
     return rows;

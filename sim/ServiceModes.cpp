@@ -4,33 +4,34 @@ namespace simulator {
 
 std::span<const Row<ServiceModes>> ServiceModes::rows() {
     static constexpr Row<ServiceModes> rows[] = {
-        {"CF", in(2, 8), Takes::Number, &ServiceModes::configure},
-        {"CA", in(2, 6, 9), Takes::Number, &ServiceModes::calibrate},
+        {"CF", Phases{Phase::NormalOperation, Phase::Configuration}, Takes::Number, &ServiceModes::configure},
+        {"CA", Phases{Phase::NormalOperation, Phase::Calibration, Phase::Autocalibration}, Takes::Number,
+         &ServiceModes::calibrate},
     };
     return rows;
 }
 
 bool ServiceModes::configure(const Request& request) {
-    change(*request.number != 0 ? 8 : 2);
+    change(*request.number != 0 ? Phase::Configuration : Phase::NormalOperation);
     return true;
 }
 
 bool ServiceModes::calibrate(const Request& request) {
     const bool on = *request.number != 0;
-    if (machine_.phase() == 9) {
+    if (machine_.phase() == Phase::Autocalibration) {
         if (on) {
             return true;
         }
         leaveAutocalibration_();
     }
-    change(on ? 6 : 2);
+    change(on ? Phase::Calibration : Phase::NormalOperation);
     return true;
 }
 
-void ServiceModes::change(int phase) {
+void ServiceModes::change(Phase phase) {
     machine_.agenda.cancel(pending_);
-    const bool locked = phase != 2 && !machine_.options.dipSwitch;
-    const int from = machine_.phase();
+    const bool locked = phase != Phase::NormalOperation && !machine_.serviceAllowed();
+    const Phase from = machine_.phase();
     if (from == phase || locked) {
         return;
     }

@@ -21,7 +21,7 @@ public:
 private:
     bool configure(const Request& request);
     bool calibrate(const Request& request);
-    void change(int phase);
+    void change(Phase phase);
 
     Machine& machine_;
     std::function<void()> leaveAutocalibration_;

@@ -20,10 +20,6 @@ constexpr int kMasHigh = 9;
 constexpr int kMasLow = 10;
 constexpr int kPower = 11;
 
-constexpr double kLowestKvp = 40;
-constexpr double kHighestKvp = 150;
-constexpr double kHighestMas = 600;
-
 constexpr double kMaStations[] = {10,  12.5, 16,  20,  25,  32,  40,  50,  63, 80,
                                   100, 125,  160, 200, 250, 320, 400, 500, 640};
 constexpr double kMsStations[] = {1,   2,    3,    4,    5,    6,    8,    10,   12,   16,   20,   25,   32,
@@ -32,19 +28,6 @@ constexpr double kMsStations[] = {1,   2,    3,    4,    5,    6,    8,    10,  
 constexpr double kMasStations[] = {0.1, 0.2, 0.3, 0.4, 0.5, 0.63, 0.8,  1,   1.25, 1.6, 2,   2.5,
                                    3.2, 4,   5,   6.3, 8,   10,   12.5, 16,  20,   25,  32,  40,
                                    50,  63,  80,  100, 125, 160,  200,  250, 320,  400, 500, 600};
-
-/// What the two filaments and focal tracks can bear.
-struct Focus {
-    double lowestMa;
-    double highestMa;
-    double highestKw;
-};
-constexpr Focus kSmall{10, 160, 24};
-constexpr Focus kLarge{50, 640, 64};
-
-const Focus& focusOf(bool large) {
-    return large ? kLarge : kSmall;
-}
 
 /// The station next to a value in the direction of `amount`; the value itself at the end of the list.
 double neighbour(std::span<const double> stations, double value, int amount) {
@@ -68,60 +51,61 @@ std::span<const Row<Technique>> Technique::rows() {
     using T = Technique;
     // clang-format off
     static constexpr Row<Technique> rows[] = {
-        {"KV",   in(2, 5), Takes::Number,  &T::setKvp},
-        {"KV?",  in(2, 5), Takes::Nothing, &T::tellKvp},
-        {"KV+",  in(2, 5), Takes::Nothing, &T::stepKvp, 1},
-        {"KV++", in(2, 5), Takes::Nothing, &T::stepKvp, 5},
-        {"KVU",  in(2, 5), Takes::Nothing, &T::stepKvp, 1},
-        {"KV-",  in(2, 5), Takes::Nothing, &T::stepKvp, -1},
-        {"KV--", in(2, 5), Takes::Nothing, &T::stepKvp, -5},
-        {"KVD",  in(2, 5), Takes::Nothing, &T::stepKvp, -1},
-        {"MA",   in(2, 5), Takes::Number,  &T::setMa},
-        {"MA?",  in(2, 5), Takes::Nothing, &T::tellMa},
-        {"MA+",  in(2, 5), Takes::Nothing, &T::stepMa, 1},
-        {"MAU",  in(2, 5), Takes::Nothing, &T::stepMa, 1},
-        {"MA-",  in(2, 5), Takes::Nothing, &T::stepMa, -1},
-        {"MAD",  in(2, 5), Takes::Nothing, &T::stepMa, -1},
-        {"MS",   in(2, 5), Takes::Number,  &T::setMs},
-        {"MS?",  in(2),    Takes::Nothing, &T::tellMs},
-        {"MS+",  in(2, 5), Takes::Nothing, &T::stepMs, 1},
-        {"MSU",  in(2, 5), Takes::Nothing, &T::stepMs, 1},
-        {"MS-",  in(2, 5), Takes::Nothing, &T::stepMs, -1},
-        {"MSD",  in(2, 5), Takes::Nothing, &T::stepMs, -1},
-        {"MX",   in(2, 5), Takes::Number,  &T::setMas},
-        {"MX?",  in(2, 5), Takes::Nothing, &T::tellMas},
-        {"MX+",  in(2, 5), Takes::Nothing, &T::stepMas, 1},
-        {"MXU",  in(2, 5), Takes::Nothing, &T::stepMas, 1},
-        {"MX-",  in(2, 5), Takes::Nothing, &T::stepMas, -1},
-        {"MXD",  in(2, 5), Takes::Nothing, &T::stepMas, -1},
-        {"FO",   in(2),    Takes::Nothing, &T::toggleFocus},
-        {"FOS",  in(2),    Takes::Number,  &T::setFocus},
-        {"FO?",  in(2),    Takes::Nothing, &T::tellFocus},
-        {"TM",   in(2),    Takes::Number,  &T::setMode},
-        {"TM?",  in(2),    Takes::Nothing, &T::tellMode},
-        {"RF",   in(2),    Takes::Nothing, &T::refresh},
+        {"KV",   kReadyOrFluoro, Takes::Number,  &T::setKvp},
+        {"KV?",  kReadyOrFluoro, Takes::Nothing, &T::tellKvp},
+        {"KV+",  kReadyOrFluoro, Takes::Nothing, &T::stepKvp, 1},
+        {"KV++", kReadyOrFluoro, Takes::Nothing, &T::stepKvp, 5},
+        {"KVU",  kReadyOrFluoro, Takes::Nothing, &T::stepKvp, 1},
+        {"KV-",  kReadyOrFluoro, Takes::Nothing, &T::stepKvp, -1},
+        {"KV--", kReadyOrFluoro, Takes::Nothing, &T::stepKvp, -5},
+        {"KVD",  kReadyOrFluoro, Takes::Nothing, &T::stepKvp, -1},
+        {"MA",   kReadyOrFluoro, Takes::Number,  &T::setMa},
+        {"MA?",  kReadyOrFluoro, Takes::Nothing, &T::tellMa},
+        {"MA+",  kReadyOrFluoro, Takes::Nothing, &T::stepMa, 1},
+        {"MAU",  kReadyOrFluoro, Takes::Nothing, &T::stepMa, 1},
+        {"MA-",  kReadyOrFluoro, Takes::Nothing, &T::stepMa, -1},
+        {"MAD",  kReadyOrFluoro, Takes::Nothing, &T::stepMa, -1},
+        {"MS",   kReadyOrFluoro, Takes::Number,  &T::setMs},
+        {"MS?",  kReady,         Takes::Nothing, &T::tellMs},
+        {"MS+",  kReadyOrFluoro, Takes::Nothing, &T::stepMs, 1},
+        {"MSU",  kReadyOrFluoro, Takes::Nothing, &T::stepMs, 1},
+        {"MS-",  kReadyOrFluoro, Takes::Nothing, &T::stepMs, -1},
+        {"MSD",  kReadyOrFluoro, Takes::Nothing, &T::stepMs, -1},
+        {"MX",   kReadyOrFluoro, Takes::Number,  &T::setMas},
+        {"MX?",  kReadyOrFluoro, Takes::Nothing, &T::tellMas},
+        {"MX+",  kReadyOrFluoro, Takes::Nothing, &T::stepMas, 1},
+        {"MXU",  kReadyOrFluoro, Takes::Nothing, &T::stepMas, 1},
+        {"MX-",  kReadyOrFluoro, Takes::Nothing, &T::stepMas, -1},
+        {"MXD",  kReadyOrFluoro, Takes::Nothing, &T::stepMas, -1},
+        {"FO",   kReady,         Takes::Nothing, &T::toggleFocus},
+        {"FOS",  kReady,         Takes::Number,  &T::setFocus},
+        {"FO?",  kReady,         Takes::Nothing, &T::tellFocus},
+        {"TM",   kReady,         Takes::Number,  &T::setMode},
+        {"TM?",  kReady,         Takes::Nothing, &T::tellMode},
+        {"RF",   kReady,         Takes::Nothing, &T::refresh},
     };
     // clang-format on
     return rows;
 }
 
 void Technique::powerUp() {
-    kvp_ = 70;
-    ma_ = 100;
+    const Focus& focus = focusOf(false);
+    kvp_ = std::clamp(70.0, machine_.options.kvp.low, machine_.options.kvp.high);
+    ma_ = std::clamp(100.0, focus.lowestMa, std::min(focus.highestMa, focus.highestKw * 1000 / kvp_));
     ms_ = 100;
     largeFocus_ = false;
 }
 
 bool Technique::chooseKvp(double kvp) {
     const double asked = std::round(kvp);
-    const double limited = std::clamp(asked, kLowestKvp, kHighestKvp);
+    const double limited = std::clamp(asked, machine_.options.kvp.low, machine_.options.kvp.high);
     const bool tooStrong = limited * ma_ / 1000 > focusOf(largeFocus_).highestKw;
     if (!tooStrong) {
         kvp_ = limited;
     }
     sayKvp();
     if (limited != asked) {
-        warn(asked > kHighestKvp ? kKvpHigh : kKvpLow);
+        warn(asked > limited ? kKvpHigh : kKvpLow);
     } else if (tooStrong) {
         warn(kPower);
     }
@@ -132,7 +116,7 @@ bool Technique::chooseMa(double ma) {
     const Focus& focus = focusOf(largeFocus_);
     const double station = nearest(kMaStations, std::clamp(ma, focus.lowestMa, focus.highestMa));
     const bool tooStrong = station * kvp_ / 1000 > focus.highestKw;
-    const bool tooMuch = station * ms_ / 1000 > kHighestMas;
+    const bool tooMuch = station * ms_ / 1000 > machine_.options.highestMas;
     if (!tooStrong && !tooMuch) {
         ma_ = station;
     }
@@ -148,7 +132,7 @@ bool Technique::chooseMa(double ma) {
 
 bool Technique::chooseMs(double ms) {
     const double limited = std::clamp(ms, kMsStations[0], std::end(kMsStations)[-1]);
-    const bool tooMuch = ma_ * limited / 1000 > kHighestMas;
+    const bool tooMuch = ma_ * limited / 1000 > machine_.options.highestMas;
     if (!tooMuch) {
         ms_ = limited;
     }
@@ -164,7 +148,7 @@ bool Technique::chooseMs(double ms) {
 
 bool Technique::chooseMas(double mas) {
     const double lowest = ma_ * kMsStations[0] / 1000;
-    const double highest = std::min(kHighestMas, ma_ * std::end(kMsStations)[-1] / 1000);
+    const double highest = std::min(machine_.options.highestMas, ma_ * std::end(kMsStations)[-1] / 1000);
     const double limited = std::clamp(mas, lowest, highest);
     ms_ = limited * 1000 / ma_;
     sayMas("MX");

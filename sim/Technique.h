@@ -55,6 +55,9 @@ private:
     bool tellFocus(const Request&) { return sayFocus(), true; }
     bool tellMode(const Request&) { return sayMode(), true; }
 
+    [[nodiscard]] const Focus& focusOf(bool large) const {
+        return large ? machine_.options.largeFocus : machine_.options.smallFocus;
+    }
     void sayKvp();
     void sayMa(std::string_view mnemonic);
     void sayMs(std::string_view mnemonic);

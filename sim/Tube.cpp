@@ -7,11 +7,8 @@ namespace simulator {
 
 namespace {
 
-constexpr double kCoolingPerMs = 1.0 / 10'000; // percent: a tenth of a percent each second
-constexpr double kUnitsPerPercent = 3000;      // a tube of 300 kHU
-constexpr double kUnitsPerKvpMas = 1.35;       // of a high-frequency generator
-constexpr double kTooHot = 90;
-constexpr double kCoolEnough = 75;
+constexpr double kUnitsPerKvpMas = 1.35; // of a high-frequency generator
+constexpr double kUnitsPerPercentOfKhu = 10;
 
 } // namespace
 
@@ -29,34 +26,41 @@ void Tube::setPercent(double percent) {
 }
 
 double Tube::percent() const {
-    return std::max(0.0, percent_ - static_cast<double>(machine_.now() - sinceMs_) * kCoolingPerMs);
+    const double seconds = static_cast<double>(machine_.now() - sinceMs_) / 1000;
+    return std::max(0.0, percent_ - seconds * machine_.options.coolingPerSecond);
 }
 
 void Tube::warm(double kvp, double mas) {
-    setPercent(percent() + kvp * mas * kUnitsPerKvpMas / kUnitsPerPercent);
+    setPercent(percent() + kvp * mas * kUnitsPerKvpMas / (machine_.options.tubeKhu * kUnitsPerPercentOfKhu));
 }
 
 bool Tube::tooHot() const {
-    return percent() >= kTooHot;
+    return percent() >= machine_.options.tooHotPercent;
+}
+
+std::int64_t Tube::restMs() const {
+    if (machine_.phase() != Phase::TubeTooHot) {
+        return 0;
+    }
+    const double tooMuch = percent() - machine_.options.coolEnoughPercent;
+    return std::max<std::int64_t>(0, std::llround(tooMuch / machine_.options.coolingPerSecond * 1000));
 }
 
 void Tube::check() {
     machine_.agenda.cancel(wake_);
-    if (machine_.phase() == 2 && tooHot()) {
-        machine_.go(10);
+    if (machine_.phase() == Phase::NormalOperation && tooHot()) {
+        machine_.go(Phase::TubeTooHot);
         machine_.say("HL1");
     }
-    if (machine_.phase() == 10) {
-        const double tooMuch = percent() - kCoolEnough;
-        wake_ = machine_.after(std::max<std::int64_t>(0, std::llround(tooMuch / kCoolingPerMs)),
-                               [this] { wake(); });
+    if (machine_.phase() == Phase::TubeTooHot) {
+        wake_ = machine_.after(restMs(), [this] { wake(); });
     }
 }
 
 void Tube::wake() {
-    if (machine_.phase() == 10) {
+    if (machine_.phase() == Phase::TubeTooHot) {
         machine_.say("HL0");
-        machine_.enter(2);
+        machine_.enter(Phase::NormalOperation);
     }
 }
 

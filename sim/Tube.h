@@ -22,6 +22,8 @@ public:
     void warm(double kvp, double mas);
 
     [[nodiscard]] bool tooHot() const;
+    /// Until it may expose again; 0 when it may.
+    [[nodiscard]] std::int64_t restMs() const;
 
     /// Goes to phase 10 if the heat asks for it, and back to 2 once the tube has cooled.
     void check();

@@ -1,8 +1,7 @@
 // The simulated generator on a pseudo-terminal.
 
 #include "base/ProgramArguments.h"
-#include "sim/Generator.h"
-#include "sim/PseudoTerminal.h"
+#include "sim/Station.h"
 
 #include <algorithm>
 #include <array>
@@ -32,25 +31,36 @@ struct Arguments {
     bool verbose = false;
 };
 
-constexpr std::array kSwitches{quillon::ProgramSwitch{"--link", true}, quillon::ProgramSwitch{"--daemon"},
-                               quillon::ProgramSwitch{"--verbose"}};
-
-std::string commandsHelp() {
-    return Generator::commandsHelp() +
-           "\n  cable out|in        pulls the cable out of the console's end, or plugs it in again\n";
-}
+constexpr std::array kSwitches{
+    quillon::ProgramSwitch{"--link", true},    quillon::ProgramSwitch{"--daemon"},
+    quillon::ProgramSwitch{"--verbose"},       quillon::ProgramSwitch{"--machine", true},
+    quillon::ProgramSwitch{"--print-machine"}, quillon::ProgramSwitch{"--check-lesson", true}};
 
 std::string help() {
-    return "Usage: generator-sim [--link PATH] [--daemon] [--verbose] [KEY=VALUE...]\n\n"
+    return "Usage: generator-sim [--link PATH] [--daemon] [--verbose] [--machine FILE] [KEY=VALUE...]\n"
+           "       generator-sim --print-machine [--machine FILE] [KEY=VALUE...]\n"
+           "       generator-sim --check-lesson FILE\n\n"
            "Simulates a generator on a pseudo-terminal. The first line of the output is the path of the\n"
            "device for the console to open. Commands come on standard input, one a line.\n\n"
-           "  --link PATH   keeps a symbolic link to the device there\n"
-           "  --daemon      goes on when standard input ends\n"
-           "  --verbose     traces the traffic on standard error\n"
-           "  --help, -h    this text\n"
-           "  --version     the version\n\n"
+           "  --link PATH          keeps a symbolic link to the device there\n"
+           "  --daemon             goes on when standard input ends\n"
+           "  --verbose            traces the traffic on standard error\n"
+           "  --machine FILE       a machine's profile: keys as below, a line each, remarks behind '#'\n"
+           "  --print-machine      prints the profile of the machine that the other arguments make\n"
+           "  --check-lesson FILE  tells the mistakes in a lesson, by line; the exit status is 0 without "
+           "one\n"
+           "  --help, -h           this text\n"
+           "  --version            the version\n\n"
            "Keys:\n" +
-           optionsHelp() + "\nCommands:\n" + commandsHelp();
+           optionsHelp() + "\nCommands:\n" + Station::commandsHelp() + "\n";
+}
+
+int checkLesson(const std::string& file) {
+    const Lesson lesson = readLessonFile(file);
+    for (const std::string& problem : lesson.problems) {
+        std::cout << file << ":" << problem << "\n";
+    }
+    return lesson.problems.empty() ? 0 : 1;
 }
 
 std::string printable(std::string_view bytes) {
@@ -83,10 +93,11 @@ class Session {
 public:
     explicit Session(const Arguments& arguments)
         : daemon_(arguments.daemon), verbose_(arguments.verbose), pieces_(arguments.options.baud > 0),
-          lastByte_(arguments.options.end == MessageEnd::Lf ? '\n' : '\x03'), linkPath_(arguments.link),
-          generator_(
-              arguments.options, [this](std::string_view bytes) { send(bytes); }, now()) {
-        plugIn();
+          lastByte_(arguments.options.end == MessageEnd::Lf ? '\n' : '\x03'),
+          station_(arguments.options, arguments.link,
+                   {[this] { tellPath(); }, [this](std::string_view bytes) { trace("rx", bytes); },
+                    [this](std::string_view bytes) { traceSent(bytes); }}) {
+        tellPath();
     }
 
     void run() {
@@ -94,8 +105,8 @@ public:
         bool going = true;
         while (going) {
             polled[0] = {signals_.number(), POLLIN, 0};
-            polled[1] = {terminal_ ? terminal_->descriptor() : -1, POLLIN, 0};
-            if (terminal_ && terminal_->hasUnwritten()) {
+            polled[1] = {station_.descriptor(), POLLIN, 0};
+            if (station_.wantsWrite()) {
                 polled[1].events |= POLLOUT;
             }
             polled[2] = {listening_ ? STDIN_FILENO : -1, POLLIN, 0};
@@ -103,51 +114,29 @@ public:
                 throw std::system_error(errno, std::generic_category(), "poll");
             }
             if ((polled[1].revents & POLLOUT) != 0) {
-                terminal_->flush();
+                station_.writable();
             }
             if ((polled[1].revents & POLLIN) != 0) {
-                receive();
+                station_.readable();
             }
             if (polled[2].revents != 0) {
                 listen();
             }
-            generator_.advance(now());
+            station_.advance();
             going = polled[0].revents == 0 && (listening_ || daemon_);
         }
     }
 
 private:
-    static constexpr std::size_t kLongestLine = 4096;
-
-    [[nodiscard]] std::int64_t now() const {
-        return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
-                                                                     start_)
-            .count();
-    }
-
     [[nodiscard]] int timeout() const {
-        const auto due = generator_.nextDue();
-        return due ? static_cast<int>(std::clamp<std::int64_t>(*due - now(), 0, 60'000)) : -1;
+        const auto due = station_.nextDue();
+        return due ? static_cast<int>(std::clamp<std::int64_t>(*due - station_.now(), 0, 60'000)) : -1;
     }
 
-    void plugIn() {
-        terminal_.emplace();
-        if (!linkPath_.empty()) {
-            link_.emplace(linkPath_, terminal_->path());
-        }
-        std::cout << terminal_->path() << std::endl;
-    }
-
-    /// The device is gone for the console, as when an adapter is pulled; the generator goes on.
-    void pullOut() {
-        link_.reset();
-        terminal_.reset();
-    }
-
-    void send(std::string_view bytes) {
-        if (terminal_) {
-            traceSent(bytes);
-            terminal_->write(bytes);
+    /// The line's first words, and after each plugging in.
+    void tellPath() {
+        if (station_.cableIn()) {
+            std::cout << station_.path() << std::endl;
         }
     }
 
@@ -166,14 +155,6 @@ private:
         }
     }
 
-    void receive() {
-        const std::string bytes = terminal_->read();
-        if (!bytes.empty()) {
-            trace("rx", bytes);
-            generator_.receive(bytes, now());
-        }
-    }
-
     void listen() {
         std::array<char, 1024> bytes{};
         const ssize_t count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
@@ -187,7 +168,7 @@ private:
             typed_ += '\n'; // a last line may come without its end
         }
         for (std::size_t end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
-            obey(typed_.substr(0, end));
+            answer(typed_.substr(0, end));
             typed_.erase(0, end + 1);
         }
         if (typed_.size() > kLongestLine) {
@@ -195,25 +176,19 @@ private:
         }
     }
 
-    void obey(const std::string& command) {
-        if (command == "cable out") {
-            pullOut();
-        } else if (command == "cable in") {
-            if (!terminal_) {
-                plugIn();
-            }
-        } else if (command == "help") {
-            std::cout << commandsHelp() << std::flush;
-        } else if (const std::string answer = generator_.command(command, now()); !answer.empty()) {
+    void answer(const std::string& command) {
+        if (const std::string answer = station_.obey(command); !answer.empty()) {
             std::cout << answer << std::endl;
         }
     }
 
     void trace(std::string_view direction, std::string_view bytes) const {
         if (verbose_) {
-            std::cerr << now() << ' ' << direction << " \"" << printable(bytes) << "\"\n";
+            std::cerr << station_.now() << ' ' << direction << " \"" << printable(bytes) << "\"\n";
         }
     }
+
+    static constexpr std::size_t kLongestLine = 4096;
 
     Descriptor signals_ = endSignals(); // first: from here on a signal leaves nothing behind
     bool daemon_;
@@ -223,11 +198,7 @@ private:
     const char lastByte_; ///< of a message
     std::string sent_;
     std::string typed_;
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-    std::string linkPath_;
-    std::optional<PseudoTerminal> terminal_; // none while the cable is out
-    std::optional<DeviceLink> link_;
-    Generator generator_;
+    Station station_;
 };
 
 } // namespace
@@ -239,6 +210,9 @@ int main(int argc, char** argv) {
     arguments.link = read.value("--link");
     arguments.daemon = read.has("--daemon");
     arguments.verbose = read.has("--verbose");
+    if (read.has("--machine") && read.error.empty()) {
+        read.error = applyProfileFile(arguments.options, read.value("--machine"));
+    }
     for (const std::string& word : read.words) {
         if (read.error.empty()) {
             read.error = applyOption(arguments.options, word);
@@ -246,6 +220,13 @@ int main(int argc, char** argv) {
     }
     if (const auto status = quillon::answerAtOnce(read, "generator-sim", help())) {
         return *status;
+    }
+    if (read.has("--print-machine")) {
+        std::cout << profileOf(arguments.options);
+        return 0;
+    }
+    if (read.has("--check-lesson")) {
+        return checkLesson(read.value("--check-lesson"));
     }
     try {
         Session(arguments).run();

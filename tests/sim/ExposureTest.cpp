@@ -57,6 +57,49 @@ TEST(Exposure, StopsAndStaysAwayWhileTheDoorIsOpenOrTheConsoleForbidsIt) {
     }
 }
 
+TEST(HandSwitch, MovesBetweenItsStagesAndTakesANewPressOnceItIsOver) {
+    UpBench().play({{"!hand 1", "PS1 ST3", 500},
+                    {"!hand 2", "XS1", 100},
+                    {"!hand 1", "XS0 PR1", 1000}, // back before the rotor was up: prepared, and no exposure
+                    {"!hand 2", "XS1 ST4 XR1 XR0 XE0 PD010010.0100.0 MXS10.0 XS0 PR0 PS0 ST2", 1000},
+                    {"!hand 1", "?"},
+                    {"!hand 0", ""},
+                    {"!hand 1", "PS1 ST3", 500},
+                    {"!door 1", "DL1 PS0 ST2", 500},
+                    {"!door 0", "DL0", 5000},
+                    {"!hand 2", "?"},
+                    {"!hand 0", ""},
+                    {"!power off", ""},
+                    {"!hand 1", "?"}});
+    // On a machine whose switch is told as it stands.
+    UpBench({"hand=held"})
+        .play({{"!hand 2", "PS1 ST3 XS1 PR1 ST4 XR1 XR0 XE0 PD010010.0100.0 MXS10.0 PR0 ST2", 2000},
+               {"!hand 0", "XS0 PS0"}});
+}
+
+TEST(StandingLamps, StandOverAPowerCutAndForbidRadiationAsTheMachineHasIt) {
+    UpBench bench({"stops=door,rotor"});
+    bench.play({{"!collimator 1", "CL1"},
+                {"!hand 1", "PS1 ST3", 500},
+                {"!rotor 1", "RL1 PS0 ST2"},
+                {"!power off", ""},
+                {"!door 1", ""},
+                {"!power on", "ST1 ST2 DL1 RL1 CL1 RX?", 4000}});
+    EXPECT_EQ(bench.ask("RX1"), Lines{"AK"});
+    EXPECT_EQ(bench.desk("prepare"), "?the door is open");
+    bench.after("door 0", 100);
+    EXPECT_EQ(bench.desk("prepare"), "?the rotor does not turn");
+}
+
+TEST(DipSwitch, CountsFromTheNextStartOnWhereItIsReadThere) {
+    UpBench bench({"dipswitch=0", "dipswitch.read=powerup"});
+    bench.play({{"!set dipswitch 1", ""},
+                {"CA1", "AK", 2000},
+                {"!power off", ""},
+                {"!power on", "ST1 ST2 RX?", 4000}});
+    EXPECT_TRUE(holds(bench.ask("CA1", 2000), "ST6"));
+}
+
 TEST(Exposure, AnAutocalibrationGoesOnOnceTheDoorIsClosed) {
     CalibratingBench bench({"autoexpose=1", "exposures=1"});
     bench.ask("CAU1", 2000);

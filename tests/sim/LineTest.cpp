@@ -91,6 +91,76 @@ TEST(Faults, ValuesAreTwiceStuckOrWrongAndThePhaseIsNot) {
     EXPECT_EQ(bench.ask("ST"), Lines{"ST2"});
 }
 
+TEST(Plug, LosesWhatPassesWithoutContactAndALooseOneTheSameForASeed) {
+    UpBench bench;
+    bench.play({{"!plug out", ""}, {"KVU", ""}, {"!door 1", ""}, {"!plug in", ""}, {"KV?", "AK KV70"}});
+    // Which of 200 polls is answered.
+    const auto heard = [](std::string_view seed) {
+        UpBench loose({seed});
+        loose.desk("plug loose");
+        std::string answers;
+        for (int poll = 0; poll < 200; ++poll) {
+            answers += holds(loose.ask("ST", 200), "ST2") ? '1' : '0';
+        }
+        return answers;
+    };
+    const std::string first = heard("seed=3");
+    EXPECT_EQ(first, heard("seed=3"));
+    EXPECT_NE(first, heard("seed=4"));
+    const auto lost = std::ranges::count(first, '0');
+    EXPECT_TRUE(lost > 10 && lost < 80) << lost;
+}
+
+TEST(Watch, TellsWhatBecomesOfFramesAndMessages) {
+    UpBench bench;
+    std::string told;
+    bench.generator().watch({[&](std::string_view text, Verdict verdict) {
+                                 told += std::string(text) + std::to_string(static_cast<int>(verdict)) + " ";
+                             },
+                             [&](std::string_view text, Outbox::Fate fate) {
+                                 told +=
+                                     "<" + std::string(text) + std::to_string(static_cast<int>(fate)) + " ";
+                             }});
+    for (const std::string_view trouble :
+         {"set noise 0", "drop 1", "silence on", "silence off", "plug out"}) {
+        bench.desk(trouble);
+        bench.ask("KV?");
+    }
+    bench.play({{"!plug in", ""},
+                {"!stick KV 12", ""},
+                {"KVU", "AK KV12"},
+                {"!stick off", ""},
+                {"KV?", "AK KV71"},
+                {"C+", ""}});
+    EXPECT_EQ(told, "KV?0 <AK0 <KV700 " // as it should be
+                    "KV?0 <AK2 <KV700 " // the acknowledgement dropped
+                    "KV?0 <AK3 <KV703 " // silent
+                    "KV?0 <AK0 <KV700 " // no longer
+                    "KVU0 <AK0 <KV120 KV?0 <AK0 <KV710 C+1 ");
+}
+
+TEST(Profile, MakesTheMachineAndIsTheSameWhenItIsReadAgain) {
+    Options options;
+    EXPECT_EQ(
+        applyProfile(options, "# a small one\r\nkvp=45..125\nsmall=10..100,15\n\nmas=200\nrotor=1800\n"), "");
+    EXPECT_EQ(applyProfile(options, "answer=70\nkvp=125..45\n"), "2: kvp takes LOW..HIGH, not '125..45'");
+    Options again;
+    EXPECT_EQ(applyProfile(again, profileOf(options)), "");
+    EXPECT_EQ(profileOf(again), profileOf(options));
+
+    UpBench(
+        {"kvp=45..125", "small=10..100,8", "mas=20", "rotor=1800", "tube=30", "toohot=10", "coolenough=9"})
+        .play({{"KV?", "AK KV70"},
+               {"KV 130", "AK KV70 WN3"}, // 100 mA at 125 kVp would be more than 8 kW, so nothing is taken
+               {"MA 50", "AK MA50 MXS5.0"},
+               {"KV 130", "AK KV125 WN3"},
+               {"MS 500", "AK MS100 MXS5.0 WN9"},
+               {"MS 400", "AK MS400 MXS20.0"},
+               {"!expose", "PS1 ST3 XS1", 1799},
+               {"", "PR1 ST4 XR1 XR0 XE0 PD005020.0400.0 MXS20.0 XS0 PR0 PS0 ST2 ST10 HL1", 600},
+               {"", "HL0 ST2", 30'000}});
+}
+
 TEST(Robustness, AnyBytesAndAnyCommandsAreBorne) {
     constexpr std::string_view kPieces[] = {"KV",   "MA+", "CF1", "CA1",   "CAU1", "FO", "\r\n\x03",
                                             "\x03", "SA",  "WS2", "KVTF",  "URS",  "CD", "CG",

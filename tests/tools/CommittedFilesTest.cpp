@@ -9,6 +9,7 @@
 #include "console/ctrQuillonConsole.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
+#include "sim/Options.h"
 #include "tools/protocol/Document.h"
 #include "tools/protocol/Workflows.h"
 
@@ -23,11 +24,13 @@ std::string contentOf(const std::string& name) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-TEST(CommittedFiles, TheProtocolDocumentIsWhatTheTablesSay) {
+TEST(CommittedFiles, DocumentsAreWhatTheTablesSay) {
     EXPECT_TRUE(contentOf("docs/protocol.md") == protocolDocument())
         << "run quillon-protocol > docs/protocol.md and commit it";
     EXPECT_TRUE(contentOf("docs/workflows.md") == workflowsDocument())
         << "run quillon-protocol workflows > docs/workflows.md and commit it";
+    EXPECT_TRUE(contentOf("samples/default.machine") == simulator::profileOf({}))
+        << "run generator-sim --print-machine > samples/default.machine and commit it";
 }
 
 class TextsTest : public testing::Test {

@@ -12,7 +12,7 @@
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
 #include "tools/protocol/Document.h"
-#include "tools/protocol/Meanings.h"
+#include "tools/words/Meanings.h"
 
 namespace quillon {
 namespace {

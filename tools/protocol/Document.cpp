@@ -6,7 +6,7 @@
 #include "link/InboundTable.h"
 #include "link/LinkEvents.h"
 #include "link/OutboundTable.h"
-#include "tools/protocol/Meanings.h"
+#include "tools/words/Meanings.h"
 
 namespace quillon {
 

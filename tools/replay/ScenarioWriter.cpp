@@ -1,7 +1,7 @@
 #include "ScenarioWriter.h"
 
-#include "Listing.h"
 #include "base/ScenarioText.h"
+#include "tools/words/Words.h"
 
 namespace quillon {
 

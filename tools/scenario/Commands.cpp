@@ -124,8 +124,13 @@ void Script::reply(Reader& reader) {
 
 void Script::simulate(Reader& reader) {
     simulator::Options options;
+    constexpr std::string_view kMachine = "machine=";
     while (!reader.atEnd()) {
-        if (const std::string problem = applyOption(options, reader.word()); !problem.empty()) {
+        const std::string_view word = reader.word();
+        const std::string problem = word.starts_with(kMachine)
+                                        ? applyProfileFile(options, std::string(word.substr(kMachine.size())))
+                                        : applyOption(options, word);
+        if (!problem.empty()) {
             throw BadScript(problem);
         }
     }
@@ -139,6 +144,22 @@ void Script::sim(Reader& reader) {
     if (const std::string answer = rig_.farEnd.command(reader.text()); answer.starts_with('?')) {
         throw BadScript("the simulated generator answers " + inQuotes(answer));
     }
+}
+
+void Script::lesson(Reader& reader) {
+    const std::string name = reader.text();
+    const simulator::Lesson read = simulator::readLessonFile(name);
+    if (!read.problems.empty()) {
+        throw BadScript(name + ":" + read.problems.front());
+    }
+    rig_.farEnd.teach(read, [this](const std::string& line) { rig_.report.print(line); });
+}
+
+void Script::hint(Reader&) {
+    if (!rig_.farEnd.simulated()) {
+        throw BadScript("no generator is simulated");
+    }
+    rig_.farEnd.hint();
 }
 
 Control& Script::control(std::string_view name) {

@@ -84,6 +84,13 @@ void FarEnd::simulate(const simulator::Options& options) {
     wakeGenerator();
 }
 
+void FarEnd::teach(const simulator::Lesson& lesson, std::function<void(const std::string& line)> told) {
+    simulate({});
+    generator_->told = std::move(told);
+    generator_->begin(lesson, schedule_.now());
+    wakeGenerator();
+}
+
 std::string FarEnd::command(std::string_view text) {
     std::string answer = generator_->command(text, schedule_.now());
     wakeGenerator();

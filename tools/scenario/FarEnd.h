@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "runtime/MemoryPlatform.h"
-#include "sim/Generator.h"
+#include "sim/lesson/Classroom.h"
 
 namespace quillon {
 
@@ -37,6 +37,10 @@ public:
     /// A simulated generator takes over from now on; scripted answers end.
     void simulate(const simulator::Options& options);
     [[nodiscard]] bool simulated() const { return generator_.has_value(); }
+    /// The machine of a lesson takes over, and the lesson begins. Each line it tells goes to `told`.
+    void teach(const simulator::Lesson& lesson, std::function<void(const std::string& line)> told);
+    /// The lesson's next hint; there must be a simulated generator.
+    void hint() { generator_->hint(); }
     /// One command of the simulated generator's console, and its answer.
     std::string command(std::string_view text);
 
@@ -57,7 +61,7 @@ private:
     std::string partial_; // bytes of a frame whose end is still to come
     std::optional<Milliseconds> acknowledgement_;
     std::vector<Reply> replies_;
-    std::optional<simulator::Generator> generator_;
+    std::optional<simulator::Classroom> generator_;
     int generators_ = 0; // a wake-up that an earlier one asked for is not for its successor
     std::optional<Milliseconds> wake_;
     bool writing_ = false;

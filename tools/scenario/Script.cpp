@@ -23,6 +23,8 @@ const std::vector<Script::Command>& Script::commands() {
         {"reply",    Stage::Later,  &Script::reply},
         {"simulate", Stage::Later,  &Script::simulate},
         {"sim",      Stage::Later,  &Script::sim},
+        {"lesson",   Stage::Later,  &Script::lesson},
+        {"hint",     Stage::Later,  &Script::hint},
         {"press",    Stage::Later,  &Script::press},
         {"release",  Stage::Later,  &Script::release},
         {"click",    Stage::Later,  &Script::click},

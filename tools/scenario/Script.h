@@ -61,6 +61,8 @@ private:
     void reply(Reader& reader);
     void simulate(Reader& reader);
     void sim(Reader& reader);
+    void lesson(Reader& reader);
+    void hint(Reader& reader);
     void press(Reader& reader);
     void release(Reader& reader);
     void click(Reader& reader);

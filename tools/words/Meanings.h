@@ -7,11 +7,9 @@
 
 #include "base/Text.h"
 #include "model/Commands.h"
+#include "tools/words/Words.h"
 
 namespace quillon {
-
-/// Seen from the console.
-enum class Direction : std::uint8_t { In, Out };
 
 /// How a value is told to a person.
 enum class ValueKind : std::uint8_t {
