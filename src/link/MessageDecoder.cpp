@@ -62,9 +62,11 @@ void MessageDecoder::DecodeMessages(std::string_view text) {
 void MessageDecoder::decode(std::string_view piece) {
     // No key is longer than the longest one, so a long piece of garbage costs no more than a short one.
     Outcome outcome = Outcome::NotFound;
+    std::string_view key = piece;
     for (std::size_t length = std::min(piece.size(), longestKey_); length > 0; --length) {
         outcome = attempt(piece, length);
         if (outcome != Outcome::NotFound) {
+            key = piece.substr(0, length);
             break;
         }
     }
@@ -73,6 +75,9 @@ void MessageDecoder::decode(std::string_view piece) {
     }
     if (outcome == Outcome::Own && notices_.handled) {
         notices_.handled();
+    }
+    if (notices_.taken) {
+        notices_.taken(key, piece.substr(key.size()), outcome != Outcome::NotFound);
     }
 }
 

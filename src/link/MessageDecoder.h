@@ -37,10 +37,12 @@ public:
     void AddParentMessage(const Operations& ParentObject, std::string_view fName, std::string_view Key);
 
     /// Decodes one frame. `heard` runs once for every piece of text, known or not, after its handler;
-    /// `handled` for each message that the own table took.
+    /// `handled` for each message that the own table took. `taken` follows each piece's handler, with what
+    /// stands behind the mnemonic; a piece that nobody knows is all mnemonic.
     struct Notices {
         std::function<void()> heard;
         std::function<void()> handled;
+        std::function<void(std::string_view key, std::string_view value, bool known)> taken;
     };
     void setNotices(Notices notices) { notices_ = std::move(notices); }
     void DecodeMessages(std::string_view text);

@@ -26,6 +26,10 @@ Signal<>& TorvaneSerialV3_07_QLC1::phaseRepeated() {
     return parts_->phase.repeated;
 }
 
+Signal<std::string_view, std::string_view, bool>& TorvaneSerialV3_07_QLC1::messageTaken() {
+    return parts_->taken;
+}
+
 const Operations& TorvaneSerialV3_07_QLC1::operations() const {
     return parts_->operations;
 }

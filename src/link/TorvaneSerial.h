@@ -50,6 +50,8 @@ public:
     [[nodiscard]] LinkEvents& events();
     /// Raised in the place of GeneratorPhaseChange by the report of a phase that stands already.
     [[nodiscard]] Signal<>& phaseRepeated();
+    /// Raised behind each message, when all of it is done: its mnemonic, its value, and whether it is known.
+    [[nodiscard]] Signal<std::string_view, std::string_view, bool>& messageTaken();
     [[nodiscard]] const Operations& operations() const;
     /// The serial settings; they take effect at the next open.
     [[nodiscard]] LinkSettings& settings();

@@ -56,7 +56,10 @@ TorvaneSerialV3_07_QLC1::Parts::Parts(PanelHost& host, const Context& given)
         log.ended("fault " + std::to_string(fault) + " ended " + textOf(cause));
     });
     decoder.bind("fmessMessageAcknowledge", [this](std::string_view) { send.fmessMessageAcknowledge(); });
-    decoder.setNotices({.heard = [this] { poll.heard(); }, .handled = [this] { send.messageHeard(); }});
+    decoder.setNotices({.heard = [this] { poll.heard(); },
+                        .handled = [this] { send.messageHeard(); },
+                        .taken = [this](std::string_view key, std::string_view value,
+                                        bool known) { taken.raise(key, value, known); }});
     addOperations();
     panel["txtDebugComm"].on.click = [this] { log.clearDebug(); };
     panel["fraDebug"].on.click = [this] { log.clearDebug(); };

@@ -48,6 +48,7 @@ struct TorvaneSerialV3_07_QLC1::Parts {
     LinkState state;
     GeneratorState generator;
     LinkEvents events;
+    Signal<std::string_view, std::string_view, bool> taken;
     Operations operations;
     Handlers& handlers;
     Signal<Cause, int>::Connection faults = 0;

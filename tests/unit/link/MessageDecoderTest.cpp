@@ -20,6 +20,7 @@ struct Decoder {
     std::vector<std::string> calls;
     int heard = 0;
     int handled = 0;
+    std::string taken;
 
     Decoder() {
         for (const InboundRow& row : kInboundTable) {
@@ -27,7 +28,13 @@ struct Decoder {
                 calls.push_back(std::string(row.handler) + " " + std::string(value));
             });
         }
-        decoder.setNotices({.heard = [this] { ++heard; }, .handled = [this] { ++handled; }});
+        decoder.setNotices({.heard = [this] { ++heard; },
+                            .handled = [this] { ++handled; },
+                            .taken =
+                                [this](std::string_view key, std::string_view value, bool known) {
+                                    taken +=
+                                        std::string(key) + "=" + std::string(value) + (known ? " " : "? ");
+                                }});
     }
 };
 
@@ -109,6 +116,8 @@ TEST(MessageDecoder, OnlyTheNotFoundFaultSendsAMessageOnToTheHost) {
     line.decoder.DecodeMessages("HE99999\rST2\r");
     EXPECT_EQ(line.calls.back(), "fmessGeneratorPhase 2");
     EXPECT_EQ(line.handled, 3);
+    line.decoder.DecodeMessages("Q=1\r");
+    EXPECT_EQ(line.taken, "URS=CG1,2, PDK=80 URS=PS+0001234 HE=99999 ST=2 Q=1=? ") << "each once, at its end";
 }
 
 } // namespace
