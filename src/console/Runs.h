@@ -3,6 +3,7 @@
 #include <array>
 #include <concepts>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -45,6 +46,20 @@ enum class Stimulus : std::uint8_t {
     CloseKey,        ///< cmbClose, where it can be reached
 };
 inline constexpr std::size_t kStimuli = static_cast<std::size_t>(Stimulus::CloseKey) + 1;
+
+/// How a run came to its end.
+struct Ending {
+    enum class Kind : std::uint8_t {
+        Own,       ///< its own
+        Failed,    ///< what it was for was not reached, and a message tells it
+        Cancelled, ///< something else ended it
+        GivenUp,   ///< the operator has waited for a minute and pressed cmbClose
+        Dropped,   ///< the console appears anew
+    };
+    Kind kind = Kind::Own;
+    std::optional<Stimulus> by{}; ///< what has, where that came from the generator or its silence
+    bool operator==(const Ending&) const = default;
+};
 
 /// What becomes of the run behind a report or a loss.
 enum class Reaction : std::uint8_t {

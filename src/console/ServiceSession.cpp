@@ -61,9 +61,15 @@ bool ServiceSession::isFree() const {
 void ServiceSession::setRun(Run run) {
     run_ = run;
     assert(timers_.onlyOf(run));
-    if (run == Run::None) {
-        watchdog_.stop(); // there is nothing left to wait for
-        watchdogExpired_ = false;
+    changed.raise();
+}
+
+void ServiceSession::setNoRun(Ending ending) {
+    const Run before = std::exchange(run_, Run::None);
+    watchdog_.stop(); // there is nothing left to wait for
+    watchdogExpired_ = false;
+    if (before != Run::None) {
+        ended.raise(before, givingUp_ ? Ending{Ending::Kind::GivenUp} : ending);
     }
     changed.raise();
 }
@@ -95,6 +101,9 @@ void ServiceSession::begin(Run run, const Effects& effects, RunHooks hooks) {
     }
     hooks_ = std::move(hooks);
     began.raise();
+    if (!idle()) {
+        ended.raise(run_, {Ending::Kind::Cancelled});
+    }
     setRun(run);
     apply(effects);
 }
@@ -121,20 +130,20 @@ void ServiceSession::endOnTheWay(const Effects& effects) {
     }
 }
 
-void ServiceSession::finish(const Effects& effects) {
+void ServiceSession::finish(const Effects& effects, Ending::Kind kind) {
     generator_.setExitUnheard(generator_.isLost() && isLeaving());
     hooks_ = {};
     stopParts();
-    setRun(Run::None);
+    setNoRun({kind});
     layoutOwed_ = true;
     apply(effects);
 }
 
-void ServiceSession::cancel(const Effects& effects) {
+void ServiceSession::cancel(const Effects& effects, Ending ending) {
     assert(!idle());
     const RunHooks before = std::exchange(hooks_, {});
     stopParts();
-    setRun(Run::None);
+    setNoRun(ending);
     layoutOwed_ = true;
     apply(effects);
     if (before.undo) {
@@ -150,7 +159,7 @@ void ServiceSession::cancelLending() {
     context_.console.timer("tmrGotoUserMode").stop();
     if (!lendingGoesOnLeaving()) {
         hooks_ = {};
-        setRun(Run::None);
+        setNoRun({Ending::Kind::Cancelled});
         stand();
     }
 }
@@ -168,7 +177,7 @@ void ServiceSession::reset() {
     hooks_ = {};
     stopParts();
     timers_.stopWaits();
-    setRun(Run::None);
+    setNoRun({Ending::Kind::Dropped});
 }
 
 /// Stops and closes everything that belongs to the run.
@@ -241,6 +250,7 @@ void ServiceSession::openLine() {
 
 void ServiceSession::giveUp() {
     assert(watchdogExpired_);
+    const Temporarily givingUp(givingUp_, true);
     if (const std::function<void()> givenUp = hooks_.givenUp) {
         givenUp();
     } else {
@@ -252,7 +262,8 @@ void ServiceSession::react(Stimulus stimulus) {
     const Reaction reaction = reactionOf(run_, stimulus);
     if (reaction == Reaction::Ends ||
         (reaction == Reaction::AskWorkflow && hooks_.ends && hooks_.ends(stimulus))) {
-        cancel(stimulus == Stimulus::Exposure ? effects::kCancelledByExposure : effects::kCancelled);
+        cancel(stimulus == Stimulus::Exposure ? effects::kCancelledByExposure : effects::kCancelled,
+               {Ending::Kind::Cancelled, stimulus});
     }
 }
 

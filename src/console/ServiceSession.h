@@ -67,13 +67,13 @@ public:
     /// The run's own end.
     void end(const Effects& effects);
     /// The same, and a message tells it: what stands is shown behind that.
-    void fail(const Effects& effects) { finish(effects); }
+    void fail(const Effects& effects) { finish(effects, Ending::Kind::Failed); }
     /// The same, with the generator on its way: what stands is shown when it has had time to follow.
     void endOnTheWay(const Effects& effects);
     /// The run is known by another name from now on, and nothing else changes.
     void rename(Run run) { setRun(run); }
     /// Ends the run before its own end.
-    void cancel(const Effects& effects = effects::kCancelled);
+    void cancel(const Effects& effects = effects::kCancelled, Ending ending = {Ending::Kind::Cancelled});
     /// The refresh ends the way to the users, and with it the wait that would have ended it.
     void cancelLending();
     /// Calibration goes on being left, for nobody yet. False when it is not being left any more.
@@ -120,7 +120,9 @@ public:
     /// Leaves the service mode in which the generator is.
     void leaveMode() { exits_.at(mode())(); }
 
-    Signal<> began;   ///< another run, in the place of what ran before
+    Signal<> began; ///< another run, in the place of what ran before
+    /// A run is over. One that goes on as another run of the same workflow is not.
+    Signal<Run, Ending> ended;
     Signal<> changed; ///< what is done, or the phase, or what one of its moments gave
 
     [[nodiscard]] RestScreen& restScreen() { return restScreen_; }
@@ -141,13 +143,14 @@ public:
 
 private:
     void setRun(Run run);
+    void setNoRun(Ending ending);
     void reported(Phase phase);
     void settled(Phase phase);
     void stopParts();
     void stopWait(const WaitRow& wait);
     [[nodiscard]] bool holdsPoll() const;
     void react(Stimulus stimulus);
-    void finish(const Effects& effects);
+    void finish(const Effects& effects, Ending::Kind kind = Ending::Kind::Own);
     [[nodiscard]] bool hasNoTimer() const;
 
     ConsoleContext& context_;
@@ -163,6 +166,7 @@ private:
     RunHooks hooks_;
     std::map<Phase, std::function<void()>> exits_;
     bool watchdogExpired_ = false;
+    bool givingUp_ = false;
     bool layoutOwed_ = false; ///< a run has ended since the keys were last laid out
     bool xRaysAtPress_ = true;
     bool reporting_ = false; ///< a report is reacted to: what stands is not known before that is over
