@@ -7,17 +7,12 @@
 #include "base/Numbers.h"
 #include "console/PhaseTable.h"
 #include "console/ServiceModes.h"
-#include "link/GeneratorLost.h"
 #include "link/LinkSilence.h"
 #include "model/WarningLamps.h"
 
 namespace quillon {
 
 namespace {
-
-// Errors without a code of their own.
-constexpr std::int16_t kBackUpTimer = -1;
-constexpr std::int16_t kWrongSelection = -2;
 
 // In the order of the lamps.
 constexpr std::array<std::string ConsoleTexts::*, kWarningLamps.size()> kWarningWords{
@@ -28,54 +23,30 @@ static_assert(std::ranges::find(kWarningWords, nullptr) == kWarningWords.end(), 
 
 } // namespace
 
-GeneratorSummary::GeneratorSummary(ConsoleContext& context, const ServiceSession& session)
+GeneratorSummary::GeneratorSummary(ConsoleContext& context, const ServiceSession& session,
+                                   SessionErrors& errors)
     : context_(context), session_(session) {
-    listen();
+    listen(errors);
 }
 
-void GeneratorSummary::listen() {
-    LinkEvents& events = context_.link.events();
-    events.GeneratorPhaseChange.connect([this](Phase phase) {
-        if (phase != Phase::Error && phase != Phase::AutocalError) {
-            standing_ = 0;
-        }
+void GeneratorSummary::listen(SessionErrors& errors) {
+    errors.began.connect([this](const SessionError& error) {
+        errors_.push_front(error);
+        errors_.resize(std::min(errors_.size(), kErrorsKept));
+        ++count_;
         changed.raise();
     });
+    LinkEvents& events = context_.link.events();
+    events.GeneratorPhaseChange.connect([this](Phase) { changed.raise(); });
     events.HUUpdate.connect([this](std::int16_t heat) {
         if (std::exchange(heat_, heat) != heat) {
             changed.raise();
         }
     });
-    events.GeneratorERROR.connect([this](std::int16_t code, const std::string& words, std::int16_t) {
-        if (code != kGeneratorLost) {
-            note(code, words);
-        } else if (session_.generator().isLost()) { // silence is no loss while it starts
-            note(code, context_.texts.sCommError);
-        }
-    });
-    events.GeneratorAECError.connect([this](std::int32_t code) {
-        if (code == 1) {
-            note(kBackUpTimer, context_.texts.sAECBackUpTime);
-        } else if (code == 2) {
-            note(kWrongSelection, context_.texts.sAECCompensationError);
-        }
-    });
-    events.GeneratorERRORResetAck.connect([this] { standing_ = 0; });
     context_.link.silence().changed.connect([this] { changed.raise(); });
     for (const WarningLamp& lamp : kWarningLamps) {
         (events.*lamp.event).connect([this](bool) { changed.raise(); });
     }
-}
-
-void GeneratorSummary::note(std::int16_t code, std::string_view words) {
-    if (code == 0 || std::exchange(standing_, code) == code) {
-        return;
-    }
-    errors_.push_front(
-        {context_.console.schedule().now(), std::max(code, std::int16_t{0}), std::string(words)});
-    errors_.resize(std::min(errors_.size(), kErrorsKept));
-    ++count_;
-    changed.raise();
 }
 
 std::string GeneratorSummary::state() const {

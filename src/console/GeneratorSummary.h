@@ -6,18 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "console/ServiceSession.h"
-#include "runtime/Clock.h"
+#include "console/SessionErrors.h"
 #include "runtime/Signal.h"
 
 namespace quillon {
-
-/// An error of this session.
-struct SessionError {
-    Milliseconds at;   ///< on the schedule's clock
-    std::int16_t code; ///< 0 where the generator gives none
-    std::string words;
-};
 
 /// A subject and how it stands, for a line of a table.
 struct SummaryLine {
@@ -34,7 +26,7 @@ class GeneratorSummary {
 public:
     static constexpr std::size_t kErrorsKept = 5;
 
-    GeneratorSummary(ConsoleContext& context, const ServiceSession& session);
+    GeneratorSummary(ConsoleContext& context, const ServiceSession& session, SessionErrors& errors);
 
     /// In the operator's language. A line whose subject is not known yet is left out; the last one counts the
     /// errors.
@@ -50,14 +42,12 @@ public:
     Signal<> changed;
 
 private:
-    void listen();
-    void note(std::int16_t code, std::string_view words);
+    void listen(SessionErrors& errors);
 
     ConsoleContext& context_;
     const ServiceSession& session_;
     std::deque<SessionError> errors_;
     int count_ = 0;
-    std::int16_t standing_ = 0; ///< the code that has not been reset
     std::int16_t heat_ = -1;
 };
 

@@ -11,6 +11,7 @@ class Exposures;
 class GeneratorSummary;
 class KeyReasons;
 class PendingKeys;
+class SessionErrors;
 class StatusLine;
 class UnsavedValue;
 struct ConsoleTexts;
@@ -22,6 +23,7 @@ using RefusedValues = Signal<const Control*, std::string>;
 /// part's own signal; nothing of it can be reached, named or replaced like a control.
 struct Indicators {
     GeneratorSummary& summary;
+    SessionErrors& errors;
     Exposures& exposures;
     PendingKeys& pending;
     KeyReasons& reasons;

@@ -20,6 +20,7 @@
 #include "console/RemotePositioner.h"
 #include "console/RunTrace.h"
 #include "console/ServiceSession.h"
+#include "console/SessionErrors.h"
 #include "console/StartOfService.h"
 #include "console/StatusLine.h"
 #include "console/Termination.h"
@@ -74,7 +75,7 @@ struct ctrQuillonConsole::Parts {
           std::unique_ptr<TorvaneSerialV3_07_QLC1> linkControl);
 
     [[nodiscard]] Indicators indicators() {
-        return {summary, exposures, pending, reasons, unsaved, status, refused, texts};
+        return {summary, sessionErrors, exposures, pending, reasons, unsaved, status, refused, texts};
     }
     void initialize();
     void addProperties();
@@ -114,6 +115,7 @@ struct ctrQuillonConsole::Parts {
     PendingKeys pending;
     // These hear of a phase behind the reactions to it.
     Termination termination;
+    SessionErrors sessionErrors;
     GeneratorSummary summary;
     Exposures exposures;
     KeyReasons reasons;
@@ -154,9 +156,9 @@ ctrQuillonConsole::Parts::Parts(ctrQuillonConsole& host, const Context& given,
       counters(context, session, panels), userMode(context, session, calibration),
       closing(context, session, calibration, counters), phases(context, session, start, autocalibration),
       errors(context, session), remotePositioner(context, session), orlaPositioner(context, session),
-      pending(link, session), termination(context, session, closing), summary(context, session),
-      exposures(context, session), reasons(context, session), unsaved(link, session, pending),
-      status(context, session, indicators()) {
+      pending(link, session), termination(context, session, closing), sessionErrors(context, session),
+      summary(context, session, sessionErrors), exposures(context, session), reasons(context, session),
+      unsaved(link, session, pending), status(context, session, indicators()) {
     initialize();
     addProperties();
     console.setReportAge(&link.silence().age);
@@ -318,6 +320,10 @@ ctrQuillonConsole::~ctrQuillonConsole() {
 
 TorvaneSerialV3_07_QLC1& ctrQuillonConsole::link() {
     return parts_->link;
+}
+
+ServiceSession& ctrQuillonConsole::session() {
+    return parts_->session;
 }
 
 const ServiceSession& ctrQuillonConsole::session() const {

@@ -41,6 +41,8 @@ public:
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     /// Where the generator stands and what the console is doing.
     [[nodiscard]] const ServiceSession& session() const;
+    /// The same for who listens to it.
+    [[nodiscard]] ServiceSession& session();
     /// For a developer: what the console was doing, what it does now, and why.
     [[nodiscard]] Signal<std::string>& runChanged();
     /// What a front end shows beside the controls.
