@@ -258,11 +258,11 @@ void Script::slide(Reader& reader) {
 
 void Script::size(Reader& reader) {
     const auto width = static_cast<Twips>(reader.whole(0, kLargestTwips));
-    rig_.application().resizeWindow(width, static_cast<Twips>(reader.whole(0, kLargestTwips)));
+    rig_.resize(width, static_cast<Twips>(reader.whole(0, kLargestTwips)));
 }
 
 void Script::close(Reader&) {
-    rig_.application().requestClose();
+    rig_.requestClose();
 }
 
 void Script::answer(Reader& reader) {

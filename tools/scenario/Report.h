@@ -31,8 +31,9 @@ public:
     /// An expectation that did not hold; expectations never see it.
     void printFailure(std::string_view line);
     void setEventsQuiet(bool quiet) { eventsQuiet_ = quiet; }
-    /// Nothing is printed any more: the run is over.
+    /// Nothing is printed any more: the run is over, or nobody reads it.
     void close() { closed_ = true; }
+    [[nodiscard]] bool hidesEvents() const { return closed_ || eventsQuiet_; }
 
     /// Expectations look at what comes from here on.
     void mark() { lines_.clear(); }

@@ -36,16 +36,52 @@ Rig::Rig(std::ostream& out) : report(out, machine.time), farEnd(machine.time.sch
 Rig::~Rig() {
     // What the application does while it is taken down is not part of the run.
     report.close();
+    if (recorder_) {
+        recorder_->end();
+    }
 }
 
 void Rig::start() {
-    application_ =
-        std::make_unique<Application>(Platform{machine.time.schedule(), machine.time, machine.port,
-                                               machine.store, machine.folder, machine.desktop, machine.power},
-                                      commandLine);
+    const Platform platform{machine.time.schedule(), machine.time,    machine.port, machine.store,
+                            machine.folder,          machine.desktop, machine.power};
+    if (recordTo_) {
+        recorder_ = std::make_unique<Recorder>(platform, std::move(recordTo_), commandLine);
+    }
+    application_ = std::make_unique<Application>(recorder_ ? recorder_->platform() : platform, commandLine);
     reportEvents();
-    application_->onEnded = [this] { report.print("end"); };
+    application_->onEnded = [this] {
+        if (recorder_) {
+            recorder_->end();
+        }
+        report.print("end");
+    };
+    if (onStarted) {
+        onStarted();
+    }
     application_->start();
+    if (recorder_) {
+        recorder_->begin(*application_);
+    }
+}
+
+void Rig::resize(Twips width, Twips height) {
+    if (recorder_) {
+        recorder_->windowResized(width, height);
+    }
+    application_->resizeWindow(width, height);
+}
+
+void Rig::requestClose() {
+    if (recorder_) {
+        recorder_->closeRequested();
+    }
+    application_->requestClose();
+}
+
+void Rig::catchUp() {
+    if (recorder_) {
+        recorder_->catchUp();
+    }
 }
 
 void Rig::wait(Milliseconds ms) {
@@ -81,6 +117,9 @@ void Rig::reportEvent(std::string_view owner, std::string_view name, Signal<Argu
     // In front of all listeners, so that the line comes before what the event brings about.
     signal.observe(
         [this, start = std::string(owner) + "." + std::string(name)](const Arguments&... arguments) {
+            if (report.hidesEvents()) {
+                return;
+            }
             std::string list;
             ((list += (list.empty() ? "" : ", ") + valueText(toValue(arguments))), ...);
             report.printEvent("event " + start + "(" + list + ")");

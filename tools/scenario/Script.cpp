@@ -59,6 +59,9 @@ bool Script::run() {
     std::string_view text;
     while (nextLine(text)) {
         text = trimBlanks(text);
+        if (onLine) {
+            onLine(text);
+        }
         if (!text.empty() && !text.starts_with('#')) {
             runLine(text);
         }
@@ -92,6 +95,7 @@ void Script::runLine(std::string_view text) {
     }
     try {
         admit(command->stage, command->name);
+        rig_.catchUp();
         (this->*command->run)(reader);
     } catch (const Fault& fault) {
         throw BadScript("fault " + std::to_string(fault.number()) + " in \"" + std::string(text) + "\"");

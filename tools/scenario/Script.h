@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <ostream>
 #include <set>
 #include <string>
@@ -19,6 +20,10 @@ public:
 
     /// True when every expectation held. Throws BadScript at a line that can't be carried out.
     [[nodiscard]] bool run();
+    /// What it is carried out on.
+    [[nodiscard]] Rig& rig() { return rig_; }
+    /// Told of each line before it is carried out, remarks too.
+    std::function<void(std::string_view line)> onLine;
     /// The number of the line in work, from 1.
     [[nodiscard]] int line() const { return line_; }
 

@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,7 +17,7 @@ constexpr int kHeld = 0;
 constexpr int kFailed = 1;
 constexpr int kWrong = 2;
 
-constexpr const char* kHelp = R"(Usage: quillon-scenario FILE...   (- reads standard input)
+constexpr const char* kHelp = R"(Usage: quillon-scenario [--record FILE] FILE...   (- reads standard input)
 
 Runs the whole console in virtual time as each file says, and prints what happened, a line each, behind its
 time in ms. A file has one command a line:
@@ -45,11 +47,24 @@ time in ms. A file has one command a line:
 C is OWNER.NAME: "Quillon.cmbConfiguration" is a key of the console, "TorvaneSerial.cmbConfWMUp" one of the
 generator's keyboard. "list Quillon" and "list TorvaneSerial" print all names; docs/scenarios.md tells the rest.
 
+  --record FILE   writes the recording that the program would have made of it; of one file only
   --help, -h  this text
   --version   the version
 
 Ends with 0 when every expect, reject and count held, with 1 when one did not, with 2 when a file is wrong.
 )";
+
+constexpr std::array kSwitches{quillon::ProgramSwitch{"--record", true}};
+
+class RecordingFile final : public quillon::TextSink {
+public:
+    explicit RecordingFile(const std::string& name) : file_(name, std::ios::binary) {}
+    [[nodiscard]] bool isOpen() const { return file_.is_open(); }
+    bool write(std::string_view text) override { return static_cast<bool>(file_ << text << std::flush); }
+
+private:
+    std::ofstream file_;
+};
 
 std::optional<std::string> contentOf(const std::string& name) {
     const auto all = [](std::istream& in) {
@@ -72,12 +87,19 @@ int complain(const std::string& name, int line, std::string_view what) {
     return kWrong;
 }
 
-int runFile(const std::string& name) {
+int runFile(const std::string& name, const std::string& recording) {
     const auto content = contentOf(name);
     if (!content) {
         return complain(name, 0, "cannot be read");
     }
     quillon::Script script(*content, std::cout);
+    if (!recording.empty()) {
+        auto file = std::make_unique<RecordingFile>(recording);
+        if (!file->isOpen()) {
+            return complain(recording, 0, "cannot be written");
+        }
+        script.rig().record(std::move(file));
+    }
     try {
         return script.run() ? kHeld : kFailed;
     } catch (const quillon::BadScript& problem) {
@@ -90,7 +112,11 @@ int runFile(const std::string& name) {
 int main(int count, char** arguments) {
     std::ios::sync_with_stdio(false);
     quillon::ProgramArguments read =
-        quillon::readArguments({arguments + std::min(count, 1), arguments + count}, {});
+        quillon::readArguments({arguments + std::min(count, 1), arguments + count}, kSwitches);
+    const std::string recording = read.value("--record");
+    if (read.error.empty() && !recording.empty() && read.words.size() > 1) {
+        read.error = "one file is recorded at a time";
+    }
     if (read.words.empty() && !read.help && !read.version && read.error.empty()) {
         read.error = "a file is needed";
     }
@@ -102,7 +128,7 @@ int main(int count, char** arguments) {
         if (read.words.size() > 1) {
             std::cout << "== " << name << '\n';
         }
-        status = std::max(status, runFile(name));
+        status = std::max(status, runFile(name, recording));
     }
     return status;
 }
