@@ -7,6 +7,9 @@
 
 namespace quillon {
 
+/// Whether the message may ask for an acknowledgement at all.
+[[nodiscard]] bool mayAsk(std::string_view message);
+
 /// The session for a reader: a line each message, with what it is and what became of it.
 [[nodiscard]] std::string listing(const Journal& journal);
 

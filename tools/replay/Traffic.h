@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Handshake.h"
+#include "Journal.h"
+
+namespace quillon {
+
+/// One message, or something beside the messages, with what it is and what became of it.
+struct TrafficRow {
+    Entry::Kind kind;
+    std::string text;
+    std::optional<Milliseconds> time;
+    std::string meaning;
+    std::string fate;
+};
+
+/// The rows of a session as it goes on. What became of a message comes later than the message.
+class Traffic {
+public:
+    /// The numbers, from 1, of the rows that are new or tell more than before.
+    std::vector<std::size_t> add(const Entry& entry);
+    /// The same at the end, when nothing more can come.
+    std::vector<std::size_t> end();
+
+    /// From 1.
+    [[nodiscard]] const TrafficRow& row(std::size_t number) const { return rows_.at(number - 1); }
+    [[nodiscard]] std::size_t size() const { return rows_.size(); }
+    /// Nothing more can come for the rows up to this one.
+    [[nodiscard]] std::size_t settled() const;
+
+private:
+    void addMessage(const Entry& entry, std::string_view text, std::vector<std::size_t>& changed);
+    void sent(std::size_t number, std::vector<std::size_t>& changed);
+    void acknowledged(std::size_t number, std::vector<std::size_t>& changed);
+    void giveUp(const std::optional<Handshake::Unanswered>& frame, std::vector<std::size_t>& changed);
+    void tell(std::size_t number, std::string_view fate, std::vector<std::size_t>& changed);
+
+    std::vector<TrafficRow> rows_;
+    Handshake handshake_;
+};
+
+/// A line for a reader, without its end. Times are told where there are any.
+[[nodiscard]] std::string rowText(const Traffic& traffic, std::size_t number, bool withTime);
+
+} // namespace quillon
