@@ -57,7 +57,12 @@ Assembly::Assembly(Options options)
         }
         tube.check();
     });
-    machine.onEnter(Phase::Calibration, [this](Phase) { calibration.report(); });
+    machine.onEnter(Phase::Calibration, [this](Phase from) {
+        if (from == Phase::NormalOperation) {
+            calibration.reread();
+        }
+        calibration.report();
+    });
     machine.onEnter(Phase::Configuration, [this](Phase) { configuration.report(); });
 }
 

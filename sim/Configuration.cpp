@@ -66,6 +66,17 @@ bool Configuration::choose(double number) {
     return true;
 }
 
+std::vector<std::pair<std::string, int>> Configuration::allValues() const {
+    std::vector<std::pair<std::string, int>> all;
+    for (std::size_t station = 0; station < kStations; ++station) {
+        for (std::size_t item = 0; item < kItems; ++item) {
+            all.emplace_back("WS" + std::to_string(station + 1) + "." + std::string(kRanges[item].mnemonic),
+                             stations_.at(station).values.at(item));
+        }
+    }
+    return all;
+}
+
 void Configuration::report() {
     machine_.say("WS" + std::to_string(workstation()));
     for (int item = 0; item < kItems; ++item) {

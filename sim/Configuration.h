@@ -6,6 +6,9 @@
 #include <array>
 #include <functional>
 #include <span>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace simulator {
 
@@ -25,6 +28,8 @@ public:
     [[nodiscard]] std::span<const int> valuesOf(std::size_t station) const {
         return stations_.at(station).values;
     }
+    /// Mnemonic and value of each item of each workstation: "WS1.TU".
+    [[nodiscard]] std::vector<std::pair<std::string, int>> allValues() const;
 
     /// Selects a workstation and reports it. False: there is none of that number.
     bool choose(double number);

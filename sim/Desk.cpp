@@ -313,6 +313,23 @@ std::string status(Assembly& g, std::string_view) {
     return text;
 }
 
+std::string books(Assembly& g, std::string_view) {
+    std::string text;
+    const auto add = [&text](const std::string& name, int value) {
+        text.append(text.empty() ? "" : "\n").append(name).append(" ").append(std::to_string(value));
+    };
+    for (const auto& [name, value] : g.configuration.allValues()) {
+        add(name, value);
+    }
+    for (const auto& [name, value] : g.calibration.storedValues()) {
+        add(name, value);
+    }
+    for (int number = 0; number < 4; ++number) {
+        add("counter" + std::to_string(number), g.records.counter(number));
+    }
+    return text;
+}
+
 std::string help(Assembly&, std::string_view) {
     return deskHelp();
 }
@@ -329,6 +346,7 @@ struct Command {
 constexpr Command kCommands[] = {
     {"help",    "",             "these lines",                                             false, help},
     {"status",  "",             "what it does and what it has received",                   false, status},
+    {"books",   "",             "what it has stored: configuration, calibration, counters", false, books},
     {"power",   "on|off",       "mains",                                                   false, power},
     {"phase",   "1..13",        "forces a phase",                                          true,  forcePhase},
     {"prepare", "",             "hand switch, first stage",                                true,  prepare},
