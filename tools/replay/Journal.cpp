@@ -118,103 +118,97 @@ std::string unquoted(std::string_view text) {
     return bytes;
 }
 
-class RecordingReader {
-public:
-    Journal read(std::string_view content) {
-        journal_.recorded = true;
-        bool inFile = false;
-        while (!content.empty()) {
-            const auto end = content.find('\n');
-            const std::string_view line = content.substr(0, end);
-            content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
-            ++line_;
-            if (inFile || line.starts_with("file ")) {
-                inFile = line != "end";
-            } else {
-                readLine(line);
-            }
-        }
-        return std::move(journal_);
-    }
-
-private:
-    void readLine(std::string_view line) {
-        constexpr std::array<std::string_view, 8> kOperator{"press ", "release ", "type ", "select ",
-                                                            "slide ", "size ",    "close", "answer "};
-        const auto beginsLine = [line](std::string_view word) { return line.starts_with(word); };
-        if (line.starts_with("wait ")) {
-            time_ += number(line.substr(5));
-        } else if (line.starts_with("rx ")) {
-            receive(unquoted(line));
-        } else if (line.starts_with("# ")) {
-            readComment(line.substr(2));
-        } else if (std::ranges::any_of(kOperator, beginsLine)) {
-            journal_.entries.push_back({Entry::Kind::Operator, std::string(line), time_});
-        }
-    }
-
-    /// "TIME tx TEXT", "TIME lost TEXT", and what the console did and why; everything else is for the reader
-    /// of the file.
-    void readComment(std::string_view text) {
-        const auto blank = text.find(' ');
-        if (blank == std::string_view::npos) {
-            return;
-        }
-        const std::string_view rest = text.substr(blank + 1);
-        if (rest.starts_with("tx ")) {
-            journal_.entries.push_back({Entry::Kind::Sent, unquoted(rest), number(text.substr(0, blank))});
-        } else if (rest.starts_with("lost ")) {
-            lose(unquoted(rest));
-        } else if (rest.starts_with("run ") || rest.starts_with("fault ")) {
-            journal_.entries.push_back({Entry::Kind::Note, std::string(rest), number(text.substr(0, blank))});
-        }
-    }
-
-    /// A frame stands where the console wrote it, this where the device had not taken it.
-    void lose(const std::string& frame) {
-        const auto found =
-            std::find_if(journal_.entries.rbegin(), journal_.entries.rend(), [&frame](const Entry& entry) {
-                return entry.kind == Entry::Kind::Sent && entry.text == frame;
-            });
-        if (found != journal_.entries.rend()) {
-            found->kind = Entry::Kind::Lost;
-        }
-    }
-
-    /// Bytes come as the line brought them; frames end at LF or ETX.
-    void receive(std::string_view bytes) {
-        for (const char c : bytes) {
-            if (c != '\n' && c != '\x03') {
-                frame_ += c;
-                continue;
-            }
-            if (frame_.ends_with('\r')) {
-                frame_.pop_back();
-            }
-            if (!frame_.empty()) {
-                journal_.entries.push_back({Entry::Kind::Received, std::exchange(frame_, {}), time_});
-            }
-        }
-    }
-
-    Milliseconds number(std::string_view text) {
-        Milliseconds value = 0;
-        if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc{}) {
-            journal_.problems.push_back(lineProblem(line_, "a time is wanted"));
-        }
-        return value;
-    }
-
-    std::string frame_;
-    Milliseconds time_ = 0;
-    std::size_t line_ = 0;
-    Journal journal_;
-};
-
 } // namespace
 
+void RecordingReader::line(std::string_view line) {
+    ++line_;
+    if (inFile_ || line.starts_with("file ")) {
+        inFile_ = line != "end";
+    } else {
+        command(line);
+    }
+}
+
+void RecordingReader::command(std::string_view line) {
+    constexpr std::array<std::string_view, 8> kOperator{"press ", "release ", "type ", "select ",
+                                                        "slide ", "size ",    "close", "answer "};
+    const auto beginsLine = [line](std::string_view word) { return line.starts_with(word); };
+    if (line.starts_with("wait ")) {
+        time_ += number(line.substr(5));
+    } else if (line.starts_with("rx ")) {
+        receive(unquoted(line));
+    } else if (line.starts_with("# ")) {
+        remark(line.substr(2));
+    } else if (std::ranges::any_of(kOperator, beginsLine)) {
+        journal_.entries.push_back({Entry::Kind::Operator, std::string(line), time_});
+    }
+}
+
+/// "TIME tx TEXT", "TIME lost TEXT", and what the console did and why; everything else is for the reader of
+/// the file.
+void RecordingReader::remark(std::string_view text) {
+    const auto blank = text.find(' ');
+    if (blank == std::string_view::npos) {
+        return;
+    }
+    const std::string_view rest = text.substr(blank + 1);
+    if (rest.starts_with("tx ")) {
+        journal_.entries.push_back({Entry::Kind::Sent, unquoted(rest), number(text.substr(0, blank))});
+    } else if (rest.starts_with("lost ")) {
+        lose(unquoted(rest));
+    } else if (rest.starts_with("run ") || rest.starts_with("fault ")) {
+        journal_.entries.push_back({Entry::Kind::Note, std::string(rest), number(text.substr(0, blank))});
+    }
+}
+
+/// A frame stands where the console wrote it, this where the device had not taken it.
+void RecordingReader::lose(const std::string& frame) {
+    const auto found =
+        std::find_if(journal_.entries.rbegin(), journal_.entries.rend(), [&frame](const Entry& entry) {
+            return entry.kind == Entry::Kind::Sent && entry.text == frame;
+        });
+    if (found != journal_.entries.rend()) {
+        found->kind = Entry::Kind::Lost;
+    } else {
+        journal_.entries.push_back({Entry::Kind::Lost, frame, time_});
+    }
+}
+
+/// Bytes come as the line brought them; frames end at LF or ETX.
+void RecordingReader::receive(std::string_view bytes) {
+    for (const char c : bytes) {
+        if (c != '\n' && c != '\x03') {
+            frame_ += c;
+            continue;
+        }
+        if (frame_.ends_with('\r')) {
+            frame_.pop_back();
+        }
+        if (!frame_.empty()) {
+            journal_.entries.push_back({Entry::Kind::Received, std::exchange(frame_, {}), time_});
+        }
+    }
+}
+
+Milliseconds RecordingReader::number(std::string_view text) {
+    Milliseconds value = 0;
+    if (std::from_chars(text.data(), text.data() + text.size(), value).ec != std::errc{}) {
+        journal_.problems.push_back(lineProblem(line_, "a time is wanted"));
+    }
+    return value;
+}
+
 Journal readJournal(std::string_view content) {
-    return content.starts_with(kRecordingMark) ? RecordingReader().read(content) : LogReader(content).read();
+    if (!content.starts_with(kRecordingMark)) {
+        return LogReader(content).read();
+    }
+    RecordingReader reader;
+    while (!content.empty()) {
+        const auto end = content.find('\n');
+        reader.line(content.substr(0, end));
+        content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
+    }
+    return std::move(reader.journal());
 }
 
 } // namespace quillon

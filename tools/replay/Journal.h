@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "runtime/Clock.h"
@@ -28,6 +29,28 @@ struct Journal {
     std::vector<Entry> entries;
     bool recorded = false;             ///< a recording, and so a scenario already
     std::vector<std::string> problems; ///< what could not be read, by line
+};
+
+/// Reads a recording line by line, also while it is written.
+class RecordingReader {
+public:
+    void line(std::string_view line);
+    /// What came since this was asked last. A frame that turns out lost only then comes once more as such.
+    std::vector<Entry> take() { return std::exchange(journal_.entries, {}); }
+    [[nodiscard]] Journal& journal() { return journal_; }
+
+private:
+    void command(std::string_view line);
+    void remark(std::string_view text);
+    void lose(const std::string& frame);
+    void receive(std::string_view bytes);
+    Milliseconds number(std::string_view text);
+
+    std::string frame_; // bytes whose end is still to come
+    Milliseconds time_ = 0;
+    std::size_t line_ = 0;
+    bool inFile_ = false;
+    Journal journal_{{}, true, {}};
 };
 
 /// Reads a communication log or a recording, whichever it is.

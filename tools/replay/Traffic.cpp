@@ -72,13 +72,19 @@ std::vector<std::size_t> Traffic::end() {
 
 std::size_t Traffic::settled() const {
     const auto waiting = handshake_.waiting();
-    return waiting ? *waiting - 1 : rows_.size();
+    return waiting ? *waiting - 1 : size();
+}
+
+void Traffic::forget(std::size_t number) {
+    for (; forgotten_ < number && !rows_.empty(); ++forgotten_) {
+        rows_.pop_front();
+    }
 }
 
 void Traffic::addMessage(const Entry& entry, std::string_view text, std::vector<std::size_t>& changed) {
     rows_.push_back({entry.kind, std::string(text), entry.time, {}, {}});
     TrafficRow& row = rows_.back();
-    const std::size_t number = rows_.size();
+    const std::size_t number = size();
     changed.push_back(number);
     if (entry.kind == Entry::Kind::Sent) {
         row.meaning = explained(Direction::Out, text);
@@ -113,7 +119,7 @@ void Traffic::acknowledged(std::size_t number, std::vector<std::size_t>& changed
     }
     tell(number, "for " + std::to_string(*frame), changed);
     std::string fate = "acknowledged ";
-    if (row(*frame).time && row(number).time) {
+    if (*frame > forgotten_ && row(*frame).time && row(number).time) {
         fate += "after " + std::to_string(*row(number).time - *row(*frame).time) + " ms ";
     }
     tell(*frame, fate + "by " + std::to_string(number), changed);
@@ -128,7 +134,10 @@ void Traffic::giveUp(const std::optional<Handshake::Unanswered>& frame, std::vec
 }
 
 void Traffic::tell(std::size_t number, std::string_view fate, std::vector<std::size_t>& changed) {
-    std::string& told = rows_.at(number - 1).fate;
+    if (number <= forgotten_) {
+        return;
+    }
+    std::string& told = rows_.at(number - 1 - forgotten_).fate;
     told.append(told.empty() ? "" : ", ").append(fate);
     changed.push_back(number);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,9 +28,13 @@ public:
     /// The same at the end, when nothing more can come.
     std::vector<std::size_t> end();
 
-    /// From 1.
-    [[nodiscard]] const TrafficRow& row(std::size_t number) const { return rows_.at(number - 1); }
-    [[nodiscard]] std::size_t size() const { return rows_.size(); }
+    /// From 1; none that was forgotten.
+    [[nodiscard]] const TrafficRow& row(std::size_t number) const {
+        return rows_.at(number - 1 - forgotten_);
+    }
+    [[nodiscard]] std::size_t size() const { return forgotten_ + rows_.size(); }
+    /// The rows up to this one are not needed any more.
+    void forget(std::size_t number);
     /// Nothing more can come for the rows up to this one.
     [[nodiscard]] std::size_t settled() const;
 
@@ -40,7 +45,8 @@ private:
     void giveUp(const std::optional<Handshake::Unanswered>& frame, std::vector<std::size_t>& changed);
     void tell(std::size_t number, std::string_view fate, std::vector<std::size_t>& changed);
 
-    std::vector<TrafficRow> rows_;
+    std::deque<TrafficRow> rows_;
+    std::size_t forgotten_ = 0;
     Handshake handshake_;
 };
 

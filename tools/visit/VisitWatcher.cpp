@@ -1,0 +1,547 @@
+#include "VisitWatcher.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+
+#include "Settings.h"
+#include "base/Numbers.h"
+#include "base/Text.h"
+#include "console/ctrQuillonConsole.h"
+#include "link/LinkSilence.h"
+#include "link/TorvaneSerial.h"
+#include "tools/scenario/Reader.h"
+#include "ui/ControlHost.h"
+
+namespace quillon {
+
+namespace {
+
+constexpr std::size_t kKeptExamples = 10;
+constexpr std::string_view kWarningKey = "WN";
+constexpr std::string_view kInterlockKey = "ERL";
+
+/// A condition that the generator reports, by the mnemonic of its message.
+struct LampRow {
+    std::string_view key;
+    Signal<bool> LinkEvents::*event;
+};
+
+constexpr std::array kLamps{
+    LampRow{"DL", &LinkEvents::WARNINGDoorOpen},     LampRow{"GL", &LinkEvents::WARNINGGenOverload},
+    LampRow{"TL", &LinkEvents::WARNINGTubeOverload}, LampRow{"RL", &LinkEvents::WARNINGRotor},
+    LampRow{"HL", &LinkEvents::WARNINGOverheat},     LampRow{"EL", &LinkEvents::WARNINGTechnique},
+    LampRow{"CL", &LinkEvents::WARNINGCollimator},   LampRow{"FLAR", &LinkEvents::FlAlarmChange},
+    LampRow{"ND", &LinkEvents::NoDigitalWarning},
+};
+
+std::string workstationName(std::int32_t number) {
+    return number > 0 ? "WS" + std::to_string(number) : std::string();
+}
+
+Workflow workflowOf(Run run) {
+    switch (run) {
+    case Run::EnteringConfiguration:
+    case Run::LeavingConfiguration:
+        return Workflow::Configuration;
+    case Run::ChoosingWorkstation:
+    case Run::EnteringCalibration:
+    case Run::LeavingCalibration:
+    case Run::Lending:
+        return Workflow::Calibration;
+    case Run::ChoosingAutocalibration:
+    case Run::EnteringAutocalibration:
+    case Run::HandingOver:
+    case Run::LeavingAutocalibration:
+        return Workflow::Autocalibration;
+    case Run::ReadingCounters:
+    case Run::ShowingCounters:
+        return Workflow::Counters;
+    case Run::None:
+    case Run::Closing:
+        break;
+    }
+    return Workflow::Closing;
+}
+
+/// The mode that a workflow is about; None for one without.
+Phase modeOf(Workflow workflow) {
+    switch (workflow) {
+    case Workflow::Configuration:
+        return Phase::Configuration;
+    case Workflow::Calibration:
+        return Phase::Calibration;
+    case Workflow::Autocalibration:
+        return Phase::Autocalibration;
+    case Workflow::Counters:
+    case Workflow::Closing:
+        break;
+    }
+    return Phase::None;
+}
+
+} // namespace
+
+VisitWatcher::VisitWatcher(Visit& visit, Rig& rig, Milliseconds begins)
+    : visit_(visit), rig_(rig), begins_(begins), calibration_(visit.values) {
+    visit_.sessions.push_back(begins);
+    visit_.left = {};
+    rig_.report.close();
+    rig_.onStarted = [this] { attach(); };
+    rig_.farEnd.onFrame = [this](std::string_view text) { frameWritten(text); };
+    rig_.machine.port.onOpened = [this](int port, std::string_view settings) {
+        visit_.port = "COM" + std::to_string(port);
+        visit_.line = settings;
+    };
+    rig_.machine.desktop.onBox = [this](const MemoryDesktop::Shown& box) {
+        visit_.questions.push_back(
+            {now(), box.text,
+             box.box == MemoryDesktop::Box::Question ? std::optional(box.yes) : std::nullopt});
+    };
+}
+
+void VisitWatcher::attach() {
+    link().messageTaken().connect(
+        [this](std::string_view key, std::string_view value, bool known) { taken(key, value, known); });
+    watchValues();
+    watchExposures();
+    watchWarnings();
+    watchSession();
+    watchOperator();
+}
+
+void VisitWatcher::watchValues() {
+    LinkEvents& events = link().events();
+    events.ExposureCounter.connect(
+        [this](std::int32_t number, const std::string& value) { counterTaken(number, value); });
+    events.GeneratorSoftwareVersion.connect(
+        [this](const std::string& version) { visit_.generatorVersion = version; });
+    events.GeneratorTypeChange.connect([this](std::int32_t type) { visit_.fluoroscopy = type != 0; });
+    events.HUUpdate.connect([this](std::int16_t percent) {
+        if (visit_.heat.empty() || visit_.heat.back().second != percent) {
+            visit_.heat.emplace_back(now(), percent);
+        }
+    });
+    events.WrongPhase.connect([this](const std::string& message) {
+        ++visit_.tally.held;
+        if (visit_.tally.firstHeld.size() < kKeptExamples) {
+            visit_.tally.firstHeld.emplace_back(now(), message);
+        }
+    });
+    events.AccumulatedDose.connect([this](const std::string& dose) { visit_.accumulatedDose = dose; });
+}
+
+void VisitWatcher::watchExposures() {
+    LinkEvents& events = link().events();
+    events.GeneratorPhaseChange.connect([this](Phase phase) {
+        if (phase == Phase::RadExposure || phase == Phase::FluoroExposure) {
+            exposureBegins(phase == Phase::FluoroExposure);
+        } else {
+            exposureEnds(false);
+            exposureEnds(true);
+        }
+    });
+    events.XRayStatusChange.connect([this](bool on) { on ? exposureBegins(false) : exposureEnds(false); });
+    events.FlExposureStatusChange.connect(
+        [this](bool on) { on ? exposureBegins(true) : exposureEnds(true); });
+    const auto last = [this](bool fluoroscopy) {
+        const auto found =
+            std::find_if(visit_.exposures.rbegin(), visit_.exposures.rend(),
+                         [&](const ExposureFact& each) { return each.fluoroscopy == fluoroscopy; });
+        return found == visit_.exposures.rend() ? nullptr : &*found;
+    };
+    events.ExposureEnd.connect([last](std::int16_t reason) {
+        if (ExposureFact* exposure = last(false); exposure != nullptr && !exposure->reason) {
+            exposure->reason = reason;
+        }
+    });
+    events.PostDisplay.connect([last](const std::string& mA, const std::string& ms, const std::string& mAs) {
+        if (ExposureFact* exposure = last(false); exposure != nullptr && exposure->mA.empty()) {
+            exposure->mA = mA;
+            exposure->ms = ms;
+            exposure->mAs = mAs;
+        }
+    });
+    events.LastExposureDose.connect([last](const std::string& dose) {
+        if (ExposureFact* exposure = last(false); exposure != nullptr && exposure->dose.empty()) {
+            exposure->dose = dose;
+        }
+    });
+}
+
+void VisitWatcher::watchWarnings() {
+    LinkEvents& events = link().events();
+    for (const LampRow& row : kLamps) {
+        (events.*row.event).connect([this, key = row.key](bool on) { warning(key, 0, on); });
+    }
+    events.WarningMessage.connect([this](std::int32_t code, auto...) { warning(kWarningKey, code, true); });
+    events.WarningMessageReset.connect([this] { warning(kWarningKey, 0, false); });
+    events.GeneratorWSInterlockERROR.connect(
+        [this](std::int16_t number) { warning(kInterlockKey, number, number != 0); });
+    events.GeneratorERRORResetAck.connect([this] { warning(kInterlockKey, 0, false); });
+
+    SessionErrors& errors = rig_.application().indicators().errors;
+    errors.began.connect([this](const SessionError& error) {
+        visit_.errors.push_back({{now()}, error.code, error.words});
+    });
+    errors.over.connect([this](ErrorEnd end) {
+        if (!visit_.errors.empty()) {
+            visit_.errors.back().span.to = now();
+            visit_.errors.back().end = end;
+        }
+    });
+}
+
+void VisitWatcher::watchSession() {
+    session().ended.connect([this](Run run, const Ending& ending) { runEnded(run, ending); });
+    session().changed.connect([this] { sessionChanged(); });
+    link().silence().changed.connect([this] { silenceChanged(); });
+    rig_.application().console().events.Goodbye.connect([this] { visit_.left.closed = true; });
+}
+
+void VisitWatcher::watchOperator() {
+    rig_.application().input().onGesture = [this](Gesture made, const Control& control,
+                                                  std::string_view value) { gesture(made, control, value); };
+}
+
+TorvaneSerialV3_07_QLC1& VisitWatcher::link() {
+    return rig_.application().link();
+}
+
+const GeneratorState& VisitWatcher::mirror() {
+    return link().mirror();
+}
+
+ServiceSession& VisitWatcher::session() {
+    return rig_.application().console().session();
+}
+
+std::string VisitWatcher::workstation() {
+    return workstationName(mirror().m_Workstation);
+}
+
+void VisitWatcher::line(std::string_view line) {
+    constexpr std::string_view kRecordedBy = "# Recorded by ";
+    if (line.starts_with(kRecordedBy)) {
+        line.remove_prefix(kRecordedBy.size());
+        visit_.trust.recordedBy.emplace_back(line.substr(0, line.find(". ")));
+    } else if (line.starts_with("# ")) {
+        remark(line.substr(2));
+    } else if (line.starts_with("gap ")) {
+        visit_.trust.gaps.push_back(now());
+    }
+}
+
+/// "TIME tx TEXT", "TIME lost TEXT", "TIME clock ISO", "TIME port DEVICE".
+void VisitWatcher::remark(std::string_view text) {
+    Milliseconds at = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), at);
+    if (error != std::errc{}) {
+        return;
+    }
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    Reader reader(text);
+    if (reader.atEnd()) {
+        return;
+    }
+    const std::string_view word = reader.word();
+    if (word == "tx") {
+        recorded_.push_back({begins_ + at, reader.text()});
+        ++visit_.trust.recorded;
+        compareFrames();
+    } else if (word == "lost") {
+        ++visit_.tally.lost;
+    } else if (word == "clock") {
+        if (const auto wall = WallTime::read(reader.rest())) {
+            visit_.clock.add(begins_ + at, *wall);
+        }
+    } else if (word == "port") {
+        visit_.device = reader.rest();
+    }
+}
+
+void VisitWatcher::frameWritten(std::string_view text) {
+    ++visit_.tally.sent;
+    played_.push_back({now(), std::string(text)});
+    compareFrames();
+
+    const Handshake::Sent sent = handshake_.sent(0, text);
+    visit_.tally.repeated += sent.repeats ? 1 : 0;
+    unanswered(sent.before);
+    lastFrame_ = text;
+    calibration_.sent(text);
+    if (text.starts_with("TCR") && !sent.repeats) {
+        visit_.resets.push_back({std::string(text.substr(3)), now()});
+    } else if (text == "AR" && !visit_.errors.empty() && !visit_.errors.back().end) {
+        visit_.errors.back().byKey = true;
+    } else if (text == "CFD") {
+        // Values of workstations that are not on show change as well.
+        for (auto& [name, fact] : visit_.values) {
+            if (name.subject == Subject::Setting && name.scope.starts_with("WS")) {
+                fact.left.reset();
+            }
+        }
+    }
+}
+
+void VisitWatcher::acknowledged() {
+    if (!handshake_.acknowledged()) {
+        return;
+    }
+    calibration_.acknowledged(lastFrame_, now());
+    if (lastFrame_.starts_with("TCR") && !visit_.resets.empty()) {
+        visit_.resets.back().acknowledged = true;
+    } else if (lastFrame_ == "RX0" || lastFrame_ == "RX1") {
+        visit_.left.raysAllowed = lastFrame_ == "RX1";
+    }
+}
+
+void VisitWatcher::unanswered(const std::optional<Handshake::Unanswered>& frame) {
+    if (frame) {
+        ++visit_.tally.unanswered;
+        calibration_.unanswered(lastFrame_);
+    }
+}
+
+void VisitWatcher::compareFrames() {
+    while (!visit_.trust.differsAt && !recorded_.empty() && !played_.empty()) {
+        const Frame& recorded = recorded_.front();
+        const Frame& played = played_.front();
+        if (recorded.at != played.at || recorded.text != played.text) {
+            visit_.trust.differsAt = std::min(recorded.at, played.at);
+            return;
+        }
+        ++visit_.trust.same;
+        recorded_.pop_front();
+        played_.pop_front();
+    }
+}
+
+void VisitWatcher::taken(std::string_view key, std::string_view value, bool known) {
+    Tally& tally = visit_.tally;
+    ++tally.heard;
+    if (!known) {
+        ++tally.unknown;
+        if (tally.firstUnknown.size() < kKeptExamples) {
+            tally.firstUnknown.emplace_back(key);
+        }
+        return;
+    }
+    if (equalsNoCase(key, "AK")) {
+        acknowledged();
+    } else if (equalsNoCase(key, "KV") && isNumeric(value)) {
+        kVp_ = decimalText(toDouble(value));
+    } else if (equalsNoCase(key, "PDK") && !visit_.exposures.empty() && isNumeric(value)) {
+        visit_.exposures.back().kVp = decimalText(toDouble(value));
+        visit_.exposures.back().kVpMeasured = true;
+    }
+    const Phase mode = session().mode();
+    if (mode == Phase::Configuration || mode == Phase::NormalOperation) {
+        settingTaken(key, value);
+    } else if (mode == Phase::Calibration || mode == Phase::Autocalibration) {
+        if (equalsNoCase(key, "MA") || equalsNoCase(key, "MAS")) {
+            calibration_.placeReported();
+        } else if (equalsNoCase(key, "CV") && isNumeric(value)) {
+            calibrationTaken(value);
+        }
+    }
+}
+
+void VisitWatcher::settingTaken(std::string_view key, std::string_view value) {
+    const bool configuration = session().mode() == Phase::Configuration;
+    const std::string scope = workstation();
+    if (configuration && scope.empty()) {
+        return; // it is not known whose it is
+    }
+    const NamedValues reported =
+        configuration ? configured(key, value, mirror()) : readySettings(key, value, mirror());
+    const std::string ready = scope.empty() ? "Ready" : "Ready " + scope;
+    for (const auto& [name, told] : reported) {
+        visit_.values[{Subject::Setting, configuration ? scope : ready, name}].report(told, now());
+    }
+}
+
+void VisitWatcher::calibrationTaken(std::string_view value) {
+    const GeneratorState& state = mirror();
+    std::string name;
+    if (state.m_CalibrationType == 0) {
+        const std::string_view focus = state.m_SmallFocus == 1   ? "small "
+                                       : state.m_LargeFocus == 1 ? "large "
+                                                                 : "";
+        name = std::string(focus) + state.m_MADisplay + " mA";
+    } else if (state.m_CalibrationType > 0) {
+        name = "E" + fixedDigits(state.m_CalibrationParameter, 2);
+    } else {
+        return; // nobody knows which point it belongs to
+    }
+    calibration_.value({Subject::Calibration, workstation(), name}, decimalText(toDouble(value)),
+                       session().mode() == Phase::Autocalibration, now());
+}
+
+void VisitWatcher::counterTaken(std::int32_t number, std::string_view value) {
+    // Some generators tell the third tube behind the second.
+    const std::string compact = without(value, ' ');
+    const auto pieces = split(compact, "-");
+    counter(std::to_string(number), pieces[0]);
+    if (number == 1 && pieces.size() > 1) {
+        counter("3", pieces[1]);
+    }
+}
+
+void VisitWatcher::counter(const std::string& number, std::string_view value) {
+    if (!isNumeric(value)) {
+        return;
+    }
+    ValueFact& fact = visit_.values[{Subject::Counter, "", number}];
+    fact.report(decimalText(toDouble(value)), now());
+    for (CounterReset& reset : visit_.resets) {
+        if (reset.counter == number && !reset.readAnew) {
+            reset.readAnew = now();
+            fact.deed = Deed::Reset;
+        }
+    }
+}
+
+void VisitWatcher::exposureBegins(bool fluoroscopy) {
+    if (!visit_.exposures.empty() && !visit_.exposures.back().to &&
+        visit_.exposures.back().fluoroscopy == fluoroscopy) {
+        return;
+    }
+    ExposureFact exposure;
+    exposure.at = now();
+    exposure.fluoroscopy = fluoroscopy;
+    exposure.mode = session().mode();
+    exposure.lent = session().lent();
+    exposure.workstation = mirror().m_Workstation;
+    exposure.kVp = fluoroscopy ? mirror().m_FlKVPDisplay : kVp_;
+    visit_.exposures.push_back(std::move(exposure));
+}
+
+void VisitWatcher::exposureEnds(bool fluoroscopy) {
+    if (!visit_.exposures.empty() && !visit_.exposures.back().to &&
+        visit_.exposures.back().fluoroscopy == fluoroscopy) {
+        visit_.exposures.back().to = now();
+    }
+}
+
+void VisitWatcher::warning(std::string_view key, std::int32_t number, bool on) {
+    const auto open =
+        std::find_if(visit_.warnings.rbegin(), visit_.warnings.rend(),
+                     [key](const WarningFact& each) { return each.key == key && !each.span.to; });
+    const bool stands = open != visit_.warnings.rend();
+    if (stands && on && open->number == number) {
+        return;
+    }
+    if (stands) {
+        open->span.to = now();
+    }
+    if (on) {
+        visit_.warnings.push_back({{now()}, std::string(key), number});
+    }
+}
+
+void VisitWatcher::sessionChanged() {
+    const Phase mode = session().mode();
+    if (mode != mode_) {
+        if (mode == Phase::Calibration && mode_ != Phase::Autocalibration) {
+            calibration_.modeBegins();
+        } else if (mode == Phase::Autocalibration) {
+            calibration_.autocalibrationBegins();
+        } else if (mode != Phase::Calibration) {
+            calibration_.modeEnds();
+        }
+        if (WorkflowFact* work = openWorkflow();
+            work != nullptr && session().idle() && modeOf(work->what) == mode_) {
+            work->open = false; // the generator has left it by itself
+            work->span.to = now();
+        }
+        mode_ = mode;
+        visit_.modes.emplace_back(now(), mode);
+    }
+    if (session().run() != run_) {
+        if (run_ == Run::None) {
+            runSince_ = now();
+        }
+        run_ = session().run();
+    }
+    if (!visit_.silences.empty() && !visit_.silences.back().span.to && session().generator().isLost()) {
+        visit_.silences.back().lost = true;
+    }
+}
+
+void VisitWatcher::silenceChanged() {
+    const bool quiet = link().silence().quiet();
+    const bool open = !visit_.silences.empty() && !visit_.silences.back().span.to;
+    if (quiet && !open) {
+        visit_.silences.push_back({{begins_ + link().silence().since()}});
+    } else if (!quiet && open) {
+        visit_.silences.back().span.to = now();
+    }
+}
+
+WorkflowFact* VisitWatcher::openWorkflow() {
+    return visit_.workflows.empty() || !visit_.workflows.back().open ? nullptr : &visit_.workflows.back();
+}
+
+void VisitWatcher::runEnded(Run run, const Ending& ending) {
+    step(run, ending);
+    run_ = Run::None; // what comes next is another one, even at this moment
+}
+
+/// Entering, the stay and leaving are one workflow.
+void VisitWatcher::step(Run run, const Ending& ending) {
+    const Workflow what = workflowOf(run);
+    WorkflowFact* work = openWorkflow();
+    const bool goesOn =
+        work != nullptr && (work->what == what ||
+                            // the way out of an autocalibration leads through calibration
+                            (work->what == Workflow::Autocalibration && run == Run::LeavingCalibration));
+    if (!goesOn) {
+        if (work != nullptr) {
+            work->open = false;
+            work->span.to = runSince_;
+        }
+        visit_.workflows.push_back({{runSince_}, what});
+        work = &visit_.workflows.back();
+    }
+    work->steps.push_back({run, ending, session().mode()});
+    const bool entered = (run == Run::EnteringConfiguration || run == Run::EnteringCalibration ||
+                          run == Run::EnteringAutocalibration || run == Run::HandingOver) &&
+                         session().mode() == modeOf(what);
+    work->open = entered;
+    work->span.to = now();
+}
+
+void VisitWatcher::gesture(Gesture gesture, const Control& control, std::string_view value) {
+    if (gesture != Gesture::Release) {
+        visit_.touches.push_back({now(), nameOf(control),
+                                  control.has(Property::Caption) ? control.caption() : std::string(),
+                                  std::string(value)});
+    }
+}
+
+void VisitWatcher::finish() {
+    visit_.end = now();
+    if (!rig_.started()) {
+        return;
+    }
+    unanswered(handshake_.over());
+    compareFrames();
+    if (!visit_.trust.differsAt && (!recorded_.empty() || !played_.empty())) {
+        visit_.trust.differsAt = (recorded_.empty() ? played_ : recorded_).front().at;
+    }
+    if (run_ != Run::None) {
+        step(run_, {});
+        visit_.workflows.back().open = !visit_.left.closed;
+    }
+    const bool lastMode = session().mode() == Phase::NormalOperation;
+    if (WorkflowFact* work = openWorkflow(); work != nullptr && run_ == Run::None && lastMode) {
+        work->open = false;
+    }
+    visit_.left.phase = session().lastPhase();
+    visit_.left.lost = session().generator().isLost();
+    visit_.left.silent = link().silence().quiet();
+}
+
+} // namespace quillon
