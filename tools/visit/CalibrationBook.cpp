@@ -59,6 +59,10 @@ void CalibrationBook::autocalibrationBegins() {
 
 void CalibrationBook::value(const ValueName& point, std::string_view value, bool autocalibration,
                             Milliseconds at) {
+    if (walking_ && !place_) {
+        leavePoint(); // the list was told to move, and has not said where to
+        return;
+    }
     // A value that a hand has changed is not the stored one, even where it is the first that is seen.
     const bool stored = !byHand_ && !autocalibration && (point_ != point || reading_ || place_);
     point_ = point;

@@ -22,7 +22,8 @@ public:
     /// Calibration is entered from normal operation.
     void modeBegins();
     void autocalibrationBegins();
-    void modeEnds() { point_.reset(); }
+    /// The mode ends, or nobody knows any more where the list stands.
+    void leavePoint() { point_.reset(); }
     /// The station or the parameter is reported.
     void placeReported() { place_ = walking_; }
     void value(const ValueName& point, std::string_view value, bool autocalibration, Milliseconds at);

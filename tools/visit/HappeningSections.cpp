@@ -87,6 +87,12 @@ Section exposureSection(const Visit& visit, const ReportWords& words) {
         table.rows.push_back({words.time(each.at), whereOf(each, words), kVpOf(each, texts), actual(each.mA),
                               actual(each.ms), actual(each.mAs), endOf(each, texts), utf8Of(each.dose)});
     }
+    if (std::ranges::all_of(visit.exposures, &std::string::empty, &ExposureFact::dose)) {
+        table.columns.pop_back();
+        for (auto& row : table.rows) {
+            row.pop_back();
+        }
+    }
     const bool any = !table.rows.empty();
     section.add(std::move(table), texts["NoExposures"]);
     if (any) {

@@ -214,6 +214,9 @@ std::string ReportWords::outcome(const WorkflowFact& work) const {
         // A run that the end of the recording has met has no ending.
         const bool cut = work.open && &each == &work.steps.back() && each.run == Run::Closing;
         words.push_back(cut ? texts_["GoesOn"] : step(each));
+        if (&each == &work.steps.front() && work.result != Phase::None) {
+            words.push_back(phase(work.result));
+        }
     }
     if (work.open && (words.empty() || words.back() != texts_["GoesOn"])) {
         words.push_back(texts_["GoesOn"]);

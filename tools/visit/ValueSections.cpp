@@ -30,10 +30,10 @@ Table matrix(const Visit& visit, const ReportWords& words, std::span<const Setti
              const std::vector<std::string>& scopes) {
     Table table{{{words.texts()["Setting"]}}, {}};
     for (const std::string& scope : scopes) {
-        const std::string_view shown = scope;
         constexpr std::string_view kReady = "Ready ";
-        table.columns.push_back(
-            {std::string(shown.starts_with(kReady) ? shown.substr(kReady.size()) : shown)});
+        table.columns.push_back({scope == "Ready"            ? words.texts()["NoWorkstation"]
+                                 : scope.starts_with(kReady) ? scope.substr(kReady.size())
+                                                             : scope});
     }
     for (const SettingRow& row : rows) {
         std::vector<Cell> cells{words.texts().named(row.name)};

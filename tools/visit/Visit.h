@@ -122,7 +122,8 @@ struct WorkflowFact {
     Span span;
     Workflow what = Workflow::Configuration;
     std::vector<Step> steps{};
-    bool open = false; ///< it has not come to its end
+    Phase result = Phase::None; ///< of an autocalibration: 12 or 13
+    bool open = false;          ///< it has not come to its end
 };
 
 struct Question {
@@ -169,7 +170,9 @@ struct Trust {
 /// How the generator stood when the last recording ended.
 struct Leaving {
     Phase phase = Phase::None;
-    std::optional<bool> raysAllowed{}; ///< as the last such command that was acknowledged says
+    std::optional<bool> raysAllowed{}; ///< by the last such command
+    bool raysAcknowledged = false;     ///< and the generator has acknowledged that
+    bool raysLost = false;             ///< or the device has not taken it
     bool lost = false;
     bool silent = false;
     bool closed = false; ///< the console has said goodbye

@@ -83,8 +83,10 @@ void addStanding(const Visit& visit, const ReportWords& words, std::vector<std::
         }
     }
     const Leaving& left = visit.left;
-    if (!left.raysAllowed || !*left.raysAllowed) {
-        bad.push_back(texts[left.raysAllowed ? TextName("RaysNotAllowed") : TextName("RaysUnknown")]);
+    if (left.raysAllowed && !*left.raysAllowed) {
+        bad.push_back(texts["RaysNotAllowed"]);
+    } else if (!left.raysAllowed || left.raysLost || !(left.raysAcknowledged || left.closed)) {
+        bad.push_back(texts["RaysUnknown"]);
     }
     if (visit.tally.heard == visit.tally.unknown) {
         bad.push_back(texts["NothingHeard"]);
@@ -124,6 +126,14 @@ Section leftSection(const Visit& visit, const ReportWords& words) {
     }
     if (bad.empty()) {
         section.say(texts["LeftInOrder"], Tone::Good);
+    }
+    const Leaving& left = visit.left;
+    if (left.raysAllowed.value_or(false) && !left.raysLost) {
+        if (left.raysAcknowledged) {
+            section.say(texts["RaysAllowed"], Tone::Note);
+        } else if (left.closed) {
+            section.say(texts["RaysAsked"], Tone::Note);
+        }
     }
     return section;
 }

@@ -40,6 +40,10 @@ std::string workstationName(std::int32_t number) {
     return number > 0 ? "WS" + std::to_string(number) : std::string();
 }
 
+bool isRays(std::string_view frame) {
+    return frame == "RX0" || frame == "RX1";
+}
+
 Workflow workflowOf(Run run) {
     switch (run) {
     case Run::EnteringConfiguration:
@@ -196,6 +200,12 @@ void VisitWatcher::watchWarnings() {
 void VisitWatcher::watchSession() {
     session().ended.connect([this](Run run, const Ending& ending) { runEnded(run, ending); });
     session().changed.connect([this] { sessionChanged(); });
+    link().events().GeneratorPhaseChange.connect([this](Phase phase) {
+        if (WorkflowFact* work = openWorkflow();
+            work != nullptr && work->what == Workflow::Autocalibration && endsAutocalibration(phase)) {
+            work->result = phase;
+        }
+    });
     link().silence().changed.connect([this] { silenceChanged(); });
     rig_.application().console().events.Goodbye.connect([this] { visit_.left.closed = true; });
 }
@@ -218,7 +228,7 @@ ServiceSession& VisitWatcher::session() {
 }
 
 std::string VisitWatcher::workstation() {
-    return workstationName(mirror().m_Workstation);
+    return workstationAsked_ ? std::string() : workstationName(mirror().m_Workstation);
 }
 
 void VisitWatcher::line(std::string_view line) {
@@ -252,6 +262,7 @@ void VisitWatcher::remark(std::string_view text) {
         compareFrames();
     } else if (word == "lost") {
         ++visit_.tally.lost;
+        visit_.left.raysLost = visit_.left.raysLost || isRays(reader.text());
     } else if (word == "clock") {
         if (const auto wall = WallTime::read(reader.rest())) {
             visit_.clock.add(begins_ + at, *wall);
@@ -275,13 +286,29 @@ void VisitWatcher::frameWritten(std::string_view text) {
         visit_.resets.push_back({std::string(text.substr(3)), now()});
     } else if (text == "AR" && !visit_.errors.empty() && !visit_.errors.back().end) {
         visit_.errors.back().byKey = true;
-    } else if (text == "CFD") {
-        // Values of workstations that are not on show change as well.
-        for (auto& [name, fact] : visit_.values) {
-            if (name.subject == Subject::Setting && name.scope.starts_with("WS")) {
-                fact.left.reset();
-            }
+    } else if (isRays(text)) {
+        visit_.left.raysAllowed = text == "RX1";
+        visit_.left.raysAcknowledged = visit_.left.raysLost = false;
+    } else {
+        valuesSent(text);
+    }
+}
+
+/// A command that changes a setting makes it unknown until it is reported.
+void VisitWatcher::valuesSent(std::string_view frame) {
+    constexpr std::string_view kDefaults = "CFD"; // those of workstations that are not on show change as well
+    constexpr std::string_view kWorkstation = "WS";
+    const bool steps = frame.ends_with('+') || frame.ends_with('-');
+    const std::string_view item = frame.substr(0, frame.size() - (steps ? 1 : 0));
+    for (auto& [name, fact] : visit_.values) {
+        const bool configuration = name.subject == Subject::Setting && name.scope.starts_with(kWorkstation);
+        if (configuration && session().mode() == Phase::Configuration &&
+            (frame == kDefaults || (steps && name.scope == workstation() && name.name == item))) {
+            fact.left.reset();
         }
+    }
+    if (frame.starts_with(kWorkstation) && isNumeric(frame.substr(kWorkstation.size()))) {
+        workstationAsked_ = toDouble(frame.substr(kWorkstation.size())) != mirror().m_Workstation;
     }
 }
 
@@ -292,8 +319,8 @@ void VisitWatcher::acknowledged() {
     calibration_.acknowledged(lastFrame_, now());
     if (lastFrame_.starts_with("TCR") && !visit_.resets.empty()) {
         visit_.resets.back().acknowledged = true;
-    } else if (lastFrame_ == "RX0" || lastFrame_ == "RX1") {
-        visit_.left.raysAllowed = lastFrame_ == "RX1";
+    } else if (isRays(lastFrame_)) {
+        visit_.left.raysAcknowledged = true;
     }
 }
 
@@ -330,6 +357,8 @@ void VisitWatcher::taken(std::string_view key, std::string_view value, bool know
     }
     if (equalsNoCase(key, "AK")) {
         acknowledged();
+    } else if (equalsNoCase(key, "WS")) {
+        workstationAsked_ = false;
     } else if (equalsNoCase(key, "KV") && isNumeric(value)) {
         kVp_ = decimalText(toDouble(value));
     } else if (equalsNoCase(key, "PDK") && !visit_.exposures.empty() && isNumeric(value)) {
@@ -356,27 +385,38 @@ void VisitWatcher::settingTaken(std::string_view key, std::string_view value) {
     }
     const NamedValues reported =
         configuration ? configured(key, value, mirror()) : readySettings(key, value, mirror());
+    if (workstationAsked_) {
+        return;
+    }
     const std::string ready = scope.empty() ? "Ready" : "Ready " + scope;
     for (const auto& [name, told] : reported) {
         visit_.values[{Subject::Setting, configuration ? scope : ready, name}].report(told, now());
     }
 }
 
-void VisitWatcher::calibrationTaken(std::string_view value) {
+/// The name of the point that the list stands at; empty where that is not known for certain.
+std::string VisitWatcher::calibrationPoint() {
     const GeneratorState& state = mirror();
-    std::string name;
-    if (state.m_CalibrationType == 0) {
-        const std::string_view focus = state.m_SmallFocus == 1   ? "small "
-                                       : state.m_LargeFocus == 1 ? "large "
-                                                                 : "";
-        name = std::string(focus) + state.m_MADisplay + " mA";
-    } else if (state.m_CalibrationType > 0) {
-        name = "E" + fixedDigits(state.m_CalibrationParameter, 2);
-    } else {
-        return; // nobody knows which point it belongs to
+    if (state.m_CalibrationType > 0) {
+        return "E" + fixedDigits(state.m_CalibrationParameter, 2);
     }
-    calibration_.value({Subject::Calibration, workstation(), name}, decimalText(toDouble(value)),
-                       session().mode() == Phase::Autocalibration, now());
+    const bool small = state.m_SmallFocus == 1;
+    const bool large = state.m_LargeFocus == 1;
+    const bool never = state.m_SmallFocus < 0 && state.m_LargeFocus < 0;
+    if (state.m_CalibrationType < 0 || state.m_MADisplay.empty() || (small == large && !never)) {
+        return {};
+    }
+    return std::string(small ? "small " : large ? "large " : "") + state.m_MADisplay + " mA";
+}
+
+void VisitWatcher::calibrationTaken(std::string_view value) {
+    const std::string point = workstationAsked_ ? std::string() : calibrationPoint();
+    if (point.empty()) {
+        calibration_.leavePoint();
+    } else {
+        calibration_.value({Subject::Calibration, workstation(), point}, decimalText(toDouble(value)),
+                           session().mode() == Phase::Autocalibration, now());
+    }
 }
 
 void VisitWatcher::counterTaken(std::int32_t number, std::string_view value) {
@@ -449,7 +489,7 @@ void VisitWatcher::sessionChanged() {
         } else if (mode == Phase::Autocalibration) {
             calibration_.autocalibrationBegins();
         } else if (mode != Phase::Calibration) {
-            calibration_.modeEnds();
+            calibration_.leavePoint();
         }
         if (WorkflowFact* work = openWorkflow();
             work != nullptr && session().idle() && modeOf(work->what) == mode_) {
@@ -528,6 +568,11 @@ void VisitWatcher::finish() {
     }
     unanswered(handshake_.over());
     compareFrames();
+    // The last lines of a recording that was cut off may tell of a frame and not of the time up to it.
+    while (!recorded_.empty() && recorded_.back().at > now()) {
+        recorded_.pop_back();
+        --visit_.trust.recorded;
+    }
     if (!visit_.trust.differsAt && (!recorded_.empty() || !played_.empty())) {
         visit_.trust.differsAt = (recorded_.empty() ? played_ : recorded_).front().at;
     }

@@ -45,7 +45,9 @@ private:
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     [[nodiscard]] const GeneratorState& mirror();
     [[nodiscard]] ServiceSession& session();
+    /// "WS3"; empty where it is not known which one is meant.
     [[nodiscard]] std::string workstation();
+    void valuesSent(std::string_view frame);
 
     void remark(std::string_view text);
     void frameWritten(std::string_view text);
@@ -54,6 +56,7 @@ private:
     void compareFrames();
     void taken(std::string_view key, std::string_view value, bool known);
     void settingTaken(std::string_view key, std::string_view value);
+    [[nodiscard]] std::string calibrationPoint();
     void calibrationTaken(std::string_view value);
     void counterTaken(std::int32_t counter, std::string_view value);
     void counter(const std::string& number, std::string_view value);
@@ -76,6 +79,7 @@ private:
     std::deque<Frame> played_;   ///< those that have gone out, and are not compared yet
     std::string lastFrame_;
     std::string kVp_; ///< as it was set last
+    bool workstationAsked_ = false; ///< another one, and it is not reported yet
     Phase mode_ = Phase::None;
     Run run_ = Run::None;
     Milliseconds runSince_ = 0;
