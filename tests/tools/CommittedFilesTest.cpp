@@ -12,6 +12,7 @@
 #include "sim/Options.h"
 #include "tools/protocol/Document.h"
 #include "tools/protocol/Workflows.h"
+#include "tools/visit/ReportTexts.h"
 
 namespace quillon {
 namespace {
@@ -31,6 +32,34 @@ TEST(CommittedFiles, DocumentsAreWhatTheTablesSay) {
         << "run quillon-protocol workflows > docs/workflows.md and commit it";
     EXPECT_TRUE(contentOf("samples/default.machine") == simulator::profileOf({}))
         << "run generator-sim --print-machine > samples/default.machine and commit it";
+}
+
+/// A number of times that each of the places %1, %2 stands in a text.
+std::multiset<char> places(std::string_view text) {
+    std::multiset<char> found;
+    for (auto at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1)) {
+        found.insert(text.substr(at + 1, 1)[0]);
+    }
+    return found;
+}
+
+TEST(CommittedFiles, TheGermanReportHasEachTextAndItsPlaces) {
+    const std::string german = contentOf("samples/report-de.txt");
+    ReportTexts texts;
+    EXPECT_THAT(texts.replace(german), IsEmpty());
+    std::set<std::string> given;
+    for (const std::string_view line : split(german, "\n")) {
+        if (!line.empty() && !line.starts_with('#')) {
+            EXPECT_TRUE(given.emplace(line.substr(0, line.find('='))).second) << line << " stands twice";
+        }
+    }
+    for (const ReportText& row : kReportTexts) {
+        EXPECT_EQ(given.erase(std::string(row.name)), 1U) << row.name << " is not translated";
+        EXPECT_EQ(places(texts.named(row.name)), places(row.english)) << row.name;
+    }
+    EXPECT_THAT(given, IsEmpty());
+    EXPECT_THAT(ReportTexts().replace("x\n# y\nTitle = a\r\nNone=b\n"),
+                ElementsAre("line 1: there is no such text", "line 4: there is no such text"));
 }
 
 class TextsTest : public testing::Test {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -9,6 +10,7 @@
 #include "link/TorvaneSerial.h"
 #include "runtime/MemoryPlatform.h"
 #include "shell/Application.h"
+#include "tools/replay/Follower.h"
 #include "tools/replay/Journal.h"
 #include "tools/replay/Listing.h"
 #include "tools/replay/ScenarioWriter.h"
@@ -160,6 +162,23 @@ TEST(Listing, WhatBecameOfEachCommandIsTold) {
                             "", "", ""))
         << "polls and steps never ask";
     EXPECT_THAT(notes({">VR?", ">ST"}), ElementsAre("no acknowledgement", ""));
+}
+
+TEST(Follower, TellsEachRowOnceWhenItsFateIsKnown) {
+    const std::string recording =
+        "# Recorded by Quillon 1\nstart\n# 350 tx \"CF1\"\nwait 390\nrx \"AK\\r\\nST8\\r\\n\"\n"
+        "# 700 tx \"CF0\"\nwait 700\nrx \"ST2\\r\\n\"\n# 1400 tx \"CF0\"\n# 1750 lost \"CF0\"\n"
+        "# 1800 tx \"ST\"\n";
+    Follower follower;
+    std::string told;
+    for (const char c : recording) {
+        told += follower.take({&c, 1});
+    }
+    EXPECT_THAT(told, AllOf(HasSubstr("     1        350  ->  CF1             configuration: on"),
+                            HasSubstr("acknowledged after 40 ms by 2\n     2        390  <-  AK"),
+                            HasSubstr("repeats 4, transmission 2, no acknowledgement\n"),
+                            HasSubstr("     7       1090  -x  CF0")));
+    EXPECT_EQ(std::ranges::count(told, '\n'), 8);
 }
 
 } // namespace

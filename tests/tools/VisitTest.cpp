@@ -210,5 +210,106 @@ TEST(Visit, EachValueIsWhatTheGeneratorHadInItsBooks) {
     EXPECT_GT(changed, 60);
 }
 
+TEST(Visit, WhatComesFromOutsideIsTextAndWhatNeverCameIsUnknown) {
+    const std::string recording =
+        record("", {"sim send VR<script>alert('1')</script> & \"2\"", "wait 500", "sim error 77", "wait 3000",
+                    "sim send TC1x", "sim send WSx", "sim send WS99999999999", "sim send \"Q,\"",
+                    "sim send PDKx", "wait 2000"})
+            .recording;
+    const Visit visit = visitOf(recording);
+    const std::string html = htmlOf(visit, ReportTexts());
+    EXPECT_THAT(html, AllOf(HasSubstr("&lt;script&gt;alert(&#39;1&#39;)&lt;/script&gt; &amp; &quot;2&quot;"),
+                            Not(HasSubstr("<script")), Not(HasSubstr("http")), Not(HasSubstr(" src="))));
+    EXPECT_THAT(html, HasSubstr("<td class='n'>77</td><td>never reported</td><td><b>still stands</b></td>"));
+    const std::string text = textOf(visit, ReportTexts());
+    EXPECT_THAT(text, AllOf(HasSubstr("! Error 77 stands: "), HasSubstr("! The recording ends before"),
+                            HasSubstr("No counter was read."),
+                            HasSubstr("The first unknown messages: \"\\\"Q,\\\"\"")));
+    for (const std::string_view line : split(text, "\n")) {
+        EXPECT_LE(line.size(), 100U + 2 * 10) << line; // a sign beyond ASCII has up to three bytes
+    }
+    EXPECT_THAT(csvOf(visit),
+                HasSubstr("\r\ngenerator,,version,,,,,\"<script>alert('1')</script> & \"\"2\"\"\"\r\n"));
+}
+
+TEST(Visit, WhatIsBehindADifferenceOrAGapIsInDoubt) {
+    const std::string good =
+        record("", {"wait 4000", "click Quillon.cmbReadExposureCounters", "wait 14000"}).recording;
+    ASSERT_TRUE(visitOf(good).trust.whole());
+    std::string changed = good;
+    changed.replace(changed.find("tx \"TC1\""), 8, "tx \"TC9\"");
+    const Visit visit = visitOf(changed);
+    ASSERT_TRUE(visit.trust.differsAt);
+    EXPECT_EQ(visit.trust.recorded, visitOf(good).trust.recorded);
+    EXPECT_LT(visit.values.at({Subject::Counter, "", "0"}).foundAt, *visit.trust.differsAt);
+    EXPECT_GT(visit.values.at({Subject::Counter, "", "1"}).foundAt, *visit.trust.differsAt);
+    const std::string text = textOf(visit, ReportTexts());
+    EXPECT_THAT(text, AllOf(HasSubstr("! The recording does not play the same"),
+                            testing::ContainsRegex("RAD tube 1 .* 0 \\([0-9:]+\\)"),
+                            testing::ContainsRegex("RAD tube 2 .* 0 \\([0-9:]+ \\(\\?\\)\\)")));
+    std::string cut = good.substr(0, good.rfind("wait "));
+    EXPECT_TRUE(visitOf(cut).trust.whole()) << "a recording that was cut off plays as far as it goes";
+    EXPECT_FALSE(visitOf(cut + "nonsense\n").trust.whole());
+}
+
+/// One setting, one point and one counter, as found and as left.
+Visit visitWith(std::optional<std::string> tube, std::optional<std::string> point,
+                std::optional<std::string> counter) {
+    Visit visit;
+    const auto set = [&visit](Subject subject, const std::string& scope, const std::string& name,
+                              const auto& value) {
+        if (value) {
+            visit.values[{subject, scope, name}].report(*value, 5);
+        }
+    };
+    set(Subject::Setting, "WS3", "TU", tube);
+    set(Subject::Calibration, "WS2", "small 25 mA", point);
+    set(Subject::Counter, "", "0", counter);
+    return visit;
+}
+
+TEST(VisitDifference, TellsWhatBothKnowAndWhatOneOnly) {
+    const auto told = [](const Visit& a, const Visit& b) {
+        const Difference found = differenceOf(a, &ValueFact::left, b, &ValueFact::found);
+        std::string text;
+        for (const Difference::Row& row : found.changed) {
+            text += row.name.name + ": " + row.first + " -> " + row.second + "; ";
+        }
+        return text + std::to_string(found.same) + " same, " + std::to_string(found.onlyFirst.size()) +
+               " and " + std::to_string(found.onlySecond.size()) + " alone";
+    };
+    Visit all = visitWith("1", "325", "18244");
+    EXPECT_EQ(told(all, all), "3 same, 0 and 0 alone");
+    EXPECT_EQ(told(all, visitWith("2", "325", "18244")), "TU: 1 -> 2; 2 same, 0 and 0 alone");
+    EXPECT_EQ(told(all, visitWith("1", {}, "18300")), "0: 18244 -> 18300; 1 same, 1 and 0 alone");
+    EXPECT_EQ(told(visitWith({}, "0", {}), all), "small 25 mA: 0 -> 325; 0 same, 0 and 2 alone");
+    all.values.begin()->second.left.reset(); // it was known, and is not any more
+    EXPECT_EQ(told(all, all), "2 same, 0 and 1 alone");
+
+    Visit later = visitWith("1", "325", "18344");
+    all.clock.add(0, *WallTime::read("2026-03-01T09:00:00+01:00"));
+    later.clock.add(0, *WallTime::read("2026-03-11T09:00:00.000+01:00"));
+    EXPECT_THAT(
+        plainText(comparisonOf(all, later, ReportTexts())),
+        AllOf(HasSubstr("RAD tube 1  18244  *18344*  +100, 10.0 a day"), HasSubstr("The same in both: 1\n")));
+}
+
+TEST(WallClock, TellsTheTimeOfDayAndWhereItWasSet) {
+    WallClock clock;
+    EXPECT_EQ(clock.text(65'000), "0:01:05");
+    clock.add(1000, *WallTime::read("2026-12-31T23:59:58.500Z"));
+    clock.add(61'000, *WallTime::read("2027-01-01T02:00:58.500Z"));
+    clock.add(121'000, *WallTime::read("2027-01-01T02:01:58.900Z"));
+    EXPECT_EQ(clock.at(4000)->iso(), "2027-01-01T00:00:01.500Z");
+    const auto jumps = clock.jumps({0});
+    ASSERT_EQ(jumps.size(), 1U);
+    EXPECT_EQ(jumps[0].by, 2 * 3600 * 1000);
+    EXPECT_THAT(clock.jumps({0, 61'000}), IsEmpty()) << "another session";
+    for (const char* wrong :
+         {"", "2026", "2026-02-30T10:00:00", "2026-01-01T24:00:00", "2026-01-01 1:00:00"}) {
+        EXPECT_FALSE(WallTime::read(wrong)) << wrong;
+    }
+}
+
 } // namespace
 } // namespace quillon

@@ -30,8 +30,12 @@ void CalibrationBook::sent(std::string_view frame) {
 }
 
 void CalibrationBook::acknowledged(std::string_view frame, Milliseconds at) {
-    if (frame == kStore && point_) {
-        store(shown_, Deed::StoredByHand, at);
+    if (frame == kStore) {
+        if (walking_) {
+            leavePoint(); // it was stored where the list stands now, of which no value was seen
+        } else if (point_) {
+            store(shown_, Deed::StoredByHand, at);
+        }
         storing_ = true;
     } else if (frame == kRead) {
         reading_ = true;
@@ -64,22 +68,22 @@ void CalibrationBook::value(const ValueName& point, std::string_view value, bool
         return;
     }
     // A value that a hand has changed is not the stored one, even where it is the first that is seen.
-    const bool stored = !byHand_ && !autocalibration && (point_ != point || reading_ || place_);
+    const bool read = !byHand_ && !autocalibration && (point_ != point || reading_ || place_);
     point_ = point;
     shown_ = value;
-    if (stored) {
-        ValueFact& fact = facts_[point];
-        fact.report(shown_, at);
-        fact.storeInDoubt = false;
-        reading_ = walking_ = place_ = storing_ = false;
-    } else if (storing_) {
+    if (storing_) {
         store(value, Deed::StoredByHand, at);
     } else if (autocalibration && !byHand_) {
         store(value, Deed::Autocalibrated, at);
+    } else if (read) {
+        ValueFact& fact = facts_[point];
+        fact.report(shown_, at);
+        fact.storeInDoubt = false;
     } else {
         ValueFact& fact = facts_[point];
         fact.unstored = fact.left == shown_ ? std::nullopt : std::optional(shown_);
     }
+    reading_ = walking_ = place_ = false;
 }
 
 void CalibrationBook::store(std::string_view value, Deed deed, Milliseconds at) {

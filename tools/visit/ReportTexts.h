@@ -203,6 +203,7 @@ inline constexpr std::array kReportTexts{
     ReportText{"PlayedDifferent",  "The recording does not play the same: %1 of %2 frames did, and the first that differs comes at %3. What is told from then on is marked %4 and may not be so."},
     ReportText{"Gap",              "From %1 on the recording misses something. What is told from then on is marked %2 and may not be so."},
     ReportText{"PlayProblem",      "The recording could not be played to its end: %1"},
+    ReportText{"Garbled",          "%1 messages were not understood. A value that one of them told is missing here, or stands as it was told before."},
     ReportText{"TrustNote",        "Times are those of the PC. What was never reported is said to be unknown."},
 
     ReportText{"TU",               "Tube"},

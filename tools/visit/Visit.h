@@ -44,10 +44,12 @@ struct ValueFact {
     std::optional<std::string> unstored{};
     /// The command to store it went out and was not acknowledged.
     bool storeInDoubt = false;
+    /// It was changed before it was reported, so nobody knows how it was found.
+    bool foundUnseen = false;
 
     [[nodiscard]] bool changed() const { return found && left && *found != *left; }
     void report(std::string value, Milliseconds at) {
-        if (!found) {
+        if (!found && !foundUnseen) {
             found = value;
             foundAt = at;
         }

@@ -183,6 +183,9 @@ Section trustSection(const Visit& visit, const ReportWords& words) {
     if (!trust.problem.empty()) {
         section.say(texts.with("PlayProblem", {utf8Of(trust.problem)}), Tone::Bad);
     }
+    if (visit.tally.unknown > 0) {
+        section.say(texts.with("Garbled", {std::to_string(visit.tally.unknown)}));
+    }
     section.say(texts["TrustNote"], Tone::Note);
     return section;
 }

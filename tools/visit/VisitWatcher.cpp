@@ -298,13 +298,20 @@ void VisitWatcher::frameWritten(std::string_view text) {
 void VisitWatcher::valuesSent(std::string_view frame) {
     constexpr std::string_view kDefaults = "CFD"; // those of workstations that are not on show change as well
     constexpr std::string_view kWorkstation = "WS";
-    const bool steps = frame.ends_with('+') || frame.ends_with('-');
-    const std::string_view item = frame.substr(0, frame.size() - (steps ? 1 : 0));
-    for (auto& [name, fact] : visit_.values) {
-        const bool configuration = name.subject == Subject::Setting && name.scope.starts_with(kWorkstation);
-        if (configuration && session().mode() == Phase::Configuration &&
-            (frame == kDefaults || (steps && name.scope == workstation() && name.name == item))) {
-            fact.left.reset();
+    const std::string scope = workstation();
+    const bool configuration = session().mode() == Phase::Configuration;
+    if (configuration && frame == kDefaults) {
+        defaultsSet_ = true;
+        for (auto& [name, fact] : visit_.values) {
+            if (name.subject == Subject::Setting && name.scope.starts_with(kWorkstation)) {
+                fact.left.reset();
+            }
+        }
+    } else if (configuration && !scope.empty() && (frame.ends_with('+') || frame.ends_with('-'))) {
+        const ValueName name{Subject::Setting, scope, std::string(frame.substr(0, frame.size() - 1))};
+        stepped_.insert(name);
+        if (const auto fact = visit_.values.find(name); fact != visit_.values.end()) {
+            fact->second.left.reset();
         }
     }
     if (frame.starts_with(kWorkstation) && isNumeric(frame.substr(kWorkstation.size()))) {
@@ -390,7 +397,10 @@ void VisitWatcher::settingTaken(std::string_view key, std::string_view value) {
     }
     const std::string ready = scope.empty() ? "Ready" : "Ready " + scope;
     for (const auto& [name, told] : reported) {
-        visit_.values[{Subject::Setting, configuration ? scope : ready, name}].report(told, now());
+        const ValueName full{Subject::Setting, configuration ? scope : ready, name};
+        ValueFact& fact = visit_.values[full];
+        fact.foundUnseen = !fact.found && (stepped_.contains(full) || (configuration && defaultsSet_));
+        fact.report(told, now());
     }
 }
 

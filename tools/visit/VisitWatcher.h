@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -78,7 +79,9 @@ private:
     std::deque<Frame> recorded_; ///< frames that the recording tells of
     std::deque<Frame> played_;   ///< those that have gone out, and are not compared yet
     std::string lastFrame_;
-    std::string kVp_; ///< as it was set last
+    std::string kVp_;               ///< as it was set last
+    std::set<ValueName> stepped_;   ///< before they were reported
+    bool defaultsSet_ = false;      ///< the same for all settings of all workstations
     bool workstationAsked_ = false; ///< another one, and it is not reported yet
     Phase mode_ = Phase::None;
     Run run_ = Run::None;
