@@ -19,6 +19,7 @@ struct ReportText {
 
 // clang-format off
 inline constexpr std::array kReportTexts{
+    ReportText{"Language",         "en"},
     ReportText{"Title",            "Service report"},
     ReportText{"Comparison",       "Comparison of two visits"},
     ReportText{"DatesOneDay",      "%1, %2 to %3 by the clock of the PC (%4)"},

@@ -9,8 +9,7 @@ namespace quillon {
 
 namespace {
 
-constexpr std::string_view kHead = R"(<!doctype html>
-<html>
+constexpr std::string_view kHead = R"(
 <meta charset=utf-8>
 <meta name=viewport content="width=device-width">
 )";
@@ -20,15 +19,15 @@ body{font:15px/1.45 "DejaVu Sans",system-ui,sans-serif;color:#14202b;background:
 h1{font-size:26px;margin:0}h2{font-size:18px;margin:30px 0 8px;border-bottom:2px solid #16324a;padding-bottom:3px}p{margin:6px 0}
 table{border-collapse:collapse;width:100%;font-size:13.5px;margin:6px 0}
 th{text-align:left;font-weight:600;background:#e8edf1;border-bottom:1px solid #9aa7b2;padding:4px 8px;vertical-align:bottom}
-td{border-bottom:1px solid #d5dce2;padding:4px 8px;vertical-align:top;overflow-wrap:anywhere}
+td{border-bottom:1px solid #d5dce2;padding:4px 8px;vertical-align:top;overflow-wrap:break-word}
 td.n,th.n{text-align:right;font-variant-numeric:tabular-nums}td:first-child{font-variant-numeric:tabular-nums}
 td.c{background:#fff6d8;box-shadow:inset 4px 0 #b8860b}.q{color:#44515c}
 .bad{background:#fde9e9;box-shadow:inset 4px 0 #a3191f;padding:7px 12px}.good{background:#eaf4e6;box-shadow:inset 4px 0 #3b7a2a;padding:7px 12px}
 .note{color:#44515c;font-size:13px}
 .sum{display:grid;grid-template-columns:repeat(4,1fr);gap:10px;margin:14px 0}.sum div{border:1px solid #c2ccd4;border-radius:6px;padding:8px 12px}.sum b{display:block;font-size:24px}
-dl{display:grid;grid-template-columns:max-content 1fr;gap:2px 16px;margin:8px 0}dt{color:#44515c}dd{margin:0;overflow-wrap:anywhere}
+dl{display:grid;grid-template-columns:max-content 1fr;gap:2px 16px;margin:8px 0}dt{color:#44515c}dd{margin:0;overflow-wrap:break-word}
 svg{width:100%;height:auto;font-family:inherit}svg.key{width:14px;height:11px}summary{cursor:pointer}
-@media print{body{margin:0;max-width:none;font-size:11pt;print-color-adjust:exact;-webkit-print-color-adjust:exact}h2{break-after:avoid}tr,.bad,.good,svg{break-inside:avoid}thead{display:table-header-group}details{display:none}@page{size:A4;margin:14mm}}
+@media print{body{margin:0;max-width:none;font-size:10.5pt;print-color-adjust:exact;-webkit-print-color-adjust:exact}table{font-size:9.5pt}.note{font-size:9pt}h2{break-after:avoid}tr,.bad,.good,svg{break-inside:avoid}thead{display:table-header-group}details{display:none}@page{size:A4;margin:14mm}}
 </style>
 )";
 
@@ -110,7 +109,8 @@ std::string escaped(std::string_view text) {
 std::string htmlOf(const Visit& visit, const ReportTexts& texts) {
     const ReportPage page = pageOf(visit, texts);
     const ReportWords words(visit, texts);
-    std::string html(kHead);
+    std::string html = "<!doctype html>\n<html lang='" + escaped(texts["Language"]) + "'>";
+    html += kHead;
     html += "<title>" + escaped(page.title) + "</title>\n" + std::string(kStyle);
     html += "<h1>" + escaped(page.title) + "</h1>\n";
     for (const std::string& line : page.lines) {
