@@ -17,8 +17,11 @@ _quillon() {
             [[ $before != --@(link|machine|lesson|console) ]] || kind=-f
             [[ $before != --@(lessons|home|tour) ]] || kind=-d
             ;;
-        quillon-replay) switches+=' --scenario --against-sim --profile --machine' kind=-f ;;
-        quillon-scenario) kind=-f ;;
+        quillon-replay)
+            switches+=' --scenario --follow --report --text --csv --compare --texts --against-sim --profile --machine'
+            kind=-f
+            ;;
+        quillon-scenario) switches+=' --record' kind=-f ;;
     esac
     COMPREPLY=()
     if [[ $word == -* ]]; then
