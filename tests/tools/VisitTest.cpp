@@ -42,7 +42,8 @@ std::string bookName(const ValueName& name) {
         return "counter" + name.name;
     case Subject::Calibration: {
         const auto pieces = split(name.name, " ");
-        return pieces.size() == 3 ? std::string(pieces[0]) + "." + std::string(pieces[1]) : name.name;
+        return pieces.size() == 3 ? std::string(pieces[0]) + "." + std::string(pieces[1])
+                                  : std::string(pieces[0]);
     }
     case Subject::Setting:
         break;
@@ -125,6 +126,9 @@ std::vector<std::string> randomVisit(std::uint32_t seed) {
         case 1:
             add({"click Quillon.cmbManualCalibration", "click SelWSCal." + any({"cmbWSUp", "cmbWSDown"}),
                  "click SelWSCal.cmdOK", "wait 12000"});
+            for (int i = dice.below(3) == 0 ? 15 : 0; i > 0; --i) { // to the parameters
+                add({"click TorvaneSerial.cmbMACalUp", "wait 900"});
+            }
             for (int i = 0; i < 20; ++i) {
                 lines.push_back(
                     "click TorvaneSerial." +

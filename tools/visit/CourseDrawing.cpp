@@ -101,8 +101,8 @@ private:
     void axis() {
         for (const int percent : {0, 50, 100}) {
             const std::string at = number(y(percent));
-            svg_ += "<line x1='38' x2='894' y1='" + at + "' y2='" + at +
-                    "' stroke='#9aa7b2' stroke-width='.5'/><text x='33' y='" + number(y(percent) + 4) +
+            svg_.append("<line x1='38' x2='894' y1='").append(at).append("' y2='").append(at);
+            svg_ += "' stroke='#9aa7b2' stroke-width='.5'/><text x='33' y='" + number(y(percent) + 4) +
                     "' text-anchor='end' font-size='11'>" + std::to_string(percent) + " %</text>\n";
         }
         constexpr int kTicks = 8;

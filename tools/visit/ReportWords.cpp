@@ -13,8 +13,8 @@ namespace {
 
 // In the order of their numbers.
 constexpr std::array<TextName, kStimuli> kWayNames{"WayRestart",     "WayReady",         "WayExposure",
-                                                "WayCalibration", "WayConfiguration", "WayAutocalibration",
-                                                "WayLost",        "WayClose"};
+                                                   "WayCalibration", "WayConfiguration", "WayAutocalibration",
+                                                   "WayLost",        "WayClose"};
 constexpr std::array<TextName, 5> kWorkflowNames{"Configuration", "Calibration", "Autocalibration",
                                                  "WorkCounters", "Closing"};
 
@@ -100,16 +100,27 @@ std::string ReportWords::setting(const SettingRow& row, const std::string& value
 }
 
 std::string ReportWords::point(const ValueName& name) const {
-    std::string_view rest = name.name;
-    std::string text = name.scope;
-    for (const auto& [english, word] : {std::pair(std::string_view("small "), TextName("Small")),
-                                        std::pair(std::string_view("large "), TextName("Large"))}) {
+    std::vector<std::string> parts;
+    if (!name.scope.empty()) {
+        parts.push_back(name.scope);
+    }
+    std::string_view rest = name.name; // "small 25 mA", "E01 small", "E07"
+    std::string behind;
+    for (const auto& [english, word] : {std::pair(std::string_view("small"), TextName("Small")),
+                                        std::pair(std::string_view("large"), TextName("Large"))}) {
         if (rest.starts_with(english)) {
-            rest.remove_prefix(english.size());
-            text.append(text.empty() ? "" : ", ").append(texts_[word]);
+            parts.push_back(texts_[word]);
+            rest = trim(rest.substr(english.size()));
+        } else if (rest.ends_with(english)) {
+            behind = texts_[word];
+            rest = trim(rest.substr(0, rest.size() - english.size()));
         }
     }
-    return text + (text.empty() ? "" : ", ") + utf8Of(rest);
+    parts.push_back(utf8Of(rest));
+    if (!behind.empty()) {
+        parts.push_back(behind);
+    }
+    return list(parts);
 }
 
 std::string ReportWords::name(const ValueName& name) const {
@@ -171,10 +182,9 @@ std::string ReportWords::step(const Step& step) const {
         if (choosing && !step.ending.by) {
             return texts_["Cancelled"];
         }
-        return step.ending.by
-                   ? texts_.with("BrokenOffBy",
-                                 {texts_[kWayNames.at(static_cast<std::size_t>(*step.ending.by))]})
-                   : texts_["BrokenOff"];
+        return step.ending.by ? texts_.with("BrokenOffBy",
+                                            {texts_[kWayNames.at(static_cast<std::size_t>(*step.ending.by))]})
+                              : texts_["BrokenOff"];
     case Ending::Kind::Own:
         break;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -27,7 +27,10 @@ struct ValueName {
     Subject subject = Subject::Setting;
     std::string scope;
     std::string name;
-    auto operator<=>(const ValueName&) const = default;
+    bool operator==(const ValueName&) const = default;
+    bool operator<(const ValueName& other) const {
+        return std::tie(subject, scope, name) < std::tie(other.subject, other.scope, other.name);
+    }
 };
 
 /// What became of a value.

@@ -18,6 +18,7 @@ namespace quillon {
 
 namespace {
 
+constexpr std::int16_t kFocusParameter = 1; // the one parameter that has a value for each focal spot
 constexpr std::size_t kKeptExamples = 10;
 constexpr std::string_view kWarningKey = "WN";
 constexpr std::string_view kInterlockKey = "ERL";
@@ -376,7 +377,10 @@ void VisitWatcher::taken(std::string_view key, std::string_view value, bool know
     if (mode == Phase::Configuration || mode == Phase::NormalOperation) {
         settingTaken(key, value);
     } else if (mode == Phase::Calibration || mode == Phase::Autocalibration) {
-        if (equalsNoCase(key, "MA") || equalsNoCase(key, "MAS")) {
+        const bool focus = equalsNoCase(key, "FO1") || equalsNoCase(key, "FO2");
+        const bool onFocus =
+            mirror().m_CalibrationType > 0 && mirror().m_CalibrationParameter == kFocusParameter;
+        if (equalsNoCase(key, "MA") || equalsNoCase(key, "MAS") || (focus && onFocus)) {
             calibration_.placeReported();
         } else if (equalsNoCase(key, "CV") && isNumeric(value)) {
             calibrationTaken(value);
@@ -407,16 +411,21 @@ void VisitWatcher::settingTaken(std::string_view key, std::string_view value) {
 /// The name of the point that the list stands at; empty where that is not known for certain.
 std::string VisitWatcher::calibrationPoint() {
     const GeneratorState& state = mirror();
-    if (state.m_CalibrationType > 0) {
-        return "E" + fixedDigits(state.m_CalibrationParameter, 2);
-    }
     const bool small = state.m_SmallFocus == 1;
     const bool large = state.m_LargeFocus == 1;
-    const bool never = state.m_SmallFocus < 0 && state.m_LargeFocus < 0;
-    if (state.m_CalibrationType < 0 || state.m_MADisplay.empty() || (small == large && !never)) {
+    const bool focusKnown = small != large || (state.m_SmallFocus < 0 && state.m_LargeFocus < 0);
+    const std::string focus = small ? "small" : large ? "large" : "";
+    if (state.m_CalibrationType > 0) {
+        const std::string parameter = "E" + fixedDigits(state.m_CalibrationParameter, 2);
+        if (state.m_CalibrationParameter != kFocusParameter) {
+            return parameter;
+        }
+        return !focusKnown ? "" : parameter + (focus.empty() ? "" : " " + focus);
+    }
+    if (state.m_CalibrationType < 0 || state.m_MADisplay.empty() || !focusKnown) {
         return {};
     }
-    return std::string(small ? "small " : large ? "large " : "") + state.m_MADisplay + " mA";
+    return focus + (focus.empty() ? "" : " ") + state.m_MADisplay + " mA";
 }
 
 void VisitWatcher::calibrationTaken(std::string_view value) {
