@@ -256,6 +256,32 @@ TEST(Visit, WhatIsBehindADifferenceOrAGapIsInDoubt) {
     EXPECT_FALSE(visitOf(cut + "nonsense\n").trust.whole());
 }
 
+TEST(Visit, SessionsOneBehindTheOtherAreOneVisit) {
+    const auto session = [](const std::string& counter, std::string_view clock, std::string_view head = "") {
+        std::string recording =
+            record("",
+                   {"sim set counter0 " + counter, "click Quillon.cmbReadExposureCounters", "wait 14000",
+                    "sim error 31", "wait 2000"},
+                   head)
+                .recording;
+        return recording.replace(recording.find("start\n"), 6,
+                                 "start\n# 0 clock " + std::string(clock) + "\n");
+    };
+    const std::string both = session("5", "2026-11-25T09:00:00Z") +
+                             session("9", "2026-11-25T09:10:00Z", "file texts.txt\n# Recorded by x\nend\n");
+    ASSERT_EQ(recordingsIn(both).size(), 2U);
+    const Visit visit = visitOf(both);
+    EXPECT_THAT(visit.sessions, testing::ElementsAre(0, 600'000));
+    EXPECT_TRUE(visit.trust.whole());
+    const ValueFact& counter = visit.values.at({Subject::Counter, "", "0"});
+    EXPECT_EQ(counter.found, "5");
+    EXPECT_EQ(counter.left, "9");
+    EXPECT_GT(counter.leftAt, 600'000);
+    ASSERT_EQ(visit.errors.size(), 2U);
+    EXPECT_TRUE(visit.errors[0].span.to && !visit.errors[0].end) << "nobody saw its end";
+    EXPECT_FALSE(visit.errors[1].span.to);
+}
+
 /// One setting, one point and one counter, as found and as left.
 Visit visitWith(std::optional<std::string> tube, std::optional<std::string> point,
                 std::optional<std::string> counter) {
@@ -305,6 +331,8 @@ TEST(WallClock, TellsTheTimeOfDayAndWhereItWasSet) {
     clock.add(61'000, *WallTime::read("2027-01-01T02:00:58.500Z"));
     clock.add(121'000, *WallTime::read("2027-01-01T02:01:58.900Z"));
     EXPECT_EQ(clock.at(4000)->iso(), "2027-01-01T00:00:01.500Z");
+    EXPECT_EQ(clock.text(1500), "23:59:59");
+    EXPECT_EQ(clock.text(4000), "2027-01-01 00:00:01");
     const auto jumps = clock.jumps({0});
     ASSERT_EQ(jumps.size(), 1U);
     EXPECT_EQ(jumps[0].by, 2 * 3600 * 1000);

@@ -36,7 +36,7 @@ std::string endOf(const ExposureFact& exposure, const ReportTexts& texts) {
 
 std::string howEnded(const ErrorFact& error, const ReportTexts& texts) {
     if (!error.end) {
-        return texts["Stands"];
+        return texts[error.span.to ? TextName("NotSeen") : TextName("Stands")];
     }
     switch (*error.end) {
     case ErrorEnd::ResetAcknowledged:

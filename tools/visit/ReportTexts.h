@@ -131,6 +131,7 @@ inline constexpr std::array kReportTexts{
     ReportText{"ByKeyAndPhase",    "reset by key, then another phase was reported"},
     ReportText{"ByOther",          "another error took its place"},
     ReportText{"Stands",           "still stands"},
+    ReportText{"NotSeen",          "not seen: the recording of this session ended first"},
     ReportText{"Warnings",         "Warnings, interlocks and overloads"},
     ReportText{"What",             "What"},
     ReportText{"DL",               "Door open"},

@@ -28,7 +28,7 @@ std::string changeOf(const Difference::Row& row, const std::optional<double>& da
     }
     const double by = toDouble(row.second) - toDouble(row.first);
     const std::string change = (by > 0 ? "+" : "") + decimalText(by);
-    const bool daily = row.name.subject == Subject::Counter && days && *days >= 1;
+    const bool daily = by > 0 && row.name.subject == Subject::Counter && days && *days >= 1;
     return daily ? texts.with("PerDay", {change, oneDecimal(decimalText(by / *days))}) : change;
 }
 

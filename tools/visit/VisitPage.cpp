@@ -42,6 +42,7 @@ void addHead(const Visit& visit, const ReportWords& words, ReportPage& page) {
                                                                 : texts["WithoutFluoroscopy"]);
     const std::set<std::string> programs(visit.trust.recordedBy.begin(), visit.trust.recordedBy.end());
     std::vector<std::string> recordedBy;
+    recordedBy.reserve(programs.size());
     for (const std::string& program : programs) {
         recordedBy.push_back(utf8Of(program));
     }
@@ -72,7 +73,7 @@ void addHead(const Visit& visit, const ReportWords& words, ReportPage& page) {
 void addStanding(const Visit& visit, const ReportWords& words, std::vector<std::string>& bad) {
     const ReportTexts& texts = words.texts();
     for (const ErrorFact& each : visit.errors) {
-        if (!each.end) {
+        if (!each.span.to) {
             bad.push_back(
                 texts.with("ErrorStands", {decimalText(std::int32_t{each.code}), utf8Of(each.words)}));
         }

@@ -90,6 +90,7 @@ Phase modeOf(Workflow workflow) {
 
 VisitWatcher::VisitWatcher(Visit& visit, Rig& rig, Milliseconds begins)
     : visit_(visit), rig_(rig), begins_(begins), calibration_(visit.values) {
+    closeLastSession();
     visit_.sessions.push_back(begins);
     visit_.left = {};
     rig_.report.close();
@@ -104,6 +105,24 @@ VisitWatcher::VisitWatcher(Visit& visit, Rig& rig, Milliseconds begins)
             {now(), box.text,
              box.box == MemoryDesktop::Box::Question ? std::optional(box.yes) : std::nullopt});
     };
+}
+
+/// What stood when the session before ended may stand or not: nobody has seen it.
+void VisitWatcher::closeLastSession() {
+    const auto close = [this](auto& facts) {
+        for (auto& each : facts) {
+            each.span.to = each.span.to.value_or(visit_.end);
+        }
+    };
+    close(visit_.errors);
+    close(visit_.warnings);
+    close(visit_.silences);
+    for (ExposureFact& each : visit_.exposures) {
+        each.to = each.to.value_or(visit_.end);
+    }
+    for (WorkflowFact& each : visit_.workflows) {
+        each.open = false;
+    }
 }
 
 void VisitWatcher::attach() {
@@ -285,7 +304,7 @@ void VisitWatcher::frameWritten(std::string_view text) {
     calibration_.sent(text);
     if (text.starts_with("TCR") && !sent.repeats) {
         visit_.resets.push_back({std::string(text.substr(3)), now()});
-    } else if (text == "AR" && !visit_.errors.empty() && !visit_.errors.back().end) {
+    } else if (text == "AR" && !visit_.errors.empty() && !visit_.errors.back().span.to) {
         visit_.errors.back().byKey = true;
     } else if (isRays(text)) {
         visit_.left.raysAllowed = text == "RX1";

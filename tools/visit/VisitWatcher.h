@@ -36,6 +36,7 @@ private:
         std::string text;
     };
 
+    void closeLastSession();
     void attach();
     void watchValues();
     void watchExposures();

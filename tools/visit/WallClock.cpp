@@ -100,7 +100,11 @@ std::optional<WallTime> WallClock::at(Milliseconds time) const {
 
 std::string WallClock::text(Milliseconds time) const {
     const auto wall = at(time);
-    return wall ? wall->timeOfDay() : clockText(time);
+    if (!wall) {
+        return clockText(time);
+    }
+    const std::string date = wall->date();
+    return (date == at(0)->date() ? "" : date + " ") + wall->timeOfDay();
 }
 
 std::vector<WallClock::Jump> WallClock::jumps(const std::vector<Milliseconds>& begins) const {

@@ -39,7 +39,8 @@ public:
     [[nodiscard]] bool known() const { return !marks_.empty(); }
     /// Nothing where the recordings hold no time of day.
     [[nodiscard]] std::optional<WallTime> at(Milliseconds time) const;
-    /// The time of day, or the hours, minutes and seconds since the beginning.
+    /// The time of day, behind the date where that is another one than at the beginning; or the hours,
+    /// minutes and seconds since then.
     [[nodiscard]] std::string text(Milliseconds time) const;
     /// From one mark to the next within a session that begins at `begins`; below a second it is drift.
     [[nodiscard]] std::vector<Jump> jumps(const std::vector<Milliseconds>& begins) const;
