@@ -59,8 +59,7 @@ std::vector<std::size_t> Traffic::add(const Entry& entry) {
         addMessage(entry, entry.text, changed);
     }
     std::ranges::sort(changed);
-    const auto twice = std::ranges::unique(changed);
-    changed.erase(twice.begin(), twice.end());
+    changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
     return changed;
 }
 

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <utility>
 
-#include "Settings.h"
 #include "base/Numbers.h"
 #include "base/Text.h"
 #include "console/ctrQuillonConsole.h"
@@ -18,7 +17,6 @@ namespace quillon {
 
 namespace {
 
-constexpr std::int16_t kFocusParameter = 1; // the one parameter that has a value for each focal spot
 constexpr std::size_t kKeptExamples = 10;
 constexpr std::string_view kWarningKey = "WN";
 constexpr std::string_view kInterlockKey = "ERL";
@@ -36,10 +34,6 @@ constexpr std::array kLamps{
     LampRow{"CL", &LinkEvents::WARNINGCollimator},   LampRow{"FLAR", &LinkEvents::FlAlarmChange},
     LampRow{"ND", &LinkEvents::NoDigitalWarning},
 };
-
-std::string workstationName(std::int32_t number) {
-    return number > 0 ? "WS" + std::to_string(number) : std::string();
-}
 
 bool isRays(std::string_view frame) {
     return frame == "RX0" || frame == "RX1";
@@ -89,7 +83,7 @@ Phase modeOf(Workflow workflow) {
 } // namespace
 
 VisitWatcher::VisitWatcher(Visit& visit, Rig& rig, Milliseconds begins)
-    : visit_(visit), rig_(rig), begins_(begins), calibration_(visit.values) {
+    : visit_(visit), rig_(rig), begins_(begins), values_(visit, rig, begins), check_(visit.trust) {
     closeLastSession();
     visit_.sessions.push_back(begins);
     visit_.left = {};
@@ -138,7 +132,7 @@ void VisitWatcher::attach() {
 void VisitWatcher::watchValues() {
     LinkEvents& events = link().events();
     events.ExposureCounter.connect(
-        [this](std::int32_t number, const std::string& value) { counterTaken(number, value); });
+        [this](std::int32_t number, const std::string& value) { values_.counter(number, value); });
     events.GeneratorSoftwareVersion.connect(
         [this](const std::string& version) { visit_.generatorVersion = version; });
     events.GeneratorTypeChange.connect([this](std::int32_t type) { visit_.fluoroscopy = type != 0; });
@@ -247,10 +241,6 @@ ServiceSession& VisitWatcher::session() {
     return rig_.application().console().session();
 }
 
-std::string VisitWatcher::workstation() {
-    return workstationAsked_ ? std::string() : workstationName(mirror().m_Workstation);
-}
-
 void VisitWatcher::line(std::string_view line) {
     constexpr std::string_view kRecordedBy = "# Recorded by ";
     if (line.starts_with(kRecordedBy)) {
@@ -277,9 +267,7 @@ void VisitWatcher::remark(std::string_view text) {
     }
     const std::string_view word = reader.word();
     if (word == "tx") {
-        recorded_.push_back({begins_ + at, reader.text()});
-        ++visit_.trust.recorded;
-        compareFrames();
+        check_.recorded(begins_ + at, reader.text());
     } else if (word == "lost") {
         ++visit_.tally.lost;
         visit_.left.raysLost = visit_.left.raysLost || isRays(reader.text());
@@ -294,48 +282,18 @@ void VisitWatcher::remark(std::string_view text) {
 
 void VisitWatcher::frameWritten(std::string_view text) {
     ++visit_.tally.sent;
-    played_.push_back({now(), std::string(text)});
-    compareFrames();
+    check_.played(now(), text);
 
     const Handshake::Sent sent = handshake_.sent(0, text);
     visit_.tally.repeated += sent.repeats ? 1 : 0;
     unanswered(sent.before);
     lastFrame_ = text;
-    calibration_.sent(text);
-    if (text.starts_with("TCR") && !sent.repeats) {
-        visit_.resets.push_back({std::string(text.substr(3)), now()});
-    } else if (text == "AR" && !visit_.errors.empty() && !visit_.errors.back().span.to) {
+    values_.sent(text, sent.repeats.has_value());
+    if (text == "AR" && !visit_.errors.empty() && !visit_.errors.back().span.to) {
         visit_.errors.back().byKey = true;
     } else if (isRays(text)) {
         visit_.left.raysAllowed = text == "RX1";
         visit_.left.raysAcknowledged = visit_.left.raysLost = false;
-    } else {
-        valuesSent(text);
-    }
-}
-
-/// A command that changes a setting makes it unknown until it is reported.
-void VisitWatcher::valuesSent(std::string_view frame) {
-    constexpr std::string_view kDefaults = "CFD"; // those of workstations that are not on show change as well
-    constexpr std::string_view kWorkstation = "WS";
-    const std::string scope = workstation();
-    const bool configuration = session().mode() == Phase::Configuration;
-    if (configuration && frame == kDefaults) {
-        defaultsSet_ = true;
-        for (auto& [name, fact] : visit_.values) {
-            if (name.subject == Subject::Setting && name.scope.starts_with(kWorkstation)) {
-                fact.left.reset();
-            }
-        }
-    } else if (configuration && !scope.empty() && (frame.ends_with('+') || frame.ends_with('-'))) {
-        const ValueName name{Subject::Setting, scope, std::string(frame.substr(0, frame.size() - 1))};
-        stepped_.insert(name);
-        if (const auto fact = visit_.values.find(name); fact != visit_.values.end()) {
-            fact->second.left.reset();
-        }
-    }
-    if (frame.starts_with(kWorkstation) && isNumeric(frame.substr(kWorkstation.size()))) {
-        workstationAsked_ = toDouble(frame.substr(kWorkstation.size())) != mirror().m_Workstation;
     }
 }
 
@@ -343,10 +301,8 @@ void VisitWatcher::acknowledged() {
     if (!handshake_.acknowledged()) {
         return;
     }
-    calibration_.acknowledged(lastFrame_, now());
-    if (lastFrame_.starts_with("TCR") && !visit_.resets.empty()) {
-        visit_.resets.back().acknowledged = true;
-    } else if (isRays(lastFrame_)) {
+    values_.acknowledged(lastFrame_);
+    if (isRays(lastFrame_)) {
         visit_.left.raysAcknowledged = true;
     }
 }
@@ -354,21 +310,7 @@ void VisitWatcher::acknowledged() {
 void VisitWatcher::unanswered(const std::optional<Handshake::Unanswered>& frame) {
     if (frame) {
         ++visit_.tally.unanswered;
-        calibration_.unanswered(lastFrame_);
-    }
-}
-
-void VisitWatcher::compareFrames() {
-    while (!visit_.trust.differsAt && !recorded_.empty() && !played_.empty()) {
-        const Frame& recorded = recorded_.front();
-        const Frame& played = played_.front();
-        if (recorded.at != played.at || recorded.text != played.text) {
-            visit_.trust.differsAt = std::min(recorded.at, played.at);
-            return;
-        }
-        ++visit_.trust.same;
-        recorded_.pop_front();
-        played_.pop_front();
+        values_.unanswered(lastFrame_);
     }
 }
 
@@ -384,101 +326,13 @@ void VisitWatcher::taken(std::string_view key, std::string_view value, bool know
     }
     if (equalsNoCase(key, "AK")) {
         acknowledged();
-    } else if (equalsNoCase(key, "WS")) {
-        workstationAsked_ = false;
     } else if (equalsNoCase(key, "KV") && isNumeric(value)) {
         kVp_ = decimalText(toDouble(value));
     } else if (equalsNoCase(key, "PDK") && !visit_.exposures.empty() && isNumeric(value)) {
         visit_.exposures.back().kVp = decimalText(toDouble(value));
         visit_.exposures.back().kVpMeasured = true;
     }
-    const Phase mode = session().mode();
-    if (mode == Phase::Configuration || mode == Phase::NormalOperation) {
-        settingTaken(key, value);
-    } else if (mode == Phase::Calibration || mode == Phase::Autocalibration) {
-        const bool focus = equalsNoCase(key, "FO1") || equalsNoCase(key, "FO2");
-        const bool onFocus =
-            mirror().m_CalibrationType > 0 && mirror().m_CalibrationParameter == kFocusParameter;
-        if (equalsNoCase(key, "MA") || equalsNoCase(key, "MAS") || (focus && onFocus)) {
-            calibration_.placeReported();
-        } else if (equalsNoCase(key, "CV") && isNumeric(value)) {
-            calibrationTaken(value);
-        }
-    }
-}
-
-void VisitWatcher::settingTaken(std::string_view key, std::string_view value) {
-    const bool configuration = session().mode() == Phase::Configuration;
-    const std::string scope = workstation();
-    if (configuration && scope.empty()) {
-        return; // it is not known whose it is
-    }
-    const NamedValues reported =
-        configuration ? configured(key, value, mirror()) : readySettings(key, value, mirror());
-    if (workstationAsked_) {
-        return;
-    }
-    const std::string ready = scope.empty() ? "Ready" : "Ready " + scope;
-    for (const auto& [name, told] : reported) {
-        const ValueName full{Subject::Setting, configuration ? scope : ready, name};
-        ValueFact& fact = visit_.values[full];
-        fact.foundUnseen = !fact.found && (stepped_.contains(full) || (configuration && defaultsSet_));
-        fact.report(told, now());
-    }
-}
-
-/// The name of the point that the list stands at; empty where that is not known for certain.
-std::string VisitWatcher::calibrationPoint() {
-    const GeneratorState& state = mirror();
-    const bool small = state.m_SmallFocus == 1;
-    const bool large = state.m_LargeFocus == 1;
-    const bool focusKnown = small != large || (state.m_SmallFocus < 0 && state.m_LargeFocus < 0);
-    const std::string focus = small ? "small" : large ? "large" : "";
-    if (state.m_CalibrationType > 0) {
-        const std::string parameter = "E" + fixedDigits(state.m_CalibrationParameter, 2);
-        if (state.m_CalibrationParameter != kFocusParameter) {
-            return parameter;
-        }
-        return !focusKnown ? "" : parameter + (focus.empty() ? "" : " " + focus);
-    }
-    if (state.m_CalibrationType < 0 || state.m_MADisplay.empty() || !focusKnown) {
-        return {};
-    }
-    return focus + (focus.empty() ? "" : " ") + state.m_MADisplay + " mA";
-}
-
-void VisitWatcher::calibrationTaken(std::string_view value) {
-    const std::string point = workstationAsked_ ? std::string() : calibrationPoint();
-    if (point.empty()) {
-        calibration_.leavePoint();
-    } else {
-        calibration_.value({Subject::Calibration, workstation(), point}, decimalText(toDouble(value)),
-                           session().mode() == Phase::Autocalibration, now());
-    }
-}
-
-void VisitWatcher::counterTaken(std::int32_t number, std::string_view value) {
-    // Some generators tell the third tube behind the second.
-    const std::string compact = without(value, ' ');
-    const auto pieces = split(compact, "-");
-    counter(std::to_string(number), pieces[0]);
-    if (number == 1 && pieces.size() > 1) {
-        counter("3", pieces[1]);
-    }
-}
-
-void VisitWatcher::counter(const std::string& number, std::string_view value) {
-    if (!isNumeric(value)) {
-        return;
-    }
-    ValueFact& fact = visit_.values[{Subject::Counter, "", number}];
-    fact.report(decimalText(toDouble(value)), now());
-    for (CounterReset& reset : visit_.resets) {
-        if (reset.counter == number && !reset.readAnew) {
-            reset.readAnew = now();
-            fact.deed = Deed::Reset;
-        }
-    }
+    values_.taken(key, value);
 }
 
 void VisitWatcher::exposureBegins(bool fluoroscopy) {
@@ -522,13 +376,7 @@ void VisitWatcher::warning(std::string_view key, std::int32_t number, bool on) {
 void VisitWatcher::sessionChanged() {
     const Phase mode = session().mode();
     if (mode != mode_) {
-        if (mode == Phase::Calibration && mode_ != Phase::Autocalibration) {
-            calibration_.modeBegins();
-        } else if (mode == Phase::Autocalibration) {
-            calibration_.autocalibrationBegins();
-        } else if (mode != Phase::Calibration) {
-            calibration_.leavePoint();
-        }
+        values_.modeChanges(mode_, mode);
         if (WorkflowFact* work = openWorkflow();
             work != nullptr && session().idle() && modeOf(work->what) == mode_) {
             work->open = false; // the generator has left it by itself
@@ -605,15 +453,7 @@ void VisitWatcher::finish() {
         return;
     }
     unanswered(handshake_.over());
-    compareFrames();
-    // The last lines of a recording that was cut off may tell of a frame and not of the time up to it.
-    while (!recorded_.empty() && recorded_.back().at > now()) {
-        recorded_.pop_back();
-        --visit_.trust.recorded;
-    }
-    if (!visit_.trust.differsAt && (!recorded_.empty() || !played_.empty())) {
-        visit_.trust.differsAt = (recorded_.empty() ? played_ : recorded_).front().at;
-    }
+    check_.finish(now());
     if (run_ != Run::None) {
         step(run_, {});
         visit_.workflows.back().open = !visit_.left.closed;

@@ -1,13 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 
-#include "CalibrationBook.h"
+#include "PlayCheck.h"
+#include "ValueWatcher.h"
 #include "Visit.h"
 #include "model/GeneratorState.h"
 #include "tools/replay/Handshake.h"
@@ -31,11 +30,6 @@ public:
     void finish();
 
 private:
-    struct Frame {
-        Milliseconds at;
-        std::string text;
-    };
-
     void closeLastSession();
     void attach();
     void watchValues();
@@ -47,21 +41,12 @@ private:
     [[nodiscard]] TorvaneSerialV3_07_QLC1& link();
     [[nodiscard]] const GeneratorState& mirror();
     [[nodiscard]] ServiceSession& session();
-    /// "WS3"; empty where it is not known which one is meant.
-    [[nodiscard]] std::string workstation();
-    void valuesSent(std::string_view frame);
 
     void remark(std::string_view text);
     void frameWritten(std::string_view text);
     void acknowledged();
     void unanswered(const std::optional<Handshake::Unanswered>& frame);
-    void compareFrames();
     void taken(std::string_view key, std::string_view value, bool known);
-    void settingTaken(std::string_view key, std::string_view value);
-    [[nodiscard]] std::string calibrationPoint();
-    void calibrationTaken(std::string_view value);
-    void counterTaken(std::int32_t counter, std::string_view value);
-    void counter(const std::string& number, std::string_view value);
     void exposureBegins(bool fluoroscopy);
     void exposureEnds(bool fluoroscopy);
     void warning(std::string_view key, std::int32_t number, bool on);
@@ -75,19 +60,14 @@ private:
     Visit& visit_;
     Rig& rig_;
     Milliseconds begins_;
-    CalibrationBook calibration_;
+    ValueWatcher values_;
+    PlayCheck check_;
     Handshake handshake_;
-    std::deque<Frame> recorded_; ///< frames that the recording tells of
-    std::deque<Frame> played_;   ///< those that have gone out, and are not compared yet
     std::string lastFrame_;
-    std::string kVp_;               ///< as it was set last
-    std::set<ValueName> stepped_;   ///< before they were reported
-    bool defaultsSet_ = false;      ///< the same for all settings of all workstations
-    bool workstationAsked_ = false; ///< another one, and it is not reported yet
+    std::string kVp_; ///< as it was set last
     Phase mode_ = Phase::None;
     Run run_ = Run::None;
     Milliseconds runSince_ = 0;
-    std::size_t boxes_ = 0;
 };
 
 } // namespace quillon
