@@ -288,6 +288,9 @@ void Script::call(Reader& reader) {
     while (!reader.atEnd()) {
         arguments.push_back(reader.value());
     }
+    if (equalsNoCase(name, "LeaveNow")) {
+        rig_.leaveRequested();
+    }
     atEdge([&, &table = operations, &from = owner, &called = name] {
         if (const auto result = table.call(called, arguments)) {
             printValue(from, called, *result);

@@ -78,6 +78,12 @@ void Rig::requestClose() {
     application_->requestClose();
 }
 
+void Rig::leaveRequested() {
+    if (recorder_) {
+        recorder_->leaveRequested();
+    }
+}
+
 void Rig::catchUp() {
     if (recorder_) {
         recorder_->catchUp();

@@ -47,6 +47,7 @@ public:
     /// What the operator does to the application passes here, so that it is recorded.
     void resize(Twips width, Twips height);
     void requestClose();
+    void leaveRequested();
     /// The operator is about to act: what is recorded is up to date.
     void catchUp();
 

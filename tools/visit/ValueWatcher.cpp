@@ -121,7 +121,7 @@ std::string ValueWatcher::calibrationPoint() {
     const bool focusKnown = small != large || (state.m_SmallFocus < 0 && state.m_LargeFocus < 0);
     const std::string focus = small ? "small" : large ? "large" : "";
     if (state.m_CalibrationType > 0) {
-        const std::string parameter = "E" + fixedDigits(state.m_CalibrationParameter, 2);
+        std::string parameter = "E" + fixedDigits(state.m_CalibrationParameter, 2);
         if (state.m_CalibrationParameter != kFocusParameter) {
             return parameter;
         }
