@@ -171,7 +171,10 @@ std::string ReportWords::workflow(Workflow workflow) const {
 
 std::string ReportWords::step(const Step& step) const {
     const bool choosing = step.run == Run::ChoosingWorkstation || step.run == Run::ChoosingAutocalibration;
-    switch (step.ending.kind) {
+    if (!step.ending) {
+        return texts_["GoesOn"];
+    }
+    switch (step.ending->kind) {
     case Ending::Kind::Failed:
         return texts_["NotReached"];
     case Ending::Kind::GivenUp:
@@ -179,12 +182,13 @@ std::string ReportWords::step(const Step& step) const {
     case Ending::Kind::Dropped:
         return texts_["Dropped"];
     case Ending::Kind::Cancelled:
-        if (choosing && !step.ending.by) {
+        if (choosing && !step.ending->by) {
             return texts_["Cancelled"];
         }
-        return step.ending.by ? texts_.with("BrokenOffBy",
-                                            {texts_[kWayNames.at(static_cast<std::size_t>(*step.ending.by))]})
-                              : texts_["BrokenOff"];
+        return step.ending->by
+                   ? texts_.with("BrokenOffBy",
+                                 {texts_[kWayNames.at(static_cast<std::size_t>(*step.ending->by))]})
+                   : texts_["BrokenOff"];
     case Ending::Kind::Own:
         break;
     }
@@ -221,9 +225,7 @@ std::string ReportWords::step(const Step& step) const {
 std::string ReportWords::outcome(const WorkflowFact& work) const {
     std::vector<std::string> words;
     for (const Step& each : work.steps) {
-        // A run that the end of the recording has met has no ending.
-        const bool cut = work.open && &each == &work.steps.back() && each.run == Run::Closing;
-        words.push_back(cut ? texts_["GoesOn"] : step(each));
+        words.push_back(step(each));
         if (&each == &work.steps.front() && work.result != Phase::None) {
             words.push_back(phase(work.result));
         }

@@ -119,8 +119,8 @@ enum class Workflow : std::uint8_t { Configuration, Calibration, Autocalibration
 /// What came of a part of it.
 struct Step {
     Run run = Run::None;
-    Ending ending{};
-    Phase mode = Phase::None; ///< that was reached
+    std::optional<Ending> ending{}; ///< empty: the recording ended first
+    Phase mode = Phase::None;       ///< that was reached
 };
 
 struct WorkflowFact {

@@ -113,8 +113,8 @@ void addHappenings(const Visit& visit, Rows& rows) {
         std::string note;
         for (const Step& step : each.steps) {
             note.append(note.empty() ? "" : "; ").append(rowOf(step.run).name).append(": ");
-            note += nameIn(kEndings, step.ending.kind);
-            note += step.ending.by ? " by " + nameIn(kWays, *step.ending.by) : "";
+            note += step.ending ? nameIn(kEndings, step.ending->kind) : "goes on";
+            note += step.ending && step.ending->by ? " by " + nameIn(kWays, *step.ending->by) : "";
         }
         rows.span("workflow", "", nameIn(kWorkflows, each.what), each.span, note);
     }

@@ -113,7 +113,7 @@ Section leftSection(const Visit& visit, const ReportWords& words) {
     }
     for (const WorkflowFact& each : visit.workflows) {
         for (const Step& step : each.steps) {
-            if (step.ending.kind == Ending::Kind::Failed) {
+            if (step.ending && step.ending->kind == Ending::Kind::Failed) {
                 bad.push_back(
                     texts.with("ModeMissed", {words.workflow(each.what), words.time(each.span.from)}));
             }

@@ -118,7 +118,7 @@ std::string blockText(const Table& table) {
 std::string lines(std::string_view text, std::string_view before = {}) {
     std::string all;
     for (const std::string& line : wrapped(text, kWidth - before.size())) {
-        all += std::string(before) + line + "\n";
+        all.append(before).append(line).append("\n");
     }
     return all;
 }
@@ -140,7 +140,7 @@ std::string plainText(const ReportPage& page) {
         text += lines(line);
     }
     for (const auto& [name, value] : page.facts) {
-        text += lines(name + ": " + value);
+        text += lines(std::string(name).append(": ").append(value));
     }
     for (const auto& [number, what] : page.figures) {
         text += padded(number, 6, true) + "  " + what + "\n";

@@ -39,51 +39,11 @@ bool isRays(std::string_view frame) {
     return frame == "RX0" || frame == "RX1";
 }
 
-Workflow workflowOf(Run run) {
-    switch (run) {
-    case Run::EnteringConfiguration:
-    case Run::LeavingConfiguration:
-        return Workflow::Configuration;
-    case Run::ChoosingWorkstation:
-    case Run::EnteringCalibration:
-    case Run::LeavingCalibration:
-    case Run::Lending:
-        return Workflow::Calibration;
-    case Run::ChoosingAutocalibration:
-    case Run::EnteringAutocalibration:
-    case Run::HandingOver:
-    case Run::LeavingAutocalibration:
-        return Workflow::Autocalibration;
-    case Run::ReadingCounters:
-    case Run::ShowingCounters:
-        return Workflow::Counters;
-    case Run::None:
-    case Run::Closing:
-        break;
-    }
-    return Workflow::Closing;
-}
-
-/// The mode that a workflow is about; None for one without.
-Phase modeOf(Workflow workflow) {
-    switch (workflow) {
-    case Workflow::Configuration:
-        return Phase::Configuration;
-    case Workflow::Calibration:
-        return Phase::Calibration;
-    case Workflow::Autocalibration:
-        return Phase::Autocalibration;
-    case Workflow::Counters:
-    case Workflow::Closing:
-        break;
-    }
-    return Phase::None;
-}
-
 } // namespace
 
 VisitWatcher::VisitWatcher(Visit& visit, Rig& rig, Milliseconds begins)
-    : visit_(visit), rig_(rig), begins_(begins), values_(visit, rig, begins), check_(visit.trust) {
+    : visit_(visit), rig_(rig), begins_(begins), values_(visit, rig, begins), workflows_(visit.workflows),
+      check_(visit.trust) {
     closeLastSession();
     visit_.sessions.push_back(begins);
     visit_.left = {};
@@ -212,14 +172,10 @@ void VisitWatcher::watchWarnings() {
 }
 
 void VisitWatcher::watchSession() {
-    session().ended.connect([this](Run run, const Ending& ending) { runEnded(run, ending); });
+    session().ended.connect(
+        [this](Run run, const Ending& ending) { workflows_.ended(run, ending, session().mode(), now()); });
     session().changed.connect([this] { sessionChanged(); });
-    link().events().GeneratorPhaseChange.connect([this](Phase phase) {
-        if (WorkflowFact* work = openWorkflow();
-            work != nullptr && work->what == Workflow::Autocalibration && endsAutocalibration(phase)) {
-            work->result = phase;
-        }
-    });
+    link().events().GeneratorPhaseChange.connect([this](Phase phase) { workflows_.phaseReported(phase); });
     link().silence().changed.connect([this] { silenceChanged(); });
     rig_.application().console().events.Goodbye.connect([this] { visit_.left.closed = true; });
 }
@@ -377,20 +333,13 @@ void VisitWatcher::sessionChanged() {
     const Phase mode = session().mode();
     if (mode != mode_) {
         values_.modeChanges(mode_, mode);
-        if (WorkflowFact* work = openWorkflow();
-            work != nullptr && session().idle() && modeOf(work->what) == mode_) {
-            work->open = false; // the generator has left it by itself
-            work->span.to = now();
+        if (session().idle()) {
+            workflows_.modeLeft(mode_, now());
         }
         mode_ = mode;
         visit_.modes.emplace_back(now(), mode);
     }
-    if (session().run() != run_) {
-        if (run_ == Run::None) {
-            runSince_ = now();
-        }
-        run_ = session().run();
-    }
+    workflows_.runs(session().run(), now());
     if (!visit_.silences.empty() && !visit_.silences.back().span.to && session().generator().isLost()) {
         visit_.silences.back().lost = true;
     }
@@ -404,39 +353,6 @@ void VisitWatcher::silenceChanged() {
     } else if (!quiet && open) {
         visit_.silences.back().span.to = now();
     }
-}
-
-WorkflowFact* VisitWatcher::openWorkflow() {
-    return visit_.workflows.empty() || !visit_.workflows.back().open ? nullptr : &visit_.workflows.back();
-}
-
-void VisitWatcher::runEnded(Run run, const Ending& ending) {
-    step(run, ending);
-    run_ = Run::None; // what comes next is another one, even at this moment
-}
-
-/// Entering, the stay and leaving are one workflow.
-void VisitWatcher::step(Run run, const Ending& ending) {
-    const Workflow what = workflowOf(run);
-    WorkflowFact* work = openWorkflow();
-    const bool goesOn =
-        work != nullptr && (work->what == what ||
-                            // the way out of an autocalibration leads through calibration
-                            (work->what == Workflow::Autocalibration && run == Run::LeavingCalibration));
-    if (!goesOn) {
-        if (work != nullptr) {
-            work->open = false;
-            work->span.to = runSince_;
-        }
-        visit_.workflows.push_back({{runSince_}, what});
-        work = &visit_.workflows.back();
-    }
-    work->steps.push_back({run, ending, session().mode()});
-    const bool entered = (run == Run::EnteringConfiguration || run == Run::EnteringCalibration ||
-                          run == Run::EnteringAutocalibration || run == Run::HandingOver) &&
-                         session().mode() == modeOf(what);
-    work->open = entered;
-    work->span.to = now();
 }
 
 void VisitWatcher::gesture(Gesture gesture, const Control& control, std::string_view value) {
@@ -454,14 +370,7 @@ void VisitWatcher::finish() {
     }
     unanswered(handshake_.over());
     check_.finish(now());
-    if (run_ != Run::None) {
-        step(run_, {});
-        visit_.workflows.back().open = !visit_.left.closed;
-    }
-    const bool lastMode = session().mode() == Phase::NormalOperation;
-    if (WorkflowFact* work = openWorkflow(); work != nullptr && run_ == Run::None && lastMode) {
-        work->open = false;
-    }
+    workflows_.finish(session().mode(), visit_.left.closed, now());
     visit_.left.phase = session().lastPhase();
     visit_.left.lost = session().generator().isLost();
     visit_.left.silent = link().silence().quiet();

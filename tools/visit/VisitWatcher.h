@@ -8,6 +8,7 @@
 #include "PlayCheck.h"
 #include "ValueWatcher.h"
 #include "Visit.h"
+#include "WorkflowWatcher.h"
 #include "model/GeneratorState.h"
 #include "tools/replay/Handshake.h"
 #include "tools/scenario/Rig.h"
@@ -52,22 +53,18 @@ private:
     void warning(std::string_view key, std::int32_t number, bool on);
     void sessionChanged();
     void silenceChanged();
-    void runEnded(Run run, const Ending& ending);
-    void step(Run run, const Ending& ending);
-    [[nodiscard]] WorkflowFact* openWorkflow();
     void gesture(Gesture gesture, const Control& control, std::string_view value);
 
     Visit& visit_;
     Rig& rig_;
     Milliseconds begins_;
     ValueWatcher values_;
+    WorkflowWatcher workflows_;
     PlayCheck check_;
     Handshake handshake_;
     std::string lastFrame_;
     std::string kVp_; ///< as it was set last
     Phase mode_ = Phase::None;
-    Run run_ = Run::None;
-    Milliseconds runSince_ = 0;
 };
 
 } // namespace quillon
