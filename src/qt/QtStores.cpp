@@ -34,11 +34,18 @@ public:
 
     bool write(std::string_view text) override {
         const auto size = static_cast<qint64>(text.size());
-        return file_.write(text.data(), size) == size;
+        if ((whole_ || file_.resize(end_)) && file_.write(text.data(), size) == size) {
+            end_ += size;
+            return whole_ = true;
+        }
+        whole_ = file_.resize(end_); // a full disk may have taken a part
+        return false;
     }
 
 private:
     QFile file_;
+    qint64 end_ = 0;    ///< of what was written whole
+    bool whole_ = true; ///< nothing stands behind it
 };
 
 } // namespace

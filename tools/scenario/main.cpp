@@ -15,7 +15,7 @@ constexpr int kHeld = 0;
 constexpr int kFailed = 1;
 constexpr int kWrong = 2;
 
-constexpr const char* kHelp = R"(Usage: quillon-scenario FILE...   (- reads standard input)
+constexpr const char* kHelp = R"(Usage: quillon-scenario [--beyond-gaps] FILE...   (- reads standard input)
 
 Runs the whole console in virtual time as each file says, and prints what happened, a line each, behind its
 time in ms. A file has one command a line:
@@ -25,6 +25,7 @@ time in ms. A file has one command a line:
     args TEXT              the command line
     screen W H             the screen in pixels
     port N fail|ok|comes   COM port N cannot be opened, or can be; it opens, where the console waits for it
+    power refuse TEXT|ok   a restart of the PC is refused; is done
     start                  the console starts; the first other command does it, too
   the generator
     msg TEXT, rx TEXT      a message from it; bytes from it as they are
@@ -32,6 +33,8 @@ time in ms. A file has one command a line:
     reply TEXT with TEXT after MS      it answers a command; "reply TEXT off" ends that
     simulate [KEY=VALUE...], sim TEXT  the simulated generator; a command for it
     wait MS                time passes
+    gap MS                 the PC sleeps
+    gap MS LINES           in a recording: for MS it could not be written, LINES are missing
   the engineer
     press C, release C [outside], click C, hold C MS
     type C TEXT, select C TEXT, slide C VALUE
@@ -45,8 +48,9 @@ time in ms. A file has one command a line:
 C is OWNER.NAME: "Quillon.cmbConfiguration" is a key of the console, "TorvaneSerial.cmbConfWMUp" one of the
 generator's keyboard. "list Quillon" and "list TorvaneSerial" print all names; docs/scenarios.md tells the rest.
 
-  --help, -h  this text
-  --version   the version
+  --beyond-gaps  goes on behind a gap in a recording; without it the run of the file ends there
+  --help, -h     this text
+  --version      the version
 
 Ends with 0 when every expect, reject and count held, with 1 when one did not, with 2 when a file is wrong.
 )";
