@@ -12,8 +12,8 @@ _quillon() {
             switches+=' --link --daemon --verbose'
             [[ $before != --link ]] || kind=-f
             ;;
-        quillon-replay) switches+=' --scenario' kind=-f ;;
-        quillon-scenario) kind=-f ;;
+        quillon-replay) switches+=' --scenario --list --last --save' kind=-f ;;
+        quillon-scenario) switches+=' --beyond-gaps' kind=-f ;;
     esac
     COMPREPLY=()
     if [[ $word == -* ]]; then

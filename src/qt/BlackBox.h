@@ -45,8 +45,8 @@ private:
     int toWriter_ = -1;
     int fromWriter_ = -1;
     int writer_ = -1;
-    std::string words_;   ///< of the writer, not a whole line yet
-    std::string problem_; ///< why it cannot record
+    std::string words_;                  ///< of the writer, not a whole line yet
+    std::string problem_;                ///< why it cannot record
     QPointer<QSocketNotifier> notifier_; ///< the application may go first
 };
 

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "runtime/Packing.h"
+#include "shell/RecordingReader.h"
 
 namespace quillon {
 
@@ -95,17 +96,7 @@ PosixDisk::~PosixDisk() {
 }
 
 FileList PosixDisk::files() {
-    FileList found;
-    std::error_code error;
-    for (std::filesystem::directory_iterator at(folder_, error), end; !error && at != end;
-         at.increment(error)) {
-        std::error_code gone;
-        const auto bytes = at->file_size(gone);
-        if (!gone) {
-            found.push_back({at->path().filename().string(), static_cast<std::int64_t>(bytes)});
-        }
-    }
-    return found;
+    return filesOf(folder_);
 }
 
 Disk::Created PosixDisk::create(const std::string& name) {

@@ -35,6 +35,7 @@
 #include "qt/QtStores.h"
 #include "qt/Screen.h"
 #include "qt/Tour.h"
+#include "runtime/HomeFolders.h"
 #include "runtime/ProfileFile.h"
 #include "shell/Application.h"
 #include "shell/Recorder.h"
@@ -173,8 +174,7 @@ std::unique_ptr<Recorder> recorderFor(const Platform& machine, const DiskFolder&
             return nullptr;
         }
         place.bound = switches.bytes;
-        place.folder =
-            QDir(folder.writtenPath()).absoluteFilePath(QStringLiteral("recordings")).toStdString();
+        place.folder = recordingsFolder({{}, folder.writtenPath().toStdString()}).string();
         const QString memory = qEnvironmentVariable("XDG_RUNTIME_DIR");
         place.spare =
             memory.isEmpty() ? std::string() : (memory + QStringLiteral("/quillon/recordings")).toStdString();

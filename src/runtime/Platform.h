@@ -88,8 +88,8 @@ public:
 class TextSink {
 public:
     virtual ~TextSink() = default;
-    /// Hands all of it to the system before returning, or false: nothing of it stays then, and the next may do
-    /// better.
+    /// Hands all of it to the system before returning, or false: nothing of it stays then, and the next may
+    /// do better.
     virtual bool write(std::string_view text) = 0;
 };
 

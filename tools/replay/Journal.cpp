@@ -144,6 +144,9 @@ private:
         const auto beginsLine = [line](std::string_view word) { return line.starts_with(word); };
         if (line.starts_with("wait ")) {
             time_ += number(line.substr(5));
+        } else if (line.starts_with("gap ")) {
+            journal_.entries.push_back({Entry::Kind::Note, std::string(line), time_});
+            time_ += number(line.substr(4));
         } else if (line.starts_with("rx ")) {
             receive(unquoted(line));
         } else if (line.starts_with("# ")) {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -8,6 +9,7 @@
 
 #include "Script.h"
 #include "base/ProgramArguments.h"
+#include "shell/RecordingReader.h"
 
 namespace {
 
@@ -55,6 +57,8 @@ generator's keyboard. "list Quillon" and "list TorvaneSerial" print all names; d
 Ends with 0 when every expect, reject and count held, with 1 when one did not, with 2 when a file is wrong.
 )";
 
+constexpr std::array kSwitches{quillon::ProgramSwitch{"--beyond-gaps"}};
+
 std::optional<std::string> contentOf(const std::string& name) {
     const auto all = [](std::istream& in) {
         return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
@@ -76,12 +80,8 @@ int complain(const std::string& name, int line, std::string_view what) {
     return kWrong;
 }
 
-int runFile(const std::string& name) {
-    const auto content = contentOf(name);
-    if (!content) {
-        return complain(name, 0, "cannot be read");
-    }
-    quillon::Script script(*content, std::cout);
+int runText(const std::string& name, std::string_view text, bool beyondGaps) {
+    quillon::Script script(text, std::cout, beyondGaps);
     try {
         return script.run() ? kHeld : kFailed;
     } catch (const quillon::BadScript& problem) {
@@ -89,12 +89,36 @@ int runFile(const std::string& name) {
     }
 }
 
+/// Recordings that one file holds have a fresh start each, as files have.
+int runFile(const std::string& name, bool beyondGaps) {
+    auto content = contentOf(name);
+    if (!content) {
+        return complain(name, 0, "cannot be read");
+    }
+    const quillon::RecordingText read = quillon::recordingTextOf(std::move(*content));
+    if (!read.problem.empty()) {
+        std::cerr << name << ": " << read.problem << '\n';
+    }
+    if (read.text.empty() && !read.problem.empty()) {
+        return kWrong;
+    }
+    const auto recordings = quillon::recordingsIn(read.text);
+    int status = kHeld;
+    for (std::size_t at = 0; at < recordings.size(); ++at) {
+        if (recordings.size() > 1) {
+            std::cout << "== " << name << ", session " << at + 1 << '\n';
+        }
+        status = std::max(status, runText(name, recordings[at], beyondGaps));
+    }
+    return status;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
     std::ios::sync_with_stdio(false);
     quillon::ProgramArguments read =
-        quillon::readArguments({arguments + std::min(count, 1), arguments + count}, {});
+        quillon::readArguments({arguments + std::min(count, 1), arguments + count}, kSwitches);
     if (read.words.empty() && !read.help && !read.version && read.error.empty()) {
         read.error = "a file is needed";
     }
@@ -106,7 +130,7 @@ int main(int count, char** arguments) {
         if (read.words.size() > 1) {
             std::cout << "== " << name << '\n';
         }
-        status = std::max(status, runFile(name));
+        status = std::max(status, runFile(name, read.has("--beyond-gaps")));
     }
     return status;
 }
