@@ -3,7 +3,8 @@
 
 # Sources made of another system's functions: no library and no program here gets them.
 if(WIN32)
-    set(QUILLON_FOREIGN_SOURCES sim/PseudoTerminal.cpp sim/Station.cpp tests/sim/PseudoTerminalTest.cpp tools/explore/Copy.cpp)
+    set(QUILLON_FOREIGN_SOURCES sim/PseudoTerminal.cpp sim/Station.cpp tests/sim/PseudoTerminalTest.cpp
+        tools/explore/Copy.cpp src/qt/PosixDisk.cpp src/qt/RecordingWriter.cpp)
 else()
     set(QUILLON_FOREIGN_SOURCES src/runtime/WindowsPower.cpp)
 endif()

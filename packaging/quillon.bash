@@ -19,9 +19,10 @@ _quillon() {
             ;;
         quillon-replay)
             switches+=' --scenario --follow --report --text --csv --compare --texts --against-sim --profile --machine'
+            switches+=' --list --last --save'
             kind=-f
             ;;
-        quillon-scenario) switches+=' --record' kind=-f ;;
+        quillon-scenario) switches+=' --record --beyond-gaps' kind=-f ;;
     esac
     COMPREPLY=()
     if [[ $word == -* ]]; then

@@ -1,6 +1,7 @@
 #include "qt/Program.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -11,15 +12,18 @@
 #include <vector>
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QEvent>
 
 #include "base/CodePage.h"
 #include "base/Fault.h"
 #include "base/ProgramArguments.h"
+#include "base/Text.h"
 #include "console/ConsoleTexts.h"
 #include "console/ConsoleVersion.h"
 #include "console/ctrQuillonConsole.h"
+#include "qt/BlackBox.h"
 #include "qt/Convert.h"
 #include "qt/EndRequest.h"
 #include "qt/Look.h"
@@ -31,8 +35,11 @@
 #include "qt/QtStores.h"
 #include "qt/Screen.h"
 #include "qt/Tour.h"
+#include "runtime/HomeFolders.h"
+#include "runtime/ProfileFile.h"
 #include "shell/Application.h"
 #include "shell/Recorder.h"
+#include "shell/RecordingSwitches.h"
 #include "shell/SwitchHints.h"
 
 namespace quillon {
@@ -64,7 +71,9 @@ In front of all switches:
 names. Without it they lie beside the executable if there is a "Quillon.ini" or new files can be written;
 if not, in quillon below XDG_CONFIG_HOME (~/.config), and the log in quillon below XDG_STATE_HOME
 (~/.local/state).
-QUILLON_RECORD names a file that the session is written to, for quillon-scenario.
+Each session is recorded, in "recordings" beside the log; quillon-replay --list shows what is there, --save
+takes it along. KEEP=NO in section RECORDINGS of "Quillon.ini" leaves it, QUILLON_RECORD=no for one start;
+QUILLON_RECORD=FILE puts it in that file.
 )";
 
 /// What the process was asked for.
@@ -131,19 +140,54 @@ private:
     Recorder& recorder_;
 };
 
+/// What QUILLON_RECORD asks for.
+std::string recordAskedFor() {
+    return fromQt(qEnvironmentVariable("QUILLON_RECORD"));
+}
+
+/// A look round is nobody's session; it is recorded where that is asked for.
+bool mayRecord(const Options& options) {
+    const std::string asked = recordAskedFor();
+    return asked.empty() ? options.tour.isEmpty() : !equalsNoCase(asked, "no");
+}
+
+WallTime wallTime() {
+    const QDateTime now = QDateTime::currentDateTime();
+    return {now.toMSecsSinceEpoch(), now.offsetFromUtc() / 60};
+}
+
 /// Nothing when the session is not to be recorded, or can't be.
-std::unique_ptr<Recorder> recorderFor(const Platform& machine, const std::string& commandLine) {
-    const std::string name = fromQt(qEnvironmentVariable("QUILLON_RECORD"));
-    if (name.empty()) {
+std::unique_ptr<Recorder> recorderFor(const Platform& machine, const DiskFolder& folder,
+                                      const std::string& commandLine, BlackBox* box) {
+    if (box == nullptr) {
         return nullptr;
     }
-    // Seen from where the program was started, unlike the installation's own files.
-    auto file = DiskFolder(QDir::currentPath()).create(name);
+    const std::string name = recordAskedFor();
+    RecordingPlace place;
+    if (!name.empty()) {
+        // Seen from where the program was started, unlike the installation's own files.
+        place.file = QDir::current().absoluteFilePath(toQt(name)).toStdString();
+    } else {
+        const auto ini = machine.folder.read("Quillon.ini", kProfileFileLimit);
+        const RecordingSwitches switches = recordingSwitches(ini.value_or(std::string()));
+        if (!switches.keep) {
+            return nullptr;
+        }
+        place.bound = switches.bytes;
+        place.folder = recordingsFolder({{}, folder.writtenPath().toStdString()}).string();
+        const QString memory = qEnvironmentVariable("XDG_RUNTIME_DIR");
+        place.spare =
+            memory.isEmpty() ? std::string() : (memory + QStringLiteral("/quillon/recordings")).toStdString();
+    }
+    std::string problem;
+    auto file = box->record(place, problem);
     if (!file) {
-        machine.desktop.message(BoxKind::Critical, kBoxTitle, "The recording cannot be written: " + name);
+        if (!name.empty()) {
+            machine.desktop.message(BoxKind::Critical, kBoxTitle, "The recording cannot be written: " + name);
+        }
         return nullptr;
     }
-    return std::make_unique<Recorder>(machine, std::move(file), commandLine);
+    return std::make_unique<Recorder>(machine, std::move(file), commandLine, wallTime);
 }
 
 /// The system wants the program to end: the generator is given back first.
@@ -171,7 +215,7 @@ void leaveAndWait(Application& application, Recorder* recorder) {
     }
 }
 
-int run(const Options& options, const Watch& watch) {
+int run(const Options& options, BlackBox* box, const Watch& watch) {
     const SteadyClock clock;
     std::optional<BoxCloser> boxCloser;
     if (!options.tour.isEmpty()) {
@@ -192,7 +236,7 @@ int run(const Options& options, const Watch& watch) {
     };
 
     const Platform machine{schedule, loop, port, store, folder, desktop, power};
-    const std::unique_ptr<Recorder> recorder = recorderFor(machine, options.commandLine);
+    const std::unique_ptr<Recorder> recorder = recorderFor(machine, folder, options.commandLine, box);
     const Platform platform = recorder ? recorder->platform() : machine;
     platform.schedule.handlers().faulted.connect([](const Cause& cause, int fault) {
         std::fprintf(stderr, "quillon: fault %d ended %s\n", fault, textOf(cause).c_str());
@@ -276,11 +320,19 @@ public:
 } // namespace
 
 int runProgram(int argc, char** argv, const Watch& watch) {
+#ifndef _WIN32
+    // Who reads the program's words may go; the generator is not left alone for that.
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
     const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     if (const auto status = answered(arguments)) {
         return *status;
     }
     const Options options = optionsOf(arguments);
+    std::optional<BlackBox> box;
+    if (mayRecord(options)) {
+        box.emplace(); // before Qt has threads
+    }
     for (const std::string& hint : switchHints(options.commandLine)) {
         std::fprintf(stderr, "quillon: %s; \"quillon --help\" lists them\n", hint.c_str());
     }
@@ -289,7 +341,7 @@ int runProgram(int argc, char** argv, const Watch& watch) {
     const HandlerEdge application(shown, argv);
     QApplication::setPalette(consolePalette());
     QApplication::setFont(consoleFont(10));
-    return run(options, watch);
+    return run(options, box ? &*box : nullptr, watch);
 }
 
 } // namespace quillon

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include "qt/Convert.h"
+#include "runtime/HomeFolders.h"
 
 namespace quillon {
 
@@ -17,11 +18,9 @@ QString address(std::string_view application, std::string_view section) {
     return application.empty() ? place : toQt(application) + QLatin1Char('/') + place;
 }
 
-/// A folder of the user's own, as the desktop's rules for such folders have it: a relative path counts for
-/// none.
-QString userFolder(const char* variable, const char* below) {
-    const QString named = qEnvironmentVariable(variable);
-    return QDir::isAbsolutePath(named) ? named : QDir::home().filePath(QLatin1String(below));
+DiskFolder folderOf(const HomeFolders& home) {
+    return {QString::fromStdU16String(home.read.u16string()),
+            QString::fromStdU16String(home.written.u16string())};
 }
 
 /// Unbuffered: what was written is with the system when write() returns.
@@ -34,11 +33,18 @@ public:
 
     bool write(std::string_view text) override {
         const auto size = static_cast<qint64>(text.size());
-        return file_.write(text.data(), size) == size;
+        if ((whole_ || file_.resize(end_)) && file_.write(text.data(), size) == size) {
+            end_ += size;
+            return whole_ = true;
+        }
+        whole_ = file_.resize(end_); // a full disk may have taken a part
+        return false;
     }
 
 private:
     QFile file_;
+    qint64 end_ = 0;    ///< of what was written whole
+    bool whole_ = true; ///< nothing stands behind it
 };
 
 } // namespace
@@ -59,17 +65,11 @@ void QtUserStore::removeSection(std::string_view application, std::string_view s
 }
 
 DiskFolder DiskFolder::home() {
-    const QString home = qEnvironmentVariable("QUILLON_HOME");
-    return home.isEmpty() ? homeOf(QCoreApplication::applicationDirPath()) : DiskFolder(home);
+    return folderOf(homeFolders(QCoreApplication::applicationDirPath().toStdU16String()));
 }
 
 DiskFolder DiskFolder::homeOf(const QString& program) {
-    if (QFileInfo::exists(program + QStringLiteral("/Quillon.ini")) || QFileInfo(program).isWritable()) {
-        return DiskFolder(program);
-    }
-    const QString name = QStringLiteral("/quillon");
-    return {userFolder("XDG_CONFIG_HOME", ".config") + name,
-            userFolder("XDG_STATE_HOME", ".local/state") + name};
+    return folderOf(quillon::homeOf(program.toStdU16String()));
 }
 
 std::optional<std::string> DiskFolder::read(std::string_view name, std::size_t limit) const {

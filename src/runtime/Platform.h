@@ -88,7 +88,8 @@ public:
 class TextSink {
 public:
     virtual ~TextSink() = default;
-    /// Writes all of it and hands it to the system before returning.
+    /// Hands all of it to the system before returning, or false: nothing of it stays then, and the next may
+    /// do better.
     virtual bool write(std::string_view text) = 0;
 };
 

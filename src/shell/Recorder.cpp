@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 #include "base/Numbers.h"
 #include "base/ScenarioText.h"
 #include "console/ctrQuillonConsole.h"
+#include "link/TorvaneSerial.h"
 #include "shell/RecordingHeader.h"
 #include "ui/ControlHost.h"
 
@@ -16,6 +18,9 @@ namespace {
 
 constexpr std::string_view kFrameEnd = "\r\n\x03";
 constexpr Milliseconds kLongestSilence = 1000; // the file is never further behind, whatever ends the process
+constexpr std::size_t kPiece = 900;            // bytes from the line, so that none of them makes a long line
+constexpr Milliseconds kClockStep = 1000;      // that the PC's clock is set by without being told
+constexpr Milliseconds kClockPeriod = 3'600'000;
 
 constexpr std::array<std::string_view, 5> kGestures{"press", "release", "type", "select", "slide"};
 
@@ -62,6 +67,9 @@ public:
         number_ = port;
         const bool succeeded = line_.open(port, settings);
         recorder_.opened(port, succeeded);
+        if (succeeded && !device().empty()) {
+            recorder_.comment("port " + scenarioText(device()));
+        }
         return succeeded;
     }
     [[nodiscard]] std::string failure() const override { return line_.failure(); }
@@ -123,12 +131,13 @@ public:
         bool yes = false;
         {
             const Counted question(recorder_.questions_);
+            recorder_.lines_.hold();
             yes = desktop_.ask(title, text);
         }
         if (yes) {
-            recorder_.writeAhead("answer yes");
+            recorder_.lines_.ahead("answer yes");
         }
-        recorder_.flush();
+        recorder_.release();
         recorder_.comment("question " + scenarioText(text) + (yes ? " yes" : " no"));
         return yes;
     }
@@ -154,6 +163,25 @@ private:
     Desktop& desktop_;
 };
 
+/// Restarting the PC. A replay has to know what the system answers before it is asked.
+class Recorder::Power final : public PowerControl {
+public:
+    explicit Power(Recorder& recorder) : recorder_(recorder) {}
+
+    [[nodiscard]] Refusal exitWindows(bool restart, bool force) override {
+        Refusal refusal = recorder_.machine_.power.exitWindows(restart, force);
+        if (refusal != told_) {
+            recorder_.lines_.ahead(refusal ? "power refuse " + scenarioText(*refusal) : "power ok");
+            told_ = refusal;
+        }
+        return refusal;
+    }
+
+private:
+    Recorder& recorder_;
+    Refusal told_;
+};
+
 /// A handler that lets the events run gets what is due in its own moment. Time stands still in there, and
 /// what comes in waits, as in a replay; the window is painted all the same.
 class Recorder::Loop final : public EventLoop {
@@ -169,13 +197,15 @@ private:
     Recorder& recorder_;
 };
 
-Recorder::Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std::string_view commandLine)
-    : machine_(machine), file_(std::move(file)), port_(std::make_unique<Port>(*this)),
-      boxes_(std::make_unique<Boxes>(*this)), loop_(std::make_unique<Loop>(*this)) {
+Recorder::Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std::string_view commandLine,
+                   std::function<WallTime()> wallClock)
+    : machine_(machine), lines_(std::move(file)), wallClock_(std::move(wallClock)),
+      port_(std::make_unique<Port>(*this)), boxes_(std::make_unique<Boxes>(*this)),
+      power_(std::make_unique<Power>(*this)), loop_(std::make_unique<Loop>(*this)) {
     schedule_.handlers().faulted.connect([this](const Cause& cause, int fault) {
         comment("fault " + std::to_string(fault) + " ended " + textOf(cause));
     });
-    put(recordingHeader(machine_.folder, machine_.desktop, commandLine));
+    lines_.head(recordingHeader(machine_.folder, machine_.desktop, commandLine));
 }
 
 Recorder::~Recorder() {
@@ -184,16 +214,19 @@ Recorder::~Recorder() {
 }
 
 Platform Recorder::platform() {
-    return {schedule_, *loop_, *port_, machine_.store, machine_.folder, *boxes_, machine_.power};
+    return {schedule_, *loop_, *port_, machine_.store, machine_.folder, *boxes_, *power_};
 }
 
 void Recorder::begin(Application& application) {
-    put("start\n");
+    lines_.put("start\n");
+    base_ = machine_.schedule.now();
+    tellClock();
+    application.link().events().WrongPhase.connect(
+        [this](const std::string& message) { comment("held WrongPhase " + scenarioText(message)); });
     application.console().runChanged().connect([this](const std::string& line) { comment(line); });
     application.input().onGesture = [this](Gesture made, const Control& control, std::string_view value) {
         gesture(made, control, value);
     };
-    base_ = machine_.schedule.now();
     running_ = true;
     plan();
 }
@@ -206,7 +239,7 @@ void Recorder::end() {
     questions_ = 0;
     untilHandled_ = false;
     write({}); // up to here
-    flush();
+    lines_.flush();
     running_ = false;
 }
 
@@ -217,13 +250,13 @@ void Recorder::catchUp() {
     const Milliseconds target = machine_.schedule.now() - base_;
     for (auto due = schedule_.nextDue(); running_ && due && *due <= target; due = schedule_.nextDue()) {
         clock_.set(std::max(clock_.now(), *due));
-        moved_ = true;
+        lines_.moved();
         const Counted handler(handlers_);
         schedule_.runOne();
     }
     if (clock_.now() < target) {
         clock_.set(target);
-        moved_ = true;
+        lines_.moved();
     }
 }
 
@@ -248,7 +281,10 @@ void Recorder::leaveRequested() {
 void Recorder::gesture(Gesture gesture, const Control& control, std::string_view value) {
     // While the port is closed the key may be the one that opens it, and whether that fails has to stand in
     // front of it. Else the line is in the file before the handler runs, in case it is the program's last.
-    untilHandled_ = untilHandled_ || !port_->isOpen();
+    if (!port_->isOpen()) {
+        untilHandled_ = true;
+        lines_.hold();
+    }
     std::string line(kGestures.at(static_cast<std::size_t>(gesture)));
     line += " " + nameOf(control);
     if (gesture == Gesture::Type || gesture == Gesture::Select) {
@@ -280,16 +316,17 @@ void Recorder::deliver(std::string_view bytes) {
         const Counted handler(handlers_);
         port_->handArrival();
     }
-    if (!bytes.empty()) {
-        write("rx " + scenarioText(bytes));
+    for (; !bytes.empty() && running_; bytes.remove_prefix(std::min(kPiece, bytes.size()))) {
+        const std::string_view piece = bytes.substr(0, kPiece);
+        write("rx " + scenarioText(piece));
         const Counted handler(handlers_);
-        port_->hand(bytes);
+        port_->hand(piece);
     }
 }
 
 void Recorder::opened(int port, bool succeeded) {
     if (failing_.contains(port) == succeeded) {
-        writeAhead("port " + std::to_string(port) + (succeeded ? " ok" : " fail"));
+        lines_.ahead("port " + std::to_string(port) + (succeeded ? " ok" : " fail"));
         succeeded ? (void)failing_.erase(port) : (void)failing_.insert(port);
     }
 }
@@ -316,57 +353,52 @@ void Recorder::wake() {
     } const planned{*this};
     if (handlers_ == 0) {
         untilHandled_ = false;
-        flush();
+        release();
         catchUp();
         deliver(std::exchange(later_, {}));
-        if (clock_.now() - written_ >= kLongestSilence) {
+        if (clock_.now() - lines_.toldTo() >= kLongestSilence) {
             write({});
+        }
+        if (clock_.now() - clockLook_ >= kLongestSilence) {
+            tellClock();
         }
     }
 }
 
 void Recorder::plan() {
-    const Milliseconds report = written_ + kLongestSilence;
+    const Milliseconds report = lines_.toldTo() + kLongestSilence;
     wakeAt(base_ + std::min(schedule_.nextDue().value_or(report), report));
 }
 
-/// A command, behind the time that has gone by since the last one; the time alone when it is empty.
 void Recorder::write(std::string_view line) {
-    if (!running_) {
-        return;
+    if (running_) {
+        lines_.command(clock_.now(), line);
     }
-    std::string text;
-    if (moved_) {
-        text = "wait " + std::to_string(clock_.now() - written_) + "\n";
-        written_ = clock_.now();
-        moved_ = false;
-    }
-    if (!line.empty()) {
-        text.append(line).append("\n");
-    }
-    put(text);
-}
-
-/// A command that has to stand in front of what is held.
-void Recorder::writeAhead(std::string_view line) {
-    file_->write(std::string(line) + "\n");
 }
 
 void Recorder::comment(std::string_view text) {
-    put("# " + std::to_string(clock_.now()) + " " + std::string(text) + "\n");
+    lines_.remark(clock_.now(), text);
 }
 
-void Recorder::put(std::string_view text) {
-    if (holding()) {
-        held_ += text;
-    } else if (!text.empty()) {
-        file_->write(text);
+/// What is held goes out, unless something else has still to stand in front of it.
+void Recorder::release() {
+    if (questions_ == 0 && !untilHandled_) {
+        lines_.flush();
     }
 }
 
-void Recorder::flush() {
-    if (!holding() && !held_.empty()) {
-        file_->write(std::exchange(held_, {}));
+/// The PC's clock, when it begins, was set or has slept, and now and then.
+void Recorder::tellClock() {
+    if (!wallClock_) {
+        return;
+    }
+    const WallTime now = wallClock_();
+    const Milliseconds ahead = now.sinceEpoch - machine_.schedule.now();
+    clockLook_ = clock_.now();
+    if (!running_ || std::abs(ahead - clockAhead_) > kClockStep || clockLook_ - clockTold_ >= kClockPeriod) {
+        comment("clock " + isoText(now));
+        clockAhead_ = ahead;
+        clockTold_ = clockLook_;
     }
 }
 

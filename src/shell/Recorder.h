@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -8,7 +9,9 @@
 
 #include "runtime/Clock.h"
 #include "runtime/Schedule.h"
+#include "runtime/WallTime.h"
 #include "shell/Application.h"
+#include "shell/RecordingLines.h"
 #include "ui/Input.h"
 
 namespace quillon {
@@ -17,14 +20,17 @@ namespace quillon {
 /// when. Played again it gives the same frames at the same times. What the application did, and the faults
 /// that have ended a handler, stand between as remarks.
 ///
+/// What the file does not take for a while is lost, and the file tells the hole.
+///
 /// The application runs on its own clock, stepped from due time to due time, so a replay does not drift from
 /// the recording as real timers, always a little late, would make it. The clock begins when the application
 /// has started, however long a message box kept it.
 class Recorder {
 public:
     /// Begins the file. The application gets platform() in place of the machine; both outlive the recorder's
-    /// application.
-    Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std::string_view commandLine);
+    /// application. The PC's own clock stands in remarks, where there is one.
+    Recorder(const Platform& machine, std::unique_ptr<TextSink> file, std::string_view commandLine,
+             std::function<WallTime()> wallClock = {});
     ~Recorder();
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
@@ -47,14 +53,13 @@ public:
 private:
     class Port;
     class Boxes;
+    class Power;
     class Loop;
 
     void write(std::string_view line);
-    void writeAhead(std::string_view line);
     void comment(std::string_view text);
-    void put(std::string_view text);
-    void flush();
-    [[nodiscard]] bool holding() const { return questions_ > 0 || untilHandled_; }
+    void release();
+    void tellClock();
 
     void gesture(Gesture gesture, const Control& control, std::string_view value);
     void received(std::string_view bytes);
@@ -65,21 +70,23 @@ private:
     void plan();
 
     Platform machine_;
-    std::unique_ptr<TextSink> file_;
+    RecordingLines lines_;
+    std::function<WallTime()> wallClock_;
     VirtualClock clock_;
     Schedule schedule_{clock_};
     std::unique_ptr<Port> port_;
     std::unique_ptr<Boxes> boxes_;
+    std::unique_ptr<Power> power_;
     std::unique_ptr<Loop> loop_;
 
     bool running_ = false;
-    Milliseconds base_ = 0;    // the machine's time when the application's began
-    Milliseconds written_ = 0; // the time up to which the file tells
-    bool moved_ = false;       // time went on, or something fell due, since then
-    int handlers_ = 0;         // that run and must not be entered from below
-    int questions_ = 0;        // that stand
+    Milliseconds base_ = 0;       // the machine's time when the application's began
+    Milliseconds clockLook_ = 0;  // when the PC's clock was looked at last,
+    Milliseconds clockTold_ = 0;  // was told,
+    Milliseconds clockAhead_ = 0; // and how far it was ahead of the machine's time then
+    int handlers_ = 0;            // that run and must not be entered from below
+    int questions_ = 0;           // that stand
     bool untilHandled_ = false;
-    std::string held_;  // lines that wait for what has to stand in front of them
     std::string later_; // bytes that came while a handler ran
     std::set<int> failing_;
     std::optional<Milliseconds> planned_; // the machine's time of the next wake

@@ -4,6 +4,7 @@
 
 #include "base/ScenarioText.h"
 #include "base/Text.h"
+#include "console/ConsoleVersion.h"
 #include "runtime/ProfileFile.h"
 #include "shell/TextFile.h"
 
@@ -36,6 +37,7 @@ std::string fileBlock(std::string_view name, std::string_view content) {
 std::string recordingHeader(const Folder& folder, const Desktop& desktop, std::string_view commandLine) {
     std::string header =
         "# Recorded by Quillon " QUILLON_VERSION ". Lines behind # tell what it did, with the time in ms.\n";
+    header.append("# console ").append(kConsoleVersion).append("\n");
     for (const std::string_view name : kFiles) {
         if (const auto content = folder.read(name, kProfileFileLimit)) {
             header += fileBlock(name, *content);

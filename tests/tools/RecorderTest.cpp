@@ -62,10 +62,10 @@ private:
 
 class RecorderTest : public testing::Test {
 protected:
-    void start(std::string_view commandLine = {}) {
+    void start(std::string_view commandLine = {}, std::function<WallTime()> wallClock = {}) {
         recorder = std::make_unique<Recorder>(Platform{machine.schedule, machine, machine.port, machine.store,
                                                        machine.folder, machine.desktop, machine.power},
-                                              disk.create("session"), commandLine);
+                                              disk.create("session"), commandLine, std::move(wallClock));
         application = std::make_unique<Application>(recorder->platform(), commandLine);
         application->onEnded = [this] { recorder->end(); };
         machine.port.onWritten = [this](std::string_view bytes) { far.written(bytes); };
@@ -90,9 +90,9 @@ protected:
 
     [[nodiscard]] const std::string& recording() const { return *disk.find("session"); }
     /// What the recording gives when it is played.
-    [[nodiscard]] std::string replay() const {
+    [[nodiscard]] std::string replay(bool beyondGaps = false) const {
         std::ostringstream out;
-        Script script(recording(), out);
+        Script script(recording(), out, beyondGaps);
         EXPECT_NO_THROW((void)script.run()) << "line " << script.line() << " of\n" << recording();
         return out.str();
     }
@@ -276,6 +276,45 @@ TEST_F(RecorderTest, AQuestionsAnswerStandsInFrontOfWhatCameWhileItStood) {
     EXPECT_GT(recording().find("rx \"HE12\\r\\n\""), answer);
     EXPECT_THAT(replay(), HasSubstr("box question \"Torvane Generator Service\" "
                                     "\"Close the port and restart the PC?\" yes"));
+}
+
+TEST_F(RecorderTest, ARestartThatIsRefusedIsKnownToTheReplay) {
+    machine.power.setRefusal("not \"now\"");
+    start();
+    machine.port.receive("ST2\r\n");
+    pass(12'000);
+    machine.desktop.answer(MemoryDesktop::Answer::Yes);
+    press(console(), "cmbClose");
+    pass(9'000);
+    EXPECT_TRUE(machine.port.isOpen());
+    recorder->end();
+    EXPECT_THAT(recording(), HasSubstr("\npower refuse \"not \\\"now\\\"\"\n"));
+    EXPECT_EQ(linesWith(replay(), " tx "), linesWith(recording(), " tx ", 2));
+}
+
+TEST_F(RecorderTest, WhatTheDiskDidNotTakeIsAGapThatIsToldAndEndsTheReplay) {
+    std::int64_t set = 0;
+    start({}, [this, &set] { return WallTime{machine.clock.now() + set, 60}; });
+    machine.port.receive("ST2\r\n");
+    pass(5'000);
+    disk.setReadOnly(true);
+    machine.port.receive("HE20\r\n");
+    pass(3'300);
+    disk.setReadOnly(false);
+    const auto before = recording().size();
+    set = 3'600'000;
+    pass(4'000);
+    machine.port.receive(std::string(2'000, '\xFF'));
+    pass(4'000);
+    EXPECT_THAT(recording().substr(before), testing::ContainsRegex("^wait [0-9]+\ngap 3[0-9]+ [0-9]+\n"));
+    EXPECT_THAT(linesWith(recording().substr(before), " clock 1970-01-01T02:00:"), SizeIs(1));
+    for (const std::string& line : linesWith(recording(), "rx ")) {
+        EXPECT_LT(line.size(), 4'000U);
+    }
+    const std::string played = replay();
+    EXPECT_EQ(linesWith(played, " tx "), linesWith(recording().substr(0, before), " tx ", 2));
+    EXPECT_THAT(played, testing::ContainsRegex(" gap [0-9]+ [0-9]+\n$"));
+    EXPECT_GT(linesWith(replay(true), " tx ").size(), linesWith(played, " tx ").size() + 4);
 }
 
 TEST_F(RecorderTest, BytesThatComeInsideAHandlerWaitForItsEnd) {

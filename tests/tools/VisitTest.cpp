@@ -317,8 +317,8 @@ TEST(VisitDifference, TellsWhatBothKnowAndWhatOneOnly) {
     EXPECT_EQ(told(all, all), "2 same, 0 and 1 alone");
 
     Visit later = visitWith("1", "325", "18344");
-    all.clock.add(0, *WallTime::read("2026-03-01T09:00:00+01:00"));
-    later.clock.add(0, *WallTime::read("2026-03-11T09:00:00.000+01:00"));
+    all.clock.add(0, *wallTimeOf("2026-03-01T09:00:00.000+01:00"));
+    later.clock.add(0, *wallTimeOf("2026-03-11T09:00:00.000+01:00"));
     EXPECT_THAT(
         plainText(comparisonOf(all, later, ReportTexts())),
         AllOf(HasSubstr("RAD tube 1  18244  *18344*  +100, 10.0 a day"), HasSubstr("The same in both: 1\n")));
@@ -327,19 +327,19 @@ TEST(VisitDifference, TellsWhatBothKnowAndWhatOneOnly) {
 TEST(WallClock, TellsTheTimeOfDayAndWhereItWasSet) {
     WallClock clock;
     EXPECT_EQ(clock.text(65'000), "0:01:05");
-    clock.add(1000, *WallTime::read("2026-12-31T23:59:58.500Z"));
-    clock.add(61'000, *WallTime::read("2027-01-01T02:00:58.500Z"));
-    clock.add(121'000, *WallTime::read("2027-01-01T02:01:58.900Z"));
-    EXPECT_EQ(clock.at(4000)->iso(), "2027-01-01T00:00:01.500Z");
+    clock.add(1000, *wallTimeOf("2026-12-31T23:59:58.500+00:00"));
+    clock.add(61'000, *wallTimeOf("2027-01-01T02:00:58.500+00:00"));
+    clock.add(121'000, *wallTimeOf("2027-01-01T02:01:58.900+00:00"));
+    EXPECT_EQ(isoText(*clock.at(4000)), "2027-01-01T00:00:01.500+00:00");
     EXPECT_EQ(clock.text(1500), "23:59:59");
     EXPECT_EQ(clock.text(4000), "2027-01-01 00:00:01");
     const auto jumps = clock.jumps({0});
     ASSERT_EQ(jumps.size(), 1U);
     EXPECT_EQ(jumps[0].by, 2 * 3600 * 1000);
     EXPECT_THAT(clock.jumps({0, 61'000}), IsEmpty()) << "another session";
-    for (const char* wrong :
-         {"", "2026", "2026-02-30T10:00:00", "2026-01-01T24:00:00", "2026-01-01 1:00:00"}) {
-        EXPECT_FALSE(WallTime::read(wrong)) << wrong;
+    for (const char* wrong : {"", "2026", "2026-02-30T10:00:00.000+00:00", "2026-01-01T24:00:00.000+00:00",
+                              "2026-01-01T10:00:00"}) {
+        EXPECT_FALSE(wallTimeOf(wrong)) << wrong;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "Journal.h"
 
+#include "shell/RecordingReader.h"
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -9,7 +10,6 @@ namespace quillon {
 
 namespace {
 
-constexpr std::string_view kRecordingMark = "# Recorded by ";
 constexpr std::size_t kViewLimit = 2048; // characters of the debug view that survive the next line
 
 struct Mark {
@@ -135,6 +135,9 @@ void RecordingReader::command(std::string_view line) {
     const auto beginsLine = [line](std::string_view word) { return line.starts_with(word); };
     if (line.starts_with("wait ")) {
         time_ += number(line.substr(5));
+    } else if (line.starts_with("gap ")) {
+        journal_.entries.push_back({Entry::Kind::Note, std::string(line), time_});
+        time_ += number(line.substr(4));
     } else if (line.starts_with("rx ")) {
         receive(unquoted(line));
     } else if (line.starts_with("# ")) {
@@ -199,7 +202,7 @@ Milliseconds RecordingReader::number(std::string_view text) {
 }
 
 Journal readJournal(std::string_view content) {
-    if (!content.starts_with(kRecordingMark)) {
+    if (!isRecording(content)) {
         return LogReader(content).read();
     }
     RecordingReader reader;

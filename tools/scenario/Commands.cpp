@@ -74,6 +74,17 @@ void Script::port(Reader& reader) {
     }
 }
 
+void Script::power(Reader& reader) {
+    const std::string_view state = reader.word();
+    if (equalsNoCase(state, "refuse")) {
+        rig_.machine.power.setRefusal(reader.text());
+    } else if (equalsNoCase(state, "ok")) {
+        rig_.machine.power.setRefusal(std::nullopt);
+    } else {
+        throw BadScript("power wants \"refuse\" and a text, or \"ok\"");
+    }
+}
+
 void Script::start(Reader&) {
     rig_.start();
 }
@@ -83,7 +94,19 @@ void Script::wait(Reader& reader) {
 }
 
 void Script::gap(Reader& reader) {
-    rig_.machine.time.sleep(reader.whole(0, kLongestWait));
+    const Milliseconds ms = reader.whole(0, kLongestWait);
+    if (reader.atEnd()) {
+        rig_.machine.time.sleep(ms);
+        return;
+    }
+    // A recording could not be written for that long: what follows is another console's.
+    const std::int64_t lines = reader.whole(0, std::numeric_limits<std::int64_t>::max());
+    rig_.report.print("gap " + std::to_string(ms) + " " + std::to_string(lines));
+    if (beyondGaps_) {
+        rig_.wait(ms);
+    } else {
+        rest_ = {};
+    }
 }
 
 void Script::rx(Reader& reader) {

@@ -14,6 +14,7 @@ const std::vector<Script::Command>& Script::commands() {
         {"args",     Stage::Before, &Script::args},
         {"screen",   Stage::Before, &Script::screen},
         {"port",     Stage::Early,  &Script::port},
+        {"power",    Stage::Early,  &Script::power},
         {"start",    Stage::Before, &Script::start},
         {"wait",     Stage::Later,  &Script::wait},
         {"gap",      Stage::Later,  &Script::gap},
@@ -52,8 +53,8 @@ const std::vector<Script::Command>& Script::commands() {
     return kCommands;
 }
 
-Script::Script(std::string_view content, std::ostream& out)
-    : rest_(withoutByteOrderMark(content)), rig_(out) {}
+Script::Script(std::string_view content, std::ostream& out, bool beyondGaps)
+    : rest_(withoutByteOrderMark(content)), beyondGaps_(beyondGaps), rig_(out) {}
 
 bool Script::run() {
     std::string_view text;

@@ -16,7 +16,8 @@ namespace quillon {
 /// One scenario file, carried out line by line against an application of its own.
 class Script {
 public:
-    Script(std::string_view content, std::ostream& out);
+    /// A recording ends at the first gap in it, unless the run is to go on beyond.
+    Script(std::string_view content, std::ostream& out, bool beyondGaps = false);
 
     /// True when every expectation held. Throws BadScript at a line that can't be carried out.
     [[nodiscard]] bool run();
@@ -57,6 +58,7 @@ private:
     void args(Reader& reader);
     void screen(Reader& reader);
     void port(Reader& reader);
+    void power(Reader& reader);
     void start(Reader& reader);
     void wait(Reader& reader);
     void gap(Reader& reader);
@@ -95,6 +97,7 @@ private:
     int line_ = 0;
     std::string_view command_; // the line in work
     bool held_ = true;
+    bool beyondGaps_;
     std::set<std::string, NoCaseLess> pressed_; // names of what `press` pressed and no `release` let go
     Rig rig_;
 };

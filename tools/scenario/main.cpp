@@ -10,6 +10,7 @@
 
 #include "Script.h"
 #include "base/ProgramArguments.h"
+#include "shell/RecordingReader.h"
 
 namespace {
 
@@ -17,7 +18,8 @@ constexpr int kHeld = 0;
 constexpr int kFailed = 1;
 constexpr int kWrong = 2;
 
-constexpr const char* kHelp = R"(Usage: quillon-scenario [--record FILE] FILE...   (- reads standard input)
+constexpr const char* kHelp =
+    R"(Usage: quillon-scenario [--beyond-gaps] [--record FILE] FILE...   (- reads standard input)
 
 Runs the whole console in virtual time as each file says, and prints what happened, a line each, behind its
 time in ms. A file has one command a line:
@@ -27,6 +29,7 @@ time in ms. A file has one command a line:
     args TEXT              the command line
     screen W H             the screen in pixels
     port N fail|ok|comes   COM port N cannot be opened, or can be; it opens, where the console waits for it
+    power refuse TEXT|ok   a restart of the PC is refused; is done
     start                  the console starts; the first other command does it, too
   the generator
     msg TEXT, rx TEXT      a message from it; bytes from it as they are
@@ -34,6 +37,8 @@ time in ms. A file has one command a line:
     reply TEXT with TEXT after MS      it answers a command; "reply TEXT off" ends that
     simulate [KEY=VALUE...], sim TEXT  the simulated generator; a command for it
     wait MS                time passes
+    gap MS                 the PC sleeps
+    gap MS LINES           in a recording: for MS it could not be written, LINES are missing
   the engineer
     press C, release C [outside], click C, hold C MS
     type C TEXT, select C TEXT, slide C VALUE
@@ -47,14 +52,16 @@ time in ms. A file has one command a line:
 C is OWNER.NAME: "Quillon.cmbConfiguration" is a key of the console, "TorvaneSerial.cmbConfWMUp" one of the
 generator's keyboard. "list Quillon" and "list TorvaneSerial" print all names; docs/scenarios.md tells the rest.
 
-  --record FILE   writes the recording that the program would have made of it; of one file only
-  --help, -h  this text
-  --version   the version
+  --beyond-gaps  goes on behind a gap in a recording; without it the run of the file ends there
+  --record FILE  writes the recording that the program would have made of it; of one file only
+  --help, -h     this text
+  --version      the version
 
 Ends with 0 when every expect, reject and count held, with 1 when one did not, with 2 when a file is wrong.
 )";
 
-constexpr std::array kSwitches{quillon::ProgramSwitch{"--record", true}};
+constexpr std::array kSwitches{quillon::ProgramSwitch{"--beyond-gaps"},
+                               quillon::ProgramSwitch{"--record", true}};
 
 class RecordingFile final : public quillon::TextSink {
 public:
@@ -81,22 +88,23 @@ std::optional<std::string> contentOf(const std::string& name) {
     return all(file);
 }
 
+struct Wishes {
+    bool beyondGaps;
+    std::string recording; ///< the file; empty for none
+};
+
 int complain(const std::string& name, int line, std::string_view what) {
     std::cout.flush();
     std::cerr << name << ':' << line << ": " << what << '\n';
     return kWrong;
 }
 
-int runFile(const std::string& name, const std::string& recording) {
-    const auto content = contentOf(name);
-    if (!content) {
-        return complain(name, 0, "cannot be read");
-    }
-    quillon::Script script(*content, std::cout);
-    if (!recording.empty()) {
-        auto file = std::make_unique<RecordingFile>(recording);
+int runText(const std::string& name, std::string_view text, const Wishes& wishes) {
+    quillon::Script script(text, std::cout, wishes.beyondGaps);
+    if (!wishes.recording.empty()) {
+        auto file = std::make_unique<RecordingFile>(wishes.recording);
         if (!file->isOpen()) {
-            return complain(recording, 0, "cannot be written");
+            return complain(wishes.recording, 0, "cannot be written");
         }
         script.rig().record(std::move(file));
     }
@@ -107,14 +115,38 @@ int runFile(const std::string& name, const std::string& recording) {
     }
 }
 
+/// Recordings that one file holds have a fresh start each, as files have.
+int runFile(const std::string& name, const Wishes& wishes) {
+    auto content = contentOf(name);
+    if (!content) {
+        return complain(name, 0, "cannot be read");
+    }
+    const quillon::RecordingText read = quillon::recordingTextOf(std::move(*content));
+    if (!read.problem.empty()) {
+        std::cerr << name << ": " << read.problem << '\n';
+    }
+    if (read.text.empty() && !read.problem.empty()) {
+        return kWrong;
+    }
+    const auto recordings = quillon::recordingsIn(read.text);
+    int status = kHeld;
+    for (std::size_t at = 0; at < recordings.size(); ++at) {
+        if (recordings.size() > 1) {
+            std::cout << "== " << name << ", session " << at + 1 << '\n';
+        }
+        status = std::max(status, runText(name, recordings[at], wishes));
+    }
+    return status;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
     std::ios::sync_with_stdio(false);
     quillon::ProgramArguments read =
         quillon::readArguments({arguments + std::min(count, 1), arguments + count}, kSwitches);
-    const std::string recording = read.value("--record");
-    if (read.error.empty() && !recording.empty() && read.words.size() > 1) {
+    const Wishes wishes{read.has("--beyond-gaps"), read.value("--record")};
+    if (read.error.empty() && !wishes.recording.empty() && read.words.size() > 1) {
         read.error = "one file is recorded at a time";
     }
     if (read.words.empty() && !read.help && !read.version && read.error.empty()) {
@@ -128,7 +160,7 @@ int main(int count, char** arguments) {
         if (read.words.size() > 1) {
             std::cout << "== " << name << '\n';
         }
-        status = std::max(status, runFile(name, recording));
+        status = std::max(status, runFile(name, wishes));
     }
     return status;
 }

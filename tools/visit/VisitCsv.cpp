@@ -52,7 +52,7 @@ public:
             return {};
         }
         const auto wall = visit_.clock.at(*at);
-        return wall ? wall->iso() : fixedDecimals(static_cast<double>(*at) / 1000.0, 3);
+        return wall ? isoText(*wall) : fixedDecimals(static_cast<double>(*at) / 1000.0, 3);
     }
     void span(std::string kind, std::string scope, std::string name, const Span& span, std::string note) {
         add({std::move(kind), std::move(scope), std::move(name), "", "", time(span.from), time(span.to),

@@ -60,14 +60,15 @@ Section sectionOf(const std::string& title, const Difference& difference, const 
 
 std::string headOf(const Visit& visit, const ReportTexts& texts) {
     const auto from = visit.clock.at(0);
-    return (from ? from->date() + " " + from->timeOfDay() : texts["Unknown"]) + ", " +
+    return (from ? dateText(*from) + " " + timeOfDayText(*from) : texts["Unknown"]) + ", " +
            ReportWords::length(visit.end) + ", " +
            (visit.generatorVersion.empty() ? texts["NeverReported"] : visit.generatorVersion);
 }
 
 std::optional<double> daysBetween(const std::optional<WallTime>& from, const std::optional<WallTime>& to) {
     constexpr double kDay = 24.0 * 3600 * 1000;
-    return from && to ? std::optional(static_cast<double>(to->ms - from->ms) / kDay) : std::nullopt;
+    return from && to ? std::optional(static_cast<double>(to->sinceEpoch - from->sinceEpoch) / kDay)
+                      : std::nullopt;
 }
 
 } // namespace

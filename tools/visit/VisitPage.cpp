@@ -20,10 +20,11 @@ std::string datesOf(const Visit& visit, const ReportTexts& texts) {
     if (!from || !to) {
         return texts.with("DatesUnknown", {length});
     }
-    return from->date() == to->date()
-               ? texts.with("DatesOneDay", {from->date(), from->timeOfDay(), to->timeOfDay(), length})
-               : texts.with("DatesMore",
-                            {from->date(), from->timeOfDay(), to->date(), to->timeOfDay(), length});
+    return dateText(*from) == dateText(*to)
+               ? texts.with("DatesOneDay",
+                            {dateText(*from), timeOfDayText(*from), timeOfDayText(*to), length})
+               : texts.with("DatesMore", {dateText(*from), timeOfDayText(*from), dateText(*to),
+                                          timeOfDayText(*to), length});
 }
 
 void addHead(const Visit& visit, const ReportWords& words, ReportPage& page) {

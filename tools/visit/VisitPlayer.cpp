@@ -8,13 +8,12 @@
 
 #include "VisitWatcher.h"
 #include "base/Text.h"
+#include "shell/RecordingReader.h"
 #include "tools/scenario/Script.h"
 
 namespace quillon {
 
 namespace {
-
-constexpr std::string_view kRecordingMark = "# Recorded by ";
 
 std::string_view takeLine(std::string_view& text) {
     const auto end = text.find('\n');
@@ -42,9 +41,9 @@ std::optional<WallTime> beginOf(std::string_view recording) {
             continue;
         }
         line.remove_prefix(kClock.size());
-        auto wall = WallTime::read(trim(takeLine(line)));
+        auto wall = wallTimeOf(trim(takeLine(line)));
         if (wall) {
-            wall->ms -= at;
+            wall->sinceEpoch -= at;
         }
         return wall;
     }
@@ -66,31 +65,6 @@ void play(Visit& visit, std::string_view recording, Milliseconds begins) {
 
 } // namespace
 
-std::vector<std::string_view> recordingsIn(std::string_view content) {
-    std::vector<std::string_view> found;
-    std::string_view rest = content;
-    std::size_t begin = 0;
-    bool any = false;
-    bool inFile = false;
-    while (!rest.empty()) {
-        const std::size_t at = content.size() - rest.size();
-        const std::string_view line = takeLine(rest);
-        if (inFile || line.starts_with("file ")) {
-            inFile = trim(line.substr(0, line.find('\r'))) != "end";
-        } else if (line.starts_with(kRecordingMark)) {
-            if (any) {
-                found.push_back(content.substr(begin, at - begin));
-            }
-            any = true;
-            begin = at;
-        }
-    }
-    if (any) {
-        found.push_back(content.substr(begin));
-    }
-    return found;
-}
-
 Visit visitOf(std::string_view content) {
     Visit visit;
     std::optional<WallTime> first;
@@ -100,7 +74,7 @@ Visit visitOf(std::string_view content) {
         if (visit.sessions.empty()) {
             first = wall;
         } else if (wall && first) {
-            begins = std::max(begins, wall->ms - first->ms);
+            begins = std::max(begins, wall->sinceEpoch - first->sinceEpoch);
         }
         play(visit, recording, begins);
     }

@@ -228,7 +228,7 @@ void VisitWatcher::remark(std::string_view text) {
         ++visit_.tally.lost;
         visit_.left.raysLost = visit_.left.raysLost || isRays(reader.text());
     } else if (word == "clock") {
-        if (const auto wall = WallTime::read(reader.rest())) {
+        if (const auto wall = wallTimeOf(reader.rest())) {
             visit_.clock.add(begins_ + at, *wall);
         }
     } else if (word == "port") {

@@ -1,26 +1,13 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "runtime/Clock.h"
+#include "runtime/WallTime.h"
 
 namespace quillon {
-
-/// A moment as the clock of a PC had it.
-struct WallTime {
-    std::int64_t ms = 0; ///< since the beginning of 1970, as the place counts its hours
-    std::string zone;    ///< behind an ISO time: "+01:00", "Z" or nothing
-
-    /// "2026-11-25T09:04:12.310+01:00"; nothing when it is none.
-    [[nodiscard]] static std::optional<WallTime> read(std::string_view iso);
-    [[nodiscard]] std::string iso() const;
-    [[nodiscard]] std::string date() const;      ///< 2026-11-25
-    [[nodiscard]] std::string timeOfDay() const; ///< 09:04:12
-};
 
 /// Tells the time of day along a visit, whose own time only goes on, from the remarks in its recordings.
 class WallClock {
