@@ -34,6 +34,7 @@ time in ms. A file has one command a line:
     ack MS|off             it acknowledges each command after MS
     reply TEXT with TEXT after MS      it answers a command; "reply TEXT off" ends that
     simulate [KEY=VALUE...], sim TEXT  the simulated generator; a command for it
+    box stands, box goes   in a recording: the box that has just come up stands for what lies between
     wait MS                time passes
     gap MS                 the PC sleeps
     gap MS LINES           in a recording: for MS it could not be written, LINES are missing
