@@ -18,7 +18,7 @@ struct RecordingText {
 };
 
 /// The text of a file's content, which may be packed. What is no recording stays as it is.
-[[nodiscard]] RecordingText recordingTextOf(std::string content);
+[[nodiscard]] RecordingText recordingTextOf(std::string_view content);
 
 /// The recordings that a text is made of, a saved visit of more than one. What is no recording is one piece.
 [[nodiscard]] std::vector<std::string_view> recordingsIn(std::string_view text);

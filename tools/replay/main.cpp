@@ -128,8 +128,8 @@ int main(int count, char** arguments) {
     }
     if (!kept) {
         const std::string& name = read.words.front();
-        auto content = contentOf(name);
-        return content ? tell(name, quillon::recordingTextOf(std::move(*content)), read.has("--scenario"))
+        const auto content = contentOf(name);
+        return content ? tell(name, quillon::recordingTextOf(*content), read.has("--scenario"))
                        : complain(name + " cannot be read");
     }
     quillon::Recordings recordings(read.words.empty() ? quillon::Recordings::folderBeside(arguments[0])

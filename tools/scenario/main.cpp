@@ -92,11 +92,11 @@ int runText(const std::string& name, std::string_view text, bool beyondGaps) {
 
 /// Recordings that one file holds have a fresh start each, as files have.
 int runFile(const std::string& name, bool beyondGaps) {
-    auto content = contentOf(name);
+    const auto content = contentOf(name);
     if (!content) {
         return complain(name, 0, "cannot be read");
     }
-    const quillon::RecordingText read = quillon::recordingTextOf(std::move(*content));
+    const quillon::RecordingText read = quillon::recordingTextOf(*content);
     if (!read.problem.empty()) {
         std::cerr << name << ": " << read.problem << '\n';
     }
