@@ -279,10 +279,13 @@ int run(const Options& options, BlackBox* box, const Watch& watch) {
         tour = std::make_unique<Tour>(application.form(), screen, application.input(), clock, options.tour);
         tour->onFinished = [] { QCoreApplication::exit(); };
     }
-    application.start();
     std::optional<CatchUp> catchUp;
     if (recorder) {
         recorder->begin(application);
+    }
+    application.start();
+    if (recorder) {
+        recorder->started();
         catchUp.emplace(*recorder);
     }
     endRequest.onFirst = [&application, &recorder] { leave(application, recorder.get()); };

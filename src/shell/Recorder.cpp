@@ -122,6 +122,10 @@ public:
     void beep() override { desktop_.beep(); }
 
     void message(BoxKind kind, std::string_view title, std::string_view text) override {
+        if (recorder_.starting_) {
+            messageInStart(kind, title, text);
+            return;
+        }
         const Standing box(recorder_);
         recorder_.comment("message box " + scenarioText(text));
         desktop_.message(kind, title, text);
@@ -143,6 +147,22 @@ public:
     }
 
 private:
+    /// What is behind the box in the start has to wait for its end in a replay, too. Which port does not open
+    /// there has to be known at that end.
+    void messageInStart(BoxKind kind, std::string_view title, std::string_view text) {
+        recorder_.runTime();
+        recorder_.lines_.flush();
+        recorder_.write("box stands");
+        recorder_.comment("message box " + scenarioText(text));
+        {
+            const Standing box(recorder_);
+            desktop_.message(kind, title, text);
+        }
+        recorder_.catchUp();
+        recorder_.lines_.hold();
+        recorder_.write("box goes");
+    }
+
     /// The handler that shows the box may be entered from below: the box serves the events itself.
     class Standing {
     public:
@@ -218,17 +238,29 @@ Platform Recorder::platform() {
 }
 
 void Recorder::begin(Application& application) {
-    lines_.put("start\n");
-    base_ = machine_.schedule.now();
-    tellClock();
+    starting_ = true;
     application.link().events().WrongPhase.connect(
         [this](const std::string& message) { comment("held WrongPhase " + scenarioText(message)); });
     application.console().runChanged().connect([this](const std::string& line) { comment(line); });
     application.input().onGesture = [this](Gesture made, const Control& control, std::string_view value) {
         gesture(made, control, value);
     };
-    running_ = true;
+}
+
+void Recorder::started() {
+    runTime();
+    lines_.flush();
+    starting_ = false;
     plan();
+}
+
+void Recorder::runTime() {
+    if (!running_) {
+        lines_.put("start\n");
+        base_ = machine_.schedule.now();
+        tellClock();
+        running_ = true;
+    }
 }
 
 void Recorder::end() {

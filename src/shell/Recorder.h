@@ -24,7 +24,7 @@ namespace quillon {
 ///
 /// The application runs on its own clock, stepped from due time to due time, so a replay does not drift from
 /// the recording as real timers, always a little late, would make it. The clock begins when the application
-/// has started, however long a message box kept it.
+/// has started, or with a message box that keeps it from that: timers and the line go on behind the box.
 class Recorder {
 public:
     /// Begins the file. The application gets platform() in place of the machine; both outlive the recorder's
@@ -37,8 +37,10 @@ public:
 
     [[nodiscard]] Platform platform();
 
-    /// The application has started: its time begins to run.
+    /// The application is about to start.
     void begin(Application& application);
+    /// It has started.
+    void started();
     /// Nothing more is recorded: the application is about to go.
     void end();
 
@@ -60,6 +62,7 @@ private:
     void comment(std::string_view text);
     void release();
     void tellClock();
+    void runTime();
 
     void gesture(Gesture gesture, const Control& control, std::string_view value);
     void received(std::string_view bytes);
@@ -80,6 +83,7 @@ private:
     std::unique_ptr<Loop> loop_;
 
     bool running_ = false;
+    bool starting_ = false;
     Milliseconds base_ = 0;       // the machine's time when the application's began
     Milliseconds clockLook_ = 0;  // when the PC's clock was looked at last,
     Milliseconds clockTold_ = 0;  // was told,

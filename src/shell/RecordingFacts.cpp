@@ -10,7 +10,7 @@ namespace quillon {
 
 namespace {
 
-constexpr Milliseconds kSameVisit = 15 * 60'000;
+constexpr Milliseconds kSameVisit = Milliseconds{15} * 60'000;
 
 constexpr std::array<std::string_view, 4> kPresses{"press ", "type ", "select ", "slide "};
 

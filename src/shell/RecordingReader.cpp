@@ -58,7 +58,7 @@ std::optional<Milliseconds> beginOf(std::string_view part) {
 
 } // namespace
 
-RecordingText recordingTextOf(std::string content) {
+RecordingText recordingTextOf(std::string_view content) {
     Unpacked read = unpacked(content);
     if (read.whole) {
         return {std::move(read.text), {}};

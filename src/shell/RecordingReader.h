@@ -18,7 +18,7 @@ struct RecordingText {
 };
 
 /// The text of a file's content, which may be packed. What is no recording stays as it is.
-[[nodiscard]] RecordingText recordingTextOf(std::string content);
+[[nodiscard]] RecordingText recordingTextOf(std::string_view content);
 
 /// It begins as a recording does.
 [[nodiscard]] bool isRecording(std::string_view text);

@@ -13,7 +13,8 @@ finish() {
     for pid in $program_pid $generator_pid; do
         kill "$pid" 2>/dev/null && wait "$pid" 2>/dev/null || true
     done
-    rm -rf "$home"
+    # What writes the recordings may be at work for a moment longer.
+    rm -rf "$home" 2>/dev/null || { sleep 1; rm -rf "$home"; }
 }
 trap finish EXIT
 

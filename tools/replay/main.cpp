@@ -106,12 +106,12 @@ struct Source {
 
 /// Nothing where it cannot be read, which is told.
 std::optional<Source> sourceOf(const std::string& name) {
-    auto content = contentOf(name);
+    const auto content = contentOf(name);
     if (!content) {
         complain(name + " cannot be read");
         return std::nullopt;
     }
-    Source source{name, quillon::recordingTextOf(std::move(*content))};
+    Source source{name, quillon::recordingTextOf(*content)};
     if (!source.read.problem.empty()) {
         std::cerr << name << ": " << source.read.problem << '\n';
     }

@@ -1,6 +1,8 @@
 #include "Script.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 #include "base/Fault.h"
 #include "base/Text.h"
@@ -16,6 +18,7 @@ const std::vector<Script::Command>& Script::commands() {
         {"port",     Stage::Early,  &Script::port},
         {"power",    Stage::Early,  &Script::power},
         {"start",    Stage::Before, &Script::start},
+        {"box",      Stage::Later,  &Script::box},
         {"wait",     Stage::Later,  &Script::wait},
         {"gap",      Stage::Later,  &Script::gap},
         {"rx",       Stage::Later,  &Script::rx},
@@ -54,7 +57,13 @@ const std::vector<Script::Command>& Script::commands() {
 }
 
 Script::Script(std::string_view content, std::ostream& out, bool beyondGaps)
-    : rest_(withoutByteOrderMark(content)), beyondGaps_(beyondGaps), rig_(out) {}
+    : rest_(withoutByteOrderMark(content)), beyondGaps_(beyondGaps), rig_(out) {
+    rig_.machine.desktop.onBox = [this,
+                                  tell = rig_.machine.desktop.onBox](const MemoryDesktop::Shown& shown) {
+        tell(shown);
+        standBox();
+    };
+}
 
 bool Script::run() {
     std::string_view text;
@@ -68,6 +77,35 @@ bool Script::run() {
         }
     }
     return held_;
+}
+
+/// Where the file goes on with "box stands", the box that has just come up stands until it says "box goes".
+void Script::standBox() {
+    const auto before = std::pair(rest_, line_);
+    std::string_view text;
+    do {
+        if (!nextLine(text)) {
+            break;
+        }
+        text = trimBlanks(text);
+    } while (text.empty() || text.starts_with('#'));
+    if (text != "box stands") {
+        std::tie(rest_, line_) = before;
+        return;
+    }
+    for (boxStands_ = true; boxStands_ && nextLine(text);) {
+        text = trimBlanks(text);
+        if (!text.empty() && !text.starts_with('#')) {
+            runLine(text);
+        }
+    }
+}
+
+void Script::box(Reader& reader) {
+    if (!boxStands_ || !equalsNoCase(reader.word(), "goes")) {
+        throw BadScript("box wants \"stands\" where a box has come up, and \"goes\" behind that");
+    }
+    boxStands_ = false;
 }
 
 bool Script::nextLine(std::string_view& text) {

@@ -46,6 +46,7 @@ private:
     void runLine(std::string_view text);
     void admit(Stage stage, std::string_view name);
     [[nodiscard]] bool nextLine(std::string_view& text);
+    void standBox();
     void check(bool held);
     [[nodiscard]] std::size_t countOf(Reader& reader) const;
 
@@ -60,6 +61,7 @@ private:
     void port(Reader& reader);
     void power(Reader& reader);
     void start(Reader& reader);
+    void box(Reader& reader);
     void wait(Reader& reader);
     void gap(Reader& reader);
     void rx(Reader& reader);
@@ -98,6 +100,7 @@ private:
     std::string_view command_; // the line in work
     bool held_ = true;
     bool beyondGaps_;
+    bool boxStands_ = false;
     std::set<std::string, NoCaseLess> pressed_; // names of what `press` pressed and no `release` let go
     Rig rig_;
 };

@@ -36,6 +36,7 @@ time in ms. A file has one command a line:
     ack MS|off             it acknowledges each command after MS
     reply TEXT with TEXT after MS      it answers a command; "reply TEXT off" ends that
     simulate [KEY=VALUE...], sim TEXT  the simulated generator; a command for it
+    box stands, box goes   in a recording: the box that has just come up stands for what lies between
     wait MS                time passes
     gap MS                 the PC sleeps
     gap MS LINES           in a recording: for MS it could not be written, LINES are missing
@@ -117,11 +118,11 @@ int runText(const std::string& name, std::string_view text, const Wishes& wishes
 
 /// Recordings that one file holds have a fresh start each, as files have.
 int runFile(const std::string& name, const Wishes& wishes) {
-    auto content = contentOf(name);
+    const auto content = contentOf(name);
     if (!content) {
         return complain(name, 0, "cannot be read");
     }
-    const quillon::RecordingText read = quillon::recordingTextOf(std::move(*content));
+    const quillon::RecordingText read = quillon::recordingTextOf(*content);
     if (!read.problem.empty()) {
         std::cerr << name << ": " << read.problem << '\n';
     }
