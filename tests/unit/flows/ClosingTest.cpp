@@ -163,6 +163,14 @@ TEST_F(ClosingTest, AMinuteAtTheQuestionDoesNotGiveUpTheModeThatFollows) {
     EXPECT_THAT(sent, Contains("CAU0"));
 }
 
+TEST_F(ClosingTest, AMinuteBehindAnAnswerThatLedNowhereItGivesTheAnswerUp) {
+    start();
+    carryOut("ST11;600;answer;61000;cmbClose");
+    EXPECT_TRUE(application->console().session().idle());
+    EXPECT_TRUE(application->link()["cmbAutocalConfirm"].visible()) << "the generator still asks";
+    EXPECT_TRUE(machine.port.isOpen());
+}
+
 TEST_F(ClosingTest, TheWayBackFromTheUsersForgetsTheProtocolErrorBeforeIt) {
     start();
     click("cmbManualCalibration");
