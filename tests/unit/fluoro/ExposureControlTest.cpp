@@ -42,6 +42,8 @@ TEST_F(ExposureControlTest, AStepOutsideTheKnownRangeAsksForIt) {
     EXPECT_THAT(sentSoon(), ElementsAre("MD?", "AF"));
     receive({"MD4", "FN51"});
     EXPECT_THAT(sentSoon(), ElementsAre("MD?", "AF"));
+    receive({"WM5", "FN01"});
+    EXPECT_EQ(lit("cmbDAECDensity"), "..*......");
 }
 
 TEST_F(ExposureControlTest, ReportsThatFewGeneratorsSend) {
