@@ -9,7 +9,7 @@ using namespace keys;
 constexpr Effects kPoweringUp{.off = modes | F};
 constexpr Effects kReadyForTheUsers{.on = F, .active = U};
 constexpr Effects kReadyBeforeTheUsersCame{.prompt = Prompt::Cleared};
-constexpr Effects kModeIsOver{.off = F, .prompt = Prompt::Cleared};
+constexpr Effects kModeIsOver{.off = F};
 constexpr Effects kPreparation{.off = modes | U | X, .poll = Poll::Resumed};
 constexpr Effects kInCalibration{.atRest = U, .caption = Caption::Exit};
 constexpr Effects kCalibrationIsFree{.on = M | U | X | F, .off = R, .atRest = R | A | U, .active = M};
@@ -23,9 +23,6 @@ constexpr Effects kInAutocalibration{.caption = Caption::Exit};
 constexpr Effects kQuestionAsked{.on = F};
 
 constexpr int kLinkControlDelay = 500; // ms from the report to the link control's panel
-
-/// Before normal operation comes back from one of these, a mode has the working area.
-constexpr Phases kOfAMode = kServiceModes | kAsksOrTells;
 
 } // namespace
 
@@ -182,7 +179,7 @@ void PhaseReactions::normalOperation() {
     if (cmdExposure_.tag() == "ON") {
         lightExposure(false);
     }
-    if (kOfAMode.has(before) || isServiceMode(session_.mode())) {
+    if (kAsksOrTells.has(before) || isServiceMode(session_.mode())) {
         modeIsOver();
     }
     session_.generator().setMode(Phase::NormalOperation);

@@ -1,6 +1,7 @@
 #include <map>
 
 #include "base/Text.h"
+#include "console/KeyReasons.h"
 #include "tests/unit/flows/Flow.h"
 
 namespace quillon {
@@ -16,6 +17,31 @@ protected:
         press("cmbClose");
         wait(ms);
         release("cmbClose");
+    }
+    /// Milliseconds, keys, reports, and how far an autocalibration is, with ';' between.
+    void carryOut(std::string_view steps) {
+        for (const std::string_view step : split(steps, ";")) {
+            carryOutOne(step);
+        }
+    }
+
+private:
+    void carryOutOne(std::string_view step) {
+        if (isNumeric(step)) {
+            wait(static_cast<Milliseconds>(toInt32(step)));
+        } else if (step.starts_with("ST")) {
+            report(step);
+        } else if (step == "autocalibration asked for") {
+            reachWait();
+        } else if (step == "answer") {
+            application->input().click(application->link()["cmbAutocalConfirm"]);
+        } else if (const auto dot = step.find('.'); dot != std::string_view::npos) {
+            click(step.substr(0, dot), step.substr(dot + 1));
+        } else if (step.starts_with("hold ")) {
+            press(step.substr(5));
+        } else {
+            click(step);
+        }
     }
 };
 
@@ -81,6 +107,8 @@ TEST_F(ClosingTest, CloseBehindARefusedEntryTakesItBack) {
             wait(late ? 20'000 : 0);
             forget();
             click("cmbClose");
+            EXPECT_EQ(control("lblHelp").role(), Role::Prompt);
+            EXPECT_TRUE(indicators().reasons.blocks(control("cmbClose")));
             wait(3000);
             EXPECT_EQ(std::ranges::count(sent, frame), late ? 0 : 1) << key;
             EXPECT_FALSE(machine.port.isOpen());
@@ -100,6 +128,30 @@ TEST_F(ClosingTest, InTheEntryToAutocalibrationItDoesNothingAndTakesNothing) {
     EXPECT_TRUE(machine.port.isOpen());
 }
 
+// Nor does it wait for the end of any other run in which a report has given it back.
+TEST_F(ClosingTest, GivenBackInTheMiddleOfARunItLeavesOrCloses) {
+    constexpr std::string_view kLend =
+        "cmbManualCalibration;SelWSCal.cmdOK;2000;ST6;4000;cmbGoToUserMode;500;ST3;ST6";
+    // What it says of Busy: it leaves anew, or hides the counters; where it says nothing it closes.
+    for (const auto& [before, busy] :
+         std::map<std::string_view, std::vector<int>>{{"cmbConfiguration;ST3;ST2", {}},
+                                                      {"ST8;3000;cmbConfiguration;500;ST2", {}},
+                                                      {"ST6;3000;cmbManualCalibration;500;ST3;ST6", {1}},
+                                                      {kLend, {1}},
+                                                      {"ST11;600;answer", {}},
+                                                      {"ST9;6000;cmbAutocalibration;500;ST2", {}},
+                                                      {"cmbReadExposureCounters;500;ST3;ST2", {0}}}) {
+        start();
+        carryOut(before);
+        forget();
+        goodbyes = 0;
+        click("cmbClose");
+        wait(1000);
+        EXPECT_EQ(goodbyes, busy.empty() ? 1 : 0) << before;
+        EXPECT_EQ(busyReports, busy) << before;
+    }
+}
+
 TEST_F(ClosingTest, AMinuteAtTheQuestionDoesNotGiveUpTheModeThatFollows) {
     start();
     reachWait();
@@ -109,6 +161,14 @@ TEST_F(ClosingTest, AMinuteAtTheQuestionDoesNotGiveUpTheModeThatFollows) {
     click("cmbClose");
     wait(3000);
     EXPECT_THAT(sent, Contains("CAU0"));
+}
+
+TEST_F(ClosingTest, AMinuteBehindAnAnswerThatLedNowhereItGivesTheAnswerUp) {
+    start();
+    carryOut("ST11;600;answer;61000;cmbClose");
+    EXPECT_TRUE(application->console().session().idle());
+    EXPECT_TRUE(application->link()["cmbAutocalConfirm"].visible()) << "the generator still asks";
+    EXPECT_TRUE(machine.port.isOpen());
 }
 
 TEST_F(ClosingTest, TheWayBackFromTheUsersForgetsTheProtocolErrorBeforeIt) {
@@ -131,7 +191,7 @@ TEST_F(ClosingTest, TheWayBackFromTheUsersForgetsTheProtocolErrorBeforeIt) {
 // Whatever the console has begun, the end of the program gives the generator back.
 struct WayOut {
     const char* name;
-    std::string_view before; ///< milliseconds, keys, reports, and how far an autocalibration is
+    std::string_view before;
     std::vector<std::string> sent;
     Milliseconds takes = 3000;
     std::map<std::string, std::string> answers = {}; ///< what the generator says to a frame, 50 ms later
@@ -141,26 +201,7 @@ void PrintTo(const WayOut& way, std::ostream* out) {
     *out << way.name;
 }
 
-class LeaveTest : public ClosingTest, public testing::WithParamInterface<WayOut> {
-protected:
-    void carryOut(std::string_view step) {
-        if (isNumeric(step)) {
-            wait(static_cast<Milliseconds>(toInt32(step)));
-        } else if (step.starts_with("ST")) {
-            report(step);
-        } else if (step == "autocalibration asked for") {
-            reachWait();
-        } else if (step == "autocalibration confirmed") {
-            confirm();
-        } else if (const auto dot = step.find('.'); dot != std::string_view::npos) {
-            click(step.substr(0, dot), step.substr(dot + 1));
-        } else if (step.starts_with("hold ")) {
-            press(step.substr(5));
-        } else {
-            click(step);
-        }
-    }
-};
+class LeaveTest : public ClosingTest, public testing::WithParamInterface<WayOut> {};
 
 TEST_P(LeaveTest, GivesTheGeneratorBackAndSaysGoodbyeInTime) {
     start({}, "REMOTE=YES\r\n");
@@ -170,9 +211,7 @@ TEST_P(LeaveTest, GivesTheGeneratorBackAndSaysGoodbyeInTime) {
             machine.time.schedule().post(50, [this, row] { report(row->second); });
         }
     };
-    for (const std::string_view step : split(GetParam().before, ";")) {
-        carryOut(step);
-    }
+    carryOut(GetParam().before);
     forget();
     machine.desktop.onBox = [this](const MemoryDesktop::Shown&) {
         ADD_FAILURE() << "nobody is there to answer";
@@ -215,7 +254,7 @@ INSTANTIATE_TEST_SUITE_P(From, LeaveTest, testing::Values(
     WayOut{"Autocalibration",  "ST9;3000", {"CAU0", "RX1", "CA0"}, 3000, {{"CAU0", "CAU0\r\nST6"}}},
     WayOut{"Unfollowed",       "ST9;3000", {"CAU0", "RX1", "CA0"}},
     WayOut{"ItsEntry9",        "autocalibration asked for", {"CAU0", "CA0", "RX1"}},
-    WayOut{"Question",         "autocalibration confirmed", {"CAU0", "RX1", "CA0"}, 3000, {{"CAU0", "CAU0\r\nST6"}}}
+    WayOut{"Question",         "autocalibration asked for;ST11;answer", {"CAU0", "RX1", "CA0"}, 3000, {{"CAU0", "CAU0\r\nST6"}}}
 ), [](const auto& way) { return std::string(way.param.name); });
 // clang-format on
 

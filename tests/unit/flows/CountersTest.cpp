@@ -104,5 +104,17 @@ TEST_F(CountersTest, EachResetKeyAsksForItsOwnCounter) {
     }
 }
 
+TEST_F(CountersTest, APollThatStoppedIsBackHalfAMinuteLaterWhateverIsReportedMeanwhile) {
+    start();
+    application->link().timer("timerStatusUpdate").stop();
+    report("ST3");
+    wait(20'000);
+    report("ST4");
+    wait(9'999);
+    EXPECT_FALSE(application->link().polls());
+    wait(1);
+    EXPECT_TRUE(application->link().polls());
+}
+
 } // namespace
 } // namespace quillon

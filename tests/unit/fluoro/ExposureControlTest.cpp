@@ -37,6 +37,32 @@ TEST_F(ExposureControlTest, DensityStepsAreCentredOnTheKeys) {
     }
 }
 
+TEST_F(ExposureControlTest, AStepOutsideTheKnownRangeAsksForIt) {
+    msg("FN31");
+    EXPECT_THAT(sentSoon(), ElementsAre("MD?", "AF"));
+    receive({"MD4", "FN51"});
+    EXPECT_THAT(sentSoon(), ElementsAre("MD?", "AF"));
+    receive({"WM5", "FN01"});
+    EXPECT_EQ(lit("cmbDAECDensity"), "..*......");
+}
+
+TEST_F(ExposureControlTest, ReportsThatFewGeneratorsSend) {
+    const std::pair<std::string_view, Texts> rows[] = {
+        {"AEC10", {}},
+        {"AEC101", {"AECFieldChange(0, True)", "AECFieldChange(1, False)", "AECFieldChange(2, True)"}},
+        {"FLMAS12", {"FlMAChangeDisplay(\"12\")"}},
+        {"CAR1", {"AutocalRetry(True)"}},
+        {"AT5", {"APRTechniqueWarning(\"5\")"}},
+        {"ATx", {}},
+    };
+    for (const auto& [message, heard] : rows) {
+        takeEvents();
+        msg(message);
+        EXPECT_EQ(takeEvents(), heard) << message;
+    }
+    EXPECT_EQ(caption("txtFlMA"), "12");
+}
+
 TEST_F(ExposureControlTest, BrightnessAndRoadMapping) {
     receive({"BR 12", "BRx", "BR40000"});
     EXPECT_EQ(caption("txtAECBrightness"), "12");

@@ -92,9 +92,18 @@ TEST_F(SendPathTest, DropsDuplicatesUnlessTheyDifferInTimeout) {
     call("SendMessage", {std::string("KV?"), 16383, false, 500});
     call("SendMessage", {std::string("a"), 16383, false, 0}); // no timeout counts as the usual one
     call("SendMessage", {std::string("b"), 16383, false, -5});
-    send("c");
+    call("SendMessage", {std::string("c"), 16383, false, 1});
+    send("d");
     advance(5000);
-    EXPECT_EQ(takeTimeline(), (Names{"350 KV?", "700 KV?", "1200 a", "1550 b", "1900 c"}));
+    EXPECT_EQ(takeTimeline(), (Names{"350 KV?", "700 KV?", "1200 a", "1550 b", "1900 c", "1901 d"}));
+}
+
+TEST_F(SendPathTest, TheStepsOfAHeldKeyAreAllSentAndWaitForNoAcknowledgement) {
+    link.timer("tmrAutoRepeat").start(100'000);
+    send("KV+", 16383, true);
+    send("KV+", 16383, true);
+    advance(2000);
+    EXPECT_EQ(takeTimeline(), (Names{"350 KV+", "700 KV+"}));
 }
 
 TEST_F(SendPathTest, RefusesWhatThePhaseDoesNotAllow) {
@@ -163,12 +172,14 @@ TEST_F(SendPathTest, WhatBecameOfEachMessageIsToldOnce) {
         send("m" + std::to_string(i));
     }
     advance(60000);
+    send("RX0", 16383, true); // sent without an acknowledgement when the line is left
+    advance(350);
     send("RX1");
     link.leavePort();
     for (const std::uint32_t ticket : queued) {
-        EXPECT_TRUE(left[ticket]) << ticket;
+        EXPECT_EQ(left[ticket], ticket != 101) << ticket;
     }
-    EXPECT_EQ(left.size(), 101U);
+    EXPECT_EQ(left.size(), 102U);
 }
 
 TEST_F(SendPathTest, AnAcknowledgementOfWhatWasThrownAwayTakesNothingElse) {

@@ -187,6 +187,13 @@ TEST_F(TechniqueTest, TheTechniqueModeIsAskedForOnlyWhereThereIsOne) {
     settle();
     EXPECT_THAT(sent, ElementsAre("TM?", "TM2"));
     EXPECT_EQ(get<int>("TechniqueMode"), 0) << "the mode is the generator's to say";
+    EXPECT_FALSE(link["lblWarning"].visible());
+    msg("TM1");
+    EXPECT_TRUE(link["lblWarning"].visible());
+    for (const Control* key : link.all("cmbTM")) {
+        EXPECT_TRUE(key->visible());
+        EXPECT_EQ(key->backColour() == kActiveColour, key->index() == 1);
+    }
 }
 
 TEST_F(TechniqueTest, WrittenValuesAreSentInTheirForms) {
