@@ -7,6 +7,7 @@
 
 #include "base/Text.h"
 #include "runtime/MemoryPlatform.h"
+#include "shell/RecordingReader.h"
 #include "tools/explore/Dice.h"
 #include "tools/scenario/Script.h"
 #include "tools/visit/VisitCsv.h"
