@@ -268,8 +268,9 @@ TEST(Visit, SessionsOneBehindTheOtherAreOneVisit) {
         return recording.replace(recording.find("start\n"), 6,
                                  "start\n# 0 clock " + std::string(clock) + "\n");
     };
-    const std::string both = session("5", "2026-11-25T09:00:00Z") +
-                             session("9", "2026-11-25T09:10:00Z", "file texts.txt\n# Recorded by x\nend\n");
+    const std::string both =
+        session("5", "2026-11-25T09:00:00.000+00:00") +
+        session("9", "2026-11-25T09:10:00.000+00:00", "file texts.txt\n# Recorded by x\nend\n");
     ASSERT_EQ(recordingsIn(both).size(), 2U);
     const Visit visit = visitOf(both);
     EXPECT_THAT(visit.sessions, testing::ElementsAre(0, 600'000));

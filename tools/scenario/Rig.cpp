@@ -58,9 +58,12 @@ void Rig::start() {
     if (onStarted) {
         onStarted();
     }
-    application_->start();
     if (recorder_) {
         recorder_->begin(*application_);
+    }
+    application_->start();
+    if (recorder_) {
+        recorder_->started();
     }
 }
 
