@@ -91,7 +91,7 @@ std::string row(std::initializer_list<std::string> cells) {
 
 static_assert(std::ranges::all_of(kInboundTable,
                                   [](const InboundRow& row) {
-                                      return meanings::find(Direction::In, row.key) != nullptr;
+                                      return meanings::knows(Direction::In, row.key);
                                   }),
               "each message of the generator has its meaning");
 

@@ -283,14 +283,21 @@ inline constexpr std::array kTable{
 };
 // clang-format on
 
+[[nodiscard]] constexpr bool isOf(const Meaning& row, Direction direction, std::string_view mnemonic) {
+    return row.direction == direction && row.mnemonic.size() == mnemonic.size() &&
+           std::ranges::equal(
+               row.mnemonic, mnemonic, {}, [](char c) { return lowerCase(c); },
+               [](char c) { return lowerCase(c); });
+}
+
+[[nodiscard]] constexpr bool knows(Direction direction, std::string_view mnemonic) {
+    return std::ranges::any_of(kTable, [&](const Meaning& row) { return isOf(row, direction, mnemonic); });
+}
+
 /// What a mnemonic stands for; empty when nothing is known of it.
 [[nodiscard]] constexpr const Meaning* find(Direction direction, std::string_view mnemonic) {
-    const auto row = std::ranges::find_if(kTable, [&](const Meaning& each) {
-        return each.direction == direction && each.mnemonic.size() == mnemonic.size() &&
-               std::ranges::equal(
-                   each.mnemonic, mnemonic, {}, [](char c) { return lowerCase(c); },
-                   [](char c) { return lowerCase(c); });
-    });
+    const auto row =
+        std::ranges::find_if(kTable, [&](const Meaning& each) { return isOf(each, direction, mnemonic); });
     return row == kTable.end() ? nullptr : &*row;
 }
 
