@@ -64,6 +64,11 @@ void Window::build() {
     setMinimumSize(kSmallest);
 }
 
+/// Its parts let the switches go when they are hidden, and nothing more is heard of that here.
+Window::~Window() {
+    disconnect(&station_, nullptr, this, nullptr);
+}
+
 void Window::listen() {
     connect(&station_, &Station::frame, this,
             [this](qint64 ms, const QString& text, simulator::Verdict verdict) {

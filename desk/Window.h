@@ -26,6 +26,9 @@ class Window final : public QMainWindow {
 public:
     /// `options`: the machine that stands there while there is no lesson.
     Window(Station& station, simulator::Options options);
+    ~Window() override;
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
 
     void offer(std::vector<simulator::Lesson> lessons) { lesson_->offer(std::move(lessons)); }
     /// Begins a lesson, or with none puts the machine back as it was at the start.

@@ -52,15 +52,16 @@ std::optional<WallTime> beginOf(std::string_view recording) {
 
 void play(Visit& visit, std::string_view recording, Milliseconds begins) {
     std::ostream nowhere(nullptr);
+    std::optional<VisitWatcher> watcher; // hears the end of the program as well
     Script script(recording, nowhere);
-    VisitWatcher watcher(visit, script.rig(), begins);
-    script.onLine = [&watcher](std::string_view line) { watcher.line(line); };
+    watcher.emplace(visit, script.rig(), begins);
+    script.onLine = [&watcher](std::string_view line) { watcher->line(line); };
     try {
         (void)script.run();
     } catch (const BadScript& problem) {
         visit.trust.problem = "line " + std::to_string(script.line()) + ": " + problem.what();
     }
-    watcher.finish();
+    watcher->finish();
 }
 
 } // namespace

@@ -346,6 +346,9 @@ void VisitWatcher::sessionChanged() {
 }
 
 void VisitWatcher::silenceChanged() {
+    if (over_) {
+        return; // the port closes with the program, which is half gone by then
+    }
     const bool quiet = link().silence().quiet();
     const bool open = !visit_.silences.empty() && !visit_.silences.back().span.to;
     if (quiet && !open) {
@@ -364,6 +367,7 @@ void VisitWatcher::gesture(Gesture gesture, const Control& control, std::string_
 }
 
 void VisitWatcher::finish() {
+    over_ = true;
     visit_.end = now();
     if (!rig_.started()) {
         return;

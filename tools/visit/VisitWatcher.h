@@ -65,6 +65,7 @@ private:
     std::string lastFrame_;
     std::string kVp_; ///< as it was set last
     Phase mode_ = Phase::None;
+    bool over_ = false; ///< finish() was called
 };
 
 } // namespace quillon
