@@ -1,12 +1,12 @@
 #include "Watch.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "ProbeTables.h"
 #include "Session.h"
 #include "base/Numbers.h"
 #include "console/KeyReasons.h"
+#include "console/PhaseTable.h"
 #include "console/StatusLine.h"
 #include "link/InboundTable.h"
 #include "link/OutboundTable.h"
@@ -14,30 +14,6 @@
 namespace quillon {
 
 namespace {
-
-/// The way as which a phase is met; nothing for those that are none.
-std::optional<Stimulus> stimulusOf(int phase) {
-    switch (phase) {
-    case 1:
-        return Stimulus::Restart;
-    case 2:
-        return Stimulus::Ready;
-    case 3:
-    case 4:
-    case 5:
-        return Stimulus::Exposure;
-    case 6:
-        return Stimulus::Calibration;
-    case 8:
-        return Stimulus::Configuration;
-    case 9:
-    case 12:
-    case 13:
-        return Stimulus::Autocalibration;
-    default:
-        return std::nullopt;
-    }
-}
 
 /// What stands in the text before its first argument begins the words.
 bool tells(std::string_view words, std::string_view text) {
@@ -82,7 +58,7 @@ void Watch::reportHeard(std::string_view text) {
     const std::string_view key = longest(kInboundTable, &InboundRow::key, text);
     marks_.reach("message " + std::string(key));
     if (key == "ST") {
-        if (const auto stimulus = stimulusOf(static_cast<int>(toInt32(text.substr(2))))) {
+        if (const auto stimulus = meaningOf(Phase{toInt32(text.substr(2))}).stimulus) {
             meets(*stimulus);
         }
     }

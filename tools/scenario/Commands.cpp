@@ -5,6 +5,7 @@
 #include "base/CodePage.h"
 #include "base/Fault.h"
 #include "base/Numbers.h"
+#include "base/ScenarioText.h"
 #include "ui/Input.h"
 
 namespace quillon {
@@ -365,7 +366,8 @@ void Script::store(Reader&) {
     std::vector<std::string> lines;
     for (const auto& [address, value] : rig_.machine.store.entries()) {
         const std::string application = address.application.empty() ? "" : address.application + "/";
-        lines.push_back("store " + application + address.section + "/" + address.key + " = " + quoted(value));
+        lines.push_back("store " + application + address.section + "/" + address.key + " = " +
+                        scenarioText(value));
     }
     std::sort(lines.begin(), lines.end());
     for (const std::string& line : lines) {
@@ -387,7 +389,7 @@ void Script::cat(Reader& reader) {
         if (line.ends_with('\r')) {
             line.remove_suffix(1);
         }
-        rig_.report.print("line " + quoted(line));
+        rig_.report.print("line " + scenarioText(line));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/Numbers.h"
+#include "base/ScenarioText.h"
 #include "shell/frmMain.h"
 #include "ui/ControlHost.h"
 
@@ -16,15 +17,6 @@ namespace {
 // In the order of the kinds.
 constexpr std::array<std::string_view, 11> kKindNames{"form", "user",   "frame",   "button", "label", "text",
                                                       "list", "slider", "picture", "timer",  "images"};
-
-// The bytes that have an escape of their own.
-constexpr std::array<std::pair<char, std::string_view>, 5> kEscapes{{
-    {'\r', "\\r"},
-    {'\n', "\\n"},
-    {'\t', "\\t"},
-    {'\\', "\\\\"},
-    {'"', "\\\""},
-}};
 
 std::string hex(const char* format, unsigned value) {
     char buffer[16];
@@ -45,7 +37,7 @@ public:
     }
     void add(std::string_view key, bool value) { add(key, flagText(value)); }
     void add(std::string_view key, std::int32_t value) { add(key, decimalText(value)); }
-    void addText(std::string_view key, std::string_view value) { add(key, quoted(value)); }
+    void addText(std::string_view key, std::string_view value) { add(key, scenarioText(value)); }
 
     [[nodiscard]] std::string take() { return std::move(line_); }
 
@@ -55,29 +47,13 @@ private:
 
 } // namespace
 
-std::string quoted(std::string_view bytes) {
-    std::string text = "\"";
-    for (const char c : bytes) {
-        const auto* const escape =
-            std::find_if(kEscapes.begin(), kEscapes.end(), [c](const auto& row) { return row.first == c; });
-        if (escape != kEscapes.end()) {
-            text += escape->second;
-        } else if (c >= 0x20 && c <= 0x7E) {
-            text += c;
-        } else {
-            text += hex("\\x%02X", static_cast<unsigned char>(c));
-        }
-    }
-    return text + '"';
-}
-
 std::string_view flagText(bool flag) {
     return flag ? "True" : "False";
 }
 
 std::string valueText(const Value& value) {
     const auto* text = std::get_if<std::string>(&value);
-    return text != nullptr ? quoted(*text) : valueTo<std::string>(value);
+    return text != nullptr ? scenarioText(*text) : valueTo<std::string>(value);
 }
 
 std::string stateText(const Control& control) {

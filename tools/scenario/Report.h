@@ -12,8 +12,6 @@ namespace quillon {
 
 class Control;
 
-/// In double quotes, with escapes for all that is not plain ASCII.
-[[nodiscard]] std::string quoted(std::string_view bytes);
 [[nodiscard]] std::string_view flagText(bool flag);
 /// Numbers plain, texts in quotes, True and False.
 [[nodiscard]] std::string valueText(const Value& value);

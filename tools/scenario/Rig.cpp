@@ -2,6 +2,7 @@
 
 #include "Reader.h"
 #include "base/Numbers.h"
+#include "base/ScenarioText.h"
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
 #include "shell/frmMain.h"
@@ -15,7 +16,7 @@ constexpr std::string_view kLink = "TorvaneSerial";
 constexpr std::string_view kConsole = "Quillon";
 
 std::string boxText(const MemoryDesktop::Shown& shown) {
-    const std::string texts = " " + quoted(shown.title) + " " + quoted(shown.text);
+    const std::string texts = " " + scenarioText(shown.title) + " " + scenarioText(shown.text);
     switch (shown.box) {
     case MemoryDesktop::Box::Info:
         return "box info" + texts;
@@ -99,11 +100,11 @@ void Rig::wait(Milliseconds ms) {
 
 void Rig::reportMachine() {
     machine.port.onOpened = [this](int port, std::string_view settings) {
-        report.print("opened " + std::to_string(port) + " " + quoted(settings));
+        report.print("opened " + std::to_string(port) + " " + scenarioText(settings));
     };
     machine.port.onClosed = [this](int port) { report.print("closed " + std::to_string(port)); };
     machine.port.onWritten = [this](std::string_view bytes) { farEnd.written(bytes); };
-    farEnd.onFrame = [this](std::string_view text) { report.print("tx " + quoted(text)); };
+    farEnd.onFrame = [this](std::string_view text) { report.print("tx " + scenarioText(text)); };
     machine.desktop.onBox = [this](const MemoryDesktop::Shown& shown) { report.print(boxText(shown)); };
     machine.power.onExit = [this](const MemoryPowerControl::Exit& exit) {
         report.print(std::string("power ") + (exit.restart ? "restart" : "shutdown") +
