@@ -36,6 +36,10 @@ std::string_view withoutByteOrderMark(std::string_view text) {
     return text.starts_with(kByteOrderMark) ? text.substr(kByteOrderMark.size()) : text;
 }
 
+std::string inQuotes(std::string_view text) {
+    return "\"" + std::string(text) + "\"";
+}
+
 std::string without(std::string_view text, char taken) {
     std::string rest(text);
     std::erase(rest, taken);

@@ -17,6 +17,9 @@ namespace quillon {
 /// The text behind the mark that editors put in front of UTF-8.
 [[nodiscard]] std::string_view withoutByteOrderMark(std::string_view text);
 
+/// The text between two quotation marks; none inside it is marked.
+[[nodiscard]] std::string inQuotes(std::string_view text);
+
 /// The text with all of a character taken out.
 [[nodiscard]] std::string without(std::string_view text, char taken);
 

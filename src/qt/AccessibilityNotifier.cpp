@@ -16,8 +16,8 @@ namespace quillon {
 namespace {
 
 // A timer and no queued call: whatever records a session brings its time up to date at a timer.
-constexpr int kMoment = 1; // ms
-constexpr int kNews = 50;  // ms, within which several changes are told together
+constexpr int kMoment = 1;    // ms
+constexpr int kTogether = 50; // ms, within which several changes are told together
 
 void tapOn(QWindow& window, QPoint place) {
     const QPointF at(place);
@@ -72,7 +72,7 @@ AccessibilityNotifier* AccessibilityNotifier::of(const QWidget& widget) {
 
 void AccessibilityNotifier::look() {
     if (QAccessible::isActive() && !soon_.isActive()) {
-        soon_.start(kNews);
+        soon_.start(kTogether);
     }
 }
 

@@ -22,8 +22,8 @@ constexpr Milliseconds kWatchdog = 25'000;  ///< for the mode keys
 constexpr Milliseconds kVersionDelay = 500; ///< from the mode keys to the picture of the rest screen
 constexpr Milliseconds kModeDelay = 2'500;  ///< from the press to the picture of the mode
 
-constexpr std::array<std::string_view, 4> kModeKeys{"cmbReadExposureCounters", "cmbConfiguration",
-                                                    "cmbManualCalibration", "cmbAutocalibration"};
+constexpr std::array<std::string_view, 4> kKeysOfModes{"cmbReadExposureCounters", "cmbConfiguration",
+                                                       "cmbManualCalibration", "cmbAutocalibration"};
 
 ControlHost* ownerOf(ControlHost& host, std::string_view name) {
     if (equalsNoCase(host.name(), name)) {
@@ -76,7 +76,7 @@ Tour::Tour(ControlHost& form, Screen& screen, Input& input, const Clock& clock, 
                                                  {"heat", "TorvaneSerial", "txtHU", {}},
                                                  {"dose", "TorvaneSerial", "txtDose", {}},
                                                  {"fail-safe", "TorvaneSerial", "txtCfgFailSafe", {}}} {
-    for (const std::string_view key : kModeKeys) {
+    for (const std::string_view key : kKeysOfModes) {
         watched_.push_back({"key " + std::string(key), "Quillon", std::string(key), {}});
     }
     QDir().mkpath(directory_);
@@ -90,7 +90,7 @@ const Control* Tour::control(std::string_view owner, std::string_view name) cons
 }
 
 bool Tour::modeKeysAlive() const {
-    return std::all_of(kModeKeys.begin(), kModeKeys.end(), [this](std::string_view name) {
+    return std::all_of(kKeysOfModes.begin(), kKeysOfModes.end(), [this](std::string_view name) {
         const Control* key = control("Quillon", name);
         return key != nullptr && input_.reachable(*key);
     });

@@ -69,8 +69,7 @@ std::vector<std::string> switchHints(std::string_view commandLine) {
         if (piece.empty() || (pieces.size() > 1 && isKnown(piece, first))) {
             continue;
         }
-        hints.push_back(first ? "\"" + std::string(piece) + "\" is no switch: they begin with a hyphen"
-                              : hintFor(piece));
+        hints.push_back(first ? inQuotes(piece) + " is no switch: they begin with a hyphen" : hintFor(piece));
     }
     return hints;
 }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Text.h"
 #include "console/ServiceSession.h"
 #include "console/ctrQuillonConsole.h"
 #include "link/TorvaneSerial.h"
@@ -18,10 +19,6 @@ namespace quillon {
 
 /// Of a control: a hand can do something to it.
 [[nodiscard]] bool takesSomething(const Control& control);
-
-[[nodiscard]] inline std::string inQuotes(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
-}
 
 /// Timers of the console that belong to no run.
 inline constexpr std::array<std::string_view, 5> kOtherTimers{"tmrDelayShow", "tmrWaitStartGenerator",

@@ -20,19 +20,20 @@ constexpr Milliseconds kAtOnce = 50;       // what follows a cause within it was
 constexpr Milliseconds kSettled = 5000;    // phases that differ for so long do so for good
 constexpr Milliseconds kLetsGoLater = 700; // a hand that was interrupted
 
-struct Report {
+struct Reported {
     std::string_view mnemonic;
     std::string_view setting; ///< of the simulator
 };
 
 /// What a machine remembers: the simulator is given it, so that only what they do is compared.
-constexpr std::array kRemembered{Report{"TC0", "counter0"}, Report{"TC1", "counter1"},
-                                 Report{"TC2", "counter2"}, Report{"TC3", "counter3"},
-                                 Report{"KV", "kv"},        Report{"HE", "heat"}};
-constexpr std::array kBuilt{Report{"VR", "version"}, Report{"MD", "maxdensity"}, Report{"TM", "techmode"}};
-constexpr std::array kLamps{Report{"DL", "door"},     Report{"CL", "collimator"}, Report{"RL", "rotor"},
-                            Report{"HL", "overheat"}, Report{"GL", "generator"},  Report{"TL", "tube"},
-                            Report{"EL", "technique"}};
+constexpr std::array kRemembered{Reported{"TC0", "counter0"}, Reported{"TC1", "counter1"},
+                                 Reported{"TC2", "counter2"}, Reported{"TC3", "counter3"},
+                                 Reported{"KV", "kv"},        Reported{"HE", "heat"}};
+constexpr std::array kBuilt{Reported{"VR", "version"}, Reported{"MD", "maxdensity"},
+                            Reported{"TM", "techmode"}};
+constexpr std::array kLamps{Reported{"DL", "door"},     Reported{"CL", "collimator"}, Reported{"RL", "rotor"},
+                            Reported{"HL", "overheat"}, Reported{"GL", "generator"},  Reported{"TL", "tube"},
+                            Reported{"EL", "technique"}};
 
 std::optional<Phase> phaseIn(const std::string& text) {
     const bool phase = text.starts_with("ST") && text.size() > 2 &&
@@ -105,7 +106,7 @@ private:
     }
 
     void lookAtLamp(const std::string& text) {
-        const auto lamp = std::ranges::find(kLamps, text.substr(0, 2), &Report::mnemonic);
+        const auto lamp = std::ranges::find(kLamps, text.substr(0, 2), &Reported::mnemonic);
         const bool on = text.ends_with('1');
         if (lamp == kLamps.end() || text.size() != 3 || (!on && !text.ends_with('0')) ||
             (text[0] == 'H' && phase_ == Phase::TubeTooHot)) {
@@ -220,7 +221,7 @@ private:
                 deafAt_ = asked ? firstTime_ + options_.answerMs : deafAt_;
             }
         }
-        for (const Report& each : kBuilt) {
+        for (const Reported& each : kBuilt) {
             if (const std::string value = firstValue(each.mnemonic); !value.empty()) {
                 (void)applyOption(options_, std::string(each.setting) + "=" + value);
             }
@@ -228,7 +229,7 @@ private:
         generator_.emplace(
             options_, [this](std::string_view bytes) { hear(bytes); }, firstTime_);
         now_ = firstTime_;
-        for (const Report& each : kRemembered) {
+        for (const Reported& each : kRemembered) {
             if (const std::string value = firstValue(each.mnemonic); !value.empty()) {
                 (void)generator_->command("set " + std::string(each.setting) + " " + value, now_);
             }

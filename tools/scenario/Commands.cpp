@@ -6,6 +6,7 @@
 #include "base/Fault.h"
 #include "base/Numbers.h"
 #include "base/ScenarioText.h"
+#include "base/Text.h"
 #include "ui/Input.h"
 
 namespace quillon {
@@ -27,10 +28,6 @@ template <typename Work> void atEdge(Work&& work) {
             throw;
         }
     }
-}
-
-std::string inQuotes(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
 }
 
 } // namespace

@@ -15,10 +15,6 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
-std::string quotedForMessage(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
-}
-
 char hexByte(std::string_view digits) {
     unsigned value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
@@ -75,7 +71,7 @@ std::string bytesOf(std::string_view text) {
     }
     const auto converted = codePageFromUtf8(text);
     if (!converted) {
-        throw BadScript("a character that a message can't hold, or no UTF-8: " + quotedForMessage(text));
+        throw BadScript("a character that a message can't hold, or no UTF-8: " + inQuotes(text));
     }
     std::string bytes;
     std::string_view rest = *converted;
@@ -117,7 +113,7 @@ std::int64_t wholeNumber(std::string_view text, std::int64_t least, std::int64_t
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc{} || end != text.data() + text.size() || number < least || number > most) {
         throw BadScript("a whole number from " + std::to_string(least) + " to " + std::to_string(most) +
-                        " is wanted, not " + quotedForMessage(text));
+                        " is wanted, not " + inQuotes(text));
     }
     return number;
 }
@@ -149,8 +145,7 @@ Value Reader::value() {
                            number <= std::numeric_limits<std::int32_t>::max() && toInt32(number) == number;
         return whole ? Value(toInt32(number)) : Value(number);
     } catch (const Fault&) {
-        throw BadScript("a number, True, False or a text in double quotes is wanted, not " +
-                        quotedForMessage(plain));
+        throw BadScript("a number, True, False or a text in double quotes is wanted, not " + inQuotes(plain));
     }
 }
 
@@ -160,7 +155,7 @@ std::string_view Reader::rest() {
 
 void Reader::finish() const {
     if (!atEnd()) {
-        throw BadScript("too much on the line: " + quotedForMessage(rest_));
+        throw BadScript("too much on the line: " + inQuotes(rest_));
     }
 }
 

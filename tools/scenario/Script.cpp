@@ -147,7 +147,7 @@ void Script::admit(Stage stage, std::string_view name) {
         throw BadScript("the window has unloaded; \"" + std::string(name) + "\" comes too late");
     }
     if (stage == Stage::Before && rig_.started()) {
-        throw BadScript("\"" + std::string(name) + "\" belongs before the start");
+        throw BadScript(inQuotes(name) + " belongs before the start");
     }
     if ((stage == Stage::Later || stage == Stage::Last) && !rig_.started()) {
         rig_.start();

@@ -202,7 +202,7 @@ void closing(Stage& stage) {
 }
 
 // clang-format off
-constexpr std::array kScenes{
+constexpr std::array kModeScenes{
     Scene{"power-up",               &powerUp},
     Scene{"no-generator",           &noGenerator},
     Scene{"ready",                  &ready},
@@ -247,7 +247,7 @@ constexpr std::array kScenes{
 } // namespace
 
 std::span<const Scene> modeScenes() {
-    return kScenes;
+    return kModeScenes;
 }
 
 } // namespace quillon

@@ -115,7 +115,7 @@ void debugView(Stage& stage) {
 }
 
 // clang-format off
-constexpr std::array kScenes{
+constexpr std::array kPanelScenes{
     Scene{"user-mode",              &userMode},
     Scene{"user-mode-exposure",     &lastExposure},
     Scene{"all-lamps",              &allLamps},
@@ -135,7 +135,7 @@ constexpr std::array kScenes{
 } // namespace
 
 std::span<const Scene> panelScenes() {
-    return kScenes;
+    return kPanelScenes;
 }
 
 } // namespace quillon

@@ -88,7 +88,7 @@ void orlaSid(Stage& stage) {
 }
 
 // clang-format off
-constexpr std::array kScenes{
+constexpr std::array kPositionerScenes{
     Scene{"remote",                 &remote, kRemote},
     Scene{"remote-refused",         &remoteRefused, kRemote},
     Scene{"remote-keypad",          &remoteKeypad, kRemote},
@@ -107,7 +107,7 @@ constexpr std::array kScenes{
 } // namespace
 
 std::span<const Scene> positionerScenes() {
-    return kScenes;
+    return kPositionerScenes;
 }
 
 } // namespace quillon

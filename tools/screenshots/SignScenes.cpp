@@ -105,7 +105,7 @@ void autocalStops(Stage& stage) {
 }
 
 // clang-format off
-constexpr std::array kScenes{
+constexpr std::array kSignScenes{
     Scene{"rest-warnings",          &restWarnings},
     Scene{"rest-errors",            &restErrors},
     Scene{"rest-preparation",       &restPreparation},
@@ -127,7 +127,7 @@ constexpr std::array kScenes{
 } // namespace
 
 std::span<const Scene> signScenes() {
-    return kScenes;
+    return kSignScenes;
 }
 
 } // namespace quillon

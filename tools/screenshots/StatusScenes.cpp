@@ -150,7 +150,7 @@ void portClosed(Stage& stage) {
 }
 
 // clang-format off
-constexpr std::array kScenes{
+constexpr std::array kStatusScenes{
     Scene{"status-error",           &refusedByError},
     Scene{"status-prompt",          &errorBehindPrompt},
     Scene{"status-no-step",         &noStep},
@@ -176,7 +176,7 @@ constexpr std::array kScenes{
 } // namespace
 
 std::span<const Scene> statusScenes() {
-    return kScenes;
+    return kStatusScenes;
 }
 
 } // namespace quillon

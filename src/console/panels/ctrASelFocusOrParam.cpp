@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int16_t kExtendedParameters = 32;
 
-constexpr std::array kTexts{
+constexpr std::array kSelectFocusTexts{
     // clang-format off
     ModalPanel::TextRow{"sSelectFocus",     "lblSelectFocus"},
     ModalPanel::TextRow{"sSelectExtMemory", "lblSelectExtMemory"},
@@ -24,7 +24,7 @@ constexpr std::array kTexts{
 } // namespace
 
 ctrASelFocusOrParam::ctrASelFocusOrParam(Schedule& schedule)
-    : ModalPanel(schedule, kSelectFocusRows, kModalSize, "ConsoleBackColor", kTexts) {
+    : ModalPanel(schedule, kSelectFocusRows, kModalSize, "ConsoleBackColor", kSelectFocusTexts) {
     operations_.addProperty(
         "SmallFocus", [this] { return SmallFocus_; }, [this](bool chosen) { select(true, chosen); });
     operations_.addProperty(

@@ -6,7 +6,7 @@ namespace quillon {
 
 namespace {
 
-constexpr std::array kTexts{
+constexpr std::array kWarningTexts{
     // clang-format off
     ModalPanel::TextRow{"sWarning1",   "lblWarning1"},
     ModalPanel::TextRow{"sWarning2",   "lblWarning2"},
@@ -20,7 +20,7 @@ constexpr std::array kTexts{
 } // namespace
 
 ctrAWarning::ctrAWarning(Schedule& schedule)
-    : ModalPanel(schedule, kWarningRows, kModalSize, "BackColor", kTexts) {
+    : ModalPanel(schedule, kWarningRows, kModalSize, "BackColor", kWarningTexts) {
     operations_.addReadOnly("StartAutocal", [this] { return StartAutocal_; });
     closes({"cmbAutocalYes", "OK", [this] { StartAutocal_ = true; }});
     closes({"cmbAutocalNo", "Cancel", [this] { StartAutocal_ = false; }});

@@ -6,7 +6,7 @@ namespace quillon {
 
 namespace {
 
-constexpr std::array kTexts{
+constexpr std::array kErrorTexts{
     // clang-format off
     ModalPanel::TextRow{"sMessage", "lblError"},
     ModalPanel::TextRow{"Caption",  "myCaption"},
@@ -17,7 +17,7 @@ constexpr std::array kTexts{
 } // namespace
 
 ctrQuillonError::ctrQuillonError(Schedule& schedule)
-    : ModalPanel(schedule, kErrorRows, kErrorSize, "BackColor", kTexts) {
+    : ModalPanel(schedule, kErrorRows, kErrorSize, "BackColor", kErrorTexts) {
     closes({"cmbOK", "OK"});
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::int16_t kWorkstations = 8;
 
-constexpr std::array kTexts{
+constexpr std::array kSelectWorkstationTexts{
     // clang-format off
     ModalPanel::TextRow{"sSelectWS", "lblSelectWS"},
     ModalPanel::TextRow{"sWSUp",     "cmbWSUp"},
@@ -20,7 +20,7 @@ constexpr std::array kTexts{
 } // namespace
 
 ctrSelWS::ctrSelWS(Schedule& schedule)
-    : ModalPanel(schedule, kSelectWorkstationRows, kModalSize, "ConsoleBackColor", kTexts) {
+    : ModalPanel(schedule, kSelectWorkstationRows, kModalSize, "ConsoleBackColor", kSelectWorkstationTexts) {
     addStepper({"WorkstationSelected", "lblWS", "cmbWSUp", "cmbWSDown", kWorkstations}, WorkstationSelected_);
     closes({.name = "cmdOK", .event = "OK", .parameter = [this] { return WorkstationSelected_; }});
 }
