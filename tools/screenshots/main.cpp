@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -14,18 +15,22 @@
 #include <QFileInfo>
 #include <QList>
 
+#include "LastScreens.h"
 #include "Scenes.h"
 #include "base/ProgramArguments.h"
 #include "qt/Look.h"
+#include "shell/RecordingReader.h"
 
 namespace quillon {
 
 namespace {
 
 constexpr const char* kHelp = R"(Usage: quillon-screenshots DIRECTORY [PART OF A SCENE'S NAME [FILE OF TEXTS]]
+       quillon-screenshots --last RECORDING DIRECTORY
 
 Pictures of every scene whose name holds that part, at five sizes, in folders of DIRECTORY. With a file of texts, such
 as samples/texts-de.txt, they show its language and are called so.
+--last RECORDING: what its window showed in the last three seconds, from 000.png on.
 --help, -h: this text.
 --version: the version.
 
@@ -34,6 +39,8 @@ Ends with 0 when all was written, 1 when not, 2 when asked wrongly.
 
 constexpr std::array kSizes{QSize(640, 480), QSize(800, 600), QSize(1024, 768), QSize(1280, 1024),
                             QSize(1920, 1080)};
+
+constexpr std::array kSwitches{ProgramSwitch{"--last", true}};
 
 /// The colours of a picture, the most frequent first, as many as a palette holds.
 QList<QRgb> paletteOf(const QImage& picture) {
@@ -105,13 +112,35 @@ int takeAll(const Wanted& wanted) {
     return failed == 0 ? 0 : 1;
 }
 
+std::optional<std::string> contentOf(const std::string& name) {
+    QFile file(QString::fromLocal8Bit(name));
+    if (!file.open(QIODevice::ReadOnly)) {
+        std::fprintf(stderr, "cannot read %s\n", name.c_str());
+        return std::nullopt;
+    }
+    return file.readAll().toStdString();
+}
+
+int takeLast(std::string_view content, const QString& directory) {
+    constexpr Milliseconds kStretch = 3'000;
+    QDir().mkpath(directory);
+    int count = 0;
+    bool written = true;
+    const bool played = lastScreens(recordingTextOf(content).text, kStretch, [&](const QImage& picture) {
+        const QString place =
+            QDir(directory).filePath(QStringLiteral("%1.png").arg(count++, 3, 10, QLatin1Char('0')));
+        written = picture.save(place) && written;
+    });
+    return played && written ? 0 : 1;
+}
+
 } // namespace
 
 } // namespace quillon
 
 int main(int argc, char** argv) {
     quillon::ProgramArguments read =
-        quillon::readArguments(std::vector<std::string>(argv + 1, argv + argc), {});
+        quillon::readArguments(std::vector<std::string>(argv + 1, argv + argc), quillon::kSwitches);
     if ((read.words.empty() || read.words.size() > 3) && !read.help && !read.version && read.error.empty()) {
         read.error = "a directory is needed, and two words more at most";
     }
@@ -119,23 +148,27 @@ int main(int argc, char** argv) {
         return *status;
     }
     read.words.resize(3);
-    quillon::Wanted wanted{
-        QString::fromLocal8Bit(read.words[0]), QString::fromLocal8Bit(read.words[1]), {}, {}};
-    if (!read.words[2].empty()) {
-        QFile file(QString::fromLocal8Bit(read.words[2]));
-        if (!file.open(QIODevice::ReadOnly)) {
-            std::fprintf(stderr, "cannot read %s\n", read.words[2].c_str());
+    const QString directory = QString::fromLocal8Bit(read.words[0]);
+    quillon::Wanted wanted{directory, QString::fromLocal8Bit(read.words[1]), {}, {}};
+    const std::string recording = read.value("--last");
+    const std::string& name = recording.empty() ? read.words[2] : recording;
+    std::optional<std::string> content{""};
+    if (!name.empty()) {
+        content = quillon::contentOf(name);
+        if (!content) {
             return 2;
         }
-        wanted.texts = file.readAll().toStdString();
         // "texts-de.txt" makes "ready-de.png".
-        wanted.suffix = QFileInfo(file).baseName().remove(QStringLiteral("texts"));
+        wanted.suffix = QFileInfo(QString::fromLocal8Bit(name)).baseName().remove(QStringLiteral("texts"));
+        wanted.texts = *content;
     }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     QApplication::setStyle(QStringLiteral("fusion"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QApplication application(argc, argv);
     QApplication::setPalette(quillon::consolePalette());
     QApplication::setFont(quillon::consoleFont(10));
-    return quillon::takeAll(wanted);
+    return recording.empty() ? quillon::takeAll(wanted) : quillon::takeLast(*content, directory);
 }
