@@ -26,7 +26,7 @@ foreach(program generator-sim generator-desk quillon-scenario quillon-replay)
 endforeach()
 install(DIRECTORY samples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(FILES packaging/70-quillon-serial.rules DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
-install(FILES README.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 # Of the pictures only those that a page shows.
 file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/docs/*.md)
