@@ -61,12 +61,11 @@ struct Ending {
     bool operator==(const Ending&) const = default;
 };
 
-/// What becomes of the run behind a report or a loss.
+/// What a report or a loss does to the run.
 enum class Reaction : std::uint8_t {
-    GoesOn,      ///< to its own next step, which finds the phase that was reported
+    GoesOn,      ///< its own next step looks at the phase that was reported
     Ends,        ///< at once; what it took is given back
-    AskWorkflow, ///< the workflow says whether it ends: where the generator was told nothing yet, or where
-                 ///< nothing more is to come from it
+    AskWorkflow, ///< the workflow decides: it ends if it has sent nothing yet, or has nothing more to expect
 };
 
 /// What cmbClose does in a run.
