@@ -13,7 +13,8 @@ namespace quillon {
 
 namespace {
 
-/// From one situation in so many the way back is gone; it takes longer than all the moves before it.
+/// From one situation in so many the way back to Ready is walked; that takes longer than all the moves
+/// before.
 constexpr std::uint64_t kSampled = 8;
 constexpr std::string_view kSoon = "wait 1000";
 constexpr std::size_t kRoom = 1U << 20U;
