@@ -35,7 +35,7 @@ void communicationsError(Stage& stage) {
 
 void error(Stage& stage) {
     ready(stage);
-    stage.report("ST7 ER44");
+    stage.report("ER44");
     stage.wait(600);
 }
 
