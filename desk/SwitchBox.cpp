@@ -48,7 +48,7 @@ SwitchBox::SwitchBox(Station& station, QWidget* parent)
     for (QPushButton* each : {prepare_, expose_, foot_}) {
         each->installEventFilter(this);
     }
-    // Mouse and keyboard are seen to below; what is left is a screen reader, whose press is short.
+    // Mouse and keyboard are handled below; this is a screen reader's press, which is short.
     connect(prepare_, &QPushButton::clicked, this, [this] { put({1, false}); });
     connect(expose_, &QPushButton::clicked, this, [this] { put({2, false}); });
     connect(foot_, &QPushButton::clicked, this, [this] { put({0, true}); });
@@ -199,7 +199,7 @@ void SwitchBox::pointerDown(Place at) {
     }
 }
 
-/// It stays there until it is put there again, or another key of the switch is.
+/// It stays pressed until it, or another key of the switch, is pressed.
 void SwitchBox::put(Place at) {
     if (at.foot) {
         put_.foot = !put_.foot;

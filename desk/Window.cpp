@@ -78,7 +78,7 @@ void Window::listen() {
             [this](qint64 ms, const QString& text, simulator::Outbox::Fate fate) {
                 addTraffic(ms, false, text, tr(kFates.at(static_cast<std::size_t>(fate))));
             });
-    // What happens at once is shown at once; answers do not wait for a picture of each of them.
+    // Changes of one moment are shown together; answers do not wait for a picture each.
     connect(&station_, &Station::moved, this, [this] {
         if (!std::exchange(stale_, true)) {
             QTimer::singleShot(0, this, &Window::refresh);

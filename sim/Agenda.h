@@ -20,7 +20,7 @@ public:
         return ticket;
     }
 
-    /// Strikes an entry out and clears the ticket; one that has run already is left in peace.
+    /// Removes an entry and clears the ticket; nothing happens to one that has run already.
     void cancel(Ticket& ticket) {
         std::erase_if(entries_, [&](const auto& entry) { return entry.first.second == ticket; });
         ticket = kNone;

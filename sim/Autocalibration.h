@@ -10,7 +10,7 @@
 
 namespace simulator {
 
-/// The machine calibrates the present place of the list by itself: it asks for leave (phase 11), takes its
+/// The machine calibrates the present place of the list by itself: it asks whether to (phase 11), takes its
 /// exposures (phase 9, with 3 and 4 in between), and ends well (13) or badly (12).
 class Autocalibration {
 public:

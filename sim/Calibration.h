@@ -33,7 +33,7 @@ public:
     /// What the machine has measured by itself becomes the stored value, and is reported.
     void adopt(int value);
     [[nodiscard]] int value() const { return place().value; }
-    /// What was changed and not stored is lost: the mode is entered anew.
+    /// The mode is entered again: what was changed and not stored is lost.
     void reread() { place().value = place().stored; }
 
     /// Name and stored value of each place: "small.50", "large.320", "E07".

@@ -80,7 +80,7 @@ private:
     int hand_ = 0;
     bool ready_ = false;
     bool wanted_ = false;
-    bool pressed_ = false; ///< the switch was told as pressed
+    bool pressed_ = false; ///< the switch was reported as pressed
 };
 
 } // namespace simulator

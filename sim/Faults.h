@@ -21,7 +21,7 @@ public:
 
     [[nodiscard]] static std::span<const Row<Faults>> rows();
     void powerUp();
-    /// Those that stand: the door is as open after a power cut as before.
+    /// Reports the lamps that stand; they outlast a power cut, like an open door.
     void sayLamps();
 
     /// Phase 7 with this code; 0 repeats that there is none.

@@ -43,8 +43,8 @@ public:
     void dropNext(int count) { dropNext_ = count; }
     void clear();
 
-    /// From now on each message of this mnemonic tells that value, whatever the machine means; its own again
-    /// without one.
+    /// From now on each message of this mnemonic has that value, whatever the machine means; without one it
+    /// has its own again.
     void stick(std::string_view mnemonic, std::string_view value);
     void unstick() { fixed_.clear(); }
     [[nodiscard]] int fixedValues() const { return static_cast<int>(fixed_.size()); }

@@ -9,10 +9,10 @@
 
 namespace simulator {
 
-/// Start of the machine, its phase, and the console's leave to make X-rays.
+/// Start of the machine, its phase, and the console's permission to make X-rays.
 class Power {
 public:
-    /// `raysForbidden` is told when the console takes its leave back.
+    /// `raysForbidden` is called when the console takes its permission back.
     Power(Machine& machine, std::function<void()> raysForbidden)
         : machine_(machine), raysForbidden_(std::move(raysForbidden)) {}
 
@@ -24,10 +24,10 @@ public:
     /// Starts in this phase without reporting it.
     void standIn(Phase phase) { machine_.setPhase(phase); }
 
-    /// The rest of the power-up is skipped: all is as if it had been found in the phase it goes on in.
+    /// Skips the rest of the power-up, as if the machine had been found in the phase that follows it.
     void skip();
 
-    /// Something came from the console: a question it has left unanswered is asked again.
+    /// Something came from the console: a question that it has not answered is asked again.
     void heard();
 
     /// No X-rays after power-up before the console has allowed them.

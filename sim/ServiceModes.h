@@ -11,7 +11,7 @@ namespace simulator {
 /// The ways into configuration and calibration and out of them.
 class ServiceModes {
 public:
-    /// `leaveAutocalibration` ends one that stands when calibration is left over its head.
+    /// `leaveAutocalibration` ends an autocalibration that runs when the console leaves calibration.
     ServiceModes(Machine& machine, std::function<void()> leaveAutocalibration)
         : machine_(machine), leaveAutocalibration_(std::move(leaveAutocalibration)) {}
 

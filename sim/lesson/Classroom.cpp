@@ -68,7 +68,7 @@ void Classroom::restart(const Options& options, std::int64_t nowMs) {
 void Classroom::begin(const Lesson& lesson, std::int64_t nowMs) {
     Options options;
     for (const std::string& word : lesson.machine) {
-        (void)applyOption(options, word); // its reader has tried them
+        (void)applyOption(options, word); // checked when the lesson was read
     }
     restart(options, nowMs);
     for (const std::string& each : lesson.before) {
@@ -92,7 +92,7 @@ void Classroom::look() {
     if (!run_) {
         return;
     }
-    // What a fault does may be what another waits for; two that undo each other go on with what comes next.
+    // A fault's command may fulfil another fault's condition. Two that undo each other must not loop here.
     std::size_t rounds = run_->lesson().faults.size() + 1;
     for (bool again = true; again && rounds > 0; --rounds) {
         const Gauges gauges = generator_.gauges();

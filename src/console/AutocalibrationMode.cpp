@@ -131,7 +131,7 @@ void AutocalibrationMode::enter() {
 
 void AutocalibrationMode::onTick() {
     if (session_.idle()) {
-        onStep_ = kWait; // it was handed over before it was asked: it is told nothing more
+        onStep_ = kWait; // autocalibration was reached before its command was sent: send no more
     }
     switch (onStep_) {
     case kSendWorkstation:
@@ -140,7 +140,7 @@ void AutocalibrationMode::onTick() {
         tmrAutocalON_.start(kWorkstationTime);
         break;
     case kSendCalibration:
-        // A generator that is there already would be led out again.
+        // In calibration already, the generator would take the command as the way out.
         if (session_.mode() != Phase::Calibration) {
             link_.service().ToggleCalibrationFeature();
             session_.generator().asked(Phase::Calibration);
@@ -188,7 +188,7 @@ void AutocalibrationMode::pointFound() {
 
 void AutocalibrationMode::askForAutocalibration() {
     if (!point_.reached()) {
-        // The answer to a step came after the look that found the point: the list has gone past it.
+        // The answer to a step came after the check that found the point: the list is beyond it now.
         seekPace_ = kSlowSeekPace;
         seekTick();
         return;
@@ -208,7 +208,7 @@ void AutocalibrationMode::waitTick() {
         // The operator may take any time to answer.
         waitCount_ = 0;
     } else if (session_.is(Run::LeavingAutocalibration)) {
-        return; // the exit has the console
+        return; // the exit decides now
     } else if (session_.mode() == Phase::Autocalibration) {
         modeReached();
     } else if (waitCount_ == kWaitLimit || gone || state_.m_ProtocolError) {
@@ -221,7 +221,7 @@ void AutocalibrationMode::modeReached() {
     session_.apply(kAutocalibrationReached);
     tmrAutocalON_.stop();
     if (session_.is(Run::EnteringAutocalibration) && !tmrDelayAutocal_.running() && !handOverOwed_) {
-        handOver(); // it came by way of Ready, and nothing else hands it over
+        handOver(); // it came through Ready, where no timer for the hand-over was started
     }
     session_.stand();
 }
@@ -233,7 +233,7 @@ void AutocalibrationMode::calibrationRefused() {
 
 void AutocalibrationMode::generatorNeverCame() {
     giveUpEntry();
-    // An answer that was not taken would be repeated, and might begin what was given up.
+    // An answer that the generator has not taken would be repeated and might begin what was abandoned.
     link_.timer("tmrConfirm").stop();
     link_.timer("tmrDismiss").stop();
     panels_.ErrorMessage(ErrorCode::Protocol);
@@ -259,7 +259,7 @@ void AutocalibrationMode::modeReported(bool result) {
     if (pending && (result || handOverOwed_)) {
         handOver();
     } else if (session_.is(Run::HandingOver) && !tmrDelayAutocal_.running()) {
-        tmrDelayAutocal_.start(kHandOverDelay); // it has asked outside of calibration
+        tmrDelayAutocal_.start(kHandOverDelay); // it had asked without being in calibration
     }
 }
 
@@ -269,7 +269,7 @@ void AutocalibrationMode::handOverTick() {
     if (session_.lastPhase() == Phase::Autocalibration) {
         handOver();
     } else {
-        handOverOwed_ = true; // nobody is asked for an exposure that is being made
+        handOverOwed_ = true; // the operator is not asked for an exposure while one is made
     }
 }
 
@@ -294,7 +294,7 @@ bool AutocalibrationMode::asks() const {
 void AutocalibrationMode::answer(const std::string& prompt) {
     answered_ = true;
     if (session_.idle()) {
-        session_.rename(Run::HandingOver); // the generator began by itself, up to its question
+        session_.rename(Run::HandingOver); // the generator had come to its question by itself
     }
     session_.apply(effects::kFrameTaken);
     questionAsked();
@@ -317,10 +317,10 @@ void AutocalibrationMode::dismissed() {
 
 void AutocalibrationMode::acknowledged(bool on) {
     if (asks()) {
-        screen_.clearPrompt(); // the keys that it names go with this
+        screen_.clearPrompt(); // Confirm and Dismiss, which it names, are hidden by this report
     }
-    // The step stays behind when the entry has ended, so this shortens the ordinary exit as well. Once all of
-    // it is over, or another run has the console, a generator that says so again ends nothing.
+    // onStep_ keeps its value after the entry, so this shortens the ordinary exit as well. When all of it is
+    // over, or another run has begun, the same report once more ends nothing.
     const bool ours = session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver) ||
                       session_.is(Run::LeavingAutocalibration);
     const bool ends = ours || (session_.idle() && (tmrAutocalON_.running() || link_.answering() ||

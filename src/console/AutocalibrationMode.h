@@ -18,13 +18,13 @@ public:
     void ToggleAutocalibrationMode();
     /// The generator has gone from calibration into autocalibration, asked or not.
     void modeBegins();
-    /// It reports the mode once more, or a result: a hand-over that found it elsewhere is made up for.
+    /// It reports the mode once more, or a result: a hand-over that was put off is made now.
     void modeReported(bool result);
-    /// Its question whether to begin is raised, or once more.
+    /// It asks whether to begin, for the first time or again.
     void questionRaised() { answered_ = false; }
-    /// It stands.
+    /// The question is open.
     void questionAsked();
-    /// It stands unanswered, and its words are the ones on the screen.
+    /// The question is open and unanswered, and the prompt shows its words.
     [[nodiscard]] bool asks() const;
 
 private:
@@ -44,7 +44,7 @@ private:
     void handOverTick();
     void handOver();
 
-    // What the generator and the keys of the link control say meanwhile.
+    // Reports of the generator and keys of the link control meanwhile.
     void answer(const std::string& prompt);
     void confirmed();
     void dismissed();

@@ -46,7 +46,7 @@ CalibrationMode::CalibrationMode(ConsoleContext& context, ServiceSession& sessio
     session_.onClick(Key::ManualCalibration, [this] {
         context_.state.m_ProtocolError = false;
         if (session_.mode() == Phase::Calibration) {
-            session_.loan().takeBack(); // the way out is the engineer's again
+            session_.loan().takeBack(); // calibration is left for Ready, not for the users
         }
         ToggleCalibrationMode();
         session_.loan().takeBack();
@@ -62,7 +62,7 @@ CalibrationMode::CalibrationMode(ConsoleContext& context, ServiceSession& sessio
 
 void CalibrationMode::ToggleCalibrationMode() {
     if (session_.is(Run::EnteringAutocalibration)) {
-        return; // an exposure has given the key back in the middle of that entry
+        return; // an exposure has enabled the key in the middle of that entry
     }
     if (session_.mode() == Phase::Calibration) {
         leave();
@@ -133,7 +133,7 @@ void CalibrationMode::onTick() {
             session_.cancel(effects::kCancelledByExposure); // the command would be refused
             return;
         }
-        // A generator that is there already would be led out again.
+        // In calibration already, the generator would take the command as the way out.
         if (session_.mode() != Phase::Calibration) {
             context_.link.service().ToggleCalibrationFeature();
             session_.generator().asked(Phase::Calibration);
@@ -160,7 +160,7 @@ void CalibrationMode::notEntered() {
     showModeKeys(true);
     session_.fail(kCalibrationNotReached);
     if (session_.lastPhase() == Phase::Error) {
-        session_.stand(); // its own words tell more than a panel would
+        session_.stand(); // the error's own words say more than a panel would
     } else {
         panels_.ErrorMessage(panels_.failureCode(), Phase::Calibration);
     }
@@ -190,7 +190,8 @@ RunHooks CalibrationMode::exitHooks() {
                 }};
 }
 
-/// What the key that closes took, or the exit. The run that takes its place gives it back, or the next exit.
+/// Gives back the permission for X-rays that cmbClose or the exit took. If another run follows, that run does
+/// so, or the next exit.
 void CalibrationMode::giveXRaysBack(bool exitSent) {
     if (session_.idle() && (exitSent || !context_.link.mirror().RXEnable)) {
         session_.giveXRaysBack();
@@ -200,7 +201,7 @@ void CalibrationMode::giveXRaysBack(bool exitSent) {
 void CalibrationMode::offTick() {
     assert(session_.is(Run::LeavingCalibration) || session_.is(Run::Lending));
     if (!exitSent_ && kAsksOrTells.has(session_.lastPhase())) {
-        // It takes no other way out while it asks whether to autocalibrate, or tells how it went.
+        // While the generator asks whether to autocalibrate or shows the result, it takes no other command.
         sendExitFrom(Phase::Autocalibration, context_.link);
         tmrCalOFF_.start(kLeaveAgain);
     } else if (!exitSent_) {
@@ -215,7 +216,7 @@ void CalibrationMode::offTick() {
 void CalibrationMode::left() {
     const Effects& effects = session_.lent() ? kCalibrationDoneForTheUsers : kCalibrationDone;
     if (session_.mode() != Phase::NormalOperation) {
-        session_.apply(effects); // and once more, until it has followed
+        session_.apply(effects); // repeated until the generator has left
         if (context_.state.m_ProtocolError) {
             session_.cancel();
             panels_.tellProtocolError();

@@ -31,7 +31,7 @@ private:
     void entered();
     void notEntered();
     void left();
-    /// The rest layout's keys, or the one that lends the machine.
+    /// The mode keys of Ready, or the key that lends the machine.
     void showModeKeys(bool show);
 
     ConsoleContext& context_;

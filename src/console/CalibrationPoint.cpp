@@ -10,7 +10,7 @@ bool CalibrationPoint::reached() const {
     if (!context_.state.m_SelAutocalmA) {
         return onParameter && mirror.m_CalibrationParameter == context_.state.m_AutocalParameter;
     }
-    // A parameter may keep the focus of the station before it. What is calibrated must be what was asked for.
+    // A parameter may show the focus of the station before it, so the kind of the point is compared as well.
     const bool onFocus = (context_.state.m_AutocalLargeFocus && mirror.m_LargeFocus == 1) ||
                          (context_.state.m_AutocalSmallFocus && mirror.m_SmallFocus == 1);
     return onFocus && !onParameter;
@@ -22,7 +22,7 @@ void CalibrationPoint::step() {
     const GeneratorState& mirror = context_.link.mirror();
     const bool onStation = mirror.m_CalibrationType == 0;
     if (!context_.state.m_SelAutocalmA) {
-        // The parameters lie behind the stations.
+        // In the list the parameters come after the stations.
         const bool up = onStation || context_.state.m_AutocalParameter > mirror.m_CalibrationParameter;
         context_.link.commands().send(up ? kUp : kDown);
     } else if (!onStation) {

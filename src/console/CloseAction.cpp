@@ -13,7 +13,7 @@ CloseAction closeActionOf(const ServiceSession& session) {
         return CloseAction::GivesUp;
     }
     if (session.generator().poweringUp() || session.generator().exitUnheard()) {
-        // After a start anew, whatever stood before is over; and nobody waits twice for one that is lost.
+        // A restarted generator is in no mode, and a lost one was told to leave once already.
         return CloseAction::Closes;
     }
     const bool waits = close == CloseKey::WaitsForMode;

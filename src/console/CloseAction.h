@@ -16,8 +16,8 @@ enum class CloseAction : std::uint8_t {
     Closes,
 };
 
-/// What the run, the mode and the generator make of the key. Whether the generator takes the command that
-/// leads out of the mode is not asked here.
+/// What the key does now, by the run, the mode and the generator's state. Whether the generator takes the
+/// command that leaves the mode is not checked here.
 [[nodiscard]] CloseAction closeActionOf(const ServiceSession& session);
 
 } // namespace quillon

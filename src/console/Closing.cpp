@@ -28,7 +28,7 @@ Closing::Closing(ConsoleContext& context, ServiceSession& session, CalibrationMo
     key.release = [this] { tmrShutdown_.stop(); };
     key.click = [this] { closeClicked(); };
     key.abandon = [this] { pressedForNothing(); };
-    // A box has come up, perhaps this key's own question: it must not be asked once more behind it.
+    // A box is open, perhaps this key's own question: it must not be asked again behind it.
     key.cancel = [this] {
         tmrShutdown_.stop();
         pressedForNothing();
@@ -39,7 +39,7 @@ Closing::Closing(ConsoleContext& context, ServiceSession& session, CalibrationMo
 
 void Closing::closePressed() {
     if (!session_.is(Run::Closing)) {
-        if (!tmrShutdown_.running()) { // another finger is on it
+        if (!tmrShutdown_.running()) { // otherwise a second finger is on the key
             session_.closePressed();
         }
         tmrShutdown_.start(kShutdownHold);
@@ -123,7 +123,7 @@ void Closing::shutdownTick() {
         return;
     }
     if (const Refusal refusal = context_.restartPc()) {
-        // First the line: the machine is not left alone while the box stands.
+        // The line first: the generator is not left without the console while the box is open.
         context_.link.setPortOpen(true);
         if (!context_.link.PortOpen()) {
             context_.events.CannotOpenPort.raise();

@@ -19,13 +19,13 @@ public:
 
     /// The console says goodbye after kGoodbyeDelay.
     void BeginClosing();
-    /// It does so `delay` ms from now; `lastWord` comes before the line is left.
+    /// It does so `delay` ms from now; `lastWord` is called before the port is closed.
     void goodbyeIn(int delay, std::function<void()> lastWord = {});
 
 private:
     void closePressed();
     void closeClicked();
-    /// The press led to nothing: X-rays are allowed again.
+    /// The press had no effect: X-rays are what they were before it.
     void pressedForNothing();
     void close();
     void goodbyeTick();

@@ -50,14 +50,14 @@ public:
 
     /// Writes the prompt and shows it. Its rank says how it looks: Prompt, Good, Warning or Alarm.
     void prompt(Role rank, std::string_view text) const;
-    /// The same, where it comes into sight by itself.
+    /// The same without making it visible.
     void writePrompt(Role rank, std::string_view text) const;
     /// Empties the prompt and hides it.
     void clearPrompt() const;
-    /// The number of the error that stands, and what it does to the keys; empty for none.
+    /// Shows the number of the error and locks the keys that an error locks; empty for none.
     void setError(std::string_view number) const;
     [[nodiscard]] bool errorOnShow() const;
-    /// The key does nothing for now, and looks so.
+    /// An error blocks the key: it does nothing, and is drawn so.
     [[nodiscard]] bool blocked(Key key) const { return console_[nameOf(key)].blocked(); }
     /// Empties the four values of the last exposure.
     void clearActualExposure() const;

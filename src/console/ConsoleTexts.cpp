@@ -16,14 +16,14 @@ struct TextRow {
     std::string_view text;
 };
 
-/// A text that a key wears: replacing it shows at once.
+/// A text that is a key's caption: replacing it shows at once.
 struct KeyRow {
     std::string_view name;
     std::string T::*member;
     ConsoleControl control;
 };
 
-/// Names of controls, parted by blanks.
+/// Names of controls, separated by blanks.
 struct ControlList {
     consteval ControlList(const char* list) : names(list) {
         for (std::string_view rest = list; !rest.empty();) {
@@ -101,10 +101,10 @@ constexpr std::array kTexts{
     TextRow{"sValueLeft",                  &T::sValueLeft,                 "The calibration value was not stored"},
     TextRow{"sNotStored",                  &T::sNotStored,                 "changed, not stored"},
     TextRow{"sBackBy",                     &T::sBackBy,                    "Back: %1"},
-    // What may stand in a box; %1 and %2 are numbers
+    // What a box takes; %1 and %2 are numbers
     TextRow{"sBounds",                     &T::sBounds,                    "%1 to %2"},
     TextRow{"sBoundsOfKeys",               &T::sBoundsOfKeys,              "keys: %1 to %2"},
-    // Why a key does nothing, behind its words and a colon
+    // Why a key does nothing; its words and a colon come first
     TextRow{"sWhyError",                   &T::sWhyError,                  "reset the error first"},
     TextRow{"sWhyNoError",                 &T::sWhyNoError,                "no error stands"},
     TextRow{"sWhyExposure",                &T::sWhyExposure,               "not during preparation or exposure"},
@@ -124,7 +124,7 @@ constexpr std::array kTexts{
     TextRow{"sWhyHold",                    &T::sWhyHold,                   "hold for %1 s"},
     TextRow{"sWhyHoldToEnd",               &T::sWhyHoldToEnd,              "hold for %1 s to end the program"},
     TextRow{"sWhyHandle",                  &T::sWhyHandle,                 "drag the handle, or use the arrows"},
-    // What looks tell, for a screen reader
+    // States that are otherwise only painted, for a screen reader
     TextRow{"sMarkPrompt",                 &T::sMarkPrompt,                 "prompt"},
     TextRow{"sMarkRadiation",              &T::sMarkRadiation,              "radiation"},
     TextRow{"sMarkGood",                   &T::sMarkGood,                   "good"},
@@ -138,7 +138,7 @@ constexpr std::array kTexts{
     // The keypad of a touch panel
     TextRow{"sKeypadErase",                &T::sKeypadErase,                "Erase"},
     TextRow{"sKeypadDone",                 &T::sKeypadDone,                 "Done"},
-    // The generator at a glance
+    // The summary of the generator
     TextRow{"sStateUnheard",               &T::sStateUnheard,               "Nothing heard yet"},
     TextRow{"sStateNotKnown",              &T::sStateNotKnown,             "Not known"},
     TextRow{"sStateReady",                 &T::sStateReady,                 "Ready"},

@@ -4,7 +4,7 @@
 
 namespace quillon {
 
-/// The version of the console that its own screen tells, counted apart from the package's.
+/// The version that the console's screen shows, counted separately from the package's.
 inline constexpr std::string_view kConsoleVersion = "V6.18";
 
 } // namespace quillon

@@ -6,20 +6,20 @@
 
 namespace quillon {
 
-/// The status poll: away while a workflow holds it. Parked, it stays away behind the workflow's end, up to
-/// the next value, preparation, message or workflow.
+/// The status poll, which is off while a workflow holds it. Parked: it stays off after the workflow's end, up
+/// to the next value, preparation, message or workflow.
 enum class Poll : std::uint8_t { Stays, Held, Free, OffUntilReport, Resumed };
 /// The event Busy: 1 when a workflow takes the console, 0 when it gives it back; Settled raises 0 only if it
 /// is due.
 enum class Busy : std::uint8_t { Stays, Taken, Given, Settled };
 enum class Prompt : std::uint8_t { Stays, Cleared };
-/// What stands on cmbClose.
+/// The caption of cmbClose.
 enum class Caption : std::uint8_t { Stays, Close, Exit };
-/// Whether the generator may make X-rays ("RX1", "RX0"). Given back means: as soon as the phase lets it be
-/// told.
+/// Whether the generator may make X-rays ("RX1", "RX0"). Given back: as soon as the phase allows the command.
 enum class Rx : std::uint8_t { Stays, On, Off, GivenBack };
 
-/// What a moment gives to the operator or the generator, and takes. What it does not name stays as it is.
+/// What a step of a workflow gives to the operator or the generator, and what it takes. Anything that it does
+/// not name stays as it is.
 struct Effects {
     Keys on{};     ///< enabled
     Keys off{};    ///< disabled
@@ -32,7 +32,7 @@ struct Effects {
     Rx rx = Rx::Stays;
 };
 
-/// Those that more than one workflow has; each has its own beside it.
+/// Those that more than one workflow uses; the others stand in the workflow's own file.
 namespace effects {
 
 using namespace keys;

@@ -77,7 +77,7 @@ void ExposureCounters::open() {
     if (state_.ResetCounterEnable) {
         screen_.show({"cmdResetT1", "cmdResetT2", "cmdResetFluoro"});
     }
-    screen_.hide({"lblT3RAD", "lblTube3", "cmdResetT3"}); // they come with a value of their own
+    screen_.hide({"lblT3RAD", "lblTube3", "cmdResetT3"}); // shown when a value for tube 3 is reported
     session_.begin(Run::ReadingCounters, kCountersAsked, hooks());
     screen_.prompt(Role::Prompt, context_.texts.waitPrompt(context_.texts.sReadingExpCounters));
     tmrReadExposureCounters_.start(kReadingPace);
@@ -86,7 +86,7 @@ void ExposureCounters::open() {
 
 void ExposureCounters::close() {
     if (session_.is(Run::ReadingCounters)) {
-        session_.apply(effects::kCancelled); // no screen has taken prompt and Busy away
+        session_.apply(effects::kCancelled); // the screen, which ends prompt and Busy, has not come up
     }
     clearScreen();
     session_.end(kCountersClosed);
@@ -253,7 +253,7 @@ void ExposureCounters::resetCounter() {
     const bool allowed = context_.link.allows("TCR");
     context_.link.commands().send(command("ResetExposureCounter"), state_.m_CounterToReset);
     if (!allowed) {
-        return; // the question stands until it can be answered
+        return; // the question stays open until it can be answered
     }
     YieldEvents(kResetYields);
     if (session_.countersActive()) { // what was heard meanwhile may have ended them

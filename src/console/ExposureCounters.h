@@ -8,8 +8,8 @@
 
 namespace quillon {
 
-/// The screen of the exposure counters: read one by one at the pace of the generator, and set back by a key
-/// that is held long and a question.
+/// The screen of the exposure counters: read one by one at the pace of the generator, and reset by a key that
+/// has to be held, and a question.
 class ExposureCounters {
 public:
     ExposureCounters(ConsoleContext& context, ServiceSession& session, ConsolePanels& panels);
@@ -33,7 +33,7 @@ private:
     void keep(std::int32_t counter, std::string_view value);
     void bindResetKeys();
     void askForReset();
-    /// While the question stands the reset keys are dead: its answer is about the counter it names.
+    /// While the question is open the reset keys are disabled: the answer is about the counter it names.
     void showQuestion(bool show);
     void resetCounter();
     void YieldEvents(int count);

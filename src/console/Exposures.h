@@ -11,7 +11,7 @@ namespace quillon {
 /// An exposure of this session.
 struct SessionExposure {
     Milliseconds at = 0; ///< on the schedule's clock
-    std::string values;  ///< as they were in fact; empty until the generator has told them
+    std::string values;  ///< the actual values; empty until the generator has reported them
 };
 
 /// The exposures since the program was started, and those since the machine was lent.

@@ -6,7 +6,7 @@
 
 namespace quillon {
 
-/// Where the generator stands, as far as it was heard, and where it was told to go.
+/// Where the generator stands by its last reports, and the mode that it was told to go into.
 class GeneratorReports {
 public:
     explicit GeneratorReports(ConsoleContext& context) : context_(context) {}
@@ -17,7 +17,7 @@ public:
     /// The last report; 1 after a loss and at the start.
     [[nodiscard]] Phase lastPhase() const { return lastPhase_; }
     void setLastPhase(Phase phase) { lastPhase_ = phase; }
-    /// The generator said that it starts, and nothing since.
+    /// The generator has reported that it starts, and nothing since.
     [[nodiscard]] bool poweringUp() const { return poweringUp_; }
     /// Nothing was heard for too long, and nothing since.
     [[nodiscard]] bool isLost() const { return lost_; }

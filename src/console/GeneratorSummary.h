@@ -15,13 +15,13 @@ namespace quillon {
 struct SummaryLine {
     std::string subject;
     std::string state;
-    bool alarm = false; ///< the operator should see this one first; it stands last but one
+    bool alarm = false; ///< the operator should see this one first; it is the last but one
     bool old = false;   ///< from before the generator fell silent
     int percent = -1;   ///< of a bar beside it; below 0 for none
 };
 
-/// The generator at a glance: where it stands; and for the picture at rest, which shows none of the panel,
-/// how hot its tube is, what stands in its way, and which errors came since the program was started.
+/// The summary of the generator: its state, how hot its tube is, what prevents an exposure, and the errors
+/// since the program was started.
 class GeneratorSummary {
 public:
     static constexpr std::size_t kErrorsKept = 5;
@@ -31,12 +31,12 @@ public:
     /// In the operator's language. A line whose subject is not known yet is left out; the last one counts the
     /// errors.
     [[nodiscard]] std::vector<SummaryLine> lines() const;
-    /// The last of them, the newest first. One that goes on, or is reported once more, is one.
+    /// The last of them, the newest first. An error that goes on, or is reported again, counts once.
     [[nodiscard]] const std::deque<SessionError>& errors() const { return errors_; }
     [[nodiscard]] int errorCount() const { return count_; }
     /// Where the generator stands.
     [[nodiscard]] std::string state() const;
-    /// What stands in the way of an exposure; empty for nothing.
+    /// What prevents an exposure; empty for nothing.
     [[nodiscard]] std::string warnings() const;
 
     Signal<> changed;

@@ -18,20 +18,21 @@ public:
              std::function<bool()> holdsPoll);
 
     void apply(const Effects& effects);
-    /// Keys of the workflows are dead during an exposure: what is given meanwhile comes with giveDelayed().
+    /// During an exposure keys of the workflows stay disabled: what is given meanwhile comes with
+    /// giveDelayed().
     void give(Keys keys);
     void giveDelayed();
     void dropDelayed() { afterExposure_ = {}; }
 
-    /// What a wait would have done with its last tick.
+    /// Does what a wait would have done at its last tick.
     void freePoll();
-    /// The poll is held where something is under way, and only there.
+    /// To be called whenever the poll may have stopped.
     void noticePoll() { poll_.notice(); }
     [[nodiscard]] bool pollHeld() const { return poll_.held(); }
 
-    /// They are allowed, or will be with the next report of a phase at rest.
+    /// X-rays are allowed, or will be with the next report of a phase at rest.
     [[nodiscard]] bool allowsXRays() const { return context_.link.mirror().RXEnable || xRaysOwed_; }
-    /// Allowed with the next such report in any case: what was said before may be lost.
+    /// They are to be allowed with the next such report in any case: an earlier command may be lost.
     void oweXRays() { xRaysOwed_ = true; }
     void phaseReported(Phase phase);
 

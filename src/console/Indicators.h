@@ -16,7 +16,7 @@ class StatusLine;
 class UnsavedValue;
 struct ConsoleTexts;
 
-/// The box that holds, or held, the value; and what may stand there.
+/// The box that holds, or held, the value; and what it takes.
 using RefusedValues = Signal<const Control*, std::string>;
 
 /// What the screen shows beside the controls. A front end reads it, paints it, and is told of changes by each
@@ -30,7 +30,7 @@ struct Indicators {
     UnsavedValue& unsaved;
     StatusLine& status;
     RefusedValues& refused;
-    const ConsoleTexts& texts; ///< the words for what looks tell
+    const ConsoleTexts& texts; ///< words for states that are otherwise only painted
 };
 
 } // namespace quillon

@@ -29,7 +29,7 @@ constexpr std::array kHindranceTexts{
     HindranceText{Hindrance::NoNumber, &T::sWhyNoNumber},
 };
 
-/// It is there to send something.
+/// A press of the control sends something.
 bool isKey(const Control& control) {
     return (control.kind() == Kind::Button && !control.lamp()) || control.kind() == Kind::Slider;
 }
@@ -70,14 +70,14 @@ std::string_view KeyReasons::asks(Key key, Phase mode) {
     return other == kOthers.end() ? std::string_view() : other->asks;
 }
 
-/// In this mode the key does something, if the command with which it begins is let out.
+/// In this mode the key does something, if its first command is allowed.
 bool KeyReasons::allowsInMode(Key key) const {
     const Phase mode = session_.mode();
     const std::string_view command = asks(key, mode);
     if (command.empty()) {
         return false;
     }
-    // A calibration that asks, or tells a result, is left by way of the autocalibration.
+    // A calibration that asks, or reports a result, is left by the command of the autocalibration.
     const bool byAutocalibration = mode == Phase::Calibration && kAsksOrTells.has(session_.lastPhase());
     return context_.link.allows(byAutocalibration ? "CAU" : command);
 }
@@ -90,7 +90,7 @@ bool KeyReasons::consoleKeyIsDead(const Control& key) const {
     switch (const Key known{static_cast<std::uint8_t>(name - kKeyNames.begin())}) {
     case Key::Close:
         return closeIsDead();
-    case Key::ResetError: // there it resets nothing that does not stand
+    case Key::ResetError: // in configuration it only clears an error that is shown
         return session_.lastPhase() == Phase::Configuration && context_.console["lblError"].caption().empty();
     case Key::ReadCounters:
         return session_.is(Run::Closing) || !(session_.countersActive() || allowsInMode(known));
@@ -102,7 +102,7 @@ bool KeyReasons::consoleKeyIsDead(const Control& key) const {
     }
 }
 
-/// A mode is left with a command; where nobody answers, the press counts without one.
+/// A mode is left by a command; when the generator does not answer, the press counts without it.
 bool KeyReasons::closeIsDead() const {
     switch (closeActionOf(session_)) {
     case CloseAction::Nothing:
@@ -118,7 +118,7 @@ bool KeyReasons::closeIsDead() const {
     return true;
 }
 
-/// The key of a choice begins an entry, and the command that it comes to is refused now.
+/// The key of a choice begins an entry, and the entry's command would be refused now.
 bool KeyReasons::entryIsRefused(const Control& key) const {
     struct Row {
         std::string_view panel;
@@ -150,7 +150,7 @@ std::string KeyReasons::whyPhase() const {
     return meaning.why == nullptr ? std::string() : context_.texts.*meaning.why;
 }
 
-/// What the key's own row asks for; empty where that is not it.
+/// The words for a hindrance; empty for one that has none.
 std::string KeyReasons::whyOf(Hindrance hindrance) const {
     const auto row =
         std::find_if(kHindranceTexts.begin(), kHindranceTexts.end(),

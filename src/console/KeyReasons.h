@@ -6,20 +6,20 @@
 
 namespace quillon {
 
-/// Why a key would do nothing now. It says what a press would come to; it decides nothing, and no key is
-/// enabled or disabled by it.
+/// Why a key would do nothing now. It only describes the effect of a press: no key is enabled or disabled by
+/// it.
 class KeyReasons {
 public:
     KeyReasons(ConsoleContext& context, const ServiceSession& session)
         : context_(context), session_(session) {}
 
-    /// The key is enabled, and a press would come to nothing.
+    /// The key is enabled, but a press would have no effect.
     [[nodiscard]] bool blocks(const Control& key) const;
-    /// Why a press comes to nothing, in the operator's language; empty where it does something.
+    /// Why a press has no effect, in the operator's language; empty if it has one.
     [[nodiscard]] std::string why(const Control& key) const;
     /// How long the key has to be held, in the operator's language; empty for one that acts at once.
     [[nodiscard]] std::string whyHeld(const Control& key) const;
-    /// Something in front shuts it off: a panel, or a screen of its own.
+    /// A panel in front of it, or an open screen of a positioner, disables it.
     [[nodiscard]] static bool shutOff(const Control& key);
 
 private:

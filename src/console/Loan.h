@@ -4,8 +4,8 @@
 
 namespace quillon {
 
-/// The machine with its users. It can be given to them in calibration only, and taken back in normal
-/// operation only: asked for earlier, the return waits for that.
+/// User mode: the machine is lent to its users. It can begin in calibration only, and end in normal operation
+/// only: asked for earlier, the end waits for that.
 class Loan {
 public:
     explicit Loan(TorvaneSerialV3_07_QLC1& link) : link_(link) {}
@@ -18,7 +18,7 @@ public:
         link_.setTempUserMode(false);
         returning_ = link_.TempUserMode();
     }
-    /// Before anything else is made of a report.
+    /// To be called before anything else reacts to the report.
     void reported(Phase phase) {
         if (phase == Phase::NormalOperation && returning_) {
             takeBack();

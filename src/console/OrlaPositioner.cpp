@@ -20,7 +20,7 @@ struct AxisRow {
     ConsoleControl frame;
 };
 
-/// What a position's value may be.
+/// The range of a position's value.
 enum class Accepts : std::uint8_t { Zero, AboveZero, ZeroAndAbove };
 
 struct PositionRow {
@@ -80,7 +80,7 @@ bool accepted(Accepts accepts, std::string_view text) {
         return true;
     }
     const double value = valueOf(text);
-    // What would be sent as zero is no end position, however little it is above it.
+    // A value that is rounded to zero is no end position.
     return value >= 0 && value <= kHighest && std::nearbyint(value) >= lowestOf(accepts);
 }
 
@@ -157,7 +157,7 @@ void OrlaPositioner::set(std::size_t position) {
         context_.refused.raise(&box, boundsOf(position));
         return;
     }
-    // The sign stands in the head and never in the number.
+    // The sign is part of the code and never of the number.
     std::string message(kMnemonic);
     message.append(row.code).append(fixedDigits(text, kDigits));
     context_.link.SendMessage(message, kAllPhases, true);

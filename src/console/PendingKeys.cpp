@@ -16,13 +16,13 @@ constexpr int kWatchdog = 10000; // ms, for a report
 constexpr std::string_view kStoreSID = "cmdSetNewSID";
 
 constexpr std::string_view kWorkstation = "cmbWS";
-/// What the names of keys begin with that are lit by a report.
+/// The beginnings of the names of keys that a report lights.
 constexpr std::array<std::string_view, 12> kLitByReport{
     kWorkstation,      "cmbAECField",      "cmbAECFilmScreen",   "cmbAECDensity",
     "cmbDAECDensity",  "cmbDigitalAEC",    "cmbPhotomultiplier", "cmbFlMag",
     "cmbFlContinuous", "cmbFlKVPTracking", "cmbToggleABS",       "cmbFlHighDose"};
 
-/// What it holds belongs to a workstation.
+/// The control shows a value of the workstation.
 bool isValue(const Control& control) {
     return control.name() != kWorkstation && PendingKeys::isReported(control);
 }
@@ -119,7 +119,7 @@ void PendingKeys::replace(const Control* value) {
     }
 }
 
-/// A report that comes while the new value still stands in the queue tells the one before.
+/// A report that comes while the new value is still in the queue is of the value before.
 void PendingKeys::replacedIsReported() {
     const bool queued = std::any_of(waiting_.begin(), waiting_.end(),
                                     [](const auto& one) { return one.second->name() == kStoreSID; });
@@ -163,7 +163,7 @@ void PendingKeys::leftQueue(std::uint32_t ticket, bool done) {
 
 void PendingKeys::runChanged() {
     if (session_.idle()) {
-        began_ = nullptr; // what comes by itself is nobody's
+        began_ = nullptr; // a run that begins by itself belongs to no key
     }
     const Control* waiting = session_.waits() ? began_ : nullptr;
     const Control* before = std::exchange(shown_, waiting);

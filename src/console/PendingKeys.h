@@ -9,9 +9,9 @@
 
 namespace quillon {
 
-/// Which controls wait for the generator: those whose message still stands in the queue, and the one that
-/// began what the console is doing. A message and a run belong to the control whose gesture is being handled
-/// when they begin; what nobody's hand began, no control waits for.
+/// Which controls wait for the generator: those whose message is still in the queue, and the one that began
+/// the current run. A message and a run belong to the control whose gesture is being handled when they begin;
+/// those that no gesture began belong to none.
 class PendingKeys {
 public:
     PendingKeys(TorvaneSerialV3_07_QLC1& link, ServiceSession& session);
@@ -19,7 +19,7 @@ public:
     PendingKeys(const PendingKeys&) = delete;
     PendingKeys& operator=(const PendingKeys&) = delete;
 
-    /// Who knows the control whose gesture is being handled.
+    /// Gives the control whose gesture is being handled.
     void setGestureOwner(std::function<const Control*()> hand) { gestureOwner_ = std::move(hand); }
 
     [[nodiscard]] bool waits(const Control& control) const;
@@ -30,10 +30,9 @@ public:
     [[nodiscard]] const Control* neverReported() const { return neverReported_; }
     /// A field, or a key that is lit by a report.
     [[nodiscard]] static bool isReported(const Control& control);
-    /// A key that is lit by a report, and nothing was reported of it yet, nor that another one of its choice
-    /// is on.
+    /// A key that a report lights, and neither it nor another key of its choice was reported yet.
     [[nodiscard]] static bool isUnknown(const Control& control);
-    /// A value of the workstation that is being left, or one in whose place another was stored.
+    /// A value of the workstation that is being left, or one that was replaced by storing another.
     [[nodiscard]] bool outdated(const Control& control) const;
     /// The control, and what lies on it, is being taken away.
     void forget(const Control& control);
@@ -61,7 +60,7 @@ private:
     Timer watchdog_;                    ///< for the report of what was asked for
     const Control* replaced_ = nullptr; ///< shows what was stored before, until the new one is reported
     const Control* began_ = nullptr;
-    const Control* shown_ = nullptr; ///< waits for the run as it was told last
+    const Control* shown_ = nullptr; ///< the control that waits for the run, as last reported
 };
 
 } // namespace quillon

@@ -74,7 +74,7 @@ void PhaseReactions::phaseChange(Phase phase) {
         }
         react(phase);
         if (phase == Phase::Initialization && prompted) {
-            // Whoever was told what is under way is told what has become of it.
+            // The prompt of a run was shown: the words of the restart take its place.
             console_["lblHelp"].setVisible(true);
         }
         if (wasLost && phase == Phase::Autocalibration && session_.idle()) {
@@ -113,7 +113,7 @@ void PhaseReactions::react(Phase phase) {
     case Phase::ConfirmDismiss:
         if ((session_.is(Run::EnteringAutocalibration) || session_.is(Run::HandingOver)) &&
             (console_["fraTorvaneSerial"].visible() || tmrDelay_.running())) {
-            // Any other run has words of its own, and what stands behind it says these.
+            // Any other run has its own words; afterwards the screen at rest shows these.
             session_.restScreen().showPage(Page::Calibration);
             session_.restScreen().say(Says::Question);
         }
@@ -161,7 +161,7 @@ void PhaseReactions::normalOperation() {
     const bool lent = session_.lent();
     const bool movingToUserMode = session_.is(Run::Lending);
     const Phase before = session_.lastPhase();
-    // The refresh writes the phase of before; what follows still needs to see it.
+    // The refresh changes the last phase, which is restored behind it: what follows needs it.
     if (before == Phase::Initialization || before == Phase::Error) {
         start_.refreshAfterPowerUp();
     } else {
@@ -254,7 +254,7 @@ void PhaseReactions::autocalibration() {
     if (begins || session_.lastPhase() == Phase::Initialization) {
         session_.restScreen().hidePicture();
         if (!console_["fraTorvaneSerial"].visible() && !tmrDelay_.running()) {
-            bringLinkControl(); // the line was lost, or the entry given up, before it came
+            bringLinkControl(); // a loss, or the end of an entry, came before it was shown
         }
     }
     session_.generator().setMode(Phase::Autocalibration);

@@ -10,16 +10,16 @@
 
 namespace quillon {
 
-/// How a field of the status bar is meant; how it looks follows.
+/// What a field of the status bar means; its look is derived from that.
 enum class Tone : std::uint8_t { Plain, Unknown, Good, Waits, HeldBack, Radiation, Warning, Alarm };
 
-/// What the console makes of a phase wherever it needs no more than a word.
+/// Facts about a phase that are looked up in this table.
 struct PhaseMeaning {
     Phase phase;
     std::optional<Stimulus> stimulus; ///< to the run
     Tone tone = Tone::Plain;
-    std::string ConsoleTexts::*state = nullptr; ///< what it is called; null where a mode's key says it
-    std::string ConsoleTexts::*why = nullptr;   ///< why a key does nothing in it; null where that is not why
+    std::string ConsoleTexts::*state = nullptr; ///< its name; null if it has that of the mode's key
+    std::string ConsoleTexts::*why = nullptr;   ///< why a key does nothing in it; null if that is no reason
 };
 
 /// The row of a phase; an empty one for a phase that is not known.

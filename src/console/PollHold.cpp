@@ -6,7 +6,7 @@ namespace quillon {
 
 namespace {
 
-constexpr int kLongest = 30000; // ms that it may be away with nothing that holds it
+constexpr int kLongest = 30000; // ms that it may be off with nothing that holds it
 
 } // namespace
 
@@ -17,7 +17,7 @@ PollHold::PollHold(ConsoleContext& context, std::function<bool()> wanted)
 
 void PollHold::move(Poll poll, bool exposing) {
     held_ = poll == Poll::Held || (held_ && poll != Poll::Free && poll != Poll::OffUntilReport);
-    // Only a report gives the keys back behind an exposure, and one that is lost must not be the last.
+    // Only a report enables the keys after an exposure; if it is lost, the poll must bring another.
     const bool free = poll == Poll::Free || (poll == Poll::Resumed && offUntilReport_) ||
                       (poll == Poll::OffUntilReport && exposing);
     if (poll == Poll::Held || free) {

@@ -7,11 +7,11 @@
 
 namespace quillon {
 
-/// Who keeps the status poll away, and for how long: a run that holds it frees it itself, and so does an
-/// answer to the generator. What else keeps it away lasts 30 s at most.
+/// Why the status poll is off, and for how long: a run that holds it frees it itself, and so does an answer
+/// to the generator. For any other reason it is off for 30 s at most.
 class PollHold {
 public:
-    /// `wanted` says whether something is under way that has its reason to keep the poll away.
+    /// `wanted` says whether something is under way that has a reason to hold the poll.
     PollHold(ConsoleContext& context, std::function<bool()> wanted);
 
     /// During an exposure nothing is parked.

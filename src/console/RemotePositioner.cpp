@@ -39,7 +39,7 @@ constexpr int kSIDStep = 10;
 constexpr int kLowestSID = 100;
 constexpr int kHighestSID = 2000;
 
-/// Writes a box; what was wrong with its old text goes with it.
+/// Writes a box and clears its mark of a refused value.
 void write(Control& box, std::string_view text) {
     box.setText(text);
     box.setBackColour(kWindowColour);
@@ -109,7 +109,7 @@ void RemotePositioner::open() {
     m_CalibPoint = 1;
     tellBounds();
     screen_.show({"fraRemote"});
-    write(TxtADCValueCalib_, ""); // a reading of before is none of the point that is stored next
+    write(TxtADCValueCalib_, ""); // an old reading must not be stored with the next point
     tmrRequestADC_.run();
     context_.link.commands().send(command("URSEnterServiceMode"), 1);
     context_.link.commands().send(command("URSCalibrationGet"));
@@ -129,7 +129,7 @@ std::string RemotePositioner::bounds(std::int64_t lowest, std::int64_t highest) 
 }
 
 void RemotePositioner::tellBounds() {
-    // What is typed into the box of the SID may go beyond what its keys step.
+    // A typed SID may be outside of the range of its keys.
     console_["lblRemoteSID"].setNote(
         ConsoleTexts::filled(context_.texts.sBoundsOfKeys, {kLowestSID, kHighestSID}));
     console_["Label25"].setNote(bounds(0, kFieldLimit));
@@ -158,7 +158,7 @@ std::optional<std::int16_t> RemotePositioner::numberIn(Control& box) {
 void RemotePositioner::stepParameter(int step) {
     const PointRow& band = rowOf(m_CalibPoint);
     const int wanted = m_CalibParameter + step;
-    // Each key looks at its own end of the band, so a value from outside comes back by steps or at once.
+    // Each key checks its own end of the range, so a value outside of it can be stepped back.
     const int parameter = step > 0 ? std::min(wanted, band.highest) : std::max(wanted, band.lowest);
     m_CalibParameter = static_cast<std::int16_t>(parameter);
     write(TxtParamCalib_, decimalText(m_CalibParameter));

@@ -24,7 +24,7 @@ private:
     void close();
     [[nodiscard]] std::string bounds(std::int64_t lowest, std::int64_t highest) const;
     void tellBounds();
-    /// Marks the box until it is edited, and tells what may stand there.
+    /// Marks the box until it is edited, and reports what it takes.
     void refuse(Control& box, const std::string& bounds);
     /// The whole number in a box that fits the four digits of its field; else the box is refused.
     [[nodiscard]] std::optional<std::int16_t> numberIn(Control& box);

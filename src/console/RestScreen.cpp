@@ -9,7 +9,7 @@ namespace quillon {
 
 namespace {
 
-constexpr int kCloseHold = 1000; // ms; the key stands where other screens have their way back
+constexpr int kCloseHold = 1000; // ms; the key is where other screens have their way back
 
 } // namespace
 
@@ -34,7 +34,7 @@ void RestScreen::showArea(const StandingRow& row) {
         showPicture();
         return;
     }
-    if (row.stand != Stand::WithUsers) { // the report of Ready leaves it behind the link control
+    if (row.stand != Stand::WithUsers) { // there the report of Ready has put it behind the link control
         hidePicture();
     }
     showPage(row.page);
@@ -84,7 +84,7 @@ void RestScreen::say(Says words) {
         screen_.prompt(Role::Good, lines(texts.sAutocal, texts.sAutocalOK));
         break;
     case Says::AsLeft:
-    case Says::PoweringUp: // is written with the report, and comes into sight by itself
+    case Says::PoweringUp: // written with the report, and shown elsewhere
         break;
     }
 }

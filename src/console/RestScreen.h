@@ -9,13 +9,13 @@
 
 namespace quillon {
 
-/// What a row of the table puts on the screen: the working area with the page and the screens that lie in it,
-/// keys on show and lit, words.
+/// Puts a row of the table on the screen: the working area with its page and screens, keys that are shown and
+/// lit, words.
 class RestScreen {
 public:
     explicit RestScreen(ConsoleContext& context) : context_(context), screen_(context) {}
 
-    /// All of the row but the keys that it gives. `laysOut`: which keys are on show goes by it, too.
+    /// All of the row except the keys that it gives. `laysOut`: it also decides which keys are shown.
     void show(const StandingRow& row, bool laysOut);
     /// The words of a row.
     void say(Says words);
@@ -23,21 +23,20 @@ public:
     void paint(Keys keys, Colour colour);
 
     void showLinkControl();
-    /// In it.
+    /// Shown in the working area.
     void showPage(Page page);
     void showPicture();
     /// Behind the link control, where the machine is with its users.
     void showPictureBehind();
     void hidePicture();
-    /// Where no positioner is installed but its switch was given, the key goes for good, and an open screen
-    /// with it.
+    /// If only the switch offered the positioner, its key is hidden for good, and an open screen is closed.
     void showPositionerKey(bool visible);
 
-    /// A screen of its own, which `wayBack` opens and closes, takes these keys away. One screen at a time;
-    /// `close` is called when it goes, whatever takes it away.
+    /// A screen, which the key `wayBack` opens and closes, disables these keys. One screen at a time; `close`
+    /// is called when it is closed, whatever closes it.
     void openScreen(Keys keys, const Control& wayBack, std::function<void()> close);
     void closeScreen();
-    /// The key that closes the screen of its own; empty while none is open.
+    /// The key that closes the open screen; null while none is open.
     [[nodiscard]] const Control* wayBack() const { return wayBack_; }
 
     Signal<> screenChanged; ///< one has opened or closed

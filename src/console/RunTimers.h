@@ -5,16 +5,16 @@
 
 namespace quillon {
 
-/// The timers of the runs, and the waits that may outlive theirs.
+/// The timers of the runs, and the waits that may outlive their run.
 class RunTimers {
 public:
     explicit RunTimers(ConsoleHost& console) : console_(console) {}
 
     [[nodiscard]] bool running(ConsoleTimer timer) const { return console_.timer(timer).running(); }
     void stopOf(Run run);
-    /// Any of the run's.
+    /// One of the run's timers runs.
     [[nodiscard]] bool anyOf(Run run) const;
-    /// None of another run's but the waits that may outlive theirs.
+    /// No timer of another run runs, except waits that may outlive their run.
     [[nodiscard]] bool onlyOf(Run run) const;
     void stopWaits();
     void stopWaitsBeforeNextRun();

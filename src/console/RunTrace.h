@@ -10,8 +10,8 @@ namespace quillon {
 class Handlers;
 class ServiceSession;
 
-/// Tells each change of what the console is doing, from what to what and for what cause, so that a fault that
-/// was met in the field can be read.
+/// Reports each change of the run, from which to which and by what cause, so that a fault in the field can be
+/// understood.
 class RunTrace {
 public:
     RunTrace(const Handlers& handlers, ServiceSession& session);

@@ -14,8 +14,8 @@ constexpr CloseKey mode = CloseKey::ByMode;
 constexpr CloseKey wait = CloseKey::WaitsForMode;
 constexpr CloseKey dead = CloseKey::Nothing;
 
-// A start anew and a loss end whatever was under way with the machine as it was. A phase ends a run that has
-// no business in it. A run that began with a command goes on to the look at what has come of it.
+// A restart and a loss end every run, as it was about the generator of before. A phase ends a run that cannot
+// go on in it. A run that began with a command goes on up to its own check of the result.
 // clang-format off
 constexpr std::array<RunRow, kRuns> kTable{{
     // run                          name                       status bar               last wait           timers                                                      panels                                                          1     2     3-5   6     8     9     lost  Close

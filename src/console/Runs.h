@@ -34,7 +34,7 @@ enum class Run : std::uint8_t {
 };
 inline constexpr std::size_t kRuns = static_cast<std::size_t>(Run::Closing) + 1;
 
-/// What can happen to it from outside.
+/// What can happen to a run from outside.
 enum class Stimulus : std::uint8_t {
     Restart,         ///< phase 1
     Ready,           ///< phase 2
@@ -51,22 +51,21 @@ inline constexpr std::size_t kStimuli = static_cast<std::size_t>(Stimulus::Close
 struct Ending {
     enum class Kind : std::uint8_t {
         Own,       ///< its own
-        Failed,    ///< what it was for was not reached, and a message tells it
+        Failed,    ///< its mode was not reached, and a message says so
         Cancelled, ///< something else ended it
         GivenUp,   ///< the operator has waited for a minute and pressed cmbClose
         Dropped,   ///< the console appears anew
     };
     Kind kind = Kind::Own;
-    std::optional<Stimulus> by{}; ///< what has, where that came from the generator or its silence
+    std::optional<Stimulus> by{}; ///< what ended it, if that came from the generator or was a loss
     bool operator==(const Ending&) const = default;
 };
 
-/// What becomes of the run behind a report or a loss.
+/// What a report or a loss does to the run.
 enum class Reaction : std::uint8_t {
-    GoesOn,      ///< to its own next step, which finds the phase that was reported
+    GoesOn,      ///< its own next step looks at the phase that was reported
     Ends,        ///< at once; what it took is given back
-    AskWorkflow, ///< the workflow says whether it ends: where the generator was told nothing yet, or where
-                 ///< nothing more is to come from it
+    AskWorkflow, ///< the workflow decides: it ends if it has sent nothing yet, or has nothing more to expect
 };
 
 /// What cmbClose does in a run.
@@ -87,17 +86,17 @@ private:
     std::array<Reaction, kStimuli - 1> each_;
 };
 
-/// The belongings of a run: what stops and what is taken away with it, whatever ends it.
+/// What belongs to a run: what is stopped and closed with it, whatever ends it.
 struct RunRow {
     Run run;
     std::string_view name;
     std::string ConsoleTexts::*says; ///< in the status bar; null unless it waits for the generator
-    ConsoleTimer lastWait;           ///< the timer with which it ends; empty where that takes no fixed time
+    ConsoleTimer lastWait;           ///< the timer with which it ends; empty if that takes no fixed time
     std::array<ConsoleTimer, 3> timers;
     std::array<std::string_view, 3> panels;
     Reactions reactions;
     CloseKey close;
-    /// For the generator.
+    /// It waits for the generator.
     [[nodiscard]] constexpr bool waits() const { return says != nullptr; }
 };
 

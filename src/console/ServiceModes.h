@@ -29,8 +29,7 @@ struct ServiceMode {
 /// The row of a mode; null for another phase.
 [[nodiscard]] const ServiceMode* serviceModeOf(Phase phase);
 
-/// Tells the generator to leave a phase: a mode by its own command, a question and a result by that of the
-/// autocalibration.
+/// Sends the command to leave a phase: the mode's own; for a question and a result that of autocalibration.
 void sendExitFrom(Phase phase, TorvaneSerialV3_07_QLC1& link);
 
 } // namespace quillon

@@ -295,7 +295,7 @@ void ServiceSession::reported(Phase phase) {
                            (isServiceMode(phase) && !(phase == Phase::Calibration && is(Run::Lending)));
     if (lent() && elsewhere) {
         loan_.takeBack();
-        cancelLending(); // there is nobody to arrive at
+        cancelLending(); // the machine is not with its users any more
     }
     holdings_.phaseReported(phase);
 }
@@ -306,12 +306,11 @@ void ServiceSession::settled(Phase phase) {
     const bool exposed = isExposure(lastPhase());
     generator_.setLastPhase(phase);
     if (hot && exposed) {
-        holdings_.give(Key::Close); // a way out; the rest comes when the tube is cold
+        holdings_.give(Key::Close); // a way out; the other keys come when the tube has cooled
     } else if (!hot && !isExposure(phase)) {
         holdings_.giveDelayed();
         if (exposed && is(Run::ReadingCounters) && !timers_.running("tmrReadExposureCounters")) {
-            holdings_.give(
-                Key::ReadCounters); // the only way out of a reading without an answer, wherever this leads
+            holdings_.give(Key::ReadCounters); // the only way out of a reading without an answer
         }
         if (watchdogExpired_) {
             apply(kWatchdogExpired);
@@ -323,14 +322,14 @@ void ServiceSession::settled(Phase phase) {
     }
     if (!hot) {
         if (!isExposure(phase) && hasNoTimer()) {
-            cancel(); // the report has ended the wait for its next step
+            cancel(); // the report has stopped the timer of its next step
         }
         stand();
     }
     changed.raise();
 }
 
-/// It waits for the generator, and nothing is left that would ever look at what has come of it.
+/// It waits for the generator, and no timer is left that would check the result.
 bool ServiceSession::hasNoTimer() const {
     return rowOf(run_).waits() && !is(Run::ReadingCounters) && !timers_.running("tmrAutocalON") &&
            !timers_.anyOf(run_);
@@ -343,12 +342,12 @@ void ServiceSession::stand() {
     }
     const StandingRow row = standingOf(heard());
     if (row.stand == Stand::Silent && lastPhase() <= Phase::Initialization) {
-        return; // the start has the screen
+        return; // the start shows its own prompt
     }
     if (row.words == Says::Question && !context_.link["cmbAutocalConfirm"].visible()) {
-        context_.link.repeatQuestion(); // its answer came to nothing, and nothing else leads it on
+        context_.link.repeatQuestion(); // the answer had no effect, and only another one leads on
     }
-    // In a calibration that the generator began by itself they are on show as left.
+    // In a calibration that the generator began by itself the keys that are shown stay as they are.
     restScreen_.show(row, std::exchange(layoutOwed_, false) || row.stand != Stand::Calibration);
     const bool refreshes = timers_.running("tmrWaitStartGenerator") || timers_.running("tmrWaitRefresh");
     Keys due = row.inReach;
@@ -356,7 +355,7 @@ void ServiceSession::stand() {
         due = due.without(Key::ManualCalibration);
     }
     if (row.stand == Stand::Autocalibration && timers_.running("tmrAutocalON")) {
-        due = due.without(Key::LinkControl); // its next look gives it
+        due = due.without(Key::LinkControl); // the entry's next step gives it
     }
     holdings_.give(due);
 }
@@ -394,7 +393,7 @@ void ServiceSession::lost() {
 void ServiceSession::openScreen(const Control& wayBack, std::function<void()> close) {
     restScreen_.closeScreen();
     const bool offered = context_.console[nameOf(Key::ManualCalibration)].offered();
-    if (!isServiceMode(mode())) { // there they are the mode's
+    if (!isServiceMode(mode())) { // in a mode they stay as the mode has them
         kModeKeys.each([&](Key key) { context_.console[nameOf(key)].setEnabled(offered); });
     }
     restScreen_.openScreen(kModeKeys, wayBack, std::move(close));

@@ -29,8 +29,8 @@ struct RunHooks {
     std::function<void()> givenUp = {}; ///< the operator has waited for a minute and pressed cmbClose
 };
 
-/// What the engineer has with the machine: where the generator stands, and what the console is doing, one run
-/// at a time. Nobody else keeps either, and whatever ends a run, it is ended here.
+/// The session of the engineer with the machine: the state of the generator, and what the console is doing,
+/// one run at a time. Both are kept only here, and every run is ended here.
 class ServiceSession {
 public:
     explicit ServiceSession(ConsoleContext& context);
@@ -49,8 +49,7 @@ public:
     [[nodiscard]] bool idle() const { return run_ == Run::None; }
     /// It waits for the generator, and not for the operator.
     [[nodiscard]] bool waits() const;
-    /// What a report or a wait gives to the mode keys is given: no run is under way, or one that waits for a
-    /// choice.
+    /// Reports and waits may enable the mode keys: there is no run, or one that waits for a choice.
     [[nodiscard]] bool isFree() const;
     /// A mode is being left.
     [[nodiscard]] bool isLeaving() const;
@@ -62,13 +61,14 @@ public:
     void begin(Run run, const Effects& effects, RunHooks hooks = {});
     /// The same workflow goes on as another run: nothing of it stops.
     void continueAs(Run run, const Effects& effects, RunHooks hooks = {});
-    /// A moment of the run that goes on, or of no run.
+    /// Applies a step's row within a run, or without one.
     void apply(const Effects& effects);
     /// The run's own end.
     void end(const Effects& effects);
-    /// The same, and a message tells it: what stands is shown behind that.
+    /// The same with a message: the screen at rest is shown after it.
     void fail(const Effects& effects) { finish(effects, Ending::Kind::Failed); }
-    /// The same, with the generator on its way: what stands is shown when it has had time to follow.
+    /// The same while the generator still changes: the screen at rest is shown when it has had time to
+    /// follow.
     void endOnTheWay(const Effects& effects);
     /// The run is known by another name from now on, and nothing else changes.
     void rename(Run run) { setRun(run); }
@@ -76,9 +76,9 @@ public:
     void cancel(const Effects& effects = effects::kCancelled, Ending ending = {Ending::Kind::Cancelled});
     /// The refresh ends the way to the users, and with it the wait that would have ended it.
     void cancelLending();
-    /// Calibration goes on being left, for nobody yet. False when it is not being left any more.
+    /// Calibration is still being left, but not for the users. False if it is not being left any more.
     bool lendingGoesOnLeaving();
-    /// All of it is over without a word: the console appears anew.
+    /// Ends everything silently: the console is shown again.
     void reset();
 
     /// A wait that may never end begins: a minute from now cmbClose is given. An earlier minute is forgotten.
@@ -90,13 +90,12 @@ public:
     /// The press that does so.
     void giveUp();
 
-    /// A phase was reported: what has no business in it ends, the reaction comes, and where nothing is under
-    /// way the screen is what stands.
+    /// A phase was reported: ends what cannot go on in it, calls the reaction, and shows the screen at rest
+    /// if there is no run.
     void report(Phase phase, const std::function<void()>& reaction);
-    /// The screen shows where the generator stands, unless something is under way or to be answered. Whatever
-    /// ends a run ends in this.
+    /// Shows the screen at rest, unless there is a run or an open message. Called at the end of every run.
     void stand();
-    /// The same whatever is under way: the generator starts anew, or was lost.
+    /// The same in any case: the generator restarts, or was lost.
     void standNow();
 
     /// A message came up. `belie` is called when the phase that it says was not reached is reported after

@@ -9,10 +9,10 @@
 
 namespace quillon {
 
-/// Where the generator stands, as far as the screen goes. Preparation, exposures, an error and an overheated
-/// tube keep what they came from.
+/// The states of the generator that the screen at rest distinguishes. Preparation, exposures, an error and an
+/// overheated tube count as the state before them.
 enum class Stand : std::uint8_t {
-    Silent, ///< nothing was heard that tells a mode
+    Silent, ///< no mode was reported yet
     Lost,
     PoweringUp,
     Ready,
@@ -33,14 +33,14 @@ enum class Says : std::uint8_t { AsLeft, None, Lost, PoweringUp, Question, Expos
 /// The positioner's key, where there is one.
 enum class Offer : std::uint8_t { AsLeft, Shown, Hidden };
 
-/// What autocalibration wants of the operator.
+/// Whether autocalibration asks the operator for exposures.
 enum class ExposureRequest : std::uint8_t {
     None,
-    Stands, ///< it was handed over
-    Over,   ///< it was to be left since
+    Stands, ///< autocalibration was handed over to the operator
+    Over,   ///< leaving it was begun
 };
 
-/// What is on the screen while nothing is under way. It gives the keys that lead on, and takes none.
+/// The screen while there is no run. It enables the keys that lead on, and disables none.
 struct StandingRow {
     Stand stand;
     std::string_view name;
@@ -56,7 +56,7 @@ struct StandingRow {
 
 [[nodiscard]] const StandingRow& rowOf(Stand stand);
 
-/// What has been heard of it.
+/// What the generator has reported.
 struct Heard {
     Phase mode;  ///< the last of 2, 6, 8 and 9
     Phase phase; ///< the last report
@@ -64,10 +64,10 @@ struct Heard {
     bool poweringUp;
     bool lent;
     ExposureRequest exposures;
-    bool exitUnheard; ///< a way out was tried while it was lost
+    bool exitUnheard; ///< leaving was tried while the generator was lost
 };
 [[nodiscard]] Stand standOf(const Heard& heard);
-/// The row of where it stands, with what its present phase takes and says.
+/// The row of its state, changed by its present phase.
 [[nodiscard]] StandingRow standingOf(const Heard& heard);
 
 } // namespace quillon

@@ -109,7 +109,7 @@ void StartOfService::delayShowTick() {
 void StartOfService::heard() {
     if (context_.console["lblHelp"].caption() == context_.texts.sPowerUpGenerator) {
         screen_.clearPrompt();
-        session_.stand(); // has other words, perhaps
+        session_.stand(); // its words replace the greeting
     }
 }
 

@@ -21,11 +21,11 @@ public:
     void RefreshConsole();
     /// A generator that was just powered up is given five seconds before the refresh.
     void refreshAfterPowerUp();
-    /// Normal operation again: makes the refresh that found another phase at the end of its wait.
+    /// Normal operation is reported again: makes the refresh that was not possible at the end of its wait.
     void refreshIfOwed();
-    /// The generator has told a phase: nobody has to power it up.
+    /// The generator has reported a phase: the prompt to power it up goes.
     void heard();
-    /// The greeting of a generator that is not there is not wanted any more.
+    /// Cancels the greeting, which is for a generator that is not there.
     void dismissGreeting() { tmrDelayShow_.stop(); }
 
 private:

@@ -103,7 +103,7 @@ StatusField StatusLine::generator() const {
     return {words, session_.generator().poweringUp() ? Tone::Waits : Tone::Plain};
 }
 
-/// What was reported last may be so no more.
+/// What was reported last may no longer be true.
 bool StatusLine::cannotTell() const {
     const LinkSilence& silence = context_.link.silence();
     return silence.quiet() || !silence.everHeard() ||

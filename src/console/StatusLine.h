@@ -42,7 +42,7 @@ public:
     [[nodiscard]] StatusField rays() const;
     /// The error that stands, or the loss.
     [[nodiscard]] StatusField alarm() const;
-    /// What is being waited for; else how a screen of its own is left.
+    /// What is being waited for; otherwise how a positioner's screen is left.
     [[nodiscard]] StatusField doing() const;
     /// The key that closes the screen of its own that is open; empty while none is.
     [[nodiscard]] const Control* wayBack() const { return session_.restScreen().wayBack(); }
@@ -50,7 +50,7 @@ public:
     [[nodiscard]] std::string howFar() const;
 
     [[nodiscard]] Progress progress() const;
-    /// Time goes by in it: ask again in a second.
+    /// It shows seconds: ask again in a second.
     [[nodiscard]] bool counting() const;
 
     Signal<> changed;

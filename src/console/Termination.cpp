@@ -27,7 +27,7 @@ void Termination::LeaveNow() {
     session_.begin(Run::Closing, modes.empty() ? effects::kClosingBegins : effects::kPollFree);
     stopAllTimers();
     if (Control* window = context_.console.container()) {
-        window->setEnabled(false); // nothing is in reach any more
+        window->setEnabled(false); // the operator can press nothing any more
     }
     leaving_ = true;
     stood_ = session_.lastPhase();
@@ -39,7 +39,7 @@ void Termination::LeaveNow() {
     screen_.prompt(Role::Prompt, context_.texts.sClosing);
     closing_.goodbyeIn(modes.empty() ? Closing::kGoodbyeDelay : kLeaveTime, [this] {
         if (session_.mode() == Phase::Autocalibration) {
-            leave(Phase::Calibration); // it has not been seen to follow; it may all the same
+            leave(Phase::Calibration); // the generator has not reported it yet, but may go there
         }
     });
 }

@@ -4,8 +4,8 @@
 
 namespace quillon {
 
-/// Whether the calibration value that the operator has changed was stored. It goes by what the hand has sent
-/// and the generator has acknowledged; more it does not tell.
+/// Whether the calibration value that the operator has changed was stored. It is known only from the commands
+/// that were sent and acknowledged.
 class UnsavedValue {
 public:
     UnsavedValue(TorvaneSerialV3_07_QLC1& link, ServiceSession& session, PendingKeys& pending);

@@ -38,7 +38,7 @@ void UserMode::goToUserMode() {
     }
     session_.loan().lend();
     if (!session_.lent()) {
-        return; // it has started over since, and has not told calibration again
+        return; // it has restarted, and has not reported calibration since
     }
     session_.apply(effects::kXRaysAllowed);
     calibration_.ToggleCalibrationMode();

@@ -7,7 +7,7 @@ namespace quillon {
 namespace {
 
 constexpr std::size_t kViewLimit = 2048;       // characters that survive the next line
-constexpr std::size_t kFileLimit = 10'000'000; // bytes: six days of the poll, an hour of the busiest line
+constexpr std::size_t kFileLimit = 10'000'000; // bytes: a week of the poll, an hour of the busiest line
 constexpr std::string_view kLineEnd = "\r\n";
 
 } // namespace

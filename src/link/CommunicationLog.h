@@ -8,9 +8,9 @@
 
 namespace quillon {
 
-/// Shows the traffic of the line in the debug view and writes it to "log.txt". A full file goes on in a new
-/// one and stays as "log-older.txt". Service aids only: neither has an effect on the protocol, and no failure
-/// of theirs is reported.
+/// Shows the traffic of the line in the debug view and writes it to "log.txt". A full file is renamed
+/// "log-older.txt" and a new one begun. Neither has an effect on the protocol; a file that cannot be written
+/// is the folder's to report.
 class CommunicationLog {
 public:
     /// `panel` holds the debug view and the status strip that it stands in for.
@@ -30,10 +30,10 @@ public:
     void sent(std::string_view message);
     /// A frame was written that the device did not take.
     void notSent(std::string_view message);
-    /// Something about the port itself.
+    /// A line about the port itself.
     void noted(std::string_view text);
-    /// A fault has ended what the program did about something. Only while the debug view is on: the file
-    /// alone tells what was on the line.
+    /// A fault has ended a handler. Shown while the debug view is on; the file holds only what was on the
+    /// line.
     void ended(std::string_view what);
     /// A frame came, with the CR that ends its last message. Nothing happens for an empty one.
     void received(std::string_view frame);

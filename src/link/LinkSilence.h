@@ -6,17 +6,17 @@
 
 namespace quillon {
 
-/// A generator that has missed two polls, long before it counts as lost. It must have been heard before:
-/// until then there is nothing that could be missed.
+/// Detects a generator that has missed two polls, long before it counts as lost. Only after it was heard for
+/// the first time.
 class LinkSilence {
 public:
     explicit LinkSilence(const Schedule& schedule) : schedule_(schedule) {}
 
     /// Something came.
     void heard();
-    /// It is polled once more, so many times since something came.
+    /// Another poll goes out, which is number `unanswered` since something came.
     void polled(int unanswered);
-    /// The port was opened or closed: it is not to be heard, or has said nothing yet.
+    /// The port was opened or closed: nothing can be heard, or nothing was heard yet.
     void forget();
 
     [[nodiscard]] bool quiet() const { return quiet_; }

@@ -24,7 +24,7 @@ static_assert(kAllPhases == ((maskOf(kPhaseRows.back().phase) * 2 - 1) | kSpareB
                   maskOf(kPhaseRows.back().phase) < kSpareBit,
               "every phase is in it, and the spare bit is none of theirs");
 
-/// Which phases allow what, by what is allowed in them.
+/// Sets of phases, named by what they allow.
 namespace allowed {
 using enum Phase;
 inline constexpr PhaseMask kReady = Phases{NormalOperation}.mask();

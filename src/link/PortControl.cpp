@@ -57,7 +57,7 @@ void PortControl::opened() {
 
 void PortControl::deviceCame() {
     if (asked_ != wholeSettings()) {
-        SerialCom_.close(); // another line is being chosen on the Comm page, and its key opens that
+        SerialCom_.close(); // other settings were chosen on the Comm page, whose key opens the port
         return;
     }
     opened();

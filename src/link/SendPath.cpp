@@ -24,7 +24,7 @@ SendPath::SendPath(LinkState& state, LinkEvents& events, SerialPort& port, Commu
 }
 
 bool SendPath::allows(PhaseMask phases) const {
-    // What every phase allows passes in one that does not exist, too: the poll must outlive a garbled report.
+    // What every phase allows also passes in an unknown phase: the poll must survive a garbled report.
     return phases == kAllPhases || (state_.m_PhaseMask & phases) == state_.m_PhaseMask;
 }
 
@@ -62,7 +62,7 @@ void SendPath::SendMessage(std::string_view newmessage, PhaseMask phases, bool W
 
 void SendPath::discardWaiting() {
     m_Queue.clear();
-    m_AckPending = false; // what was thrown away must not take the next one's place
+    m_AckPending = false; // no acknowledgement is pending for what was thrown away
 }
 
 void SendPath::setNotices(Notices notices) {

@@ -46,15 +46,15 @@ public:
     void fmessMessageAcknowledge();
     /// A message of the own table was handled: the next transmission waits until the line has been quiet.
     void messageHeard();
-    /// The last moment of the line: what waits is written at once and in its order. What has been on the line
-    /// and waits for its acknowledgement only is not said again.
+    /// The port is about to close: writes what waits, at once and in order. A message that was sent and waits
+    /// only for its acknowledgement is not sent again.
     void drain();
     /// The port was opened or closed: nothing that waited survives, and no timer waits for it.
     void reset();
 
-    /// Who wants to know what became of a message: `handedOver` names it by a ticket when it is queued, or
-    /// when one just like it waits already; `left` comes when it is acknowledged (done), given up or
-    /// thrown away, and for one that asks for no acknowledgement when it is sent (done).
+    /// Notices about each message: `handedOver` gives its ticket when it is queued, or that of an equal one
+    /// that waits already; `left` comes when it is acknowledged (done), given up or thrown away, and for one
+    /// that asks for no acknowledgement when it is sent (done).
     struct Notices {
         std::function<void(std::uint32_t ticket)> handedOver;
         std::function<void(std::uint32_t ticket, bool done)> left;

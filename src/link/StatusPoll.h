@@ -25,11 +25,11 @@ public:
     /// The port was opened: the heat is asked for first, one interval from now.
     void begin();
     void run() { timer_.run(); }
-    /// Asks no more, and forgets nothing of what is known of a silence.
+    /// Stops asking, and keeps what is known of a silence.
     void stop() { timer_.stop(); }
     /// The port was closed.
     void end();
-    /// Keeps the poll away for a while; the next tick ends it.
+    /// Pauses the poll until the next tick, which comes later than usual.
     void holdBack();
     /// Ends that at once: the next poll is one ordinary interval away.
     void resume();
@@ -39,7 +39,7 @@ public:
     void HURequest();
     /// Something came from the generator.
     void heard();
-    /// The host takes the missed answers back; nothing was heard.
+    /// The host sets the count of missed answers to 0; nothing was heard.
     void ResetNoAnswerFromGeneratorError() { state_.m_NoAnswerCount = 0; }
 
 private:

@@ -89,10 +89,10 @@ void TorvaneSerialV3_07_QLC1::setPortOpen(bool open) {
 void TorvaneSerialV3_07_QLC1::leavePort() {
     SendPath& send = parts_->send;
     send.drain();
-    // One that waited already has kept a later one of the same word out, behind its opposite.
+    // An "RX1" that waited already has kept a later one out of the queue, behind an "RX0".
     if (send.lastRaysMessage() == "RX0") {
         parts_->generator.RXEnable = true;
-        // Whatever the phase: it may be one in which nothing was to be said yet.
+        // In every phase, also in one that allows no message yet.
         send.SendMessage("RX1", kAllPhases);
         send.drain();
     }

@@ -48,7 +48,7 @@ public:
     ~TorvaneSerialV3_07_QLC1() override;
 
     [[nodiscard]] LinkEvents& events();
-    /// Raised in the place of GeneratorPhaseChange by the report of a phase that stands already.
+    /// Raised instead of GeneratorPhaseChange if the present phase is reported again.
     [[nodiscard]] Signal<>& phaseRepeated();
     /// Raised behind each message, when all of it is done: its mnemonic, its value, and whether it is known.
     [[nodiscard]] Signal<std::string_view, std::string_view, bool>& messageTaken();
@@ -67,7 +67,7 @@ public:
     [[nodiscard]] Technique& technique();
     /// Errors, warnings and their reset.
     [[nodiscard]] ErrorsAndWarnings& errors();
-    /// What stands between a press of the panel's key and its work now.
+    /// Why a press of the panel's key would do nothing now.
     [[nodiscard]] Hindrance hindrance(const Control& key) const;
     /// The line as the machine sees it: which device it is, whether it is there, why it did not open.
     [[nodiscard]] const SerialPort& line() const;
@@ -86,7 +86,7 @@ public:
     void setStatusUpdateEnable(bool enable);
     /// The generator is asked for its phase, now and again.
     [[nodiscard]] bool polls() const;
-    /// Whatever kept the poll away is over.
+    /// The poll goes on, whatever has paused it.
     void pollAgain();
     void setEventEnabled(bool enabled);
     void setHandshaking(bool asked);
@@ -104,7 +104,7 @@ public:
     [[nodiscard]] bool allows(std::string_view mnemonic) const;
     /// The operator's answer to the question whether to autocalibrate is on its way to the generator.
     [[nodiscard]] bool answering() const;
-    /// A question that still stands there is asked once more; nothing when none does.
+    /// If the generator still asks whether to autocalibrate: shows and raises the question again.
     void repeatQuestion();
 
     /// The embedded panel shows its main menu, or this page of its service menu and no way to another one.

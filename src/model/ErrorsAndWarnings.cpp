@@ -180,7 +180,7 @@ void ErrorsAndWarnings::reportWarning(std::int32_t code) {
 void ErrorsAndWarnings::startBlinking() {
     const bool marked =
         std::any_of(kFlags.begin(), kFlags.end(), [this](bool State::*flag) { return state_.*flag; });
-    // Nobody sees the fields of a panel that has become its own icon.
+    // The fields of a minimised panel cannot be seen.
     if (marked && !Iconized_.visible()) {
         state_.m_BlinkOff = false;
         tmrBlinking_.start(kHalfCycle);

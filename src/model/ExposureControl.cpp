@@ -122,7 +122,7 @@ void ExposureControl::addOperations() {
 }
 
 bool ExposureControl::takesDensity(std::int32_t Density) const {
-    // Before the range is known no step means anything.
+    // Without the range a step has no meaning.
     return state_.m_MaxAECDensity > 0 && Density >= 0 && Density <= state_.m_MaxAECDensity;
 }
 
@@ -212,7 +212,7 @@ void ExposureControl::fmessAECField(std::string_view value) {
 void ExposureControl::fmessAECDensity(std::string_view value) {
     const std::int32_t step = toInt32(value.substr(0, 1));
     if (step > state_.m_MaxAECDensity || state_.m_MaxAECDensity == 0) {
-        // The range is not known, or not any more: ask for it, and for everything that hangs on it.
+        // The range is not known: ask for it, and for everything that depends on it.
         context_.commands.send(command("MaxDensityRequest"));
         context_.commands.send(command("AECRefresh"));
         return;

@@ -158,7 +158,7 @@ void Fluoroscopy::stepOnce(std::string_view mnemonic, bool& armed) {
 
 void Fluoroscopy::repeatStep() {
     if (m_FlKVPRetryCount == 0) {
-        // The step stays armed: a generator that does not report is not asked all over again.
+        // The step stays armed, so that a generator that does not report is not asked again without end.
         tmrAutorepFlKVP_.stop();
         return;
     }
@@ -311,7 +311,7 @@ void Fluoroscopy::fmessFLKVPTracking(std::string_view value) {
     }
     state_.m_FlKVPTrackingActive = curve != 0;
     if (curve != 0) {
-        // Kept when tracking goes off: it is what tracking starts with again.
+        // Kept when tracking is switched off, as tracking starts with it again.
         state_.m_FlKVPTrackingCurve = curve;
     }
     txtFlKVPTracking_.setCaption(shown);

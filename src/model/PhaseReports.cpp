@@ -32,12 +32,12 @@ constexpr std::array kSignals{
 };
 // clang-format on
 
-// Texts of the generator as it was, besides the values on the pages. A tube that was hot still is.
+// Texts that a restart of the generator empties, besides the values on the pages. The tube's heat stays.
 constexpr std::array<PanelControl, 3> kReportedTexts{"lblWarning", "txtInfo", "txtWorkingMode"};
 
 constexpr std::int16_t kNoDescriptionType = 2;
 
-/// Every report of it is news: the operator hears of the error once more.
+/// Every report of such a phase counts as new, so that the operator is told of the error again.
 bool isError(Phase phase) {
     return phase == Phase::Error || phase == Phase::AutocalError;
 }
@@ -85,7 +85,7 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
         if (isKnown(phase)) {
             link_.m_NoAnswerCount = 0;
             Control& shown = panel_["txtPHASE"];
-            shown.setCaption(std::string(shown.caption())); // it is still so
+            shown.setCaption(std::string(shown.caption())); // written again, so that it no longer looks old
             repeated.raise();
         }
     } else {
@@ -95,7 +95,7 @@ void PhaseReports::fmessGeneratorPhase(std::string_view value) {
         link_.m_Phase = phase;
         link_.m_PhaseMask = maskOf(phase);
         if (phase == Phase::NormalOperation && old == Phase::Initialization) {
-            // Asked only now: the request is not allowed in the phase that ends here.
+            // Only now, as the request is not allowed in the phase that ends here.
             context_.commands.send(command("MaxDensityRequest"));
         }
         if (link_.EventEnabled) {
@@ -112,13 +112,12 @@ void PhaseReports::enter(Phase phase, Phase old) {
     link_.m_NoAnswerCount = 0;
     const bool refused = phase == Phase::Calibration || phase == Phase::Configuration;
     if (endsService(phase) || (refused && service_.confirming())) {
-        service_.abandonAnswer(); // said once more in calibration, it would begin another autocalibration
+        service_.abandonAnswer(); // sent again in calibration, it would begin another autocalibration
     } else if (phase != Phase::ConfirmDismiss) {
         service_.withdrawQuestion();
     }
     if (endsService(phase) || phase == Phase::Configuration) {
-        // Where the calibration list stood says nothing about where it stands when calibration is entered
-        // again.
+        // The place in the calibration list is another one when calibration is entered again.
         state_.m_CalibrationType = -1;
         state_.m_CalibrationParameter = 0;
         setCalibrationRange(state_, panel_["sldCalValue"], state_.m_CalibrationRange);
@@ -230,7 +229,7 @@ void PhaseReports::enterConfiguration() {
     panel_["cmbConfiguration"].setCaption("OFF");
     context_.routines.ShowServiceMenu();
     context_.routines.SelectServicePage(0);
-    // At once, so that what the page sends next already passes.
+    // Before anything else, so that what the page sends next is allowed.
     link_.m_PhaseMask = maskOf(Phase::Configuration);
 }
 

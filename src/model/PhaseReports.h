@@ -19,10 +19,10 @@ public:
     /// "ST": a new phase reconfigures the panel and raises GeneratorPhaseChange; a repeated one only counts
     /// as a sign of life, except the two error phases, which are handled at every report.
     void fmessGeneratorPhase(std::string_view value);
-    /// The question whether to autocalibrate stands in the generator: its keys and its event come once more,
-    /// and an answer that was not taken is forgotten. Nothing in another phase.
+    /// If the generator still asks whether to autocalibrate: shows the keys and raises the event again, and
+    /// forgets an answer that was not taken. Nothing in another phase.
     void repeatQuestion();
-    /// The phase that stands already was reported once more.
+    /// The present phase was reported again.
     Signal<> repeated;
     /// "HE": percent of the tube's heat capacity. HUUpdate carries what is shown.
     void fmessHU(std::string_view value);

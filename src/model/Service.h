@@ -30,10 +30,10 @@ public:
     /// sent, and the poll keeps away until the generator has taken it.
     [[nodiscard]] bool confirming() const { return tmrConfirm_.running(); }
     [[nodiscard]] bool answering() const { return tmrConfirm_.running() || tmrDismiss_.running(); }
-    /// The generator asks no more: its question cannot be answered any longer. An answer on its way goes on.
+    /// The generator no longer asks: its question cannot be answered any more. An answer on its way goes on.
     void withdrawQuestion();
-    /// The autocalibration is over, however far its confirmation has come: nothing of it is sent any more,
-    /// and the poll is again as the console has it.
+    /// The autocalibration is over: nothing of a confirmation is sent any more, and the poll is as the
+    /// console wants it.
     void abandonAnswer();
 
 private:

@@ -216,7 +216,7 @@ void Technique::TMReq() {
 
 void Technique::report(const Report& row, std::string_view value, Control& normal, Control& service) {
     std::string& text = state_.*row.quantity.text;
-    // What repeats the stored text is no news, but the field may have been emptied, or it is another one now.
+    // A repeated text raises no event, but the field may have been emptied, or another one is in use now.
     const bool repeated = row.takes == NewTexts && value == text;
     if ((row.takes == Numbers || row.takes == NumbersKept) && !isNumeric(value)) {
         if (row.takes == NumbersKept) {
@@ -261,7 +261,7 @@ bool Technique::storeMS(std::string_view value) {
 
 bool Technique::storeMAS(std::string_view value) {
     constexpr double kWholeFrom = 100;
-    // Values below that always carry a point; a whole number there is what a calibration counts in.
+    // Smaller values always have a decimal point; a whole number is the unit of a calibration.
     if (isNumeric(value) && link_.m_Phase != Phase::Calibration && toDouble(value) < kWholeFrom &&
         value.find('.') == std::string_view::npos) {
         state_.m_MAS = 0;
@@ -274,7 +274,7 @@ bool Technique::storeMAS(std::string_view value) {
 }
 
 void Technique::serveKVP(Control& field, bool /*repeated*/) {
-    // Between the wish for an autocalibration and its start the generator still reports the old station.
+    // Between the request for an autocalibration and its start the generator still reports the old station.
     if (state_.m_AutocalState != 1) {
         field.setCaption(state_.m_KVPDisplay);
     }
@@ -316,7 +316,7 @@ void Technique::serveMA(Control& field, bool /*repeated*/) {
 
 void Technique::serveMADisplay(Control& field, bool repeated) {
     std::string& item = state_.m_MADisplay;
-    // The item may have been forgotten since: then it is news.
+    // The item may have been forgotten since; then the report counts as new.
     const bool known = repeated && state_.m_CalibrationType >= 0;
     if (!known && link_.m_OperatingPhase == Phase::Calibration && !item.empty()) {
         if (item.starts_with('E')) {

@@ -18,7 +18,7 @@ constexpr std::int16_t kSlowTicks = 10;
 // Another station has another calibration value; what is shown would be taken for its own.
 constexpr std::array<PanelControl, 2> kStationKeys{"cmbMACalUp", "cmbMACalDown"};
 
-// They make single steps, and their release lets go of whatever is held.
+// They make single steps, and their release stops whatever repeats.
 constexpr std::array<PanelControl, 2> kStoppingKeys{"cmbKVPCalUp", "cmbKVPCalDown"};
 
 template <int kBy> void stepsDensity(const PanelSubjects& subjects, int /*index*/) {
@@ -27,7 +27,7 @@ template <int kBy> void stepsDensity(const PanelSubjects& subjects, int /*index*
 
 } // namespace
 
-/// What a press must find; otherwise it does nothing.
+/// The condition for a press; otherwise it does nothing.
 enum class HeldKeys::Condition : std::uint8_t {
     Always,
     NormalPhase, ///< no exposure is going on
@@ -300,7 +300,7 @@ void HeldKeys::tick() {
         }
         m_AutorepeatFastRoutine(subjects_, 0);
     }
-    // What the queue cannot take would be lost. The key has to be pressed anew.
+    // A full queue would lose the step, so the repeat ends; the key has to be pressed again.
     if (context_.send.queueCount() >= SendQueue::kCapacity) {
         tmrAutoRepeat_.stop();
     }

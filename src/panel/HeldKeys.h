@@ -45,7 +45,7 @@ private:
     /// A key, its twin, and the rows of which the first that applies is taken at a press.
     struct Hold {
         std::span<const Row> rows;
-        bool stepped = false; ///< its last press did something and was not let go yet
+        bool stepped = false; ///< its press had an effect and it was not let go yet
     };
 
     [[nodiscard]] static std::span<const Row> table();

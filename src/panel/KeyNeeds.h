@@ -10,7 +10,7 @@
 
 namespace quillon {
 
-/// What stands between a press of a key and its work.
+/// Why a press of a key does nothing.
 enum class Hindrance : std::uint8_t {
     None,
     Phase,        ///< the generator takes no such command in its phase
@@ -23,8 +23,8 @@ enum class Hindrance : std::uint8_t {
     NoNumber,     ///< the box beside it holds no number
 };
 
-/// What each key needs: a phase that lets its command out, and what its own row asks for. A key that nobody
-/// has entered needs nothing.
+/// What each key needs: a phase that allows its command, and the condition of its row. A key that was not
+/// added needs nothing.
 class KeyNeeds {
 public:
     using Condition = std::function<Hindrance()>;

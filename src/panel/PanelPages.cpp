@@ -169,7 +169,7 @@ void PanelPages::ResetPanelKeys() {
         } else if (control->kind() == Kind::Button) {
             control->setBackColour(kNormalColour);
         } else if (isValueField(*control)) {
-            // A value of before would look like one of now.
+            // An old value would look like a present one.
             control->setCaption("");
         }
     }

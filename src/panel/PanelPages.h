@@ -34,12 +34,12 @@ public:
 
     /// The keys of the technique mode and the warning's text beside them.
     void showTechniqueKeys(bool shown);
-    /// What the operator must not reach while the machine is lent to its users for a while.
+    /// Disables what the operator must not reach while the machine is lent to its users.
     void setUserMode(bool on);
 
-    /// The console leads from page to page and from mode to mode; the panel's own keys for that go.
+    /// Disables the panel's own keys to other pages and modes, as the console leads there.
     void giveUpOwnWays();
-    /// This page of the service menu, and no way to another.
+    /// Shows this page of the service menu without a way to another.
     void keepServicePage(std::int16_t page);
 
     [[nodiscard]] bool mainMenuShown() const { return m_MainMenuShown; }

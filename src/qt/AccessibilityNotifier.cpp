@@ -15,7 +15,7 @@ namespace quillon {
 
 namespace {
 
-// A timer and no queued call: whatever records a session brings its time up to date at a timer.
+// A timer and not a queued call, as the recorder updates its time at timers.
 constexpr int kMoment = 1;    // ms
 constexpr int kTogether = 50; // ms, within which several changes are told together
 

@@ -15,8 +15,8 @@ namespace quillon {
 class ControlView;
 class Screen;
 
-/// Stands between the screen and a screen reader: tells it what has changed, while there is one, and lends it
-/// a hand. A press is one of the mouse's on the window, so all rules of a finger's hold for it.
+/// Stands between the screen and a screen reader: tells it what has changed, while there is one, and carries
+/// out its presses. A press is made with the mouse on the window, so all rules for a finger hold.
 class AccessibilityNotifier final : public QObject {
 public:
     AccessibilityNotifier(Screen& screen, Input& input);

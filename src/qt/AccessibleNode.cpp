@@ -26,13 +26,13 @@ bool holdsOthers(const Control& control) {
     return control.kind() == Kind::Form || control.kind() == Kind::User || control.kind() == Kind::Frame;
 }
 
-/// It is a node: what it lies on without a name is none, and neither is a label without text.
+/// Whether the view is listed: a container without a name is not, nor is a label without text.
 bool isNode(const ControlView& view) {
     return view.isVisible() &&
            (view.isWindow() || !accessibleName(view.control(), view.indicators()).isEmpty());
 }
 
-/// A menu that is shut off as long as the mode keys lead: its keys would be heard twice, and do nothing.
+/// A menu whose keys are all disabled because the mode keys take their place.
 bool isDeadMenu(const Control& control) {
     const std::vector<Control*>& all = control.stack();
     return control.kind() == Kind::Frame && !control.enabled() && !all.empty() &&
@@ -129,7 +129,7 @@ public:
     [[nodiscard]] QStringList actionNames() const override { return {}; }
 };
 
-/// A control. It is asked only while its view is on show: what was taken off the screen has no control.
+/// A control. Queried only while its view is shown: a view that was removed has no control.
 class ControlNode final : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     ControlNode(QWidget* widget, ControlView& view)
@@ -190,7 +190,7 @@ public:
         return above == nullptr ? QAccessibleWidget::parent() : QAccessible::queryAccessibleInterface(above);
     }
 
-    /// None while it is out of reach, behind a panel or a message box for one.
+    /// None while the control cannot be reached, for example behind a panel or a message box.
     [[nodiscard]] QStringList actionNames() const override {
         const AccessibilityNotifier* news = AccessibilityNotifier::of(view_);
         return canBePressed() && news != nullptr && news->reaches(view_) ? QStringList{pressAction()}
@@ -218,7 +218,7 @@ public:
         }
     }
 
-    // Only a slider's.
+    // The value interface, which only a slider has.
     [[nodiscard]] QVariant currentValue() const override { return view_.control().value(); }
     [[nodiscard]] QVariant maximumValue() const override { return view_.control().maximum(); }
     [[nodiscard]] QVariant minimumValue() const override { return 0; }

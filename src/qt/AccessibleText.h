@@ -20,7 +20,7 @@ public:
     void insertText(int offset, const QString& text) override { replaceText(offset, offset, text); }
     void replaceText(int start, int end, const QString& text) override;
 
-    // One place for all letters, and nothing selected.
+    // All letters have the place of the whole text, and none is selected.
     void selection(int index, int* start, int* end) const override;
     [[nodiscard]] int selectionCount() const override { return 0; }
     void addSelection(int /*start*/, int /*end*/) override {}

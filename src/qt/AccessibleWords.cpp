@@ -30,7 +30,7 @@ QString oneLine(std::string_view text) {
     return toQtLines(text).simplified();
 }
 
-/// As the screen says it.
+/// In the words that the screen uses.
 QString captionOf(const Control& control) {
     return oneLine(control.onScreen(control.caption()));
 }
@@ -39,7 +39,7 @@ bool isArrow(const Control& control) {
     return control.kind() == Kind::Button && (control.art() == "up" || control.art() == "down");
 }
 
-/// "+" and "-" on a key, as good as an arrow.
+/// "+" and "-" on a key, which mean the same as arrows.
 bool isStep(const Control& control) {
     return isArrow(control) ||
            (control.kind() == Kind::Button && (control.caption() == "+" || control.caption() == "-"));
@@ -54,7 +54,7 @@ bool overlaps(Twips start, Twips length, Twips otherStart, Twips otherLength) {
     return common * 2 > std::min(length, otherLength);
 }
 
-/// Beside it on the same background, the nearest first.
+/// Controls beside it on the same background, the nearest first.
 std::vector<const Control*> neighbours(const Control& control, bool column, bool before) {
     std::vector<const Control*> found;
     const auto start = [column](const Control& one) { return column ? one.top() : one.left(); };
@@ -114,7 +114,7 @@ const Control* labelOf(const Control& control) {
     return nullptr;
 }
 
-/// What heads its part of an area that has several parts. What refuses them all belongs to none.
+/// The heading of its part, in an area of several parts. A key that refuses belongs to no part.
 const Control* headingOf(const Control& control) {
     const auto isTitle = [](const Control* one) { return one->role() == Role::Title && one->visible(); };
     const std::vector<Control*>& all = control.container()->stack();
@@ -191,7 +191,7 @@ QString keyName(const Control& key, const Indicators* indicators) {
     return isStep(key) ? (subjectOf(key) + QLatin1Char(' ') + sign).trimmed() : sign;
 }
 
-/// A value that is empty is a thing to know.
+/// An empty value is announced as well.
 QString labelName(const Control& label, const Indicators* indicators) {
     QString words = captionOf(label);
     if (words.isEmpty() && isField(label) && indicators != nullptr) {
@@ -203,7 +203,7 @@ QString labelName(const Control& label, const Indicators* indicators) {
                                          : note + QStringLiteral(". ") + words;
 }
 
-/// A panel is called by its title, or by the first words that stand out on it.
+/// A panel's name is its title, or the first words on it that are highlighted.
 QString panelName(const Control& panel) {
     QString first;
     for (const Control* one : panel.stack()) {
@@ -246,7 +246,7 @@ bool isOld(const Control& control, const Indicators& indicators) {
     return value && (control.old() || indicators.pending.outdated(control));
 }
 
-/// What is to be seen of the control beside its words.
+/// The state of the control that is shown otherwise than by its words.
 QStringList marksOf(const Control& control, const Indicators& indicators) {
     QStringList all;
     const auto add = [&](std::string T::*text) { all << oneLine(indicators.texts.*text); };

@@ -16,7 +16,7 @@ namespace quillon {
 
 ControlView::ControlView(Control& control, QWidget* parent, const Indicators* indicators)
     : control_(control), indicators_(indicators) {
-    // Not before it is a view: on background that is disabled, a screen reader is told of it at once.
+    // Only when it is known as a view: on a disabled background a screen reader is told of it at once.
     setParent(parent);
     setFocusPolicy(Qt::NoFocus);
 }

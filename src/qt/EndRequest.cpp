@@ -17,14 +17,14 @@ namespace quillon {
 
 namespace {
 
-/// A closed terminal and the end of a session send more than one signal; that is no second wish.
+/// A closed terminal and the end of a session send more than one signal; they count as one request.
 constexpr int kOneRequest = 500; // ms
 
 #ifndef _WIN32
 constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
 
-// A pipe from the signal to the event loop: all that a signal may touch, which comes in the middle of
-// anything.
+// A pipe from the signal handler to the event loop. The handler interrupts any code and may do no more than
+// write to it.
 std::array<int, 2> line{-1, -1};
 
 void signalled(int) {
@@ -38,7 +38,7 @@ void handle(void (*handler)(int)) {
     for (const int number : kSignals) {
         struct sigaction action {};
         ::sigaction(number, nullptr, &action);
-        // Who started the program may have asked for it to live on, as nohup does.
+        // A signal that is ignored from the start, as with nohup, stays ignored.
         if (action.sa_handler != SIG_IGN) {
             action.sa_handler = handler;
             action.sa_flags = SA_RESTART;

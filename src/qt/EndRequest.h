@@ -15,10 +15,9 @@ public:
     EndRequest();
     ~EndRequest() override;
 
-    /// The first request. Before it is set, nothing was taken that would have to be given back.
+    /// Called at the first request. While it is empty, the console has taken nothing that it must give back.
     std::function<void()> onFirst;
-    /// The request is repeated, since nobody wants to wait any longer, or comes before the first can be
-    /// served.
+    /// Called when the request is repeated, or comes before the first can be served.
     std::function<void()> onAgain;
     /// The session ends, and the process with it as soon as this returns.
     std::function<void()> onSessionEnd;

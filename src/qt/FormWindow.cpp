@@ -78,7 +78,7 @@ void FormWindow::fitScreen() {
     if (!fits_) {
         return;
     }
-    setMinimumSize(kSmallest.boundedTo(most)); // what cannot be seen helps nobody
+    setMinimumSize(kSmallest.boundedTo(most)); // no part may lie outside of the screen
     if (width() > most.width() || height() > most.height()) {
         resize(size().boundedTo(most));
     }

@@ -21,7 +21,8 @@ public:
     [[nodiscard]] static int formHeight(int window);
     [[nodiscard]] QRect foot() const;
 
-    /// Below it letters would be lower than 8 pixels. It leaves room for the window of a screen of 640 x 480.
+    /// Below it words would need a font of less than 8 pixels. It fits on a screen of 640 x 480 with the
+    /// window's frame.
     static constexpr QSize kSmallest{620, 456};
     /// Whoever sizes the window, it is not made smaller than that any more; and it fits on a screen with the
     /// frame that it gets there, if need be by being smaller.

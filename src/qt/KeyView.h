@@ -34,7 +34,7 @@ private:
     [[nodiscard]] bool isUnknown() const;
     /// There is something to see of it.
     [[nodiscard]] bool isThere() const;
-    /// It was lit a moment ago, and would not have been seen.
+    /// A lamp that was lit a moment ago, too shortly to be seen.
     [[nodiscard]] bool isHeldLit() const;
     /// A press comes to nothing.
     [[nodiscard]] bool isKeptBack() const;
@@ -44,7 +44,7 @@ private:
     /// The sign beside its text; empty for none.
     [[nodiscard]] std::string_view sign() const;
     [[nodiscard]] QRect signPlace() const;
-    /// On a key that is not wide its lock has a corner, and what it carries keeps its place.
+    /// On a narrow key the lock is in a corner, and its content keeps its place.
     [[nodiscard]] bool hasCornerLock() const;
     /// The colour that its content stands on.
     [[nodiscard]] QColor face() const;

@@ -83,7 +83,7 @@ QColor LabelView::background() const {
 
 std::optional<Words> LabelView::words() const {
     const RankLook* look = rank();
-    // The note of an alarm belies the words behind it.
+    // The note of an alarm corrects its words, so it comes first.
     const bool noted = !control().note().empty() && look != nullptr;
     const std::string note = noted ? control().note() + "\n" : "";
     Words words{rect(),
@@ -101,7 +101,7 @@ std::optional<Words> LabelView::words() const {
     words.font.setItalic(looksOld());
     if (control().role() == Role::Interlock) {
         words.place.adjust(signPlace().right() + 6, 0, -4, 0);
-        words.font.setBold(false); // it has to be narrowed as it is
+        words.font.setBold(false); // the text has to be narrowed already
         words.oneLine = true;
     } else if (look != nullptr) {
         const QRect sign = signPlace();
@@ -115,7 +115,7 @@ std::optional<Words> LabelView::words() const {
     } else if (hasSmallNote()) {
         words.place.setBottom(smallNotePlace().top() - 1);
     } else {
-        // Half a blank of space where a phrase is parted.
+        // Half a blank of space where two labels make one phrase.
         const int gap = QFontMetrics(words.font).horizontalAdvance(QLatin1Char(' ')) / 2;
         words.place.adjust(control().textSide() == TextSide::PhraseEnd ? gap : 0, 0,
                            control().textSide() == TextSide::PhraseStart ? -gap : 0, 0);

@@ -10,7 +10,7 @@ namespace quillon {
 
 namespace {
 
-/// Letters may be lower than this only where their place is too small for them, narrow as they may be.
+/// Pixels of a font. Text is set smaller only if it does not fit even when narrowed.
 constexpr int kReadablePixels = 8;
 
 constexpr Colour kSystemColour = 0x80000000;
@@ -25,8 +25,8 @@ constexpr double kBelowLine = 0.2;
 /// Letters may be narrowed to this part of their width before they shrink.
 constexpr double kNarrowest = 0.65;
 
-/// In three pieces where it is tall: what Qt paints of many rows at once it shares out to threads, and waits
-/// for them; beside busy programs they are long in coming.
+/// In three pieces if it is tall: Qt paints large areas with several threads and waits for them, which takes
+/// long beside busy programs.
 void fillRounded(QPainter& painter, const QRectF& place, double radius) {
     const double cap = std::ceil(radius);
     const bool whole = QRectF(place.toAlignedRect()) == place;

@@ -21,7 +21,7 @@ namespace quillon {
 
 namespace {
 
-constexpr int kAfterStart = 500;    // ms; starting takes long, and no frame is under way yet
+constexpr int kAfterStart = 500;    // ms; starting uses much time, and no frame is under way yet
 constexpr int kAgain = 5000;        // ms
 constexpr int kLowest = 1;          // of the real-time priorities
 constexpr rlim_t kBudget = 100'000; // microseconds of work without a pause
@@ -59,8 +59,8 @@ void worksTooLong(int) {
     fallen = 1;
 }
 
-/// What runs away must not take the PC with it. To be set anew after each signal: the system moves the limit
-/// on by a second with it, past the end.
+/// An endless loop must not block the PC. To be set again after each signal, with which the system raises the
+/// limit by a second, beyond the end.
 bool limitWork() {
     struct sigaction action {};
     action.sa_handler = worksTooLong;
@@ -79,7 +79,7 @@ void askRealtimeKit(pid_t thread) {
         QStringLiteral("org.freedesktop.RealtimeKit1"), QStringLiteral("MakeThreadRealtime"));
     call << QVariant::fromValue<qulonglong>(static_cast<qulonglong>(thread))
          << QVariant::fromValue<uint>(kLowest);
-    QDBusConnection::systemBus().send(call); // nobody waits for the answer
+    QDBusConnection::systemBus().send(call); // the answer is of no use
 }
 
 } // namespace

@@ -53,11 +53,11 @@ Service console for X-ray generators.
   -Pn             COM port n, 1 to 6
   -S9600, -S19200 speed shown in the title; the line stays at 19200
   -FitToScreen    a window as large as the screen
-  -ResetCounters  taken, and has no effect: the counters' reset keys are always there
-  -ORLA           calibration of the autotracking positioner
+  -ResetCounters  no effect: the counters' reset keys are always there
+  -ORLA           calibration of the autotracking positioner, until the first mode is entered
   -logFile        the traffic on the line goes to "log.txt"
-  -swsync         offers Expose during preparation, where the site makes exposures by software
-  -d              the PC is not restarted by a held "Close"
+  -swsync         offers Expose during preparation, where the workstation synchronises by software
+  -d              a held "Close" closes the port and does not restart the PC
 
 Any switch keeps the section CONFIG of "Quillon.ini" from being read, the port and the
 positioner with it: add -P2 at a site on COM2.
@@ -65,7 +65,7 @@ Alone on the command line:
   --help, -h      this text
   --version       the version, and the one that the screen shows
 In front of all switches:
-  --tour DIR      a look round without a display; pictures go to DIR
+  --tour DIR      a look round without an operator; pictures go to DIR. Without a display: QT_QPA_PLATFORM=offscreen
 
 "Quillon.ini", "temp.ini", "error_info.txt", "texts.txt" and "log.txt" lie in the folder that QUILLON_HOME
 names. Without it they lie beside the executable if there is a "Quillon.ini" or new files can be written;

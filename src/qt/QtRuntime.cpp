@@ -16,7 +16,7 @@ namespace quillon {
 namespace {
 
 constexpr std::int64_t kLongestHold = 100'000;     // microseconds that a picture waits
-constexpr std::int64_t kLongestPaintTime = 40'000; // more than that is not made room for
+constexpr std::int64_t kLongestPaintTime = 40'000; // a longer painting does not wait for timers
 constexpr std::int64_t kRest = 3;                  // times as long as painting took
 constexpr std::int64_t kLongestRest = 6'000;       // what takes longer waited for the display
 

@@ -71,8 +71,8 @@ private:
 #endif
     std::optional<Milliseconds> armedFor_;
     QWidget* guarded_ = nullptr;
-    std::int64_t paintTime_ = 0; // microseconds that painting takes at most, these days
-    std::int64_t rested_ = 0;    // no picture is painted before: timers, and the display, have time
+    std::int64_t paintTime_ = 0; // microseconds that recent paintings took at most
+    std::int64_t rested_ = 0;    // no picture is painted before this time, to leave time for timers
     std::optional<std::int64_t> paintHeld_; // since when a picture waits
 };
 

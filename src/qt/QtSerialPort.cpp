@@ -43,7 +43,7 @@ void drain(QSerialPort& device) {
         QThread::msleep(1);
     }
     if (device.bytesToWrite() == 0 && held == 0) {
-        tcdrain(device.handle()); // the last few, which stand in the device itself
+        tcdrain(device.handle()); // the last bytes, which are in the device itself
     }
 #endif
 }
@@ -70,7 +70,7 @@ QString lockOf(const QString& portName) {
     return told ? QStringLiteral("process %1 (%2), ").arg(process).arg(program) + file : file;
 }
 
-/// The one that locked the device is no more.
+/// The process that locked the device has ended.
 bool lockLeft(const QString& portName) {
 #ifdef _WIN32
     return false;
@@ -177,7 +177,7 @@ void QtSerialPort::close() {
         pass();
     }
     if (device_ != nullptr) {
-        device_->disconnect(this); // nothing is heard any more
+        device_->disconnect(this); // its signals are ignored from now on
         drain(*device_);
     }
     dropDevice();

@@ -17,8 +17,8 @@ struct ConsoleTexts;
 struct Indicators;
 struct SessionError;
 
-/// The generator at a glance, on an area of the console that no control is on: below the picture at rest
-/// all of it, below the generator's own keyboard the last error. Nothing on it can be touched.
+/// The summary of the generator, on an area of the console without controls: all of it below the picture at
+/// rest, the last errors below the generator's own keyboard. It takes no touch.
 class SummaryView final : public QWidget {
 public:
     SummaryView(const Indicators& indicators, const ControlHost& console, QWidget* parent);

@@ -25,7 +25,7 @@ public:
 
     void reconsider() override;
     [[nodiscard]] std::optional<Words> words() const override;
-    /// The names of rows: the note of a value, before the first of its row.
+    /// The names of rows: the note of a value, painted before the first control of its row.
     [[nodiscard]] std::vector<Words> notes() const override;
 
 protected:

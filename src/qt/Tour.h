@@ -13,8 +13,8 @@
 
 namespace quillon {
 
-/// Nobody sits at the screen: message boxes are closed with what refuses, and their words told on standard
-/// output. Boxes may come before there is a window, so this is there before anything else.
+/// During a tour message boxes are answered with the key that refuses, and their words printed on standard
+/// output. Made before the window, as boxes may come before it.
 class BoxCloser {
 public:
     explicit BoxCloser(const Clock& clock);

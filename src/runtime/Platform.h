@@ -35,7 +35,7 @@ public:
     /// What was written before goes out first, as far as the other end takes it.
     virtual void close() = 0;
     [[nodiscard]] virtual bool isOpen() const = 0;
-    /// Hands one frame to the line. What a device does not take in good time, or at all, is thrown away.
+    /// Hands one frame to the line. What a device does not take in time is dropped.
     virtual void write(std::string_view frame) = 0;
     /// Called with the bytes of each receive event, in order, never from inside write().
     void setReceiver(Receiver receiver) { receiver_ = std::move(receiver); }
@@ -88,21 +88,22 @@ public:
 class TextSink {
 public:
     virtual ~TextSink() = default;
-    /// Hands all of it to the system before returning, or false: nothing of it stays then, and the next may
-    /// do better.
+    /// Hands all of it to the system before returning. False when that fails: nothing of it is kept, and a
+    /// later write may succeed.
     virtual bool write(std::string_view text) = 0;
 };
 
-/// The directory of the executable, where the small files of an installation lie.
+/// The folders of an installation's small files: one to read from, one to write to, which may be the same.
 class Folder {
 public:
     virtual ~Folder() = default;
     /// The whole file, byte for byte; nothing when it can't be read or is larger than `limit` bytes. The name
-    /// may be a path, with / or \ between its parts: a whole one leads where it says, any other begins here.
+    /// may be a path, with / or \ between its parts: an absolute one is taken as it is, any other begins in
+    /// the folder.
     [[nodiscard]] virtual std::optional<std::string> read(std::string_view name, std::size_t limit) const = 0;
     /// Opens a file for writing from its start, replacing what was there; empty when that fails.
     [[nodiscard]] virtual std::unique_ptr<TextSink> create(std::string_view name) = 0;
-    /// Gives a file that nobody writes another name, in place of what had it. What fails is left.
+    /// Renames a file that is not open, replacing any file of the new name. A failure is ignored.
     virtual void rename(std::string_view name, std::string_view newName) = 0;
 };
 

@@ -8,7 +8,7 @@
 
 namespace quillon {
 
-/// The PC's own date and time. They may go back, and nothing but remarks goes by them.
+/// The PC's own date and time. They may go back, and only remarks use them.
 struct WallTime {
     Milliseconds sinceEpoch = 0; ///< of 1970, UTC
     int offset = 0;              ///< minutes that the place is ahead of UTC

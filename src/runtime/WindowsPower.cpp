@@ -6,7 +6,7 @@ namespace quillon {
 
 namespace {
 
-/// No account may end the session of its PC before it has switched this right on for itself.
+/// Switches on the right to restart the PC, which an account has but does not use by default.
 void allowShutdown() {
     HANDLE token = nullptr;
     if (OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token) == 0) {

@@ -50,7 +50,7 @@ private:
     Input& input_;
 };
 
-/// Hands changes on to the front end, and lets the operator's hand off what goes away.
+/// Hands changes on to the front end, and releases controls that are removed from the operator's input.
 class ScreenRelay final : public ChangeSink {
 public:
     explicit ScreenRelay(Input& input) : input_(input) {}

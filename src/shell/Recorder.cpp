@@ -17,9 +17,9 @@ namespace quillon {
 namespace {
 
 constexpr std::string_view kFrameEnd = "\r\n\x03";
-constexpr Milliseconds kLongestSilence = 1000; // the file is never further behind, whatever ends the process
+constexpr Milliseconds kLongestSilence = 1000; // the file is never further behind the session
 constexpr std::size_t kPiece = 900;            // bytes from the line, so that none of them makes a long line
-constexpr Milliseconds kClockStep = 1000;      // that the PC's clock is set by without being told
+constexpr Milliseconds kClockStep = 1000;      // smaller steps of the PC's clock are not recorded
 constexpr Milliseconds kClockPeriod = 3'600'000;
 
 constexpr std::array<std::string_view, 5> kGestures{"press", "release", "type", "select", "slide"};
@@ -38,7 +38,7 @@ private:
 
 } // namespace
 
-/// The line: what comes in is told, and so is what goes out.
+/// The line: records what comes in and what goes out.
 class Recorder::Port final : public SerialPort {
 public:
     explicit Port(Recorder& recorder) : recorder_(recorder), line_(recorder.machine_.port) {
@@ -147,8 +147,8 @@ public:
     }
 
 private:
-    /// What is behind the box in the start has to wait for its end in a replay, too. Which port does not open
-    /// there has to be known at that end.
+    /// The rest of the start waits for the end of the box in a replay, too. At that end it must be known
+    /// which port does not open.
     void messageInStart(BoxKind kind, std::string_view title, std::string_view text) {
         recorder_.runTime();
         recorder_.lines_.flush();
@@ -202,8 +202,8 @@ private:
     Refusal told_;
 };
 
-/// A handler that lets the events run gets what is due in its own moment. Time stands still in there, and
-/// what comes in waits, as in a replay; the window is painted all the same.
+/// A handler that runs the event loop gets what is due at its own time. Time stands still meanwhile, and
+/// input waits, as in a replay; the window is painted.
 class Recorder::Loop final : public EventLoop {
 public:
     explicit Loop(Recorder& recorder) : recorder_(recorder) {}
@@ -412,14 +412,14 @@ void Recorder::comment(std::string_view text) {
     lines_.remark(clock_.now(), text);
 }
 
-/// What is held goes out, unless something else has still to stand in front of it.
+/// Writes the lines that are held, unless something else still has to come before them.
 void Recorder::release() {
     if (questions_ == 0 && !untilHandled_) {
         lines_.flush();
     }
 }
 
-/// The PC's clock, when it begins, was set or has slept, and now and then.
+/// Records the PC's clock: at the begin, when it was set or the PC has slept, and now and then.
 void Recorder::tellClock() {
     if (!wallClock_) {
         return;

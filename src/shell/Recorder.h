@@ -20,7 +20,7 @@ namespace quillon {
 /// when. Played again it gives the same frames at the same times. What the application did, and the faults
 /// that have ended a handler, stand between as remarks.
 ///
-/// What the file does not take for a while is lost, and the file tells the hole.
+/// What the file does not take for a while is lost, and a line in the file says so.
 ///
 /// The application runs on its own clock, stepped from due time to due time, so a replay does not drift from
 /// the recording as real timers, always a little late, would make it. The clock begins when the application

@@ -16,12 +16,12 @@ class RecordingLines {
 public:
     explicit RecordingLines(std::unique_ptr<TextSink> file) : file_(std::move(file)) {}
 
-    /// What all the others need to be of any use; handed over as a whole.
+    /// The head, without which the other lines are useless; handed over as a whole.
     void head(std::string_view text) { file_->write(text); }
     /// A command, behind the time that has gone by since the last one; the time alone when it is empty.
     void command(Milliseconds now, std::string_view line);
     void remark(Milliseconds now, std::string_view text);
-    /// What is no command and has no time.
+    /// A line that is no command and has no time.
     void put(std::string_view text);
     /// A command that has to stand in front of what is held.
     void ahead(std::string_view line);

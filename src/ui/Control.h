@@ -144,14 +144,14 @@ public:
     void setFontSize(double points);
     [[nodiscard]] Colour backColour() const;
     void setBackColour(Colour colour);
-    /// A key that is on goes dark for a moment, to draw the eye: it is not off by that.
+    /// Makes a key that is on dark for a moment, to draw attention; it is not off by that.
     void darken(Colour colour);
     [[nodiscard]] bool darkened() const { return darkened_; }
     [[nodiscard]] const std::string& tag() const;
     void setTag(std::string_view tag);
     [[nodiscard]] const std::string& caption() const;
     void setCaption(std::string_view caption);
-    /// Shows what it showed before: in a report, too, that makes nothing new of it.
+    /// Shows the same again without making the value new, also in a report.
     void restoreCaption(std::string_view caption);
     /// What a text box holds, or the selected entry of a list. Writing a list's text selects the first entry
     /// of that text, and nothing when it has none.
@@ -186,7 +186,7 @@ public:
     void setRole(Role role);
     /// Lit for the operator and never by a finger: it looks the same whether it is enabled or not.
     [[nodiscard]] bool lamp() const { return role_ >= Role::Lamp; }
-    /// It can be pressed, and would do nothing: something that stands keeps it back.
+    /// It can be pressed but would do nothing, as an error stands.
     [[nodiscard]] bool blocked() const { return blocked_; }
     void setBlocked(bool kept);
     /// Words that the window writes beside what the control shows, or that a screen reader says instead.
@@ -198,7 +198,7 @@ public:
     /// ms that a finger has to stay on the key for its press to count; 0 for a key that acts at once.
     [[nodiscard]] int holdTime() const { return holdTime_; }
     void setHoldTime(int ms) { holdTime_ = ms; }
-    /// Something in the look of the control that its properties do not tell. Written when it is made.
+    /// A peculiarity of its look that its properties do not express. Written when it is made.
     [[nodiscard]] Look look() const { return look_; }
     void setLook(Look look) { look_ = look; }
     /// A field whose report has left it empty, which says that something is off.
@@ -217,10 +217,10 @@ public:
     [[nodiscard]] bool old() const;
     /// What it holds was reported.
     [[nodiscard]] bool known() const { return reportedIn_ != 0; }
-    /// What was reported of it counts no more, whatever it shows.
+    /// Forgets that it was reported, whatever it shows.
     void forgetReport();
 
-    /// What stands on the screen for words that it holds: its host's phrases may say it in another language.
+    /// What the screen shows for its words: the host's phrases may replace them in another language.
     [[nodiscard]] std::string onScreen(std::string_view words) const;
 
     /// What it lies on; empty for a form.

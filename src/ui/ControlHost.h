@@ -65,7 +65,7 @@ public:
     /// Takes it off the screen at once; it may be running the handler that asks for this, so it lives until
     /// the present handler has ended. False when there is none.
     bool removeKeyed(std::string_view key);
-    /// It is being taken off its host: what it holds of its neighbours goes back to them now.
+    /// It is being removed from its host: releases the locks that it has on other controls.
     virtual void removed() {}
 
     /// Enumeration order.
@@ -81,10 +81,10 @@ public:
 
     [[nodiscard]] Schedule& schedule() const { return schedule_; }
 
-    /// Who knows whether its controls are written by reports. Not owned.
+    /// Tells whether its controls are being written by a report. Not owned.
     void setReportAge(const ReportAge* age) { reportAge_ = age; }
     [[nodiscard]] const ReportAge* reportAge() const { return reportAge_; }
-    /// What stands for the words of its controls. Not owned; empty where they stand for themselves.
+    /// Replacements for the words of its controls. Not owned; null for none.
     void setPhrases(const Phrases* phrases) { phrases_ = phrases; }
     [[nodiscard]] const Phrases* phrases() const { return phrases_; }
     /// A silence began: what is old now has to look so.

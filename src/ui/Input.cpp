@@ -29,7 +29,7 @@ void Input::run(const Control& control, const std::function<void()>& handler) {
     };
     hands_.push_back(&control);
     const Hand hand{hands_, hands_.size()};
-    // A handler may take its own control away; what is needed of it outlives it.
+    // A handler may remove its own control, so what is needed afterwards is copied.
     const auto copy = handler;
     const std::string name = nameOf(control);
     if (const ControlHost* host = control.host()) {
@@ -75,7 +75,7 @@ void Input::release(Control& control, bool over) {
     const bool kept = held->timesTaken == control.timesTaken();
     held_.erase(held);
     tell(Gesture::Release, control, over ? "" : "outside");
-    // A key whose press does nothing acts here: under the finger, and not once its page has gone.
+    // A key without a press handler acts here: only under the finger, and only while its page is shown.
     if (control.on.press || (over && control.shown())) {
         run(control, control.on.release);
     }
@@ -147,7 +147,7 @@ bool Input::reachableSlider(const Control& control) const {
 }
 
 void Input::cancel() {
-    // One whose handler ends with a fault leaves the others held, to be let go as ever.
+    // If a handler ends with a fault, the other controls stay held and are let go later.
     while (!held_.empty()) {
         const Control& control = *held_.front().control;
         held_.erase(held_.begin());

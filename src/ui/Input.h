@@ -16,8 +16,8 @@ enum class Gesture : std::uint8_t { Press, Release, Type, Select, Slide };
 /// It is the ground, or lies on it, in however many frames.
 [[nodiscard]] bool liesOn(const Control* control, const Control& ground);
 
-/// The operator's hand: pointer and keyboard, and the rule of what they can reach. Every front end goes
-/// through this, so a test presses exactly as a finger does.
+/// Pointer and keyboard of the operator, and the rules of what they can reach. Every front end uses this, so
+/// a test presses exactly as a finger does.
 class Input {
 public:
     /// True when the control and everything around it is visible, enabled and not locked, and no message box
@@ -28,8 +28,8 @@ public:
     [[nodiscard]] bool takes(const Control& control) const {
         return reachable(control) && !(blocks && blocks(control));
     }
-    /// A front end's word on what could be reached and would do nothing: it is not pressed, and what was
-    /// pressed before is let go without a click.
+    /// Set by a front end: whether a control that can be reached would do nothing. Such a control is not
+    /// pressed, and one that was pressed before is let go without a click.
     std::function<bool(const Control& control)> blocks;
 
     // Each does its work only on a control that can be reached, and says whether it did.
@@ -42,10 +42,10 @@ public:
     /// Moves a slider without letting it go.
     bool drag(Control& control, std::int32_t value);
 
-    /// Lets go of what was pressed, whatever became of it meanwhile. What its press began is ended; a control
-    /// without anything to do at its press does what it does at its release only while the pointer is still
-    /// `over` it. The click follows if the pointer was and the control has taken one all the while, and
-    /// what gives the press up if not. Nothing when this control was not pressed.
+    /// Lets go of a control that was pressed, whatever has happened to it. What its press began is ended; a
+    /// control without a press handler runs its release handler only if the pointer is still `over` it. Then
+    /// comes the click, if the pointer is over it and the control could be clicked all the time, otherwise
+    /// `abandon`. Nothing if this control was not pressed.
     void release(Control& control, bool over = true);
     /// The program is about to end: lets go of everything that is held, without a click.
     void releaseAll();

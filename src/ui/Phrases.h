@@ -6,8 +6,8 @@
 
 namespace quillon {
 
-/// What stands on the screen in the place of the words that controls hold. The controls keep their own words,
-/// which the system works with; only what is painted is another language.
+/// Replacements for words that controls hold, in another language. The controls keep their own words, with
+/// which the system works; only what is painted is replaced.
 class Phrases {
 public:
     void replace(std::string_view words, std::string_view shown) { shown_[std::string(words)] = shown; }

@@ -86,7 +86,7 @@ TEST(StatusBar, ShowsAllItsTextOnALargeScreenAndItsAlarmInTallLetters) {
         const auto stage = sceneNamed("error").staged(size);
         stage->screen().flush();
         const Words alarm = stage->screen().bar()->words().back();
-        ASSERT_TRUE(alarm.text.startsWith("12  Anode"));
+        ASSERT_TRUE(alarm.text.startsWith("44  Anode"));
         EXPECT_GE(QFontMetrics(fitWords(alarm).font).capHeight(), panelPixels(kCapitals, size));
     }
 }

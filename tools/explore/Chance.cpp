@@ -109,7 +109,7 @@ std::string Chance::touch(Session& session, const std::vector<std::string>& name
     }
     const std::string& name = dice_.oneOf(names);
     const Control& control = *session.find(name);
-    // A session that says goodbye early has little to tell.
+    // A session that ends early reaches little.
     if (name == "Quillon.cmbClose" && control.caption() == "Close" && !mayEnd_) {
         return "wait 500";
     }

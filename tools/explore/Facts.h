@@ -17,7 +17,7 @@
 
 namespace quillon {
 
-/// Of a control: a hand can do something to it.
+/// Whether the operator can do something to the control.
 [[nodiscard]] bool takesSomething(const Control& control);
 
 /// Timers of the console that belong to no run.
@@ -36,7 +36,7 @@ public:
     void reportHeard(std::string_view text);
     /// A frame of the console, without its end bytes.
     void frameWritten(std::string_view text);
-    /// A hand has gone to a control within reach; its commands may go out now.
+    /// The operator has touched a control that can be reached; its commands may go out now.
     void handAt(std::string_view name);
     /// The PC slept; nothing could happen.
     void slept(Milliseconds ms);

@@ -30,7 +30,7 @@ const std::vector<Ground> kGrounds{
     {"simulated",   {"",        {"REMOTE=YES"}, "startphase=2", {"wait 17000"}}, kForced, true},
 };
 
-/// Keys that lead from one state to another. What comes of a press that lasts is only seen in a wait.
+/// Keys that lead from one state to another. The effect of a long press is only seen in a wait.
 constexpr std::array<std::string_view, 22> kClicked{
     "Quillon.cmbConfiguration", "Quillon.cmbManualCalibration", "Quillon.cmbAutocalibration",
     "Quillon.cmbReadExposureCounters", "Quillon.cmbGoToUserMode", "Quillon.cmbClose", "Quillon.cmbResetError",
@@ -51,7 +51,7 @@ const std::vector<std::string> kFullInstallation{
     "[TM]",          "TM=0",           "[ThirdTube]",    "ThirdTube=1", "[SolapeFocos]",
     "SolapeFocos=1", "[AutocalRetry]", "AutocalRetry=1", "[Extended]",  "E01=100"};
 
-/// In a scene, and then.
+/// In a scene, and after it.
 std::vector<std::string> sceneAnd(std::string_view name, const std::vector<std::string>& more) {
     const auto found = std::find_if(scenes().begin(), scenes().end(),
                                     [name](const Scene& scene) { return scene.name == name; });

@@ -13,11 +13,12 @@ namespace quillon {
 
 namespace {
 
-/// From one situation in so many the way back is gone; it takes longer than all the moves before it.
+/// From one situation in so many the way back to Ready is walked; that takes longer than all the moves
+/// before.
 constexpr std::uint64_t kSampled = 8;
 constexpr std::string_view kSoon = "wait 1000";
 constexpr std::size_t kRoom = 1U << 20U;
-/// Of what a copy tells.
+/// Separators in the report of a copy.
 constexpr char kBetween = '\x1f';
 constexpr char kEnd = '\n';
 std::uint64_t hashOf(std::string_view text, std::uint64_t with) {
@@ -73,7 +74,7 @@ void Search::tell(const Session& session) {
     }
 }
 
-/// What a copy told, that it broke if it did, and that it came upon what is wanted.
+/// The report of a copy: what did not hold, whether it crashed, and whether it reached the wanted probe.
 void Search::keep(const Plan& plan, const std::string& broke) {
     std::vector<Violation> all;
     for (const std::string_view line : split(told_.text(), std::string_view(&kEnd, 1))) {
@@ -100,7 +101,7 @@ void Search::keep(const Plan& plan, const std::string& broke) {
     }
 }
 
-/// Looks at what was marked since it last did.
+/// Checks the probes that were marked since the last call.
 void Search::noteReached(const Plan& plan, const std::vector<std::string>& moves) {
     const std::size_t count = marks().count();
     if (count == std::exchange(noted_, count)) {
@@ -154,7 +155,7 @@ void Search::expand(std::size_t node) {
                        static_cast<std::uint64_t>(doing.lastPhase()) + (quiet ? 4096U : 0U);
     KeyReasons& reasons = session.application().indicators().reasons;
     for (const std::string& move : rareMovesFrom(session)) {
-        // A key that would do nothing has not been tried by that.
+        // A press of a key that would do nothing does not count as a try.
         const auto words = split(move, " ");
         const Control* key = session.find(words.at(words.size() > 1 ? 1 : 0));
         const std::uint64_t alive = key != nullptr && reasons.blocks(*key) ? 0 : 1;

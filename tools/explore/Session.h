@@ -51,7 +51,8 @@ public:
     }
     /// What the generator answers to a command of its own console.
     std::string ask(std::string_view command) { return rig_.farEnd.command(command); }
-    /// The machine becomes a healthy one, and the operator leaves level by level until only "Close" is left.
+    /// The machine is made faultless, and the operator leaves panels, mode and screens one after the other
+    /// until only "Close" is left.
     void comeToRest();
     /// Nobody does anything for 130 s.
     void stand();

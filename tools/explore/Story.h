@@ -10,9 +10,9 @@
 
 namespace quillon {
 
-/// The program broke, which no invariant tells.
+/// The name of a finding for a crash, which no invariant covers.
 inline constexpr std::string_view kBroke = "TheProgramGoesOn";
-/// A probe was come upon.
+/// The name of a finding for a probe that was reached.
 inline constexpr std::string_view kReached = "AProbeIsReached";
 
 /// The shortest way to something that was found, each try in a copy of the process.
@@ -29,7 +29,7 @@ private:
     SharedText lines_; ///< what was done
 };
 
-/// Takes lines out for as long as what is left still fails.
+/// Removes lines as long as the rest still fails.
 [[nodiscard]] std::vector<std::string>
 shortest(std::vector<std::string> lines, const std::function<bool(const std::vector<std::string>&)>& fails);
 

@@ -1,4 +1,5 @@
-// How a session ends: the generator becomes a healthy one and the operator leaves, level by level.
+// How a session ends: the generator is made faultless and the operator leaves panels, mode and screens in
+// turn.
 
 #include "Session.h"
 
@@ -15,16 +16,16 @@ constexpr std::array<std::string_view, 18> kHealthy{
     "sim power on", "port 1 ok", "sim set stuck 0", "sim set wrong 0", "sim set twice 0", "sim set answer 40", "sim silence off", "sim noise 0", "sim drop every 0", "sim drop 0", "sim heat 0",
     "sim set dipswitch 1", "sim set modechange 300", "sim set ack 20", "sim door 0", "sim rotor 0", "sim release", "sim fluoro off"};
 
-/// What stands in front of everything else, and the key that takes it away.
+/// Panels in front of everything else, and the key that closes each.
 constexpr std::array<std::string_view, 7> kInFront{
     "Error.cmbOK", "SelWSCal.cmdOK", "SelWSAutocal.cmdOK", "AutocalSelFocusOrParameter.cmbCancel",
     "AutocalWarning.cmbAutocalNo", "Quillon.cmdResetCounterNo", "TorvaneSerial.cmbAutocalDismiss"};
 // clang-format on
 
 constexpr int kRounds = 16;
-constexpr int kLevels = 5; ///< what a mode has covered may still be open
+constexpr int kLevels = 5; ///< a screen that a mode has covered may still be open
 
-/// In these a generator stands until something is done that the console has no key for.
+/// The generator stays in these until something is done that the console has no key for.
 constexpr Phases kNoWayOut = Phases::of(PhaseKind::Exposure) | Phases::of(PhaseKind::Halted);
 
 } // namespace

@@ -1,4 +1,4 @@
-// Searches the states of the console in virtual time for one that must not be; and works on for many days.
+// Searches the states of the console in virtual time for forbidden ones, and simulates many days of work.
 
 #include <algorithm>
 #include <chrono>

@@ -25,7 +25,8 @@ more messages with LF or ETX. Which mnemonic a message begins with is decided by
 constexpr std::string_view kOutbound = R"(
 ## From the console to the generator
 
-A message that the present phase does not allow is not sent; the event `WrongPhase` tells. The phases are listed in
+A message that the present phase does not allow is not sent; the event `WrongPhase` reports it. The last `RX1`, when the
+console closes the port, is sent in every phase. The phases are listed in
 [terms.md](terms.md#phases).
 
 | Acknowledgement | Meaning |

@@ -16,18 +16,19 @@ constexpr std::string_view kHead = R"(# What the console does, and what ends it
 Written by `quillon-protocol workflows` from the tables of the program. Change those, then run
 `quillon-protocol workflows > docs/workflows.md`.
 
-The console does one thing at a time, a run. A run that is begun takes the place of the one before. What comes from
-outside makes of it what its line says:
+The console does one thing at a time, a run. A new run replaces the one before. The columns say what a report of a phase,
+a loss and the key "Close" do to a run:
 
-- *goes on*: to its own next step, which finds the phase that was reported.
+- *goes on*: the run continues; its own next step looks at the phase that was reported.
 - *ends*: at once. Its timers stop, its panel goes, the poll goes on, the event Busy is settled, the prompt goes and
-  the key that closes is given; then the screen is what stands at rest (below).
-- *asks*: ends only if nothing was said to the generator yet, or if nothing is to come any more: an entry that an
-  exposure meets before its first command, an exit that the generator does not follow, a hand-over that Ready meets.
-- *by mode*: "Close" leaves the mode that is reached, and closes the console when none is.
-- *waits*: "Close" leaves a mode that is reached, and does nothing before.
+  "Close" can be pressed; then the screen is that of the state at rest (below).
+- *asks*: the workflow decides. It ends if an exposure comes before an entry has sent its first command; if calibration
+  is reported after the command that leaves it was sent; and if Ready, calibration or configuration is reported when the
+  entry into autocalibration has reached autocalibration before or has no timer left. Otherwise it goes on.
+- *by mode*: "Close" leaves the mode if one has been reached, otherwise it closes the console.
+- *waits*: "Close" leaves the mode if it has been reached, and does nothing before.
 
-A wait that has no end by itself gives "Close" after a minute; its press then ends the run.
+If a wait has no end of its own, "Close" can be pressed after a minute and ends the run.
 
 | Run | Phase 1 | 2 | 3, 4, 5 | 6 | 8 | 9, 12, 13 | Lost | "Close" | Its timers and panels |
 |---|---|---|---|---|---|---|---|---|---|
@@ -41,30 +42,31 @@ Waits that may outlive the run that began them:
 )";
 
 constexpr std::string_view kStanding = R"(
-## What stands at rest
+## The screen at rest
 
-While nothing is under way, no message stands and no screen of a positioner, the screen is one row of this table: of where
-the generator stands. It is applied when a run ends, when a message goes, and behind every report.
+While there is no run, no open message and no screen of a positioner, the screen is one row of this table, chosen by the
+state of the generator. It is applied when a run ends, when a message is closed, and after every report.
 
 Keys: C Configuration, M Manual Calibration, A Auto Calibration, R Read Exposure Counters, U Go to User Mode, X the key
-that closes, E the key that resets an error, F the link control. A key that the row does not give is as left: a row takes
-none away. U, C, M, A and R that are not on show are hidden; those that are not lit have the colour of a key at rest.
+"Close" or "Exit", E RESET ERROR, F the link control. "Gives" are the keys that the row enables; it disables none, so
+other keys stay as they were ("as left"). U, C, M, A and R are hidden unless the row shows them, and have the colour of a
+key at rest unless it lights them.
 
-| Where it stands | Working area | Page | Gives | On show | Lit | X says | Words | Positioner's key |
+| State | Working area | Page | Gives | Shown | Lit | X says | Words | Positioner's key |
 |---|---|---|---|---|---|---|---|---|
 )";
 
 constexpr std::string_view kPhasesAtRest = R"(
-What a phase makes of its mode's row:
+What a phase changes in the row of its mode:
 
 - 3, 4, 5: the row gives F alone; the other keys come with the end of the exposure.
-- 7: the words of autocalibration go. In Ready, M comes with phase 2, as in every phase but that.
-- 10: nothing changes. Behind an exposure X is given, and the rest when the tube has cooled.
-- 11: the question with its page; the keys of its answer come up again when an answer came to nothing.
-- 12, 13: the result. 9: "Press Prep and Expose" once it was handed over and until it is left, otherwise no words.
-- 1 and a loss: where an exit was tried in vain, the key that closes says "Close" and closes the console.
-- Not lit: autocalibration that was to be left. As left: what is on show of C, A, R, U in a calibration that no run of the
-  console's has led to, F in 9 until the entry's own look gives it, M in Ready while a refresh runs.
+- 7: the words of autocalibration go. In Ready, M is given with phase 2 only.
+- 10: nothing changes. After an exposure X is given, and the rest when the tube has cooled.
+- 11: the question with its page; Confirm and Dismiss are shown again if an answer had no effect.
+- 12, 13: the result. 9: "Press Prep and Expose" from the hand-over until the mode is left, otherwise no words.
+- 1 and a loss: if leaving the mode was tried without success, X says "Close" and closes the console.
+- Not lit: an autocalibration that was to be left. As left: which of C, A, R, U are shown in a calibration that no run of
+  the console has led to, F in 9 until the entry itself gives it, M in Ready while a refresh runs.
 )";
 
 std::string_view wordOf(Reaction answer) {
@@ -157,7 +159,7 @@ std::string_view wordOf(Says words) {
 }
 
 std::string_view wordOf(Offer offer) {
-    constexpr std::array<std::string_view, 3> kWords{"as left", "on show", "hidden"};
+    constexpr std::array<std::string_view, 3> kWords{"as left", "shown", "hidden"};
     return kWords.at(static_cast<std::size_t>(offer));
 }
 

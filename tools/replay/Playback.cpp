@@ -90,7 +90,7 @@ private:
             return;
         }
         if (phase == Phase::Initialization && before != Phase::Unheard) {
-            // It is silent from the last thing on that it said before.
+            // It counts as silent from its last message on.
             actions_.push_back({heardAt_ + answerMs_ + 1, "power off"});
             act("power on");
         } else if (phase == Phase::Preparation && hand_ == 0) {

@@ -36,6 +36,7 @@ time in ms. A file has one command a line:
     ack MS|off             it acknowledges each command after MS
     reply TEXT with TEXT after MS      it answers a command; "reply TEXT off" ends that
     simulate [KEY=VALUE...], sim TEXT  the simulated generator; a command for it
+    lesson FILE, hint      the machine of a lesson is the generator; the lesson's next hint
     box stands, box goes   in a recording: the box that has just come up stands for what lies between
     wait MS                time passes
     gap MS                 the PC sleeps

@@ -35,7 +35,7 @@ void communicationsError(Stage& stage) {
 
 void error(Stage& stage) {
     ready(stage);
-    stage.report("ER12");
+    stage.report("ER44");
     stage.wait(600);
 }
 
@@ -183,7 +183,7 @@ void autocalOk(Stage& stage) {
 
 void autocalError(Stage& stage) {
     autocalExpose(stage);
-    stage.report("ST12 ER12");
+    stage.report("ST12 ER44");
     stage.wait(500);
 }
 

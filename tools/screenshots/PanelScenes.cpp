@@ -58,7 +58,7 @@ void radPage(Stage& stage) {
             {"link.cmbTM(0)", "link.cmbTM(1)", "link.cmbTM(2)", "link.cmbTM(3)", "link.cmdSWExposure",
              "link.lblWarning", "link.fraReadExposureCounter", "link.fraDosemeter", "link.cmbResetError",
              "link.cmbMinimize", "link.txtIINotAlignedWarning", "link.txtTubeNotCenteredWarning"});
-    stage.report("TC0_128406 DO1.2+01 WN3 ER12");
+    stage.report("TC0_128406 DO1.2+01 WN3 ER44");
     stage.wait(600);
 }
 
@@ -85,7 +85,8 @@ void lists(Stage& stage) {
 }
 
 void aecPage(Stage& stage) {
-    page(stage, "link.cmbMainMenu(1)");
+    userMode(stage);
+    stage.click("link.cmbMainMenu(1)");
     stage.report("MD4 FI00 FI11 FI20 FN21 FS11 BR5");
     stage.wait(200);
 }
@@ -97,7 +98,8 @@ void daecPage(Stage& stage) {
 }
 
 void fluoroPage(Stage& stage) {
-    page(stage, "link.cmbMainMenu(3)");
+    userMode(stage);
+    stage.click("link.cmbMainMenu(3)");
     stage.report("FLK075 FLT04.5 FLP015 FLMAS12 FLC21 KVT2 FLA1 FLM11 FLHD1 FLAR1");
     stage.wait(200);
 }

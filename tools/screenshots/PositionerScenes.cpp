@@ -56,7 +56,7 @@ void orlaLong(Stage& stage) {
     stage.answer("URSPS+125", "URSPS+1252841");
     stage.answer("URSPS+000", "URSPS+0002047");
     stage.type("txtOTCLongPlus", "125");
-    stage.type("txtOTCLongMinus", "-120");
+    stage.type("txtOTCLongMinus", "120");
     stage.click("cmdSetOTCLongPlus");
     stage.click("cmdSetOTCLongZero");
     stage.wait(1500);

@@ -21,7 +21,7 @@ void restWarnings(Stage& stage) {
     atRest(stage, "DL1 GL1 TL1 RL1 HL1 EL1 CL1");
 }
 void restErrors(Stage& stage) {
-    atRest(stage, "ER12 AR0 ER7 AR0 ST7 ER12");
+    atRest(stage, "ER44 AR0 ER7 AR0 ST7 ER44");
 }
 void restPreparation(Stage& stage) {
     atRest(stage, "ST3");

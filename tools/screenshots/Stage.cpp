@@ -39,7 +39,7 @@ Stage::Stage(const Installation& installation, QSize window) {
                         "[CONFIG]\r\nFitToScreen=YES\r\n" + std::string(installation.configuration));
     machine_.folder.put("temp.ini", installation.facts);
     machine_.folder.put(kTextFile, installation.texts);
-    machine_.folder.put("error_info.txt", "12=Anode of tube 2 does not reach its speed in time=1\r\n");
+    machine_.folder.put("error_info.txt", "44=Anode of tube 2 does not reach its speed in time=1\r\n");
     machine_.port.setDevice("/dev/ttyUSB0");
     machine_.port.setFailing(1, !installation.failure.empty());
     machine_.port.setFailure(installation.failure);

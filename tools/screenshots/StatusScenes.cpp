@@ -24,7 +24,7 @@ void lent(Stage& stage) {
 
 void refusedByError(Stage& stage) {
     calibrationStation(stage);
-    stage.report("ST7 ER12");
+    stage.report("ST7 ER44");
     stage.wait(600);
     stage.tapInVain("link.cmbStoreCalValue");
 }
@@ -33,7 +33,7 @@ void errorBehindPrompt(Stage& stage) {
     calibrationStation(stage);
     stage.click("cmbManualCalibration");
     stage.wait(600);
-    stage.report("ST7 ER12");
+    stage.report("ST7 ER44");
     stage.wait(600);
 }
 
@@ -49,7 +49,7 @@ void fixedKVP(Stage& stage) {
 
 void wrongMode(Stage& stage) {
     autocalExposures(stage);
-    stage.report("ST7 ER12");
+    stage.report("ST7 ER44");
     stage.wait(600);
     stage.click("cmbResetError");
     stage.report("AR0 ST6");

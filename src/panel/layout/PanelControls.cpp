@@ -48,7 +48,7 @@ void addTables(ControlHost& host, std::type_identity<CheckedName<kTables...>> /*
 void addPanelControls(ControlHost& host) {
     addTables(host, std::type_identity<PanelControl>());
     fillLists(host);
-    // As wide as the generator counts, until somebody tells a narrower range.
+    // The widest range of the generator, until a narrower one is set.
     host["sldCalValue"].setMaximum(4095);
     host.at("txtDebugComm").setMultiLine(true);
     host.at("txtDebugComm").setReadOnly(true);

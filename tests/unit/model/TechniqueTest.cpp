@@ -88,7 +88,7 @@ TEST_F(TechniqueTest, ADisplayThatRepeatsTheStoredTextIsShownAgainAndIsNoNews) {
         control(field).setCaption("");
         EXPECT_EQ(captionAfter(message, field), "77");
         EXPECT_EQ(events.size(), 1);
-        // A blank in front makes the text another one.
+        // With a blank before it the text is not the stored one, so it is reported.
         msg(std::string(mnemonic) + " 77");
         EXPECT_EQ(events.size(), 2);
         forget();
