@@ -8,7 +8,7 @@ namespace quillon {
 
 namespace {
 
-constexpr Milliseconds kSyncAfter = 900; // ms behind the first byte that a power cut would take
+constexpr Milliseconds kSyncAfter = 600; // ms behind the first byte that a power cut would take
 constexpr std::size_t kSyncAt = 262'144; // bytes
 constexpr Milliseconds kAgain = 1000;    // between two tries of a disk that takes nothing
 constexpr int kTries = 1000;             // of a number that another session has taken

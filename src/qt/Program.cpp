@@ -263,6 +263,11 @@ int run(const Options& options, BlackBox* box, const Watch& watch) {
                        application.requestClose();
                    }},
                   application.indicators());
+    if (recorder) {
+        screen.onRefused = [&recorder](const Control& control, const std::string& why) {
+            recorder->refused(control, why);
+        };
+    }
     application.setScreen(&screen);
     screen.window().setReadable();
     desktop.setWindow(&screen.window());
@@ -288,6 +293,7 @@ int run(const Options& options, BlackBox* box, const Watch& watch) {
         recorder->started();
         catchUp.emplace(*recorder);
     }
+    screen.setStart(QDateTime::currentDateTime().addMSecs(-platform.schedule.now()));
     endRequest.onFirst = [&application, &recorder] { leave(application, recorder.get()); };
     if (!tour) {
         endRequest.onSessionEnd = [&application, &recorder] { leaveAndWait(application, recorder.get()); };

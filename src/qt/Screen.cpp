@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include <QCoreApplication>
@@ -146,6 +147,9 @@ void Screen::tellHandle(const Control& control) {
 }
 
 void Screen::tellWhy(const Control& control, const std::string& why) {
+    if (!why.empty() && onRefused) {
+        onRefused(control, why);
+    }
     const QString key = accessibleName(control, &*indicators_);
     bar_->tellWhy(why.empty() || key.isEmpty() ? toQt(why) : key + QStringLiteral(": ") + toQt(why));
 }
@@ -242,6 +246,14 @@ void Screen::makeGlance() {
         return;
     }
     summary_ = new SummaryView(*indicators_, *console, background);
+    summary_->setStart(start_);
+}
+
+void Screen::setStart(QDateTime start) {
+    start_ = std::move(start);
+    if (summary_ != nullptr) {
+        summary_->setStart(start_);
+    }
 }
 
 ControlView* Screen::make(Control& control) {

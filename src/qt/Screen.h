@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
+#include <QDateTime>
 #include <QObject>
 #include <QPointer>
 
@@ -31,6 +33,9 @@ public:
            std::optional<Indicators> indicators = {});
     ~Screen() override;
 
+    /// What the clock on the wall shows at the schedule's time zero.
+    void setStart(QDateTime start);
+
     void controlChanged(Control& control) override;
     void controlAdded(Control& control) override;
     void controlRemoved(Control& control) override;
@@ -53,6 +58,10 @@ public:
     /// It has to be held; and it was.
     void tellHold(const Control& control);
     void tellNothing();
+    /// The foot says why nothing comes of a touch of the control; an empty reason says nothing.
+    void tellWhy(const Control& control, const std::string& why);
+    /// Told of each such reason.
+    std::function<void(const Control& control, const std::string& why)> onRefused;
     /// It was touched beside its handle.
     void tellHandle(const Control& control);
     /// What a finger at a pixel of the window is on: the front-most visible control, or beside a key that is
@@ -65,7 +74,6 @@ protected:
 private:
     void post();
     void connectSigns();
-    void tellWhy(const Control& control, const std::string& why);
     void mark(Control& control);
     void markAll(Control& control);
     ControlView* make(Control& control);
@@ -81,6 +89,7 @@ private:
     std::unique_ptr<InputRouter> router_;
     AccessibilityNotifier* news_; ///< the window's
     QPointer<SummaryView> summary_;
+    QDateTime start_;
     StatusBar* bar_ = nullptr; ///< the window's
     Keypad* keypad_ = nullptr; ///< the window's
     std::unordered_map<const Control*, ControlView*> views_;

@@ -13,8 +13,6 @@ namespace quillon {
 
 namespace {
 
-constexpr int kWhyTime = 5000; // ms
-
 // The fields from the left, and where each ends, as a part of the whole width.
 enum Field : int { kGenerator, kLine, kRays, kNews, kHowFar, kFields };
 constexpr std::array<double, kFields> kEnds{0.14, 0.285, 0.455, 0.88, 1};

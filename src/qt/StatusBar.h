@@ -13,6 +13,8 @@
 
 namespace quillon {
 
+inline constexpr int kWhyTime = 5000; ///< ms that the foot says why a press came to nothing
+
 /// What has to be heard at once: the error that stands, what is waited for, why a press came to nothing. A
 /// screen reader is told of it when it changes. It is a widget of its own for that.
 class NewsField final : public QWidget {

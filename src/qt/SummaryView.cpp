@@ -29,8 +29,7 @@ constexpr int kSmallestLetters = 9;
 
 SummaryView::SummaryView(const Indicators& indicators, const ControlHost& console, QWidget* parent)
     : QWidget(parent), summary_(indicators.summary), exposures_(indicators.exposures),
-      texts_(indicators.texts), console_(console),
-      start_(QDateTime::currentDateTime().addMSecs(-console.schedule().now())) {
+      texts_(indicators.texts), console_(console) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     lower();
     hide();

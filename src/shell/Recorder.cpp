@@ -304,6 +304,10 @@ void Recorder::closeRequested() {
     wakeAt(machine_.schedule.now());
 }
 
+void Recorder::refused(const Control& control, std::string_view why) {
+    comment("refused " + nameOf(control) + " " + scenarioText(why));
+}
+
 void Recorder::leaveRequested() {
     catchUp();
     write("call Quillon.LeaveNow");

@@ -49,6 +49,8 @@ public:
     void catchUp();
     void windowResized(Twips width, Twips height);
     void closeRequested();
+    /// A touch of the control that the window did not hand on, and what it said.
+    void refused(const Control& control, std::string_view why);
     /// The system wants the program to end. What is held is to be let go before.
     void leaveRequested();
 

@@ -8,8 +8,12 @@
 #include <QDateTime>
 #include <QPixmap>
 
+#include "base/Numbers.h"
+#include "base/Text.h"
 #include "qt/Screen.h"
+#include "qt/StatusBar.h"
 #include "shell/RecordingReader.h"
+#include "tools/scenario/Reader.h"
 #include "tools/scenario/Script.h"
 
 namespace quillon {
@@ -28,6 +32,21 @@ Milliseconds endOf(std::string_view recording) {
         end += leaves ? 0 : recordedTime(line);
     });
     return end;
+}
+
+/// "# TIME WORD REST"; all empty for a line that is no such remark.
+struct Remark {
+    Milliseconds time = 0;
+    std::string_view word;
+    std::string_view rest;
+};
+Remark remarkIn(std::string_view line) {
+    const auto pieces = split(line, " ");
+    if (pieces.size() < 4 || pieces[0] != "#" || !isNumeric(pieces[1])) {
+        return {};
+    }
+    return {static_cast<Milliseconds>(toDouble(pieces[1])), pieces[2],
+            line.substr(static_cast<std::size_t>(pieces[3].data() - line.data()))};
 }
 
 /// The window of the application that plays the recording, looked at as the recording's time goes by.
@@ -54,19 +73,40 @@ private:
     }
 
     void look(std::string_view line) {
-        constexpr std::string_view kClock = " clock ";
-        const auto at = line.find(kClock);
-        if (screen_ && line.starts_with("# ") && at != std::string_view::npos) {
-            const std::string_view iso = line.substr(at + kClock.size());
-            const auto now = QDateTime::fromString(
-                QString::fromLatin1(iso.data(), static_cast<qsizetype>(iso.size())), Qt::ISODateWithMs);
-            if (SummaryView* summary = screen_->summary()) {
-                summary->setStart(now.addMSecs(-rig_.machine.time.now()));
-            }
-        }
-        if (line == kLeave) {
+        const Remark remark = remarkIn(line);
+        if (remark.word == "port") {
+            rig_.machine.port.setDevice(bytesOf(remark.rest.substr(0, quotedLength(remark.rest))));
+        } else if (line == kLeave) {
             end();
+        } else if (screen_ && remark.word == "clock") {
+            setClock(remark);
+        } else if (screen_ && remark.word == "refused") {
+            refuse(remark.rest);
+        } else if (screen_ && line.starts_with("press ")) {
+            ++told_;
+            screen_->tellNothing();
         }
+    }
+
+    void setClock(const Remark& remark) {
+        const QString iso =
+            QString::fromLatin1(remark.rest.data(), static_cast<qsizetype>(remark.rest.size()));
+        screen_->setStart(QDateTime::fromString(iso, Qt::ISODateWithMs).addMSecs(-remark.time));
+    }
+
+    /// "CONTROL WHY": said for as long as the window says it, in the recording's time.
+    void refuse(std::string_view rest) {
+        const std::string_view name = rest.substr(0, rest.find(' '));
+        const Control* control = rig_.find(name);
+        if (control == nullptr) {
+            return;
+        }
+        screen_->tellWhy(*control, bytesOf(rest.substr(std::min(name.size() + 1, rest.size()))));
+        rig_.machine.time.schedule().post(kWhyTime, [this, told = ++told_] {
+            if (screen_ && told == told_) {
+                screen_->tellNothing();
+            }
+        });
     }
 
     void take() {
@@ -94,6 +134,7 @@ private:
     const std::function<void(const QImage&)>& each_;
     std::unique_ptr<Screen> screen_;
     QImage last_;
+    int told_ = 0; ///< reasons that the foot was given, and presses that took them away
 };
 
 } // namespace

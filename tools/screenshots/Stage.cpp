@@ -164,10 +164,7 @@ void Stage::resize(QSize window) {
 
 QImage Stage::picture() {
     screen_->flush();
-    if (SummaryView* summary = screen_->summary()) {
-        summary->setStart(
-            QDate(2024, 2, 29).startOfDay().addSecs(32'400)); // 09:00, the same in every picture
-    }
+    screen_->setStart(QDate(2024, 2, 29).startOfDay().addSecs(32'400)); // 09:00, the same in every picture
     return screen_->window().grab().toImage();
 }
 
