@@ -300,11 +300,17 @@ TEST(Ranks, KeysThatAnErrorKeepsBackLookDeadAndAreDead) {
         at.screen().flush();
         return at.screen().view(at.control(key))->grab().toImage();
     };
+    std::string refused;
+    stage->screen().onRefused = [&refused](const Control& control, const std::string& why) {
+        refused = control.name() + ": " + why;
+    };
     for (const std::string_view key : {"cmbReadExposureCounters", "cmbConfiguration", "cmbAutocalibration",
                                        "cmbClose", "cmbManualCalibration"}) {
+        refused.clear();
         const bool alive = key == "cmbManualCalibration";
         EXPECT_EQ(look(*stage, key) == look(*cured, key), alive) << key;
         EXPECT_EQ(stage->screen().admits(stage->control(key)), alive) << key;
+        EXPECT_EQ(refused, alive ? "" : std::string(key) + ": reset the error first");
     }
 }
 
