@@ -26,6 +26,13 @@ std::optional<WallTime> later(const std::optional<WallTime>& time, Milliseconds 
     return time ? std::optional(WallTime{time->sinceEpoch + ms, time->offset}) : std::nullopt;
 }
 
+/// What tells one device of the port from another: the adapter's own name where it has one, as its path
+/// depends on when it was plugged in; else the path that the installation names.
+std::string_view adapterOf(std::string_view device) {
+    const auto name = device.rfind(", ");
+    return name != std::string_view::npos ? device.substr(name) : device.substr(0, device.find(" = "));
+}
+
 } // namespace
 
 RecordingFacts factsOf(std::string_view recording) {
@@ -60,7 +67,7 @@ RecordingFacts factsOf(std::string_view recording) {
 
 std::size_t visitBegin(std::size_t end, const FactsOfSession& facts) {
     const auto belongs = [](const RecordingFacts& earlier, const RecordingFacts& next) {
-        return earlier.ended && next.begun && earlier.device == next.device &&
+        return earlier.ended && next.begun && adapterOf(earlier.device) == adapterOf(next.device) &&
                std::abs(next.begun->sinceEpoch - earlier.ended->sinceEpoch) <= kSameVisit;
     };
     std::size_t first = end - 1;

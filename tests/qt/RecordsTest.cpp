@@ -3,11 +3,16 @@
 #include <iterator>
 
 #include <QAccessible>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include "console/RecordsTextTable.h"
 #include "qt/RecordsKey.h"
@@ -257,6 +262,39 @@ TEST_P(RecordsWindowTest, ReadsAndComparesVisitsAndTurnsTheSwitch) {
         files.push_back(file.name);
     }
     EXPECT_THAT(files, testing::UnorderedElementsAre("000001.000.scn", "000002.000.scn"));
+}
+
+TEST_P(RecordsWindowTest, FollowsTheSessionThatRunsAndStandsStillWhenScrolledUp) {
+    // As its writer holds it.
+    const int file = ::open((home / "recordings/000002.000.scn").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(::flock(file, LOCK_EX), 0);
+    const auto add = [this](int rows) {
+        std::ofstream stream(home / "recordings/000002.000.scn", std::ios::binary | std::ios::app);
+        for (; rows > 0; --rows) {
+            stream << "rx \"KV081\\r\\n\"\nwait 10\n";
+        }
+    };
+    add(1); // the list sees that it has grown, and that it runs
+    const auto* list = window->findChild<QTableView*>("visits");
+    ASSERT_TRUE(waitFor([&] { return list->model()->index(0, 2).data().toString() == "\u2013"; }, 10'000));
+    pressKey("traffic");
+    auto* table = window->findChild<QTableView*>("traffic");
+    const int before = table->model()->rowCount();
+    add(100);
+    QElapsedTimer since;
+    since.start();
+    ASSERT_TRUE(waitFor([&] { return table->model()->rowCount() == before + 100; }));
+    RecordProperty("delay", static_cast<int>(since.elapsed()));
+    EXPECT_LT(since.elapsed(), 1000) << "a third of that on a PC that is not busy";
+    QScrollBar* bar = table->verticalScrollBar();
+    EXPECT_EQ(bar->value(), bar->maximum());
+    bar->setValue(5);
+    add(10);
+    ASSERT_TRUE(waitFor([&] { return table->model()->rowCount() == before + 110; }));
+    EXPECT_EQ(bar->value(), 5);
+    pressKey("toEnd");
+    EXPECT_EQ(bar->value(), bar->maximum());
+    ::close(file);
 }
 
 TEST_P(RecordsWindowTest, KeysAreAFingerWideShowAllTheirWordsAndHaveNames) {

@@ -126,6 +126,7 @@ void ListPage::setSticks(std::vector<Stick> sticks) {
                 });
             });
             key->setObjectName(QStringLiteral("save%1").arg(i));
+            key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
             key->setEnabled(!sticks_.empty());
             QFont font = key->font();
             font.setBold(true);
@@ -149,20 +150,26 @@ void ListPage::relabel() {
     const int row = markedRow();
     const bool last = row < 0 || row == model_.lastVisit();
     for (std::size_t i = 0; i < stickKeys_.size(); ++i) {
-        if (sticks_.empty()) {
-            stickKeys_[i]->setText(context_.say("sRecordsNoStick"));
-            continue;
+        QString words = context_.say("sRecordsNoStick");
+        if (!sticks_.empty()) {
+            const Stick& stick = sticks_.at(i);
+            const QString place = stick.name + QStringLiteral(" (") +
+                                  context_.say.with("sRecordsFree", Speech::size(stick.free)) + u')';
+            words = last ? context_.say.with("sRecordsSaveLast", place)
+                         : context_.say.with("sRecordsSaveThat", place, model_.when(row));
         }
-        const Stick& stick = sticks_.at(i);
-        const QString place = stick.name + QStringLiteral(" (") +
-                              context_.say.with("sRecordsFree", Speech::size(stick.free)) + u')';
-        const QModelIndex at = model_.index(std::max(row, 0), 0);
-        const QString visit =
-            last ? QString() : at.data().toString() + u' ' + at.siblingAtColumn(1).data().toString();
-        stickKeys_[i]->setText((last ? context_.say.with("sRecordsSaveLast", place)
-                                     : context_.say.with("sRecordsSaveThat", place, visit))
-                                   .replace(u'&', QStringLiteral("&&")));
+        // A stick may have any name; the window is not to grow with it.
+        QPushButton& key = *stickKeys_[i];
+        key.setAccessibleName(words);
+        key.setText(key.fontMetrics()
+                        .elidedText(words, Qt::ElideRight,
+                                    std::max(key.width() - context_.sizes.text, context_.sizes.finger))
+                        .replace(u'&', QStringLiteral("&&")));
     }
+}
+
+void ListPage::resizeEvent(QResizeEvent* /*event*/) {
+    QTimer::singleShot(0, this, [this] { relabel(); }); // when the keys have their places
 }
 
 void ListPage::setSwitch(bool records, const QString& meaning) {

@@ -40,6 +40,9 @@ public:
     /// Gives up waiting for the second visit of a comparison. Says whether it waited.
     bool giveUpChoice();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void addKeys(QVBoxLayout& page);
     void addTable(QVBoxLayout& page);

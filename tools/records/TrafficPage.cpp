@@ -75,7 +75,7 @@ void TrafficPage::addTable(QVBoxLayout& page) {
                                          {TrafficModel::Direction, direction},
                                          {TrafficModel::Frame, QStringLiteral("MX00000000")},
                                          {TrafficModel::Fate, fate}}) {
-        heads.resizeSection(column, metrics.horizontalAdvance(widest) + context_.sizes.text * 5 / 4);
+        heads.resizeSection(column, metrics.horizontalAdvance(widest) + context_.sizes.text * 2);
     }
     QScroller::grabGesture(table_->viewport(), QScroller::TouchGesture);
     connect(table_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {

@@ -86,6 +86,13 @@ std::optional<std::size_t> VisitModel::errorsOf(const RecordedVisit& visit) cons
                                                                           : std::nullopt;
 }
 
+QString VisitModel::when(int row) const {
+    const RecordedVisit& visit = this->visit(row);
+    return visit.begun ? QString::fromStdString(dateText(*visit.begun) + " " +
+                                                timeOfDayText(*visit.begun).substr(0, 5))
+                       : say_.with("sRecordsNumber", QString::number(visit.number()));
+}
+
 int VisitModel::lastVisit() const {
     const auto spoke = std::ranges::find_if(rows_, [](const Row& row) { return row.visit.spoke; });
     return spoke != rows_.end() ? static_cast<int>(spoke - rows_.begin()) : rows_.empty() ? -1 : 0;

@@ -28,6 +28,8 @@ public:
         return rows_.at(static_cast<std::size_t>(row)).visit;
     }
     [[nodiscard]] bool isRunning(int row) const { return rows_.at(static_cast<std::size_t>(row)).running; }
+    /// Day and time of its begin, or its number.
+    [[nodiscard]] QString when(int row) const;
     /// The row of the last visit; of the newest session where the generator never spoke; -1 for an empty
     /// list.
     [[nodiscard]] int lastVisit() const;
