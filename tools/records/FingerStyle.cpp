@@ -69,6 +69,7 @@ int FingerStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
         return sizes_.finger;
     case PM_ButtonShiftHorizontal:
         return 0;
+    case PM_HeaderMargin:
     case PM_FocusFrameHMargin: // beside what stands in a cell
         return sizes_.text / 2;
     default:

@@ -61,8 +61,13 @@ void TrafficPage::addTable(QVBoxLayout& page) {
     table_->setTabKeyNavigation(false);
     table_->setWordWrap(false);
     table_->verticalHeader()->hide();
-    table_->verticalHeader()->setDefaultSectionSize(context_.sizes.text * 9 /
-                                                    5); // rows are read, not touched
+    // Rows are read, not touched; their meaning has the room that is left.
+    constexpr int kSmallest = 10;
+    const int letter = std::max(kSmallest, context_.sizes.text * 4 / 5);
+    QFont font = table_->font();
+    font.setPixelSize(letter);
+    table_->setFont(font);
+    table_->verticalHeader()->setDefaultSectionSize(letter * 9 / 5);
     QHeaderView& heads = *table_->horizontalHeader();
     heads.setSectionsClickable(false);
     heads.setHighlightSections(false);
@@ -75,7 +80,7 @@ void TrafficPage::addTable(QVBoxLayout& page) {
                                          {TrafficModel::Direction, direction},
                                          {TrafficModel::Frame, QStringLiteral("MX00000000")},
                                          {TrafficModel::Fate, fate}}) {
-        heads.resizeSection(column, metrics.horizontalAdvance(widest) + context_.sizes.text * 2);
+        heads.resizeSection(column, metrics.horizontalAdvance(widest) + letter * 2);
     }
     QScroller::grabGesture(table_->viewport(), QScroller::TouchGesture);
     connect(table_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {

@@ -64,7 +64,7 @@ RecordsWindow::Setup setupFor(const QString& folder) {
 QRect placeOn(const QRect& free) {
     constexpr int kFrame = 24;
     const QSize most(free.width(), free.height() - kFrame);
-    QRect place(QPoint(), QSize(free.width() * 7 / 8, free.height() * 5 / 6)
+    QRect place(QPoint(), QSize(free.width() * 15 / 16, free.height() * 5 / 6)
                               .expandedTo(RecordsWindow::kSmallest)
                               .boundedTo(most));
     place.moveCenter(free.center() + QPoint(0, kFrame / 2));

@@ -96,10 +96,14 @@ QImage recordsPicture(QSize screen, std::string_view texts) {
         const auto complete = [list] {
             const QAbstractItemModel& model = *list->model();
             return model.rowCount() == static_cast<int>(kDays.size()) &&
-                   model.index(model.rowCount() - 1, 4).data().toString() == QLatin1String("1");
+                   model.index(model.rowCount() - 1, 4).data().toString() != QStringLiteral("\u2013");
         };
         goOnUntil(complete);
-        window.findChild<QPushButton*>(QStringLiteral("save0"))->click();
+        for (QPushButton* key : window.findChildren<QPushButton*>(QStringLiteral("save0"))) {
+            if (key->isVisible()) {
+                key->click();
+            }
+        }
         QCoreApplication::processEvents();
         picture = window.grab().toImage();
     }
