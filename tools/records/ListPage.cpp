@@ -139,7 +139,7 @@ void ListPage::setSticks(std::vector<Stick> sticks) {
             setTabOrder(first, key);
             first = key;
         }
-        if (focused || (!sticks_.empty() && !table_->hasFocus())) {
+        if (focused || window()->focusWidget() == nullptr) {
             stickKeys_.front()->setFocus();
         }
     }
