@@ -12,8 +12,8 @@
 #include <QTemporaryDir>
 
 #include "qt/Look.h"
-#include "records/RecordsWindow.h"
 #include "shell/TextFile.h"
+#include "tools/records/RecordsWindow.h"
 
 namespace quillon {
 
