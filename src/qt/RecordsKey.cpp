@@ -96,9 +96,15 @@ void RecordsKey::settle() {
 }
 
 void RecordsKey::act() {
+    QString words;
     if (!onPress || !onPress(state_.folder)) {
-        const std::string& why = onPress ? texts_["sRecordsNotStarted"] : texts_["sRecordsMissing"];
-        screen_.tell(toQt(texts_["sRecords"]) + QStringLiteral(": ") + toQt(why));
+        words = toQt(onPress ? texts_["sRecordsNotStarted"] : texts_["sRecordsMissing"]);
+    } else if (lookOf(state_).sign == Sign::Warning) {
+        words = toQt(texts_[lookOf(state_).words]);
+        words += state_.why.empty() ? QString() : QStringLiteral(": ") + QString::fromStdString(state_.why);
+    }
+    if (!words.isEmpty()) {
+        screen_.tell(toQt(texts_["sRecords"]) + QStringLiteral(": ") + words);
     }
 }
 

@@ -98,15 +98,22 @@ TEST(RecordsKey, OpensTheRecordsWhateverStandsAndTheSessionKnowsNothingOfIt) {
         strike(*stage, Qt::Key_F2);
         EXPECT_THAT(opened, testing::ElementsAre("/records", "/records"));
         EXPECT_EQ(gestures, 0);
+        const auto foot = [&stage] {
+            std::string all;
+            for (const Words& words : stage->screen().bar()->words()) {
+                all += words.text.toStdString();
+            }
+            return all;
+        };
+        key.setState({Kind::None, {}, {}, "Read-only file system"});
+        strike(*stage, Qt::Key_F2);
+        EXPECT_THAT(foot(), HasSubstr("no recording: Read-only file system"));
         starts = false;
         strike(*stage, Qt::Key_F2);
+        EXPECT_THAT(foot(), HasSubstr("cannot be started"));
         key.onPress = nullptr;
         tap(*stage, key.geometry().center());
-        std::string foot;
-        for (const Words& words : stage->screen().bar()->words()) {
-            foot += words.text.toStdString();
-        }
-        EXPECT_THAT(foot, HasSubstr("is not installed"));
+        EXPECT_THAT(foot(), HasSubstr("is not installed"));
     }
 }
 

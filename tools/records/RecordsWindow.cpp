@@ -301,8 +301,8 @@ void RecordsWindow::report(const RecordedVisit& visit) {
 
 void RecordsWindow::compare(const RecordedVisit& earlier, const RecordedVisit& later) {
     tell(say_("sRecordsPlaying"), Outcome::Going);
-    const std::string text = plainText(comparisonOf(visitOf(recordings_.textOf(earlier).text),
-                                                    visitOf(recordings_.textOf(later).text), setup_.report));
+    std::string text = plainText(comparisonOf(visitOf(recordings_.textOf(earlier).text),
+                                              visitOf(recordings_.textOf(later).text), setup_.report));
     const QString name = QString::fromStdString(visitName(later)) + QStringLiteral("-compared.txt");
     text_->show(say_("sRecordsCompare"), QString::fromStdString(text),
                 {{say_("sRecordsBack"), [this] { back(); }},

@@ -13,7 +13,7 @@ constexpr std::string_view kHeat = "HE";
 
 } // namespace
 
-TrafficFeed::TrafficFeed(std::filesystem::path folder, std::vector<RecordedSession> sessions,
+TrafficFeed::TrafficFeed(const std::filesystem::path& folder, const std::vector<RecordedSession>& sessions,
                          std::size_t most)
     : most_(most) {
     for (const RecordedSession& session : sessions) {

@@ -18,7 +18,8 @@ namespace quillon {
 class TrafficFeed {
 public:
     /// Of the rows, the last `most` are kept.
-    TrafficFeed(std::filesystem::path folder, std::vector<RecordedSession> sessions, std::size_t most);
+    TrafficFeed(const std::filesystem::path& folder, const std::vector<RecordedSession>& sessions,
+                std::size_t most);
 
     /// Reads on. The numbers, from 1, of the rows that are new or tell more than before, in order.
     std::vector<std::size_t> read();
