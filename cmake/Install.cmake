@@ -2,7 +2,7 @@
 
 include(GNUInstallDirs)
 
-foreach(program quillon generator-sim generator-desk quillon-scenario quillon-replay)
+foreach(program quillon quillon-records generator-sim generator-desk quillon-scenario quillon-replay)
     if(TARGET ${program})
         install(TARGETS ${program} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
         install(FILES packaging/${program}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
@@ -11,7 +11,7 @@ endforeach()
 
 set(shared ${CMAKE_INSTALL_DATADIR})
 if(TARGET quillon)
-    install(FILES packaging/quillon.desktop DESTINATION ${shared}/applications)
+    install(FILES packaging/quillon.desktop packaging/quillon-records.desktop DESTINATION ${shared}/applications)
     install(FILES packaging/quillon.svg DESTINATION ${shared}/icons/hicolor/scalable/apps)
     install(FILES packaging/invalid.torvane.Quillon.metainfo.xml DESTINATION ${shared}/metainfo)
 endif()
@@ -20,7 +20,7 @@ if(TARGET generator-desk)
     install(DIRECTORY lessons/ DESTINATION ${shared}/quillon/lessons)
 endif()
 install(FILES packaging/quillon.bash DESTINATION ${shared}/bash-completion/completions RENAME quillon)
-foreach(program generator-sim generator-desk quillon-scenario quillon-replay)
+foreach(program quillon-records generator-sim generator-desk quillon-scenario quillon-replay)
     install(CODE "file(CREATE_LINK quillon
         \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${shared}/bash-completion/completions/${program}\" SYMBOLIC)")
 endforeach()

@@ -1,4 +1,4 @@
-# Completion of quillon, generator-sim, generator-desk, quillon-scenario and quillon-replay for bash.
+# Completion of quillon, quillon-records, generator-sim, generator-desk, quillon-scenario and quillon-replay for bash.
 
 _quillon() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} switches='--help --version' kind=
@@ -22,6 +22,7 @@ _quillon() {
             switches+=' --list --last --save'
             kind=-f
             ;;
+        quillon-records) kind=-d ;;
         quillon-scenario) switches+=' --record --beyond-gaps' kind=-f ;;
     esac
     COMPREPLY=()
@@ -32,4 +33,4 @@ _quillon() {
         mapfile -t COMPREPLY < <(compgen "$kind" -- "$word")
     fi
 }
-complete -F _quillon quillon generator-sim generator-desk quillon-scenario quillon-replay
+complete -F _quillon quillon quillon-records generator-sim generator-desk quillon-scenario quillon-replay

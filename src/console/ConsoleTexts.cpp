@@ -3,6 +3,7 @@
 #include <array>
 
 #include "base/Text.h"
+#include "console/RecordsTextTable.h"
 
 namespace quillon {
 
@@ -233,7 +234,8 @@ constexpr std::array kKeys{
     KeyRow{"sResetCounterNo",  &T::sResetCounterNo,  "cmdResetCounterNo"},
 };
 // clang-format on
-static_assert(kTexts.size() * sizeof(std::string) == sizeof(ConsoleTexts), "every member has its row");
+static_assert(kTexts.size() * sizeof(std::string) + sizeof(RecordsTexts) == sizeof(ConsoleTexts),
+              "every member has its row");
 
 std::string fill(std::string_view text, const std::vector<std::string>& parts) {
     std::string whole;
@@ -263,6 +265,7 @@ void ConsoleTexts::initialize(ConsoleHost& console) {
     for (const TextRow& row : kTexts) {
         this->*row.member = row.text;
     }
+    records = {};
     for (const KeyRow& row : kKeys) {
         console[row.control].setCaption(this->*row.member);
     }
@@ -286,15 +289,22 @@ void ConsoleTexts::addTo(Operations& operations, ConsoleHost& console) {
         operations.addWriteOnly(
             row.name, [&console, &row](std::string_view text) { setCaptions(console, row.controls, text); });
     }
+    for (const RecordsText& row : kRecordsTexts) {
+        operations.addWriteOnly(row.name,
+                                [this, &row](std::string_view text) { records.replace(row.name, text); });
+    }
 }
 
 std::vector<std::string> ConsoleTexts::names() {
     std::vector<std::string> all;
-    all.reserve(kTexts.size() + kCaptions.size());
+    all.reserve(kTexts.size() + kCaptions.size() + kRecordsTexts.size());
     for (const TextRow& row : kTexts) {
         all.emplace_back(row.name);
     }
     for (const CaptionRow& row : kCaptions) {
+        all.emplace_back(row.name);
+    }
+    for (const RecordsText& row : kRecordsTexts) {
         all.emplace_back(row.name);
     }
     return all;

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "console/RecordsTexts.h"
 #include "console/layout/Names.h"
 #include "runtime/Operations.h"
 
@@ -142,6 +143,7 @@ struct ConsoleTexts {
     std::string sNoBaudrate;
     std::string sNoPort;
     std::string sCannotOpenPort;
+    RecordsTexts records;
 
     /// Sets the defaults, and the captions that come from texts.
     void initialize(ConsoleHost& console);

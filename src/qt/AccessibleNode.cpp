@@ -85,7 +85,7 @@ QString signWords(const QWidget& widget) {
     if (const auto* news = dynamic_cast<const NewsField*>(&widget)) {
         return allWords(*news);
     }
-    if (const auto* key = dynamic_cast<const PadKey*>(&widget)) {
+    if (const auto* key = dynamic_cast<const WindowKey*>(&widget)) {
         return key->name();
     }
     return {};
@@ -318,7 +318,7 @@ QAccessibleInterface* accessibleOf(const QString& /*className*/, QObject* object
     if (ControlView* view = viewOf(widget)) {
         return new ControlNode(widget, *view);
     }
-    if (auto* key = dynamic_cast<PadKey*>(widget)) {
+    if (auto* key = dynamic_cast<WindowKey*>(widget)) {
         return accessibleOf(*key);
     }
     if (dynamic_cast<SummaryView*>(widget) != nullptr) {

@@ -163,8 +163,10 @@ BlackBox::~BlackBox() {
 }
 
 std::unique_ptr<TextSink> BlackBox::record(const RecordingPlace& place, std::string& problem) {
+    place_ = place;
     if (toWriter_ < 0) {
         problem = "no process could be made for it";
+        become({RecordingState::Kind::None, {}, {}, problem});
         return nullptr;
     }
     const std::string order = recordingOrder(place);
@@ -174,8 +176,8 @@ std::unique_ptr<TextSink> BlackBox::record(const RecordingPlace& place, std::str
     if (!place.file.empty() &&
         waitFor(fromWriter_, POLLIN, Time::now() + std::chrono::milliseconds(kNamePatience))) {
         listen();
-        if (!problem_.empty()) {
-            problem = problem_;
+        if (state_.kind == RecordingState::Kind::None) {
+            problem = state_.why;
             return nullptr;
         }
     }
@@ -198,20 +200,36 @@ void BlackBox::listen() {
     if (got == 0) {
         notifier_->setEnabled(false);
         ::waitpid(writer_, nullptr, WNOHANG);
-        if (problem_.empty()) {
+        if (state_.kind != RecordingState::Kind::None) {
+            become(
+                {RecordingState::Kind::None, state_.name, place_.folder, "it has ended before the session"});
             std::fputs("quillon: the recording has ended before the session\n", stderr);
         }
     }
 }
 
 void BlackBox::told(std::string_view line) {
-    constexpr std::string_view kNo = "no ";
-    constexpr std::string_view kTold = "told ";
-    if (line.starts_with(kNo)) {
-        problem_ = line.substr(kNo.size());
-        std::fprintf(stderr, "quillon: no recording: %s\n", problem_.c_str());
-    } else if (line.starts_with(kTold)) {
-        std::fprintf(stderr, "quillon: %s\n", std::string(line.substr(kTold.size())).c_str());
+    using Kind = RecordingState::Kind;
+    const auto word = line.substr(0, line.find(' '));
+    const std::string rest(line.substr(std::min(line.size(), word.size() + 1)));
+    const auto name = rest.substr(0, rest.find(' '));
+    if (word == "recording") {
+        become({Kind::Recording, rest, place_.folder, {}});
+    } else if (word == "memory") {
+        const std::string why = rest.substr(std::min(rest.size(), name.size() + 1));
+        std::fprintf(stderr, "quillon: the session is recorded in memory, %s, until logout: %s: %s\n",
+                     place_.spare.c_str(), place_.folder.c_str(), why.c_str());
+        become({Kind::InMemory, name, place_.spare, why});
+    } else if (word == "waits") {
+        std::fputs("quillon: the recording waits: its disk takes nothing\n", stderr);
+        beforeFull_ = state_;
+        become({Kind::Full, state_.name, state_.folder, {}});
+    } else if (word == "goes-on") {
+        std::fputs("quillon: the recording goes on\n", stderr);
+        become(beforeFull_);
+    } else if (word == "no") {
+        std::fprintf(stderr, "quillon: no recording: %s\n", rest.c_str());
+        become({Kind::None, {}, place_.folder, rest});
     }
 }
 
@@ -225,9 +243,17 @@ std::unique_ptr<TextSink> BlackBox::record(const RecordingPlace& place, std::str
     const QFileInfo file(QString::fromStdString(place.file));
     auto sink = place.file.empty() ? nullptr : DiskFolder(file.path()).create(fromQt(file.fileName()));
     problem = sink ? "" : "it cannot be written";
+    become({sink ? RecordingState::Kind::Recording : RecordingState::Kind::None, place.file, {}, problem});
     return sink;
 }
 
 #endif
+
+void BlackBox::become(RecordingState state) {
+    state_ = std::move(state);
+    if (onState) {
+        onState();
+    }
+}
 
 } // namespace quillon

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -8,6 +9,7 @@
 #include <QPointer>
 #include <QSocketNotifier>
 
+#include "qt/RecordingState.h"
 #include "runtime/Platform.h"
 
 namespace quillon {
@@ -37,16 +39,24 @@ public:
     /// when there can be none, and why in `problem`.
     [[nodiscard]] std::unique_ptr<TextSink> record(const RecordingPlace& place, std::string& problem);
 
+    /// As the writer has told it last.
+    [[nodiscard]] const RecordingState& state() const { return state_; }
+    /// It is another one.
+    std::function<void()> onState;
+
 private:
     class Sink;
     void listen();
     void told(std::string_view line);
+    void become(RecordingState state);
 
     int toWriter_ = -1;
     int fromWriter_ = -1;
     int writer_ = -1;
-    std::string words_;                  ///< of the writer, not a whole line yet
-    std::string problem_;                ///< why it cannot record
+    std::string words_; ///< of the writer, not a whole line yet
+    RecordingPlace place_;
+    RecordingState state_;
+    RecordingState beforeFull_;          ///< what it was before its disk took nothing
     QPointer<QSocketNotifier> notifier_; ///< the application may go first
 };
 

@@ -9,6 +9,7 @@
 
 #include "qt/Keypad.h"
 #include "qt/ListView.h"
+#include "qt/RecordsKey.h"
 #include "qt/Screen.h"
 #include "qt/SliderView.h"
 #include "qt/TabOrder.h"
@@ -97,6 +98,9 @@ bool InputRouter::press(int finger, QPoint place) {
         pad->press(finger, place);
         return true;
     }
+    if (RecordsKey* key = screen_.recordsKey(); key != nullptr && key->press(finger, place)) {
+        return true;
+    }
     Control& control = screen_.controlAt(place);
     const bool text = control.kind() == Kind::TextBox;
     if (!screen_.admits(control)) {
@@ -123,7 +127,8 @@ void InputRouter::openKeypad(int finger, const Control& box) {
 }
 
 bool InputRouter::move(int finger, QPoint place) {
-    if (screen_.keypad() != nullptr && screen_.keypad()->holds(finger)) {
+    if ((screen_.keypad() != nullptr && screen_.keypad()->holds(finger)) ||
+        (screen_.recordsKey() != nullptr && screen_.recordsKey()->holds(finger))) {
         return true;
     }
     const auto entry = held_.find(finger);
@@ -138,7 +143,8 @@ bool InputRouter::move(int finger, QPoint place) {
 }
 
 bool InputRouter::release(int finger, QPoint place) {
-    if (screen_.keypad() != nullptr && screen_.keypad()->release(finger, place)) {
+    if ((screen_.keypad() != nullptr && screen_.keypad()->release(finger, place)) ||
+        (screen_.recordsKey() != nullptr && screen_.recordsKey()->release(finger, place))) {
         return true;
     }
     const auto entry = held_.find(finger);
@@ -226,6 +232,9 @@ void InputRouter::letGoOfAll() {
     if (Keypad* pad = screen_.keypad()) {
         pad->letGoOfAll();
     }
+    if (RecordsKey* key = screen_.recordsKey()) {
+        key->letGo();
+    }
     while (!held_.empty()) {
         letGo(held_.begin()->first, false);
     }
@@ -242,6 +251,12 @@ bool InputRouter::keyPressed(const QKeyEvent& event) {
     }
     if (event.key() == Qt::Key_Escape) {
         return escapePressed(event);
+    }
+    if (RecordsKey* key = screen_.recordsKey(); key != nullptr && event.key() == Qt::Key_F2) {
+        if (!event.isAutoRepeat()) {
+            key->act();
+        }
+        return true;
     }
     if (focus_ == nullptr || !focusMarked_ || focus_->kind() == Kind::TextBox) {
         return false;

@@ -5,15 +5,14 @@
 #include <limits>
 #include <utility>
 
-#include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QKeyEvent>
 
-#include "qt/AccessibilityNotifier.h"
 #include "qt/AccessibleNode.h"
 #include "qt/Art.h"
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
+#include "qt/RecordsKey.h"
 #include "qt/Screen.h"
 
 namespace quillon {
@@ -83,42 +82,10 @@ double covered(const QRect& place, const std::vector<Obstacle>& obstacles) {
     return sum;
 }
 
-class PadKeyNode final : public QAccessibleWidget {
-public:
-    explicit PadKeyNode(PadKey& key) : QAccessibleWidget(&key, QAccessible::Button), key_(key) {}
-
-    [[nodiscard]] QString text(QAccessible::Text what) const override {
-        return what == QAccessible::Name ? key_.name() : QString();
-    }
-    [[nodiscard]] QAccessible::State state() const override {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.pressed = key_.pressed();
-        return state;
-    }
-    [[nodiscard]] QAccessibleInterface* parent() const override {
-        return QAccessible::queryAccessibleInterface(listedAbove(key_));
-    }
-    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
-    void doAction(const QString& action) override {
-        AccessibilityNotifier* news = AccessibilityNotifier::of(key_);
-        if (action == pressAction() && news != nullptr) {
-            news->tap(key_);
-        }
-    }
-
-private:
-    PadKey& key_;
-};
-
 } // namespace
 
-QAccessibleInterface* accessibleOf(PadKey& key) {
-    return new PadKeyNode(key);
-}
-
-PadKey::PadKey(int code, const ConsoleTexts& texts, QWidget* pad) : QWidget(pad), code_(code), texts_(texts) {
-    setFocusPolicy(Qt::NoFocus);
-}
+PadKey::PadKey(int code, const ConsoleTexts& texts, QWidget* pad)
+    : WindowKey(pad), code_(code), texts_(texts) {}
 
 QString PadKey::name() const {
     return code_ == kErase  ? toQt(texts_.sKeypadErase)
@@ -129,24 +96,15 @@ QString PadKey::name() const {
 Words PadKey::words() const {
     QFont font = consoleFont(1, code_ != kDone);
     font.setPixelSize(std::max(8, height() * (code_ == kDone ? 32 : 52) / 100));
-    return {rect().adjusted(2, pressed_ ? 4 : 2, -2, pressed_ ? -1 : -3),
+    return {rect().adjusted(2, pressed() ? 4 : 2, -2, pressed() ? -1 : -3),
             code_ == kErase ? QString() : name(), font, QColor::fromRgb(kInk),
-            QColor::fromRgb(pressed_ ? kPressedFace : kFace)};
-}
-
-void PadKey::setPressed(bool pressed) {
-    if (std::exchange(pressed_, pressed) != pressed) {
-        update();
-    }
+            QColor::fromRgb(pressed() ? kPressedFace : kFace)};
 }
 
 void PadKey::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QRectF place(rect());
     const Words label = words();
-    paintPlate(painter, place, QColor::fromRgb(pressed_ ? kStrongEdge : kEdge), Qt::transparent, 0);
-    paintPlate(painter, place.adjusted(1, pressed_ ? 3 : 1, -1, pressed_ ? -1 : -3), label.background,
-               Qt::transparent, 0, 3);
+    paintFace(painter);
     if (code_ == kErase) {
         const int inset = height() / 4;
         paintArt(painter, "erase", label.place.adjusted(0, inset, 0, -inset), label.ink);
@@ -205,6 +163,9 @@ double Keypad::place(int edge) {
     hide(); // it stands in its own way otherwise
     std::vector<Obstacle> obstacles;
     collect(screen_, screen_.window().control(), obstacles);
+    if (const RecordsKey* records = screen_.recordsKey(); records != nullptr && records->isVisible()) {
+        obstacles.push_back({records->geometry(), kTouched});
+    }
     const QRect room(QPoint(), QSize(screen_.window().width(), screen_.window().foot().top()));
     const QSize size = sizeOf(edge);
     const int step = std::max(4, room.height() / 120);

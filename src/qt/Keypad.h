@@ -8,17 +8,16 @@
 
 #include "console/ConsoleTexts.h"
 #include "qt/Look.h"
+#include "qt/WindowKey.h"
 #include "ui/Control.h"
 #include "ui/Input.h"
-
-class QAccessibleInterface;
 
 namespace quillon {
 
 class Screen;
 
 /// A key of the keypad: a digit, the one that erases, or the one that ends it.
-class PadKey final : public QWidget {
+class PadKey final : public WindowKey {
 public:
     PadKey(int code, const ConsoleTexts& texts, QWidget* pad);
 
@@ -26,11 +25,8 @@ public:
     static constexpr int kDone = 11;
 
     [[nodiscard]] int code() const { return code_; }
-    /// What a screen reader calls it.
-    [[nodiscard]] QString name() const;
+    [[nodiscard]] QString name() const override;
     [[nodiscard]] Words words() const;
-    void setPressed(bool pressed);
-    [[nodiscard]] bool pressed() const { return pressed_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,7 +34,6 @@ protected:
 private:
     int code_;
     const ConsoleTexts& texts_;
-    bool pressed_ = false;
 };
 
 /// Digits for a finger, beside a box that was touched. It is the window's and no control; what it types comes
@@ -84,8 +79,5 @@ private:
     QRect besideOf_; ///< the box, where the pad was placed for it
     QSize within_;   ///< the window then
 };
-
-/// A key of the keypad as a screen reader finds it.
-[[nodiscard]] QAccessibleInterface* accessibleOf(PadKey& key);
 
 } // namespace quillon

@@ -33,6 +33,8 @@
 #include "qt/QtRuntime.h"
 #include "qt/QtSerialPort.h"
 #include "qt/QtStores.h"
+#include "qt/RecordsKey.h"
+#include "qt/RecordsProgram.h"
 #include "qt/Screen.h"
 #include "qt/Tour.h"
 #include "runtime/HomeFolders.h"
@@ -190,6 +192,21 @@ std::unique_ptr<Recorder> recorderFor(const Platform& machine, const DiskFolder&
     return std::make_unique<Recorder>(machine, std::move(file), commandLine, wallTime);
 }
 
+/// The key to the records tells what becomes of this one, and opens their window.
+void connectRecords(Screen& screen, QtDesktop& desktop, BlackBox* box, bool records) {
+    RecordsKey& key = *screen.recordsKey();
+    if (const QString program = recordsProgram(); !program.isEmpty()) {
+        key.onPress = [program](const std::string& folder) { return startRecords(program, folder); };
+    }
+    desktop.setF2([&key] { key.act(); });
+    if (!records) {
+        key.setState({RecordingState::Kind::Off});
+        return;
+    }
+    box->onState = [&key, box] { key.setState(box->state()); };
+    box->onState();
+}
+
 /// The system wants the program to end: the generator is given back first.
 void leave(Application& application, Recorder* recorder) {
     if (recorder != nullptr) {
@@ -275,6 +292,8 @@ int run(const Options& options, BlackBox* box, const Watch& watch) {
         const ConsoleTexts& texts = application.console().texts();
         return QtDesktop::ButtonWords{texts.sBoxYes, texts.sBoxNo, texts.sBoxOK};
     });
+    const bool wanted = box != nullptr && (recorder || box->state().kind == RecordingState::Kind::None);
+    connectRecords(screen, desktop, box, wanted);
     driver.guard(screen.window());
     const Priority priority;
     const std::shared_ptr<void> watching = watch ? watch(driver, schedule, screen.window()) : nullptr;
@@ -303,6 +322,9 @@ int run(const Options& options, BlackBox* box, const Watch& watch) {
     }
     if (recorder) {
         recorder->end();
+    }
+    if (box != nullptr) {
+        box->onState = nullptr;
     }
     application.setScreen(nullptr);
     return tour && !tour->passed() ? 1 : 0;

@@ -4,6 +4,7 @@
 #include <QEventLoop>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QWindow>
 
 #include "qt/Convert.h"
@@ -85,6 +86,10 @@ int QtDesktop::run(QMessageBox::Icon icon, std::string_view title, std::string_v
         box.setDefaultButton(QMessageBox::No);
     }
     fitForFingers(box, words_ ? words_() : ButtonWords{"Yes", "No", "OK"});
+
+    if (f2_) {
+        QObject::connect(new QShortcut(QKeySequence(Qt::Key_F2), &box), &QShortcut::activated, f2_);
+    }
 
     // A box that comes while one is up waits in the queue. Its own loop runs inside the other's, so the calls
     // return in the reverse order, each with its own answer.

@@ -23,6 +23,8 @@ public:
         std::string no;
         std::string ok;
     };
+    /// F2 does this while a box stands, too.
+    void setF2(std::function<void()> action) { f2_ = std::move(action); }
     void setButtonWords(std::function<ButtonWords()> words) { words_ = std::move(words); }
 
     [[nodiscard]] int screenWidth() const override;
@@ -40,6 +42,7 @@ private:
 
     QPointer<QWidget> window_;
     std::function<ButtonWords()> words_;
+    std::function<void()> f2_;
     std::deque<QMessageBox*> boxes_; // the first is up, the others wait for it
     bool topMost_ = false;
 };

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QThread>
@@ -264,6 +265,19 @@ std::unique_ptr<QSerialPort> QtSerialPort::openDevice() {
             return nullptr;
         }
     }
+}
+
+std::string QtSerialPort::identity() const {
+    const QString real = QFileInfo(path_).canonicalFilePath();
+    QString text = path_;
+    if (!real.isEmpty()) {
+        text += real == path_ ? QString() : QStringLiteral(" = ") + real;
+        const QDir names(QStringLiteral("/dev/serial/by-id"));
+        for (const QFileInfo& name : names.entryInfoList(QDir::Files | QDir::System)) {
+            text += name.canonicalFilePath() == real ? QStringLiteral(", ") + name.fileName() : QString();
+        }
+    }
+    return text.toStdString();
 }
 
 bool QtSerialPort::connectDevice() {

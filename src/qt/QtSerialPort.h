@@ -40,6 +40,7 @@ public:
     bool open(int port, std::string_view settings) override;
     [[nodiscard]] std::string failure() const override { return failure_; }
     [[nodiscard]] std::string device() const override { return path_.toStdString(); }
+    [[nodiscard]] std::string identity() const override;
     [[nodiscard]] bool present() const override { return wanted_ && connected(); }
     void close() override;
     [[nodiscard]] bool isOpen() const override { return wanted_; }

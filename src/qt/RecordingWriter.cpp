@@ -153,8 +153,7 @@ private:
         taken_ = keeper_->takeBack();
         keeper_ = std::move(keeper);
         disk_ = std::move(disk);
-        say("told the session is recorded in memory, " + place_.spare + ", until logout: " + place_.folder +
-            ": " + why);
+        say("memory " + keeper_->name() + " " + why);
         place_.spare.clear();
         return true;
     }
@@ -170,7 +169,7 @@ private:
     void tellState() {
         if (keeper_->hungry()) {
             if (told_) {
-                say("told the recording goes on");
+                say("goes-on");
             }
             fullSince_.reset();
             told_ = false;
@@ -178,7 +177,7 @@ private:
             fullSince_ = now();
         } else if (!told_ && now() - *fullSince_ >= kToldAfter) {
             told_ = true;
-            say("told the recording waits: its disk takes nothing");
+            say("waits");
         }
     }
 

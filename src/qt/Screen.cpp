@@ -20,6 +20,7 @@
 #include "qt/InputRouter.h"
 #include "qt/KeyView.h"
 #include "qt/Keypad.h"
+#include "qt/RecordsKey.h"
 #include "qt/StatusBar.h"
 
 namespace quillon {
@@ -72,6 +73,7 @@ Screen::Screen(ControlHost& form, Input& input, FormWindow::Requests requests,
 
 void Screen::connectSigns() {
     bar_ = new StatusBar(indicators_->status, window_.get());
+    records_ = new RecordsKey(*this, indicators_->texts.records);
     keypad_ = new Keypad(*this, input_, indicators_->texts);
     bar_->onSecond = [this] { post(); };
     input_.blocks = [this](const Control& control) { return indicators_->reasons.blocks(control); };
@@ -138,6 +140,16 @@ void Screen::tellNothing() {
     if (bar_ != nullptr) {
         bar_->tellWhy({});
     }
+}
+
+void Screen::tell(const QString& words) {
+    if (bar_ != nullptr) {
+        bar_->tellWhy(words);
+    }
+}
+
+void Screen::lookAgain() {
+    news_->look();
 }
 
 void Screen::tellHandle(const Control& control) {
@@ -234,6 +246,7 @@ void Screen::flush() {
         for (const auto& [control, shown] : views_) {
             shown->reconsider();
         }
+        records_->settle();
         keypad_->settle();
     }
     news_->look();
@@ -297,7 +310,8 @@ void Screen::restack(const Control& container) const {
 }
 
 Control& Screen::controlAt(QPoint place) const {
-    if (window_->foot().contains(place) || (keypad_ != nullptr && keypad_->covers(place))) {
+    if (window_->foot().contains(place) || (keypad_ != nullptr && keypad_->covers(place)) ||
+        (records_ != nullptr && records_->covers(place))) {
         return form_;
     }
     Control& front = frontMost(place);

@@ -22,6 +22,7 @@ namespace quillon {
 class AccessibilityNotifier;
 class InputRouter;
 class Keypad;
+class RecordsKey;
 class StatusBar;
 
 /// The window's mirror of the form: one widget a control. Changes are collected and shown together, once per
@@ -52,6 +53,13 @@ public:
     [[nodiscard]] const StatusBar* bar() const { return bar_; }
     /// What a finger types with; empty where there are no indicators.
     [[nodiscard]] Keypad* keypad() const { return keypad_; }
+    /// The key to the records; empty where there are no indicators.
+    [[nodiscard]] RecordsKey* recordsKey() const { return records_; }
+    [[nodiscard]] const ControlHost& form() const { return form_; }
+    /// In the foot, for some seconds.
+    void tell(const QString& words);
+    /// What is no control has changed: a screen reader is told.
+    void lookAgain();
     /// A finger, a key or a screen reader asks for the control: whether a press is handed on. Where nothing
     /// would come of it, the foot says why.
     [[nodiscard]] bool admits(const Control& control);
@@ -90,8 +98,9 @@ private:
     AccessibilityNotifier* news_; ///< the window's
     QPointer<SummaryView> summary_;
     QDateTime start_;
-    StatusBar* bar_ = nullptr; ///< the window's
-    Keypad* keypad_ = nullptr; ///< the window's
+    StatusBar* bar_ = nullptr;      ///< the window's
+    Keypad* keypad_ = nullptr;      ///< the window's
+    RecordsKey* records_ = nullptr; ///< the window's
     std::unordered_map<const Control*, ControlView*> views_;
     std::unordered_set<Control*> changed_;
     std::unordered_set<Control*> reordered_;

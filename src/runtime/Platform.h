@@ -30,6 +30,10 @@ public:
     /// The device that stands for the port last opened, as the system calls it; empty when there is no more
     /// to tell.
     [[nodiscard]] virtual std::string device() const { return {}; }
+    /// The same for whoever looks at it later: with what it stands for, and the adapter's own name where it
+    /// has one,
+    /// "/dev/generator = /dev/ttyUSB0, usb-maker_adapter_123".
+    [[nodiscard]] virtual std::string identity() const { return device(); }
     /// The device of an open port is there; false while it is waited for.
     [[nodiscard]] virtual bool present() const { return isOpen(); }
     /// What was written before goes out first, as far as the other end takes it.

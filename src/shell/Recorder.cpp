@@ -67,10 +67,15 @@ public:
         number_ = port;
         const bool succeeded = line_.open(port, settings);
         recorder_.opened(port, succeeded);
-        if (succeeded && !device().empty()) {
-            recorder_.comment("port " + scenarioText(device()));
+        if (succeeded) {
+            tellDevice();
         }
         return succeeded;
+    }
+    void tellDevice() const {
+        if (!device().empty()) {
+            recorder_.comment("port " + scenarioText(line_.identity()));
+        }
     }
     [[nodiscard]] std::string failure() const override { return line_.failure(); }
     [[nodiscard]] std::string device() const override { return line_.device(); }
@@ -348,6 +353,7 @@ void Recorder::deliver(std::string_view bytes) {
     }
     if (const std::optional<int> port = port_->takeArrival()) {
         write("port " + std::to_string(*port) + " comes");
+        port_->tellDevice();
         failing_.erase(*port);
         const Counted handler(handlers_);
         port_->handArrival();

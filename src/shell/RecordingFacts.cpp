@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <numeric>
 
 #include "shell/RecordingReader.h"
 
@@ -23,6 +24,13 @@ std::string_view takeWord(std::string_view& text) {
 
 std::optional<WallTime> later(const std::optional<WallTime>& time, Milliseconds ms) {
     return time ? std::optional(WallTime{time->sinceEpoch + ms, time->offset}) : std::nullopt;
+}
+
+/// What tells one device of the port from another: the adapter's own name where it has one, as its path
+/// depends on when it was plugged in; else the path that the installation names.
+std::string_view adapterOf(std::string_view device) {
+    const auto name = device.rfind(", ");
+    return name != std::string_view::npos ? device.substr(name) : device.substr(0, device.find(" = "));
 }
 
 } // namespace
@@ -57,28 +65,28 @@ RecordingFacts factsOf(std::string_view recording) {
     return facts;
 }
 
-std::vector<std::size_t>
-visitAmong(std::size_t sessions, const std::function<const RecordingFacts&(std::size_t)>& facts, int visit) {
-    for (std::size_t end = sessions; end > 0; --end) {
-        if (!facts(end - 1).spoke) {
-            continue;
-        }
-        std::size_t first = end - 1;
-        const auto belongs = [&facts](const RecordingFacts& earlier, const RecordingFacts& next) {
-            return earlier.ended && next.begun && earlier.device == next.device &&
-                   std::abs(next.begun->sinceEpoch - earlier.ended->sinceEpoch) <= kSameVisit;
-        };
-        while (first > 0 && belongs(facts(first - 1), facts(first))) {
-            --first;
-        }
-        if (--visit == 0) {
-            std::vector<std::size_t> found;
-            for (; first < end; ++first) {
-                found.push_back(first);
-            }
+std::size_t visitBegin(std::size_t end, const FactsOfSession& facts) {
+    const auto belongs = [](const RecordingFacts& earlier, const RecordingFacts& next) {
+        return earlier.ended && next.begun && adapterOf(earlier.device) == adapterOf(next.device) &&
+               std::abs(next.begun->sinceEpoch - earlier.ended->sinceEpoch) <= kSameVisit;
+    };
+    std::size_t first = end - 1;
+    while (facts(end - 1).spoke && first > 0 && belongs(facts(first - 1), facts(first))) {
+        --first;
+    }
+    return first;
+}
+
+std::vector<std::size_t> visitAmong(std::size_t sessions, const FactsOfSession& facts, int visit) {
+    for (std::size_t end = sessions; end > 0;) {
+        const bool spoke = facts(end - 1).spoke;
+        std::size_t first = visitBegin(end, facts);
+        if (spoke && --visit == 0) {
+            std::vector<std::size_t> found(end - first);
+            std::iota(found.begin(), found.end(), first);
             return found;
         }
-        end = first + 1;
+        end = first;
     }
     return {};
 }

@@ -24,10 +24,16 @@ struct RecordingFacts {
 
 [[nodiscard]] RecordingFacts factsOf(std::string_view recording);
 
+using FactsOfSession = std::function<const RecordingFacts&(std::size_t)>;
+
+/// The first of the sessions that make one visit with the last before `end`; that one itself where the
+/// generator did not speak in it.
+[[nodiscard]] std::size_t visitBegin(std::size_t end, const FactsOfSession& facts);
+
 /// The sessions of a visit, oldest first: one in which the generator spoke, and those that ended at the same
 /// device less than a quarter of an hour before its start. Visits are counted from the newest, which is 1;
 /// sessions by their order.
-[[nodiscard]] std::vector<std::size_t>
-visitAmong(std::size_t sessions, const std::function<const RecordingFacts&(std::size_t)>& facts, int visit);
+[[nodiscard]] std::vector<std::size_t> visitAmong(std::size_t sessions, const FactsOfSession& facts,
+                                                  int visit);
 
 } // namespace quillon

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <fstream>
 #include <iterator>
-#include <optional>
 
 #include "runtime/Packing.h"
 
@@ -41,19 +40,6 @@ Milliseconds numberIn(std::string_view text) {
     Milliseconds number = 0;
     std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
-}
-
-/// When a part of a recording begins, by its first remark with a time.
-std::optional<Milliseconds> beginOf(std::string_view part) {
-    Milliseconds since = 0;
-    while (!part.empty()) {
-        const std::string_view line = takeLine(part);
-        if (line.starts_with("# ")) {
-            return numberIn(line.substr(2)) - since;
-        }
-        since += recordedTime(line);
-    }
-    return std::nullopt;
 }
 
 } // namespace
@@ -108,6 +94,18 @@ Milliseconds recordedTime(std::string_view line) {
                                     : 0;
 }
 
+std::optional<Milliseconds> partBegin(std::string_view part) {
+    Milliseconds since = 0;
+    while (!part.empty()) {
+        const std::string_view line = takeLine(part);
+        if (line.starts_with("# ")) { // the first remark with a time
+            return numberIn(line.substr(2)) - since;
+        }
+        since += recordedTime(line);
+    }
+    return std::nullopt;
+}
+
 FileList filesOf(const std::filesystem::path& folder) {
     FileList found;
     std::error_code error;
@@ -132,7 +130,7 @@ RecordingText readSession(const std::filesystem::path& folder, const RecordedSes
             std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
         read.text.resize(read.text.rfind('\n') + 1); // what is written just now may end within a line
         if (part.number != next) {
-            const Milliseconds ms = std::max<Milliseconds>(beginOf(read.text).value_or(time) - time, 0);
+            const Milliseconds ms = std::max<Milliseconds>(partBegin(read.text).value_or(time) - time, 0);
             whole.text += "gap " + std::to_string(ms) + " 0\n";
             time += ms;
         }

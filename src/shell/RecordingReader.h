@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,9 @@ struct RecordingText {
 void forEachRecordedLine(std::string_view recording, const std::function<void(std::string_view)>& each);
 /// The time that goes by with a line of a recording.
 [[nodiscard]] Milliseconds recordedTime(std::string_view line);
+
+/// When a part of a recording begins; nothing where it does not tell.
+[[nodiscard]] std::optional<Milliseconds> partBegin(std::string_view part);
 
 [[nodiscard]] FileList filesOf(const std::filesystem::path& folder);
 /// A session of the folder. Where parts of it are gone, a gap is told.

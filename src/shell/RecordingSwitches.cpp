@@ -28,4 +28,33 @@ RecordingSwitches recordingSwitches(std::string profile) {
     return switches;
 }
 
+std::string withKeep(std::string_view profile, bool keep) {
+    const std::string lineEnd = profile.find("\r\n") != std::string_view::npos ? "\r\n" : "\n";
+    const std::string wanted = (keep ? "KEEP=YES" : "KEEP=NO") + lineEnd;
+    std::string text;
+    bool inside = false;
+    bool done = false;
+    for (std::string_view rest = profile; !rest.empty();) {
+        const auto end = rest.find('\n');
+        const std::string_view whole = rest.substr(0, end == std::string_view::npos ? end : end + 1);
+        rest.remove_prefix(whole.size());
+        const std::string_view line = trim(whole.substr(0, whole.find_last_not_of("\r\n") + 1));
+        if (line.starts_with('[')) {
+            inside = !done && equalsNoCase(trim(line.substr(1, line.find(']') - 1)), kSection);
+        } else if (inside && equalsNoCase(trim(line.substr(0, line.find('='))), "KEEP")) {
+            continue; // it stands at the head of the section now
+        }
+        text += whole;
+        if (inside && !done) {
+            text += (text.ends_with('\n') ? "" : lineEnd) + wanted;
+            done = true;
+        }
+    }
+    if (!done) {
+        text += (text.empty() || text.ends_with('\n') ? "" : lineEnd) + "[" + std::string(kSection) + "]" +
+                lineEnd + wanted;
+    }
+    return text;
+}
+
 } // namespace quillon

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace quillon {
 
@@ -12,5 +13,8 @@ struct RecordingSwitches {
 };
 
 [[nodiscard]] RecordingSwitches recordingSwitches(std::string profile);
+
+/// The profile with KEEP set so, and all else as it is.
+[[nodiscard]] std::string withKeep(std::string_view profile, bool keep);
 
 } // namespace quillon

@@ -32,26 +32,39 @@ std::string resolved(std::string_view text) {
 }
 
 /// Carries one line out. What is wrong with it; empty when nothing is.
-std::string replace(const ctrQuillonConsole& console, const std::vector<std::string>& names,
-                    std::string_view line) {
+std::string replace(std::string_view line,
+                    const std::function<bool(const std::string&, const std::string&)>& take) {
     const auto equals = line.find('=');
     if (equals == std::string_view::npos) {
         return "no \"=\" behind a name";
     }
     const std::string name(trim(line.substr(0, equals)));
-    const auto known = [&name](const std::string& each) { return equalsNoCase(each, name); };
-    if (std::none_of(names.begin(), names.end(), known)) {
-        return name + ": there is no such text";
-    }
     const auto text = codePageFromUtf8(trim(line.substr(equals + 1)));
     if (!text) {
         return name + ": a character that cannot be shown, or no UTF-8";
     }
-    console.operations().set(name, resolved(*text));
-    return {};
+    return take(name, resolved(*text)) ? "" : name + ": there is no such text";
 }
 
 } // namespace
+
+std::vector<std::string>
+readTexts(std::string_view content,
+          const std::function<bool(const std::string& name, const std::string& text)>& take) {
+    std::vector<std::string> problems;
+    std::size_t number = 0;
+    for (std::string_view line : split(withoutByteOrderMark(content), "\n")) {
+        ++number;
+        line = trim(line.substr(0, line.find_last_not_of('\r') + 1));
+        if (line.empty() || line.starts_with('#')) {
+            continue;
+        }
+        if (const std::string problem = replace(line, take); !problem.empty()) {
+            problems.push_back("Line " + std::to_string(number) + ": " + problem);
+        }
+    }
+    return problems;
+}
 
 void replaceTexts(const ctrQuillonConsole& console, const Folder& folder, Desktop& desktop) {
     const auto content = folder.read(kTextFile, kProfileFileLimit);
@@ -59,24 +72,22 @@ void replaceTexts(const ctrQuillonConsole& console, const Folder& folder, Deskto
         return;
     }
     const std::vector<std::string> names = console.textNames();
+    const auto problems = readTexts(*content, [&](const std::string& name, const std::string& text) {
+        const bool known =
+            std::ranges::any_of(names, [&name](const std::string& each) { return equalsNoCase(each, name); });
+        if (known) {
+            console.operations().set(name, text);
+        }
+        return known;
+    });
     std::string report;
-    std::size_t problems = 0;
-    std::size_t number = 0;
-    for (std::string_view line : split(withoutByteOrderMark(*content), "\n")) {
-        ++number;
-        line = trim(line.substr(0, line.find_last_not_of('\r') + 1));
-        if (line.empty() || line.starts_with('#')) {
-            continue;
-        }
-        const std::string problem = replace(console, names, line);
-        if (!problem.empty() && ++problems <= kLongestReport) {
-            report.append(kLineBreak).append("Line " + std::to_string(number) + ": " + problem);
-        }
+    for (std::size_t at = 0; at < std::min(problems.size(), kLongestReport); ++at) {
+        report.append(kLineBreak).append(problems[at]);
     }
-    if (problems > kLongestReport) {
-        report.append(kLineBreak).append("and " + std::to_string(problems - kLongestReport) + " more");
+    if (problems.size() > kLongestReport) {
+        report.append(kLineBreak).append("and " + std::to_string(problems.size() - kLongestReport) + " more");
     }
-    if (problems > 0) {
+    if (!problems.empty()) {
         desktop.message(BoxKind::Info, console.texts().sBoxTitle,
                         "Not all of \"" + std::string(kTextFile) + "\" can be used." + report);
     }

@@ -77,20 +77,21 @@ key('Store').do_action(0)
 wait('it is still told that nothing is stored', lambda: not told('not stored'))
 key('Exit').do_action(0)
 configuration = wait('calibration was not left', lambda: key('Configuration'))
-rest = ['Close', 'Read Exposure Counters', 'Configuration', 'Manual Calibration', 'Auto Calibration', 'RESET ERROR']
-expect_keys(6, *rest)
+rest = ['Close', 'Read Exposure Counters', 'Configuration', 'Manual Calibration', 'Auto Calibration', 'RESET ERROR',
+        'Records, recording']
+expect_keys(7, *rest)
 configuration.do_action(0)
 wait('the key does not say that it waits', lambda: configuration.get_description() == 'sent, not confirmed')
 wait('configuration was not reached', lambda: key('Default Configuration') and key('Tube +') and key('Exit'))
 time.sleep(3)  # the last of the values
-expect_keys(32, 'Tube -', 'Tube +', 'WS8', 'Fail Safe +', 'Center', 'Exit', 'Auto Calibration')
+expect_keys(33, 'Tube -', 'Tube +', 'WS8', 'Fail Safe +', 'Center', 'Exit', 'Auto Calibration')
 tube = lambda: next(node.get_name() for node in listed() if node.get_description() == 'Tube')
 before = tube()
 key('Tube +').do_action(0)
 wait('the step is not told', lambda: tube() != before)
 key('Exit').do_action(0)
 wait('configuration was not left', lambda: key('Close') and key('Configuration'))
-expect_keys(6, *rest)
+expect_keys(7, *rest)
 
 def focused():
     return next((node.get_name() for node in listed() if has(node, Atspi.StateType.FOCUSED)), '')

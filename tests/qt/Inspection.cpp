@@ -11,6 +11,7 @@
 #include "qt/ControlView.h"
 #include "qt/Convert.h"
 #include "qt/Keypad.h"
+#include "qt/RecordsKey.h"
 #include "qt/StatusBar.h"
 
 namespace quillon {
@@ -130,6 +131,30 @@ void walk(const Screen& screen, const Control& control,
     }
 }
 
+/// The key to the records: its words, its size, and that it lies over nothing.
+Findings inspectRecordsKey(const Screen& screen, const Control& form, int finger) {
+    const RecordsKey& key = *screen.recordsKey();
+    Findings findings;
+    if (!key.isVisible()) {
+        return findings;
+    }
+    const auto tell = [&findings](const std::string& what) {
+        findings.push_back("the records' key " + what);
+    };
+    inspectWords(key.words(), false, 0, tell);
+    if (std::min(key.width(), key.height()) < finger) {
+        tell("is " + std::to_string(key.width()) + " x " + std::to_string(key.height()));
+    }
+    walk(screen, form, [&](const ControlView& view) {
+        const Control& control = view.control();
+        const bool holds = control.kind() == Kind::Form || control.kind() == Kind::User;
+        if (!holds && QRect(view.mapTo(view.window(), QPoint()), view.size()).intersects(key.geometry())) {
+            tell("lies over " + pathOf(control));
+        }
+    });
+    return findings;
+}
+
 /// How far a finger may be from a control's middle and still be on it, from side to side and up and down;
 /// empty where it is covered.
 QSize touchedArea(const Screen& screen, const ControlView& view) {
@@ -183,6 +208,8 @@ Findings inspect(Screen& screen, const Control& form) {
         }
     }
     inspectKeypad(screen, tell);
+    const Findings ofKey = inspectRecordsKey(screen, form, 0);
+    findings.insert(findings.end(), ofKey.begin(), ofKey.end());
     const Findings inBar = inspectBar(screen);
     findings.insert(findings.end(), inBar.begin(), inBar.end());
     return findings;
@@ -199,7 +226,7 @@ Findings inspectBar(Screen& screen) {
 
 Findings smallTargets(Screen& screen, const Control& form, int finger) {
     screen.flush();
-    Findings findings;
+    Findings findings = inspectRecordsKey(screen, form, finger);
     walk(screen, form, [&](const ControlView& view) {
         const Control& control = view.control();
         const bool typed = control.kind() == Kind::TextBox && !control.readOnly();
@@ -244,6 +271,7 @@ std::vector<ShownText> textsOn(Screen& screen, const Control& form) {
         const std::vector<Words> words = summary->words();
         beside.insert(beside.end(), words.begin(), words.end());
     }
+    texts.push_back({pathOf(form), screen.recordsKey()->name().toStdString()});
     for (const PadKey* key : screen.keypad()->keys()) {
         texts.push_back({pathOf(form), key->name().toStdString()});
     }

@@ -153,6 +153,10 @@ TEST(Scenes, BetweenThemShowEachTextThatCanBeReplacedAndNoOther) {
         "TorvaneSerial.sTube2RAD "
         "TorvaneSerial.sLow TorvaneSerial.sDirect TorvaneSerial.sOn ";
     for (std::size_t i = 0; i < names.size(); ++i) {
+        // Their window is another program; here is the key to it.
+        if (names[i].starts_with("sRecords") && names[i] != "sRecords" && names[i] != "sRecordsOn") {
+            continue;
+        }
         EXPECT_EQ(seen.find(mark(i)) != std::string::npos,
                   elsewhere.find(" " + names[i] + " ") == std::string::npos)
             << names[i];

@@ -1,13 +1,17 @@
 #include "Recordings.h"
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 #ifndef _WIN32
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 #endif
 
@@ -30,21 +34,55 @@ std::string minuteOf(const std::optional<WallTime>& time) {
 }
 
 /// What was written reaches the disk, and is read from there again: a stick may be pulled then.
-void settle([[maybe_unused]] const std::filesystem::path& file) {
+bool settle([[maybe_unused]] const std::filesystem::path& file) {
 #ifndef _WIN32
     const int opened = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-    if (opened >= 0) {
-        ::fsync(opened);
-        ::posix_fadvise(opened, 0, 0, POSIX_FADV_DONTNEED);
-        ::close(opened);
+    if (opened < 0) {
+        return false;
     }
+    const bool settled = ::fsync(opened) == 0 || errno == EINVAL; // no disk stands behind it
+    ::posix_fadvise(opened, 0, 0, POSIX_FADV_DONTNEED);
+    ::close(opened);
+    return settled;
+#else
+    return true;
 #endif
 }
 
 } // namespace
 
+std::int64_t RecordedVisit::bytes() const {
+    return std::accumulate(sessions.begin(), sessions.end(), std::int64_t{0},
+                           [](std::int64_t sum, const RecordedSession& each) { return sum + each.bytes(); });
+}
+
 Recordings::Recordings(std::filesystem::path folder)
     : folder_(std::move(folder)), sessions_(sessionsIn(filesOf(folder_))) {}
+
+bool Recordings::refresh() {
+    const auto looks = [](const std::vector<RecordedSession>& sessions) {
+        std::vector<std::pair<std::string, std::int64_t>> all;
+        for (const RecordedSession& session : sessions) {
+            for (const RecordingPart& part : session.parts) {
+                all.emplace_back(part.name, part.bytes);
+            }
+        }
+        return all;
+    };
+    const auto before = looks(sessions_);
+    sessions_ = sessionsIn(filesOf(folder_));
+    return looks(sessions_) != before;
+}
+
+std::size_t Recordings::sessionsBefore(const RecordedVisit& visit) const {
+    return static_cast<std::size_t>(std::ranges::count_if(
+        sessions_, [&visit](const RecordedSession& each) { return each.number < visit.number(); }));
+}
+
+std::int64_t Recordings::bytes() const {
+    return std::accumulate(sessions_.begin(), sessions_.end(), std::int64_t{0},
+                           [](std::int64_t sum, const RecordedSession& each) { return sum + each.bytes(); });
+}
 
 std::filesystem::path Recordings::folderBeside(const std::filesystem::path& program) {
     std::error_code error;
@@ -53,20 +91,23 @@ std::filesystem::path Recordings::folderBeside(const std::filesystem::path& prog
         homeFolders((error ? std::filesystem::absolute(program, error) : real).parent_path()));
 }
 
-const Recordings::Known& Recordings::known(std::size_t session) {
-    const auto found = known_.find(session);
-    if (found != known_.end()) {
-        return found->second;
+const RecordingFacts& Recordings::facts(std::size_t session) {
+    const RecordedSession& wanted = sessions_.at(session);
+    const auto found = known_.find(wanted.number);
+    if (found != known_.end() && found->second.bytes == wanted.bytes()) {
+        return found->second.facts;
     }
-    RecordingText text = readSession(folder_, sessions_[session]);
-    RecordingFacts facts = factsOf(text.text);
-    return known_.emplace(session, Known{std::move(text), std::move(facts)}).first->second;
+    const RecordingText read = readSession(folder_, wanted);
+    Known& known = known_[wanted.number];
+    known = {factsOf(read.text), wanted.bytes(), read.problem};
+    return known.facts;
 }
 
 std::string Recordings::list() {
     std::string text = "number  day         from   to      minutes  presses      kB\n";
     for (std::size_t at = sessions_.size(); at-- > 0;) {
-        const auto& [recording, facts] = known(at);
+        const RecordingFacts& facts = this->facts(at);
+        const std::string& problem = known_.at(sessions_[at].number).problem;
         std::array<char, 128> row{};
         std::snprintf(row.data(), row.size(), "%s  %s  %s  %s  %8lld  %7d  %6.1f",
                       sessionName(sessions_[at].number).c_str(), dayOf(facts.begun).c_str(),
@@ -76,68 +117,120 @@ std::string Recordings::list() {
         text += row.data();
         text += facts.spoke ? "" : "  no generator";
         text += facts.gaps > 0 ? "  gaps: " + std::to_string(facts.gaps) : "";
-        text += recording.problem.empty() ? "" : "  " + recording.problem;
+        text += problem.empty() ? "" : "  " + problem;
         text += '\n';
-        known_.erase(at); // one alone may be large
     }
     return text;
 }
 
-std::vector<std::size_t> Recordings::sessionsOf(int visit) {
-    return visitAmong(
-        sessions_.size(), [this](std::size_t at) -> const RecordingFacts& { return known(at).facts; }, visit);
+RecordedVisit Recordings::visitOf(std::size_t first, std::size_t end) {
+    RecordedVisit visit;
+    for (std::size_t at = first; at < end; ++at) {
+        const RecordingFacts& facts = this->facts(at);
+        visit.sessions.push_back(sessions_[at]);
+        visit.begun = at == first ? facts.begun : visit.begun;
+        visit.ended = facts.ended;
+        visit.length += facts.length;
+        visit.spoke = visit.spoke || facts.spoke;
+        visit.presses += facts.presses;
+        visit.gaps += facts.gaps;
+        visit.device = facts.device;
+    }
+    return visit;
 }
 
-RecordingText Recordings::visit(int number) {
+RecordedVisit Recordings::visitBefore(std::size_t end) {
+    return visitOf(visitBegin(end, [this](std::size_t at) -> const RecordingFacts& { return facts(at); }),
+                   end);
+}
+
+std::optional<RecordedVisit> Recordings::visit(int number) {
+    const auto sessions = visitAmong(
+        sessions_.size(), [this](std::size_t at) -> const RecordingFacts& { return facts(at); }, number);
+    return sessions.empty() ? std::nullopt : std::optional(visitOf(sessions.front(), sessions.back() + 1));
+}
+
+RecordingText Recordings::textOf(const RecordedVisit& visit) const {
     RecordingText whole;
-    for (const std::size_t at : sessionsOf(number)) {
-        const RecordingText& text = known(at).text;
-        whole.text += text.text;
-        whole.problem += text.problem;
+    for (const RecordedSession& session : visit.sessions) {
+        const RecordingText read = readSession(folder_, session);
+        whole.text += read.text;
+        whole.problem += (whole.problem.empty() || read.problem.empty() ? "" : "; ") + read.problem;
     }
     return whole;
 }
 
-std::filesystem::path Recordings::nameAt(const std::filesystem::path& place, int visit) {
+bool Recordings::isRunning([[maybe_unused]] const RecordedVisit& visit) const {
+#ifndef _WIN32
+    // Its writer holds the part from before the first byte to its end.
+    const RecordingPart& newest = visit.sessions.back().parts.back();
+    if (newest.packed || newest.bytes == 0) {
+        return false;
+    }
+    const int file = ::open((folder_ / newest.name).c_str(), O_RDONLY | O_CLOEXEC);
+    const bool held = file >= 0 && ::flock(file, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (file >= 0) {
+        ::close(file);
+    }
+    return held;
+#else
+    return false;
+#endif
+}
+
+std::string visitName(const RecordedVisit& visit) {
+    if (!visit.begun) {
+        return "quillon-" + sessionName(visit.number());
+    }
+    const std::string minute = minuteOf(visit.begun);
+    return "quillon-" + dayOf(visit.begun) + "-" + minute.substr(0, 2) + minute.substr(3);
+}
+
+std::filesystem::path nameAt(const std::filesystem::path& place, const RecordedVisit& visit) {
     std::error_code error;
-    const auto sessions = sessionsOf(visit);
-    if (!std::filesystem::is_directory(place, error) || sessions.empty()) {
-        return place;
+    return std::filesystem::is_directory(place, error)
+               ? place / (visitName(visit) + (canPack() ? ".scn.gz" : ".scn"))
+               : place;
+}
+
+std::string saveWhole(const std::filesystem::path& file, std::string_view bytes) {
+    std::filesystem::path half = file;
+    half += ".part";
+    std::error_code error;
+    const auto give = [&](const char* why) {
+        std::filesystem::remove(half, error);
+        return std::string(why);
+    };
+    {
+        std::ofstream out(half, std::ios::binary | std::ios::trunc);
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        if (!out.flush()) {
+            out.close();
+            return give("it cannot be written");
+        }
     }
-    std::string name = "quillon-" + sessionName(sessions_[sessions.front()].number);
-    if (const auto& begun = known(sessions.front()).facts.begun) {
-        const std::string minute = minuteOf(begun);
-        name = "quillon-" + dayOf(begun) + "-" + minute.substr(0, 2) + minute.substr(3);
+    if (!settle(half)) {
+        return give("the disk has not taken it");
     }
-    return place / (name + (canPack() ? ".scn.gz" : ".scn"));
+    std::ifstream in(half, std::ios::binary);
+    const std::string back((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    in.close();
+    if (back != bytes) {
+        return give("what was written is not what is read");
+    }
+    std::filesystem::rename(half, file, error);
+    if (error) {
+        return give("it cannot be put in its place");
+    }
+    settle(file.has_parent_path() ? file.parent_path() : std::filesystem::path("."));
+    return {};
 }
 
 std::string savePacked(const std::filesystem::path& file, std::string_view text) {
     Packer packer;
     std::string bytes = packer.add(text);
     bytes += packer.finish();
-    std::filesystem::path half = file;
-    half += ".part";
-    std::error_code error;
-    {
-        std::ofstream out(half, std::ios::binary | std::ios::trunc);
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        if (!out.flush()) {
-            out.close();
-            std::filesystem::remove(half, error);
-            return "it cannot be written";
-        }
-    }
-    settle(half);
-    std::ifstream in(half, std::ios::binary);
-    const std::string back((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    in.close();
-    if (back != bytes || (std::filesystem::rename(half, file, error), error)) {
-        std::filesystem::remove(half, error);
-        return back != bytes ? "what was written is not what is read" : "it cannot be put in its place";
-    }
-    settle(file.has_parent_path() ? file.parent_path() : std::filesystem::path("."));
-    return {};
+    return saveWhole(file, bytes);
 }
 
 } // namespace quillon

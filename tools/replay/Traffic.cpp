@@ -37,15 +37,53 @@ std::string_view arrowOf(Entry::Kind kind) {
     return "--";
 }
 
-std::string printable(std::string_view text) {
-    std::string plain;
-    for (const char c : text) {
-        plain += c >= 0x20 && c <= 0x7E ? c : '?';
+std::string fateText(const Fate& fate) {
+    const std::string other = std::to_string(fate.other);
+    const std::string number = fate.number ? std::to_string(*fate.number) : std::string();
+    switch (fate.kind) {
+    case Fate::Kind::Repeats:
+        return "repeats " + other + ", transmission " + number;
+    case Fate::Kind::Acknowledged:
+        return "acknowledged " + (fate.number ? "after " + number + " ms " : std::string()) + "by " + other;
+    case Fate::Kind::Unanswered:
+        return "no acknowledgement";
+    case Fate::Kind::GivenUp:
+        return "no acknowledgement: given up, refused or not heard";
+    case Fate::Kind::NotSent:
+        return "not sent: the device did not take it";
+    case Fate::Kind::Acknowledgement:
+        return "for " + other;
+    case Fate::Kind::Stray:
+        break;
     }
-    return plain;
+    return "late or twice: nothing waits for it";
 }
 
 } // namespace
+
+bool TrafficRow::isWrong() const {
+    const auto bad = [](const Fate& fate) {
+        return fate.kind == Fate::Kind::Unanswered || fate.kind == Fate::Kind::GivenUp ||
+               fate.kind == Fate::Kind::NotSent || fate.kind == Fate::Kind::Stray;
+    };
+    const auto begins = [this](std::string_view word) { return text.starts_with(word); };
+    switch (kind) {
+    case Entry::Kind::Received: {
+        // An acknowledged reset of errors is told as the error 0.
+        const bool error =
+            (begins("ER") && text.substr(2, 1) != "?") || (begins("AR") && text.substr(2) != "0");
+        return error || std::ranges::any_of(fates, bad);
+    }
+    case Entry::Kind::Note:
+        return begins("fault ") || begins("gap ");
+    case Entry::Kind::Operator:
+        return false;
+    case Entry::Kind::Sent:
+    case Entry::Kind::Lost:
+        break;
+    }
+    return std::ranges::any_of(fates, bad);
+}
 
 std::vector<std::size_t> Traffic::add(const Entry& entry) {
     std::vector<std::size_t> changed;
@@ -90,7 +128,7 @@ void Traffic::addMessage(const Entry& entry, std::string_view text, std::vector<
         sent(number, changed);
     } else if (entry.kind == Entry::Kind::Lost) {
         row.meaning = explained(Direction::Out, text);
-        row.fate = "not sent: the device did not take it";
+        row.fates.push_back({Fate::Kind::NotSent});
     } else if (entry.kind == Entry::Kind::Received) {
         row.meaning = explained(Direction::In, text);
         if (equalsNoCase(text, kAcknowledgement)) {
@@ -102,10 +140,7 @@ void Traffic::addMessage(const Entry& entry, std::string_view text, std::vector<
 void Traffic::sent(std::size_t number, std::vector<std::size_t>& changed) {
     const Handshake::Sent sent = handshake_.sent(number, row(number).text);
     if (sent.repeats) {
-        tell(number,
-             "repeats " + std::to_string(*sent.repeats) + ", transmission " +
-                 std::to_string(sent.transmission),
-             changed);
+        tell(number, {Fate::Kind::Repeats, *sent.repeats, sent.transmission}, changed);
     }
     giveUp(sent.before, changed);
 }
@@ -113,32 +148,36 @@ void Traffic::sent(std::size_t number, std::vector<std::size_t>& changed) {
 void Traffic::acknowledged(std::size_t number, std::vector<std::size_t>& changed) {
     const auto frame = handshake_.acknowledged();
     if (!frame) {
-        tell(number, "late or twice: nothing waits for it", changed);
+        tell(number, {Fate::Kind::Stray}, changed);
         return;
     }
-    tell(number, "for " + std::to_string(*frame), changed);
-    std::string fate = "acknowledged ";
+    tell(number, {Fate::Kind::Acknowledgement, *frame}, changed);
+    Fate fate{Fate::Kind::Acknowledged, number};
     if (*frame > forgotten_ && row(*frame).time && row(number).time) {
-        fate += "after " + std::to_string(*row(number).time - *row(*frame).time) + " ms ";
+        fate.number = *row(number).time - *row(*frame).time;
     }
-    tell(*frame, fate + "by " + std::to_string(number), changed);
+    tell(*frame, fate, changed);
 }
 
 void Traffic::giveUp(const std::optional<Handshake::Unanswered>& frame, std::vector<std::size_t>& changed) {
     if (frame) {
-        tell(frame->frame,
-             frame->givenUp ? "no acknowledgement: given up, refused or not heard" : "no acknowledgement",
-             changed);
+        tell(frame->frame, {frame->givenUp ? Fate::Kind::GivenUp : Fate::Kind::Unanswered}, changed);
     }
 }
 
-void Traffic::tell(std::size_t number, std::string_view fate, std::vector<std::size_t>& changed) {
-    if (number <= forgotten_) {
-        return;
+void Traffic::tell(std::size_t number, const Fate& fate, std::vector<std::size_t>& changed) {
+    if (number > forgotten_) {
+        rows_.at(number - 1 - forgotten_).fates.push_back(fate);
+        changed.push_back(number);
     }
-    std::string& told = rows_.at(number - 1 - forgotten_).fate;
-    told.append(told.empty() ? "" : ", ").append(fate);
-    changed.push_back(number);
+}
+
+std::string printable(std::string_view text) {
+    std::string plain;
+    for (const char c : text) {
+        plain += c >= 0x20 && c <= 0x7E ? c : '?';
+    }
+    return plain;
 }
 
 std::string rowText(const Traffic& traffic, std::size_t number, bool withTime) {
@@ -154,7 +193,10 @@ std::string rowText(const Traffic& traffic, std::size_t number, bool withTime) {
         line += printable(row.text);
     } else {
         line += padded(printable(row.text), kTextWidth) + "  " +
-                padded(printable(row.meaning), kMeaningWidth) + "  " + row.fate;
+                padded(printable(row.meaning), kMeaningWidth) + "  ";
+        for (const Fate& fate : row.fates) {
+            line += (&fate == &row.fates.front() ? "" : ", ") + fateText(fate);
+        }
     }
     return line.substr(0, line.find_last_not_of(' ') + 1);
 }

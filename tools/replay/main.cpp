@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Comparison.h"
+#include "EarlierVisit.h"
 #include "Follower.h"
 #include "Listing.h"
 #include "Recordings.h"
@@ -102,6 +103,8 @@ int complain(std::string_view what) {
 struct Source {
     std::string name;
     quillon::RecordingText read;
+    quillon::Recordings* recordings = nullptr;
+    std::optional<quillon::RecordedVisit> visit{};
 };
 
 /// Nothing where it cannot be read, which is told.
@@ -119,11 +122,12 @@ std::optional<Source> sourceOf(const std::string& name) {
 }
 
 std::optional<Source> sourceOf(quillon::Recordings& recordings, int visit) {
-    Source source{"visit " + std::to_string(visit), recordings.visit(visit)};
-    if (source.read.text.empty()) {
+    const auto kept = recordings.visit(visit);
+    if (!kept) {
         complain("there is no such visit in " + recordings.folder().string());
         return std::nullopt;
     }
+    Source source{"visit " + std::to_string(visit), recordings.textOf(*kept), &recordings, kept};
     if (!source.read.problem.empty()) {
         std::cerr << source.name << ": " << source.read.problem << '\n';
     }
@@ -192,10 +196,14 @@ int report(const Source& source, const quillon::ProgramArguments& read) {
         return kWrong;
     }
     bool whole = visit->trust.whole() && source.read.problem.empty();
+    const auto earlier = source.visit && !read.has("--csv") && !read.has("--compare")
+                             ? quillon::earlierVisit(*source.recordings, *source.visit, *visit)
+                             : std::nullopt;
+    const quillon::Visit* before = earlier ? &*earlier : nullptr;
     if (read.has("--report")) {
-        std::cout << quillon::htmlOf(*visit, texts);
+        std::cout << quillon::htmlOf(*visit, texts, before);
     } else if (read.has("--text")) {
-        std::cout << quillon::textOf(*visit, texts);
+        std::cout << quillon::textOf(*visit, texts, before);
     } else if (read.has("--csv")) {
         std::cout << quillon::csvOf(*visit);
     } else {
@@ -253,7 +261,7 @@ int save(quillon::Recordings& recordings, int visit, const std::string& place) {
     if (!source) {
         return kWrong;
     }
-    const auto file = recordings.nameAt(place, visit);
+    const auto file = quillon::nameAt(place, *recordings.visit(visit));
     if (const std::string problem = quillon::savePacked(file, source->read.text); !problem.empty()) {
         return complain(file.string() + ": " + problem);
     }

@@ -14,6 +14,7 @@
 #include "console/ctrQuillonConsole.h"
 #include "qt/Convert.h"
 #include "qt/Keypad.h"
+#include "qt/RecordsKey.h"
 #include "shell/TextFile.h"
 #include "ui/ControlTable.h"
 
@@ -54,6 +55,8 @@ Stage::Stage(const Installation& installation, QSize window) {
                              {}},
         application_->indicators());
     application_->setScreen(screen_.get());
+    screen_->recordsKey()->onPress = [](const std::string&) { return true; };
+    screen_->recordsKey()->setState({RecordingState::Kind::Recording, "000001"});
     application_->start();
 }
 

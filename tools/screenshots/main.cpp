@@ -16,6 +16,7 @@
 #include <QList>
 
 #include "LastScreens.h"
+#include "RecordsPicture.h"
 #include "Scenes.h"
 #include "base/ProgramArguments.h"
 #include "qt/Look.h"
@@ -81,15 +82,15 @@ struct Wanted {
     QString suffix;    ///< of the pictures' names
 };
 
-/// False when the way to the scene was lost or its picture could not be written.
-bool take(const Scene& scene, const QString& name, QSize size, const Wanted& wanted) {
+/// False when the way to the picture was lost or it could not be written.
+bool take(const std::function<QImage()>& picture, const QString& name, QSize size, const Wanted& wanted) {
     try {
-        const auto stage = scene.staged(size, wanted.texts);
+        const QImage taken = picture();
         const QDir directory(
             wanted.directory.filePath(QStringLiteral("%1x%2").arg(size.width()).arg(size.height())));
         directory.mkpath(QStringLiteral("."));
         const QString file = directory.filePath(name + wanted.suffix + QStringLiteral(".png"));
-        if (save(stage->picture(), file)) {
+        if (save(taken, file)) {
             return true;
         }
         std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
@@ -102,12 +103,16 @@ bool take(const Scene& scene, const QString& name, QSize size, const Wanted& wan
 int takeAll(const Wanted& wanted) {
     int failed = 0;
     for (const QSize size : kSizes) {
-        for (const Scene& scene : scenes()) {
-            const QString name = QLatin1String(scene.name.data(), static_cast<qsizetype>(scene.name.size()));
+        const auto takeNamed = [&](const QString& name, const std::function<QImage()>& picture) {
             if (name.contains(wanted.part)) {
-                failed += take(scene, name, size, wanted) ? 0 : 1;
+                failed += take(picture, name, size, wanted) ? 0 : 1;
             }
+        };
+        for (const Scene& scene : scenes()) {
+            takeNamed(QLatin1String(scene.name.data(), static_cast<qsizetype>(scene.name.size())),
+                      [&] { return scene.staged(size, wanted.texts)->picture(); });
         }
+        takeNamed(QStringLiteral("records-window"), [&] { return recordsPicture(size, wanted.texts); });
     }
     return failed == 0 ? 0 : 1;
 }

@@ -206,6 +206,7 @@ inline constexpr std::array kReportTexts{
     ReportText{"Gap",              "From %1 on the recording misses something. What is told from then on is marked %2 and may not be so."},
     ReportText{"PlayProblem",      "The recording could not be played to its end: %1"},
     ReportText{"Garbled",          "%1 messages were not understood. A value that one of them told is missing here, or stands as it was told before."},
+    ReportText{"Since",            "Since the visit of %1"},
     ReportText{"TrustNote",        "Times are those of the PC. What was never reported is said to be unknown."},
 
     ReportText{"TU",               "Tube"},

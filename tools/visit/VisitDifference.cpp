@@ -97,6 +97,13 @@ Difference differenceOf(const Visit& first, Side firstSide, const Visit& second,
     return difference;
 }
 
+Section sinceSection(const Visit& before, const Visit& visit, const ReportTexts& texts) {
+    const auto from = before.clock.at(0);
+    return sectionOf(texts.with("Since", {from ? dateText(*from) : texts["Unknown"]}),
+                     differenceOf(before, &ValueFact::left, visit, &ValueFact::found),
+                     daysBetween(before.clock.at(before.end), visit.clock.at(0)), ReportWords(visit, texts));
+}
+
 ReportPage comparisonOf(const Visit& first, const Visit& second, const ReportTexts& texts) {
     const ReportWords words(second, texts);
     ReportPage page;

@@ -33,4 +33,7 @@ struct Difference {
 /// What has changed between the visits, and what over both.
 [[nodiscard]] ReportPage comparisonOf(const Visit& first, const Visit& second, const ReportTexts& texts);
 
+/// What has changed since an earlier visit, as a part of the later one's report.
+[[nodiscard]] Section sinceSection(const Visit& before, const Visit& visit, const ReportTexts& texts);
+
 } // namespace quillon

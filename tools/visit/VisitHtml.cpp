@@ -106,8 +106,8 @@ std::string escaped(std::string_view text) {
     return safe;
 }
 
-std::string htmlOf(const Visit& visit, const ReportTexts& texts) {
-    const ReportPage page = pageOf(visit, texts);
+std::string htmlOf(const Visit& visit, const ReportTexts& texts, const Visit* before) {
+    const ReportPage page = pageOf(visit, texts, before);
     const ReportWords words(visit, texts);
     std::string html = "<!doctype html>\n<html lang='" + escaped(texts["Language"]) + "'>";
     html += kHead;

@@ -7,6 +7,7 @@
 #include "ReportWords.h"
 #include "Utf8.h"
 #include "ValueSections.h"
+#include "VisitDifference.h"
 #include "base/Numbers.h"
 
 namespace quillon {
@@ -194,7 +195,7 @@ Section trustSection(const Visit& visit, const ReportWords& words) {
 
 } // namespace
 
-ReportPage pageOf(const Visit& visit, const ReportTexts& texts) {
+ReportPage pageOf(const Visit& visit, const ReportTexts& texts, const Visit* before) {
     const ReportWords words(visit, texts);
     ReportPage page;
     addHead(visit, words, page);
@@ -204,6 +205,9 @@ ReportPage pageOf(const Visit& visit, const ReportTexts& texts) {
         errorSection(visit, words),       warningSection(visit, words), lineSection(visit, words),
         workSection(visit, words),        readySection(visit, words),   unknownSection(visit, words),
         trustSection(visit, words)};
+    if (before != nullptr) {
+        page.sections.push_back(sinceSection(*before, visit, texts));
+    }
     return page;
 }
 

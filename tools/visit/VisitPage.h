@@ -6,7 +6,7 @@
 
 namespace quillon {
 
-/// The whole report of a visit.
-[[nodiscard]] ReportPage pageOf(const Visit& visit, const ReportTexts& texts);
+/// The whole report of a visit; with an earlier one it tells what has changed since.
+[[nodiscard]] ReportPage pageOf(const Visit& visit, const ReportTexts& texts, const Visit* before = nullptr);
 
 } // namespace quillon

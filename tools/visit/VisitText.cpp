@@ -158,8 +158,8 @@ std::string plainText(const ReportPage& page) {
     return text;
 }
 
-std::string textOf(const Visit& visit, const ReportTexts& texts) {
-    ReportPage page = pageOf(visit, texts);
+std::string textOf(const Visit& visit, const ReportTexts& texts, const Visit* before) {
+    ReportPage page = pageOf(visit, texts, before);
     const ReportWords words(visit, texts);
     for (Section& section : page.sections) {
         if (!section.blocks.empty() && std::holds_alternative<CoursePlace>(section.blocks.front())) {

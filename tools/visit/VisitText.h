@@ -12,6 +12,6 @@ namespace quillon {
 [[nodiscard]] std::string plainText(const ReportPage& page);
 
 /// The report as such a text. The course is told by its modes.
-[[nodiscard]] std::string textOf(const Visit& visit, const ReportTexts& texts);
+[[nodiscard]] std::string textOf(const Visit& visit, const ReportTexts& texts, const Visit* before = nullptr);
 
 } // namespace quillon
