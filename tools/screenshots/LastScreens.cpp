@@ -10,6 +10,7 @@
 
 #include "base/Numbers.h"
 #include "base/Text.h"
+#include "qt/RecordsKey.h"
 #include "qt/Screen.h"
 #include "qt/StatusBar.h"
 #include "shell/RecordingReader.h"
@@ -68,6 +69,8 @@ private:
         Application& application = rig_.application();
         screen_ = std::make_unique<Screen>(application.form(), application.input(), FormWindow::Requests{},
                                            application.indicators());
+        screen_->recordsKey()->onPress = [](const std::string&) { return true; };
+        screen_->recordsKey()->setState({RecordingState::Kind::Recording});
         application.setScreen(screen_.get());
         rig_.machine.time.schedule().post(std::max(from_, kPace), [this] { take(); });
     }
@@ -75,7 +78,7 @@ private:
     void look(std::string_view line) {
         const Remark remark = remarkIn(line);
         if (remark.word == "port") {
-            rig_.machine.port.setDevice(bytesOf(remark.rest.substr(0, quotedLength(remark.rest))));
+            setDevice(remark.rest);
         } else if (line == kLeave) {
             end();
         } else if (screen_ && remark.word == "clock") {
@@ -86,6 +89,12 @@ private:
             ++told_;
             screen_->tellNothing();
         }
+    }
+
+    /// "DEVICE = WHAT IT STANDS FOR, ADAPTER", in quotes.
+    void setDevice(std::string_view rest) {
+        const std::string identity = bytesOf(rest.substr(0, quotedLength(rest)));
+        rig_.machine.port.setDevice(identity.substr(0, std::min(identity.find(" = "), identity.find(", "))));
     }
 
     void setClock(const Remark& remark) {
