@@ -133,7 +133,7 @@ inline constexpr std::array kTable{
     Meaning{"CV",    In,  "calibration value"},
     Meaning{"CAU",   In,  "autocalibration",                   "",    Switch, "AutocalibrationACK"},
     Meaning{"CAR",   In,  "repeat of the autocalibration",     "",    Switch, "AutocalRetry"},
-    Meaning{"URS",   In,  "positioner: CG calibration data, RQ reading, SG identifier", "", Plain, "URSCalibrationGet, URSRequestADC, URSSidGetResponse"},
+    Meaning{"URS",   In,  "positioner: CG calibration data, RQ reading, SG the SID", "", Plain, "URSCalibrationGet, URSRequestADC, URSSidGetResponse"},
     // Dose, counters, versions
     Meaning{"DO",    In,  "dose of the last exposure",         "mGycm2", Dose, "LastExposureDose"},
     Meaning{"DOA",   In,  "accumulated dose",                  "mGycm2", Dose, "AccumulatedDose"},
@@ -270,7 +270,7 @@ inline constexpr std::array kTable{
     Meaning{"CS",    Out, "stores the calibration value"},
     Meaning{"CR",    Out, "reads the calibration value"},
     Meaning{"CO",    Out, "focal spot of the calibration"},
-    Meaning{"URS",   Out, "positioner: SO service, CG and CD calibration data, RQ reading, CF and SG identifier", "", Plain, "the console's positioner keys"},
+    Meaning{"URS",   Out, "positioner: SO service, CG and CD calibration data, RQ reading, CF and SG the SID", "", Plain, "the console's positioner keys"},
     // Dose, counters, versions
     Meaning{"DOR",   Out, "resets the dosemeter"},
     Meaning{"DO?",   Out, "asks for the dose of the last exposure"},
