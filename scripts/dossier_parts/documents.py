@@ -7,8 +7,8 @@ import tempfile
 
 from dossier_parts.files import TOP, read, told
 
-LINE = 110  # letters that a line of a table holds
-LONGEST = 18  # words up to this length stay whole
+LINE = 115  # letters that a line of a table holds
+LONGEST = 11  # words up to this length stay whole
 
 STYLE = """
 @page { size: A4; margin: 18mm 16mm 20mm; @bottom-left { content: "TITLE"; font: 8pt "DejaVu Sans", sans-serif; color: #525c66 }
@@ -36,9 +36,10 @@ def with_widths(body):
         columns = zip(*([re.sub(r"<br */?>", " ", cell) for cell in row] for row in rows))
         texts = [[re.sub(r"<[^>]*>", "", cell) for cell in column] for column in columns]
         words = [max(min(len(word), LONGEST) for cell in column for word in [*cell.split(), ""]) for column in texts]
-        weights = [max(word + 2, sum(map(len, column)) / len(column), 0.3 * max(map(len, column)))
-                   for word, column in zip(words, texts)]
-        share = [max(word + 3, LINE * weight / sum(weights)) for word, weight in zip(words, weights)]
+        least = [word + 3 for word in words]
+        weights = [max(sum(map(len, column)) / len(column), 0.3 * max(map(len, column))) for column in texts]
+        left = max(0, LINE - sum(least))
+        share = [few + left * weight / max(sum(weights), 1) for few, weight in zip(least, weights)]
         columns = "".join(f'<col style="width: {100 * one / sum(share):.1f}%">' for one in share)
         return re.sub(r"<colgroup>.*?</colgroup>", "", found[0], flags=re.S).replace("<table>", f"<table><colgroup>{columns}</colgroup>", 1)
 
