@@ -19,7 +19,7 @@ RUNS = (
     ("coverage", "Lines and branches that the tests run", r"lines, .* all$"),
     ("mutate", "Changes of the code that the tests notice", r"mutants killed"),
     ("soak", "Search for a state that must not be, faults of the line, thirty days",
-     r"situations|probes|: \d+ rounds|^timer|days? |grows|drifts"),
+     r"situations|reached|: \d+ rounds|^timer|days? |grows|drifts"),
     ("fuzz", "Inputs from an engine", r"runs|DONE|exec/s"),
     ("unplug", "The cable pulled in the middle of a workflow, in a real window", r"ok|FAILED|back"),
 )
@@ -71,7 +71,7 @@ class TestRun:
     def search(self):
         """What the share of the search in this run has reached, a line a search."""
         return [line for name, said in sorted(self.said.items()) if name.startswith("explore.")
-                for line in said.splitlines() if "probes" in line]
+                for line in said.splitlines() if " reached " in line]
 
 
 def test_runs():
