@@ -1,4 +1,4 @@
-# What an installation consists of, and the Debian package of it.
+# What an installation consists of. The Debian package of it is made by debian/ (scripts/package).
 
 include(GNUInstallDirs)
 
@@ -26,8 +26,7 @@ foreach(program quillon-records generator-sim generator-desk quillon-scenario qu
 endforeach()
 install(DIRECTORY samples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(FILES packaging/70-quillon-serial.rules DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
+install(FILES README.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 # Of the pictures only those that a page shows.
 file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/docs/*.md)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${pages})
@@ -49,21 +48,3 @@ file(STRINGS ${changelog} newest LIMIT_COUNT 1)
 if(NOT newest MATCHES "^quillon \\(([0-9.]+)-([0-9]+)\\)" OR NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
     message(FATAL_ERROR "debian/changelog has no entry for version ${PROJECT_VERSION} at its top.")
 endif()
-
-set(CPACK_GENERATOR DEB)
-set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_2})
-set(CPACK_QUILLON_CHANGELOG ${changelog})
-set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianFiles.cmake)
-set(CPACK_PACKAGE_VENDOR "The generator service console authors")
-set(CPACK_PACKAGE_CONTACT "The generator service console authors <maintainers@quillon.invalid>")
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION science)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"Talks to a generator over a serial line, takes it into its service modes, reads
-the exposure counters and calibrates positioners. A simulated generator comes
-with it, to be worked in a window of its own, and lessons on it.")
-include(CPack)

@@ -81,7 +81,10 @@ QColor backgroundColour(const Control& control) {
 }
 
 QFont consoleFont(double points, bool bold) {
-    QFont font(QStringLiteral("DejaVu Sans"));
+    // Where the first is not installed, the system's own choice for text without serifs takes its place: by
+    // this name Qt hands the question to fontconfig.
+    QFont font(QStringList{QStringLiteral("DejaVu Sans"), QStringLiteral("Sans Serif")});
+    font.setStyleHint(QFont::SansSerif);
     font.setPixelSize(std::max(kReadablePixels, static_cast<int>(std::lround(points * 96 / 72))));
     font.setBold(bold);
     return font;

@@ -42,7 +42,7 @@ inline constexpr QRgb kRadiation = 0xFFFFD500; ///< background of the sign for r
 /// The colour of the background on which a control lies: of the nearest container that has one of its own.
 [[nodiscard]] QColor backgroundColour(const Control& control);
 
-/// The pinned family in the given size at 96 dots an inch.
+/// The console's family, or what the system has in its place, in the given size at 96 dots an inch.
 [[nodiscard]] QFont consoleFont(double points, bool bold = false);
 
 /// A text as it stands on a widget.

@@ -5,8 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include <QCoreApplication>
-#include <QEvent>
+#include <QMetaObject>
 #include <QWindow>
 
 #include "console/Exposures.h"
@@ -201,20 +200,13 @@ void Screen::mark(Control& control) {
 void Screen::post() {
     if (!posted_) {
         posted_ = true;
-        QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateLater));
+        // An event of Qt's own kinds it may take for one of its own, and read what is not in it.
+        QMetaObject::invokeMethod(this, &Screen::flush, Qt::QueuedConnection);
     }
 }
 
 void Screen::markAll(Control& control) {
     walk(control, [this](Control& below) { mark(below); });
-}
-
-bool Screen::event(QEvent* event) {
-    if (event->type() == QEvent::UpdateLater) {
-        flush();
-        return true;
-    }
-    return QObject::event(event);
 }
 
 void Screen::flush() {

@@ -76,9 +76,6 @@ public:
     /// smaller than a finger the key. Where two are in reach it is the nearer one.
     [[nodiscard]] Control& controlAt(QPoint place) const;
 
-protected:
-    bool event(QEvent* event) override;
-
 private:
     void post();
     void connectSigns();

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] constexpr bool empty() const { return name_.empty(); }
     // NOLINTNEXTLINE(google-explicit-constructor): it is a name like any other from then on.
     constexpr operator std::string_view() const { return name_; }
+    friend constexpr bool operator==(const CheckedName&, const CheckedName&) = default;
     friend constexpr bool operator==(const CheckedName& name, std::string_view other) {
         return name.name_ == other;
     }

@@ -2,7 +2,8 @@
 
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QLocalSocket>
+#include <QFile>
+#include <QSaveFile>
 #include <QStandardPaths>
 #include <QThread>
 
@@ -15,13 +16,14 @@ constexpr int kPatience = 3000; // ms; the first may be starting
 /// A folder that is this user's alone.
 QString ownFolder() {
     const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return runtime.isEmpty() ? QDir::tempPath() : runtime;
+    return (runtime.isEmpty() ? QDir::tempPath() : runtime) + QStringLiteral("/quillon-records");
 }
 
 } // namespace
 
-Instance::Instance()
-    : name_(ownFolder() + QStringLiteral("/quillon-records")), lock_(name_ + QStringLiteral(".lock")) {
+Instance::Instance() : place_(ownFolder()), lock_(place_ + QStringLiteral("/lock")) {
+    QDir().mkpath(place_);
+    QFile::setPermissions(place_, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     lock_.setStaleLockTime(0); // as long as its process lives
     first_ = lock_.tryLock(0);
     if (first_) {
@@ -30,38 +32,38 @@ Instance::Instance()
 }
 
 void Instance::serve() {
-    QLocalServer::removeServer(name_);
-    server_.setSocketOptions(QLocalServer::UserAccessOption);
-    server_.listen(name_);
-    QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] {
-        while (QLocalSocket* socket = server_.nextPendingConnection()) {
-            QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-            const auto read = [this, socket] {
-                while (socket->canReadLine()) {
-                    const QString folder = QString::fromUtf8(socket->readLine()).trimmed();
-                    socket->write("ok\n");
-                    socket->flush();
-                    if (onAsked) {
-                        onAsked(folder);
-                    }
-                }
-            };
-            QObject::connect(socket, &QLocalSocket::readyRead, socket, read);
-            read();
-        }
-    });
+    watcher_.addPath(place_);
+    QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &watcher_, [this] { take(); });
+    // What was asked for meanwhile, as soon as there is somebody to hear it.
+    QMetaObject::invokeMethod(
+        &watcher_, [this] { take(); }, Qt::QueuedConnection);
+}
+
+void Instance::take() {
+    QFile asked(place_ + QStringLiteral("/asked"));
+    if (!asked.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    const QString folder = QString::fromUtf8(asked.readAll());
+    asked.remove();
+    if (onAsked) {
+        onAsked(folder);
+    }
 }
 
 bool Instance::ask(const QString& folder) const {
-    QLocalSocket socket;
-    for (QDeadlineTimer end(kPatience); !end.hasExpired(); QThread::msleep(50)) {
-        socket.connectToServer(name_);
-        if (socket.waitForConnected(kPatience)) {
-            socket.write(folder.toUtf8() + "\n");
-            return socket.waitForReadyRead(kPatience);
+    const QString name = place_ + QStringLiteral("/asked");
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(folder.toUtf8()) < 0 || !file.commit()) {
+        return false;
+    }
+    for (QDeadlineTimer end(kPatience); QFile::exists(name); QThread::msleep(20)) {
+        if (end.hasExpired()) {
+            QFile::remove(name);
+            return false;
         }
     }
-    return false;
+    return true;
 }
 
 } // namespace quillon

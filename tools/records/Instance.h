@@ -1,16 +1,16 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
-#include <QLocalServer>
+#include <QFileSystemWatcher>
 #include <QLockFile>
 #include <QString>
 
 namespace quillon {
 
 /// There is one window of the records for each user. Who comes second asks the first to come up, with the
-/// folder that it was to show.
+/// folder that it was to show: by a file in a folder that is this user's alone, which the first takes away. A
+/// socket would do as well, and would link a web client and four kinds of encryption.
 class Instance {
 public:
     Instance();
@@ -23,11 +23,12 @@ public:
 
 private:
     void serve();
+    void take();
 
-    QString name_; ///< of the socket
+    QString place_;
     QLockFile lock_;
     bool first_;
-    QLocalServer server_;
+    QFileSystemWatcher watcher_;
 };
 
 } // namespace quillon
