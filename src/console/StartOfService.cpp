@@ -107,7 +107,8 @@ void StartOfService::delayShowTick() {
 }
 
 void StartOfService::heard() {
-    if (context_.console["lblHelp"].caption() == context_.texts.sPowerUpGenerator) {
+    if (!session_.generator().poweringUp() &&
+        context_.console["lblHelp"].caption() == context_.texts.sPowerUpGenerator) {
         screen_.clearPrompt();
         session_.stand(); // its words replace the greeting
     }
