@@ -190,13 +190,18 @@ protected:
         }
         turn();
     }
-    /// Tab, until the keyboard is there.
+    /// Tab, until the keyboard is there; and that can be seen.
     void tabTo(const char* name) const {
         for (int stops = 0; stops < 20 && window->focusWidget()->objectName() != QLatin1String(name);
              ++stops) {
             type(Qt::Key_Tab);
         }
-        ASSERT_EQ(window->focusWidget()->objectName(), QLatin1String(name));
+        QWidget* at = window->focusWidget();
+        ASSERT_EQ(at->objectName(), QLatin1String(name));
+        const QImage marked = at->grab().toImage();
+        at->clearFocus();
+        EXPECT_NE(marked, at->grab().toImage()) << name;
+        at->setFocus(Qt::TabFocusReason);
     }
     void pressKey(const char* name) const {
         tabTo(name);

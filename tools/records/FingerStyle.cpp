@@ -17,6 +17,16 @@ namespace {
 constexpr double kFinger = 9.3; // mm
 constexpr double kLetter = 2.9;
 constexpr int kSmallestLetter = 10;
+constexpr int kMiddle = 128; // between dark and light
+
+void paintRing(QPainter& painter, const QRectF& place, QRgb colour) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor::fromRgb(colour), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(place.adjusted(1, 1, -1, -1), 3, 3);
+    painter.restore();
+}
 
 } // namespace
 
@@ -29,12 +39,9 @@ FingerStyle::FingerStyle(const PanelSizes& sizes) : QProxyStyle(QStringLiteral("
 void FingerStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
     if (element == PE_FrameFocusRect) {
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(QPen(QColor::fromRgb(kFocusRing), 2));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), 3, 3);
-        painter->restore();
+        const auto* focus = qstyleoption_cast<const QStyleOptionFocusRect*>(option);
+        const bool dark = focus != nullptr && focus->backgroundColor.lightness() < kMiddle;
+        paintRing(*painter, option->rect, dark ? kFace : kFocusRing);
         return;
     }
     if (element != PE_PanelButtonCommand) {
@@ -59,6 +66,9 @@ void FingerStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
                                : on ? kLampFace
                                     : kFace),
                Qt::transparent, 0, 3);
+    if (option->state.testFlag(State_HasFocus)) {
+        paintRing(*painter, place, kFocusRing);
+    }
 }
 
 int FingerStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
