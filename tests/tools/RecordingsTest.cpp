@@ -27,6 +27,9 @@ protected:
         std::ofstream(folder / name, std::ios::binary | std::ios::app) << text;
     }
     void pack(const std::string& name) const {
+        if (!canPack()) { // then a closed part stays as it is
+            return;
+        }
         std::ifstream file(folder / name, std::ios::binary);
         const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
         Packer packer;
@@ -42,9 +45,6 @@ protected:
 };
 
 TEST_F(RecordingsTest, TheTrafficOfASessionIsFollowedFromPartToPart) {
-    if (!canPack()) {
-        GTEST_SKIP() << "parts are packed";
-    }
     add("000007.000.scn", head + "# 0 clock 2026-11-25T09:04:00.000+01:00\n# 100 tx \"ST\"\nwait 140\n"
                                  "rx \"ST2\\r\\n\"\n# 300 tx \"CF1\"\nwait 160\nrx \"AK\\r");
     const auto sessions = sessionsIn(filesOf(folder));
@@ -71,7 +71,7 @@ TEST_F(RecordingsTest, TheTrafficOfASessionIsFollowedFromPartToPart) {
     // Who comes later, when a part is gone, hears of the gap.
     pack("000007.001.scn");
     add("000007.002.scn", "# 9000 tx \"RX1\"\n");
-    std::filesystem::remove(folder / "000007.001.scn.gz");
+    std::filesystem::remove(folder / (canPack() ? "000007.001.scn.gz" : "000007.001.scn"));
     TrafficFeed later(folder, sessionsIn(filesOf(folder)), 3);
     EXPECT_THAT(later.read(), ElementsAre(6, 7, 8)) << "no more rows are kept than are wanted";
     EXPECT_EQ(later.row(7).text, "gap 6700 0");
